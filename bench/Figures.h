@@ -1,0 +1,24 @@
+#pragma once
+
+namespace quillmender::bench {
+
+class Report;
+
+/// How often each thing is measured, and how long the idle time is.
+struct Effort {
+    int repetitions = 20;
+    int idleSeconds = 60;
+    int typedKeys = 200;
+    int openings = 1000;
+};
+
+/// Each measures one group of figures on a desktop of its own and adds them to the report.
+/// They throw std::exception when something does not work at all.
+void measureStart(Report &report, const Effort &effort);
+void measureIdle(Report &report, const Effort &effort);
+void measurePanel(Report &report, const Effort &effort);
+void measureWindows(Report &report, const Effort &effort);
+void measureSession(Report &report, const Effort &effort);
+void measureLargeText(Report &report, const Effort &effort);
+
+} // namespace quillmender::bench

@@ -1,0 +1,59 @@
+#include "bench/ProcessFacts.h"
+
+#include "desktop/harness/Waiter.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+
+namespace quillmender::bench {
+
+namespace {
+
+// The numbers behind all lines of the file that start so.
+qint64 sumOfLines(const QString &path, const QByteArrayList &starts) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    qint64 sum = 0;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        for (const QByteArray &start : starts) {
+            if (line.startsWith(start))
+                sum += line.mid(start.size()).simplified().split(' ').value(0).toLongLong();
+        }
+    }
+    return sum;
+}
+
+} // namespace
+
+qint64 proportionalMemory(qint64 processId) {
+    return sumOfLines(QStringLiteral("/proc/%1/smaps_rollup").arg(processId), {"Pss:"});
+}
+
+qint64 contextSwitches(qint64 processId) {
+    const QString tasks = QStringLiteral("/proc/%1/task").arg(processId);
+    qint64 sum = 0;
+    for (const QString &task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        sum += sumOfLines(tasks + QLatin1Char('/') + task + QStringLiteral("/status"),
+                          {"voluntary_ctxt_switches:", "nonvoluntary_ctxt_switches:"});
+    }
+    return sum;
+}
+
+void waitUntilIdle(qint64 processId) {
+    constexpr int quietMs = 500;
+    qint64 switches = -1;
+    QElapsedTimer quiet;
+    harness::waitUntil(
+        [&] {
+            if (const qint64 now = contextSwitches(processId); now != switches) {
+                switches = now;
+                quiet.start();
+            }
+            return quiet.hasExpired(quietMs);
+        },
+        QStringLiteral("process %1 is idle").arg(processId));
+}
+
+} // namespace quillmender::bench

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "bench/Editor.h"
+#include "bench/PaintWatch.h"
+#include "desktop/harness/ProductProcess.h"
+#include "support/LoopbackServer.h"
+
+#include <atomic>
+#include <optional>
+
+namespace quillmender::bench {
+
+/// Whole sessions with the program, one after another in one process: capture, action by a click,
+/// answer of a provider on the loopback, write-back.
+class SessionRun {
+  public:
+    struct Times {
+        double captureMs;   ///< hot key to panel painted
+        double requestMs;   ///< mouse button pressed to request received
+        double writeBackMs; ///< answer sent to text in the editor
+    };
+
+    explicit SessionRun(harness::Desktop &desktop);
+
+    /// The editor holds the text, all of it selected; the provider answers with the other.
+    Times run(Editor &editor, const QString &text, const QString &answer);
+
+    test::LoopbackServer &provider() { return provider_; }
+
+  private:
+    double showPanelMs();
+    QPoint actionPosition();
+    void waitUntilOver(const Editor &editor);
+
+    harness::Desktop &desktop_;
+    test::LoopbackServer provider_;
+    std::atomic<TimePoint> answeredAt_;
+    std::optional<harness::ProductProcess> program_;
+    std::optional<QPoint> actionPosition_;
+    PaintWatch paint_;
+};
+
+} // namespace quillmender::bench

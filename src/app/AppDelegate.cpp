@@ -1,0 +1,101 @@
+#include "app/AppDelegate.h"
+
+#include "ui/AboutWindowController.h"
+#include "ui/ActionPanelController.h"
+#include "ui/AlertWindow.h"
+#include "ui/SettingsWindowController.h"
+
+#include <QCoreApplication>
+
+namespace quillmender {
+
+AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifestURL)
+    : platform_(std::move(platform)),
+      coordinator_(*platform_, LLMClient(transport_), UpdateChecker(transport_),
+                   {AppMetadata::version(platform_->bundleVersion), manifestURL}, windows()) {}
+
+AppDelegate::~AppDelegate() = default;
+
+bool AppDelegate::applicationDidFinishLaunching() {
+    if (!platform_->instance->claim([this](const QString &action) { perform(action); }))
+        return false;
+    platform_->presence->setAccessoryPolicy();
+    coordinator_.start();
+    return true;
+}
+
+void AppDelegate::perform(const QString &action) {
+    if (action == QLatin1String(instanceAction::transform))
+        coordinator_.beginWorkflow();
+    else if (action == QLatin1String(instanceAction::about))
+        coordinator_.openAbout();
+    else if (action == QLatin1String(instanceAction::quit))
+        coordinator_.quit();
+    else
+        coordinator_.openSettings();
+}
+
+WindowFactory AppDelegate::windows() {
+    WindowFactory windows;
+    windows.pickerPanel = [this](ActionPickerModel &model) -> std::unique_ptr<PickerPanel> {
+        return std::make_unique<ActionPanelController>(model, theme(), *platform_->presence);
+    };
+    windows.showSettings = [this] { showSettings(); };
+    windows.showAbout = [this] { showAbout(); };
+    windows.showAlert = [this](const Alert &alert, std::function<void(int)> answered) {
+        showAlert(alert, std::move(answered));
+    };
+    windows.terminate = [this] {
+        if (!isTerminating_)
+            terminate();
+    };
+    return windows;
+}
+
+void AppDelegate::showSettings() {
+    if (!settingsWindow_)
+        settingsWindow_ = std::make_unique<SettingsWindowController>(
+            coordinator_.settingsStore(), coordinator_.permissionManager(), theme(),
+            *platform_->presence);
+    settingsWindow_->centre();
+    settingsWindow_->makeKeyAndOrderFront();
+}
+
+void AppDelegate::showAbout() {
+    if (!aboutWindow_)
+        aboutWindow_ = std::make_unique<AboutWindowController>(
+            AppMetadata::version(platform_->bundleVersion), theme(), *platform_->presence);
+    aboutWindow_->centre();
+    aboutWindow_->makeKeyAndOrderFront();
+}
+
+void AppDelegate::showAlert(const Alert &alert, std::function<void(int)> answered) {
+    alertWindow_ = std::make_unique<AlertWindow>(
+        alert,
+        [this, answered = std::move(answered)](int button) {
+            answered(button);
+            // It is still on the stack.
+            alertWindow_.release()->deleteLater();
+        },
+        theme(), *platform_->presence);
+    alertWindow_->makeKeyAndOrderFront();
+}
+
+Theme &AppDelegate::theme() {
+    if (!theme_)
+        theme_ = std::make_unique<Theme>(*platform_->presence);
+    return *theme_;
+}
+
+QCoro::Task<> AppDelegate::terminate() {
+    isTerminating_ = true;
+    constexpr std::chrono::seconds operationsLimit(3);
+    platform_->clock->cancelAll();
+    transport_.cancelAll();
+    // What is under way first puts the user's text and pasteboard in order.
+    co_await coordinator_.endOperations(operationsLimit);
+    co_await platform_->pasteboard->handOver();
+    QCoreApplication::quit();
+}
+
+} // namespace quillmender

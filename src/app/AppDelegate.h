@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/AppCoordinator.h"
+#include "app/AppMetadata.h"
+#include "platform/Platform.h"
+#include "providers/QtHttpTransport.h"
+#include "ui/Theme.h"
+
+#include <QCoroTask>
+
+#include <memory>
+
+namespace quillmender {
+
+class AboutWindowController;
+class AlertWindow;
+class SettingsWindowController;
+
+/// Owns the platform's services and the coordinator for the life of the process.
+class AppDelegate {
+  public:
+    explicit AppDelegate(std::unique_ptr<Platform> platform,
+                         const QUrl &manifestURL = AppMetadata::updateManifestURL());
+    AppDelegate(const AppDelegate &) = delete;
+    AppDelegate &operator=(const AppDelegate &) = delete;
+    ~AppDelegate();
+
+    /// Becomes a program of the status area, then starts the coordinator. False, with nothing
+    /// started, when another copy already runs for this user.
+    bool applicationDidFinishLaunching();
+
+    static constexpr bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
+
+  private:
+    void perform(const QString &action);
+    WindowFactory windows();
+    void showSettings();
+    void showAbout();
+    void showAlert(const Alert &alert, std::function<void(int)> answered);
+    Theme &theme();
+    QCoro::Task<> terminate();
+
+    std::unique_ptr<Platform> platform_;
+    QtHttpTransport transport_;
+    std::unique_ptr<Theme> theme_; ///< made with the first window
+    AppCoordinator coordinator_;
+    std::unique_ptr<SettingsWindowController> settingsWindow_; ///< made when first shown
+    std::unique_ptr<AboutWindowController> aboutWindow_;       ///< made when first shown
+    std::unique_ptr<AlertWindow> alertWindow_;                 ///< while it waits for an answer
+    bool isTerminating_ = false;
+};
+
+} // namespace quillmender

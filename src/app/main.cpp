@@ -1,0 +1,27 @@
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/LogFilter.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+int main(int argc, char *argv[]) {
+    // Before the toolkit looks for a display.
+    if (const auto answer = quillmender::commandLineAnswer({argv, argv + argc}))
+        return std::fputs(answer->c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+
+    quillmender::keepTextsOutOfTheLog();
+    // Not as the display name, which the toolkit would append to the title of every window.
+    QCoreApplication::setApplicationName(QStringLiteral("Quillmender"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMENDER_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.quillmender.Quillmender"));
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(
+        quillmender::AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+
+    quillmender::AppDelegate delegate(quillmender::makePlatform());
+    if (!delegate.applicationDidFinishLaunching())
+        return 0;
+    return QApplication::exec();
+}

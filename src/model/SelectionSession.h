@@ -1,0 +1,31 @@
+#pragma once
+
+#include "model/CaptureScope.h"
+#include "model/PasteboardSnapshot.h"
+#include "model/SelectionAcquisitionMethod.h"
+#include "platform/Accessibility.h"
+#include "platform/TextRange.h"
+#include "platform/Workspace.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace quillmender {
+
+/// One capture: all that it takes to put another text back where this one came from.
+struct SelectionSession {
+    RunningApplicationRef sourceApp;        ///< never null
+    AccessibilityElementRef focusedElement; ///< null when none was reported
+    std::optional<TextRange> selectedRange; ///< of the captured text in the element's value
+    QString selectedText;
+    PasteboardSnapshot originalPasteboard; ///< as it was before the capture began
+    SelectionAcquisitionMethod acquisitionMethod = SelectionAcquisitionMethod::accessibility;
+    CaptureScope captureScope = CaptureScope::selection;
+};
+
+/// Shared by all who work on the capture; none of them changes it.
+using SelectionSessionRef = std::shared_ptr<const SelectionSession>;
+
+} // namespace quillmender

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/HotKeys.h"
+#include "platform/Instance.h"
+#include "platform/KeyEvents.h"
+#include "platform/LoginItem.h"
+#include "platform/Pasteboard.h"
+#include "platform/Presence.h"
+#include "platform/SecretItems.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+
+#include <memory>
+
+namespace quillmender {
+
+/// Every operating-system service that the program uses, made once at start-up and handed down.
+/// No member is ever null. A service that refers to another is declared after it.
+struct Platform {
+    /// Keeps alive what several services share, such as a display connection.
+    std::shared_ptr<void> shared;
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<Instance> instance;
+    std::unique_ptr<UserDefaults> userDefaults;
+    std::unique_ptr<SecretItems> secretItems;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<Accessibility> accessibility;
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<Presence> presence;
+
+    /// The version of the installed program, if the system knows it.
+    std::optional<QString> bundleVersion;
+};
+
+/// Makes this system's services, trying each backend in turn, and writes to the log in one line
+/// which ones were found. A service that the session lacks is its `none` form.
+std::unique_ptr<Platform> makePlatform();
+
+} // namespace quillmender

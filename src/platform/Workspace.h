@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <memory>
+#include <optional>
+
+namespace quillmender {
+
+/// An opaque handle of one running application (on X11 together with its active window).
+class RunningApplication {
+  public:
+    RunningApplication() = default;
+    RunningApplication(const RunningApplication &) = delete;
+    RunningApplication &operator=(const RunningApplication &) = delete;
+    virtual ~RunningApplication() = default;
+};
+
+using RunningApplicationRef = std::shared_ptr<const RunningApplication>;
+
+/// A rectangle of the desktop in device pixels.
+struct DesktopRect {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
+/// Running applications and what opens a URL.
+class Workspace {
+  public:
+    Workspace() = default;
+    Workspace(const Workspace &) = delete;
+    Workspace &operator=(const Workspace &) = delete;
+    virtual ~Workspace() = default;
+
+    /// The application in front; the last one that was when it is this program itself. Null when
+    /// there is none.
+    virtual RunningApplicationRef frontmostApplication() = 0;
+
+    /// Brings the application to the front. `options` is the system's option set; 0 is none.
+    /// True when the request was sent, which does not mean that it was granted.
+    virtual bool activate(RunningApplicationRef application, quint32 options) = 0;
+
+    /// Where the application's window is, so that a panel can appear on the same screen. Absent
+    /// where the system places windows itself.
+    virtual std::optional<DesktopRect> windowFrame(RunningApplicationRef application) = 0;
+
+    /// Opens the URL with the system's handler. False when there is none.
+    virtual bool openUrl(const QUrl &url) = 0;
+};
+
+} // namespace quillmender

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QCoroTask>
+#include <QString>
+
+#include <optional>
+
+namespace quillmender {
+
+/// What the window system tells the other services of the application in front (the last active
+/// one that is not this program).
+class FrontmostSource {
+  public:
+    FrontmostSource() = default;
+    FrontmostSource(const FrontmostSource &) = delete;
+    FrontmostSource &operator=(const FrontmostSource &) = delete;
+    virtual ~FrontmostSource() = default;
+
+    /// Process identifier; 0 when there is no such application or it does not say.
+    virtual qint64 processId() const = 0;
+
+    /// Whether it is a terminal emulator, where Control+C is an interrupt: its .desktop file has
+    /// the category TerminalEmulator, or its window class is a known terminal's.
+    virtual bool isTerminal() const = 0;
+
+    /// The text of the PRIMARY selection when that application owns it.
+    virtual QCoro::Task<std::optional<QString>> primarySelection() = 0;
+};
+
+} // namespace quillmender

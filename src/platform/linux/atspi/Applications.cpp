@@ -1,0 +1,95 @@
+#include "platform/linux/atspi/Applications.h"
+
+namespace quillmender {
+
+namespace {
+constexpr int maximumKnown = 1000;
+} // namespace
+
+Toolkit toolkitNamed(const QString &name) {
+    const QString lower = name.toLower();
+    if (lower.startsWith(QStringLiteral("gtk")))
+        return Toolkit::gtk;
+    if (lower.startsWith(QStringLiteral("qt")))
+        return Toolkit::qt;
+    if (lower == QStringLiteral("gecko"))
+        return Toolkit::gecko;
+    if (lower == QStringLiteral("chromium"))
+        return Toolkit::chromium;
+    if (lower == QStringLiteral("vcl") || lower.startsWith(QStringLiteral("libreoffice")))
+        return Toolkit::libreOffice;
+    return Toolkit::unknown;
+}
+
+QCoro::Task<qint64> Applications::processOf(QString service, BudgetRef budget) {
+    const auto known = processes_.constFind(service);
+    if (known != processes_.cend())
+        co_return known.value();
+    const ObjectRef daemon{QStringLiteral("org.freedesktop.DBus"),
+                           QStringLiteral("/org/freedesktop/DBus")};
+    const Call call =
+        bus_.call(budget, daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", {service});
+    const auto answer = co_await call.answer();
+    const qint64 process = intValue(answer).value_or(0);
+    if (process != 0) {
+        if (processes_.size() >= maximumKnown)
+            processes_.clear();
+        processes_.insert(service, process);
+    }
+    co_return process;
+}
+
+QCoro::Task<Toolkit> Applications::toolkitOf(QString service, BudgetRef budget) {
+    const auto known = toolkits_.constFind(service);
+    if (known != toolkits_.cend())
+        co_return known.value();
+    const Call call = toolkitQuestion(service, budget);
+    const auto answer = co_await call.answer();
+    if (!answer)
+        co_return Toolkit::unknown;
+    co_return learnToolkit(service, *answer);
+}
+
+QDBusPendingCall Applications::askToolkit(const QString &service) {
+    return toolkitQuestion(service, std::make_shared<Budget>()).pending();
+}
+
+Toolkit Applications::learnToolkit(const QString &service, const QVariantList &answer) {
+    const Toolkit toolkit = toolkitNamed(firstValue(answer).toString());
+    if (toolkits_.size() >= maximumKnown)
+        toolkits_.clear();
+    toolkits_.insert(service, toolkit);
+    return toolkit;
+}
+
+Call Applications::toolkitQuestion(const QString &service, const BudgetRef &budget) {
+    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+    return bus_.property(budget, root, atspi::application, "ToolkitName");
+}
+
+QCoro::Task<QStringList> Applications::services(BudgetRef budget) {
+    const ObjectRef registry{QStringLiteral("org.a11y.atspi.Registry"),
+                             QLatin1String(atspi::rootPath)};
+    const Call call = bus_.call(budget, registry, atspi::accessible, "GetChildren");
+    const auto answer = co_await call.answer();
+    QStringList services;
+    const auto roots = qdbus_cast<QList<ObjectRef>>(firstValue(answer));
+    for (const ObjectRef &root : roots)
+        services.append(root.service);
+    co_return services;
+}
+
+QCoro::Task<> Applications::wake(ObjectRef frame, BudgetRef budget) {
+    const Toolkit toolkit = co_await toolkitOf(frame.service, budget);
+    if (toolkit != Toolkit::chromium)
+        co_return;
+    const Call call = bus_.call(budget, frame, atspi::accessible, "GetAttributes");
+    co_await call.answer();
+}
+
+void Applications::clear() {
+    processes_.clear();
+    toolkits_.clear();
+}
+
+} // namespace quillmender

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QSet>
+#include <QString>
+
+#include <chrono>
+#include <memory>
+
+namespace quillmender {
+
+/// The time that one capture may spend waiting for other applications: 600 ms in all, 250 ms per
+/// call. An application that let one call run out of time is not asked again. After a second
+/// without use everything is forgiven, so that a write-back much later starts afresh.
+class Budget {
+  public:
+    /// Counts time against the budget while it lives.
+    class Use {
+      public:
+        explicit Use(std::shared_ptr<Budget> budget);
+        Use(const Use &) = delete;
+        Use &operator=(const Use &) = delete;
+        ~Use();
+
+      private:
+        std::shared_ptr<Budget> budget_;
+    };
+
+    /// The time that carrying `characters` may take besides: several times what the slowest
+    /// toolkit needs on an idle machine, nothing for everyday texts.
+    static std::chrono::milliseconds transferAllowance(qint64 characters);
+
+    /// How long the next call may take; zero when the budget is spent. The allowance lengthens
+    /// the budget too: it was earned by an application that answered. Later calls may take as long,
+    /// since an application that arranges a large text is slow to answer anything.
+    std::chrono::milliseconds nextCall(std::chrono::milliseconds allowance = {});
+
+    /// A write has as much time of its own.
+    void renew();
+
+    void noteSilence(const QString &service) { silent_.insert(service); }
+    bool isSilent(const QString &service) const { return silent_.contains(service); }
+
+  private:
+    qint64 spentMs() const;
+
+    qint64 spentMs_ = 0;
+    qint64 limitMs_ = wholeMs;
+    qint64 earnedMs_ = 0;
+    int users_ = 0;
+    QElapsedTimer since_;
+    QSet<QString> silent_;
+
+    static constexpr qint64 wholeMs = 600;
+};
+
+using BudgetRef = std::shared_ptr<Budget>;
+
+} // namespace quillmender

@@ -1,0 +1,53 @@
+#include "platform/linux/atspi/FocusEvents.h"
+
+#include <QDBusPendingCallWatcher>
+
+namespace quillmender {
+
+FocusEvents::FocusEvents(AtspiBus &bus, Applications &applications, FocusMemory &memory)
+    : bus_(bus),
+      applications_(applications),
+      memory_(memory) {
+    connect(&bus_, &AtspiBus::connected, this, &FocusEvents::subscribe);
+}
+
+void FocusEvents::subscribe() {
+    memory_.clear();
+    applications_.clear();
+    QDBusConnection connection = bus_.connection();
+    connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                       QStringLiteral("StateChanged"), {QStringLiteral("focused")}, QString(), this,
+                       SLOT(focusGained(QDBusMessage)));
+    connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Window"),
+                       QStringLiteral("Activate"), this, SLOT(windowActivated(QDBusMessage)));
+
+    const ObjectRef registry{QStringLiteral("org.a11y.atspi.Registry"),
+                             QStringLiteral("/org/a11y/atspi/registry")};
+    for (const auto event : {"object:state-changed:focused", "window:activate"})
+        bus_.post(registry, "org.a11y.atspi.Registry", "RegisterEvent",
+                  {QString::fromLatin1(event)});
+}
+
+void FocusEvents::focusGained(const QDBusMessage &event) {
+    if (event.arguments().value(1).toInt() == 1)
+        memory_.remember({event.service(), event.path()});
+}
+
+void FocusEvents::windowActivated(const QDBusMessage &event) {
+    const ObjectRef frame{event.service(), event.path()};
+    const QDBusPendingCall question = applications_.askToolkit(frame.service);
+    // No coroutine: nobody would await it, and it could resume after this object has gone.
+    const auto *answer = new QDBusPendingCallWatcher(question, this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this,
+            [this, frame](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                if (finished->isError())
+                    return;
+                const Toolkit toolkit =
+                    applications_.learnToolkit(frame.service, finished->reply().arguments());
+                if (toolkit == Toolkit::chromium)
+                    bus_.post(frame, atspi::accessible, "GetAttributes", {});
+            });
+}
+
+} // namespace quillmender

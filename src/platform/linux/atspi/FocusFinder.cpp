@@ -1,0 +1,110 @@
+#include "platform/linux/atspi/FocusFinder.h"
+
+#include <QCoreApplication>
+
+namespace quillmender {
+
+namespace {
+
+/// Roles of objects that claim the focus on behalf of what they contain.
+bool isContainer(uint role) {
+    switch (role) {
+    case atspi_role::filler:
+    case atspi_role::frame:
+    case atspi_role::panel:
+    case atspi_role::scrollPane:
+    case atspi_role::unknown:
+    case atspi_role::viewport:
+    case atspi_role::window:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+QCoro::Task<std::optional<Traits>> FocusFinder::find(BudgetRef budget) {
+    const qint64 process = frontmost_.processId();
+    if (process == 0 || process == QCoreApplication::applicationPid())
+        co_return std::nullopt;
+
+    const QStringList heardOf = co_await servicesOf(process, memory_.services(), budget);
+    std::optional<Traits> lastHeld;
+    for (const QString &service : heardOf) {
+        const Recollection recollection = co_await recollect(service, budget);
+        if (recollection.focused)
+            co_return recollection.focused;
+        if (recollection.focusIsElsewhere)
+            co_return std::nullopt;
+        if (!lastHeld)
+            lastHeld = recollection.lastHeld;
+    }
+
+    const QStringList listed = co_await applications_.services(budget);
+    const QStringList services = co_await servicesOf(process, listed, budget);
+    for (const QString &service : services) {
+        const auto found = co_await search(service, lastHeld, budget);
+        if (found) {
+            memory_.remember(found->object);
+            co_return found;
+        }
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList candidates,
+                                                 BudgetRef budget) {
+    QStringList services;
+    for (const QString &service : candidates) {
+        const qint64 owner = co_await applications_.processOf(service, budget);
+        if (owner == process && !services.contains(service))
+            services.append(service);
+    }
+    co_return services;
+}
+
+QCoro::Task<FocusFinder::Recollection> FocusFinder::recollect(QString service, BudgetRef budget) {
+    Recollection recollection;
+    const QList<Traits> remembered = co_await examine(bus_, memory_.latest(service), budget);
+    bool textMayHaveBeenLast = true;
+    for (const Traits &traits : remembered) {
+        if (traits.isFocused() && traits.hasText()) {
+            recollection.focused = traits;
+            co_return recollection;
+        }
+        if (traits.isFocused() && !isContainer(traits.role))
+            recollection.focusIsElsewhere = true;
+        if (textMayHaveBeenLast && traits.hasText() && !recollection.lastHeld)
+            recollection.lastHeld = traits;
+        if (!isContainer(traits.role))
+            textMayHaveBeenLast = false;
+    }
+    co_return recollection;
+}
+
+QCoro::Task<std::optional<Traits>>
+FocusFinder::search(QString service, std::optional<Traits> lastHeld, BudgetRef budget) {
+    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+    const QList<ObjectRef> frames = co_await childrenOf(bus_, root, budget);
+    const QList<Traits> examined = co_await examine(bus_, frames, budget);
+    QList<ObjectRef> active;
+    for (const Traits &frame : examined) {
+        if (frame.states.has(State::active))
+            active.append(frame.object);
+    }
+    if (active.isEmpty() && lastHeld && lastHeld->object.service == service)
+        co_return lastHeld;
+
+    for (const ObjectRef &frame : active)
+        co_await applications_.wake(frame, budget);
+    const QList<ObjectRef> matches = co_await matchFocused(bus_, service, budget);
+    const QList<Traits> matched = co_await examine(bus_, matches, budget);
+    for (const Traits &traits : matched) {
+        if (traits.isFocused() && traits.hasText())
+            co_return traits;
+    }
+    co_return co_await findFocusedBelow(bus_, active.isEmpty() ? frames : active, budget);
+}
+
+} // namespace quillmender

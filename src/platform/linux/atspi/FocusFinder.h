@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/linux/FrontmostSource.h"
+#include "platform/linux/atspi/Applications.h"
+#include "platform/linux/atspi/FocusMemory.h"
+#include "platform/linux/atspi/TreeWalk.h"
+
+namespace quillmender {
+
+/// Finds the object with the focus in the frontmost application: what the application said of
+/// late, then what it answers when asked for its focused objects, then a bounded walk. While this
+/// program is in front, the frontmost application has no focus to show; then it is the object
+/// that had it last.
+class FocusFinder {
+  public:
+    /// What it finds it adds to the memory.
+    FocusFinder(AtspiBus &bus, Applications &applications, FocusMemory &memory,
+                const FrontmostSource &frontmost)
+        : bus_(bus),
+          applications_(applications),
+          memory_(memory),
+          frontmost_(frontmost) {}
+
+    /// An object with text, a password field among them; nothing when there is none.
+    QCoro::Task<std::optional<Traits>> find(BudgetRef budget);
+
+  private:
+    struct Recollection {
+        std::optional<Traits> focused;  ///< has the focus now, and text
+        std::optional<Traits> lastHeld; ///< had it last, and text
+        bool focusIsElsewhere = false;  ///< something without text has it now
+    };
+
+    QCoro::Task<QStringList> servicesOf(qint64 process, QStringList candidates, BudgetRef budget);
+    QCoro::Task<Recollection> recollect(QString service, BudgetRef budget);
+    QCoro::Task<std::optional<Traits>> search(QString service, std::optional<Traits> lastHeld,
+                                              BudgetRef budget);
+
+    AtspiBus &bus_;
+    Applications &applications_;
+    FocusMemory &memory_;
+    const FrontmostSource &frontmost_;
+};
+
+} // namespace quillmender

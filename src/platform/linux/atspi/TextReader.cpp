@@ -1,0 +1,168 @@
+#include "platform/linux/atspi/TextReader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmender {
+
+namespace {
+
+AttributeResult failed(AccessibilityError error) {
+    return {error, {}};
+}
+
+} // namespace
+
+QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, BudgetRef budget) {
+    const Call countCall = bus_.call(budget, object, atspi::text, "GetNSelections");
+    const Call selectionCall = bus_.call(budget, object, atspi::text, "GetSelection", {0});
+    const Call caretCall = bus_.property(budget, object, atspi::text, "CaretOffset");
+    const auto countAnswer = co_await countCall.answer();
+    const auto selectionAnswer = co_await selectionCall.answer();
+    const auto caretAnswer = co_await caretCall.answer();
+
+    Selection result;
+    const std::optional<int> count = intValue(countAnswer);
+    const std::optional<int> caret = intValue(caretAnswer);
+    if (!count)
+        co_return result;
+    result.answered = true;
+    result.caret = caret.value_or(-1);
+    if (selectionAnswer && *count == 1) {
+        const qint64 first = selectionAnswer->value(0).toInt();
+        const qint64 second = selectionAnswer->value(1).toInt();
+        result.offsets = {std::min(first, second), std::max(first, second)};
+    }
+    if (*count <= 0 || (*count == 1 && result.offsets.start == result.offsets.end)) {
+        result.kind = caret ? Selection::Kind::none : Selection::Kind::unreadable;
+        result.offsets = {caret.value_or(0), caret.value_or(0)};
+    } else if (*count == 1 && selectionAnswer && result.offsets.start >= 0) {
+        result.kind = Selection::Kind::present;
+    }
+    co_return result;
+}
+
+QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef element) {
+    Selection reported = co_await selection(element->traits.object, element->budget);
+    if (element->toolkit != Toolkit::chromium || reported.kind == Selection::Kind::unreadable)
+        co_return reported;
+
+    const auto text = co_await wholeText(element);
+    if (reported.kind == Selection::Kind::none) {
+        if (!text || mayHideSelection(text->text))
+            reported.kind = Selection::Kind::unreadable;
+        co_return reported;
+    }
+    std::optional<OffsetPair> untangled;
+    if (text && text->unit)
+        untangled = untangledSelection(text->text, reported.offsets, reported.caret);
+    if (untangled)
+        reported.offsets = *untangled;
+    else
+        reported.kind = Selection::Kind::unreadable;
+    co_return reported;
+}
+
+QCoro::Task<std::optional<int>> TextReader::characterCount(TextElementRef element) {
+    const Call call =
+        bus_.property(element->budget, element->traits.object, atspi::text, "CharacterCount");
+    const auto answer = co_await call.answer();
+    co_return intValue(answer);
+}
+
+QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, OffsetPair offsets,
+                                                      qint64 characters) {
+    const Call call =
+        bus_.call(element->budget, element->traits.object, atspi::text, "GetText",
+                  {int(offsets.start), int(offsets.end)}, Budget::transferAllowance(characters));
+    const auto answer = co_await call.answer();
+    const QVariant text = firstValue(answer);
+    if (text.metaType() != QMetaType::fromType<QString>())
+        co_return std::nullopt;
+    if (element->toolkit == Toolkit::gecko)
+        co_return withoutPadding(text.toString());
+    co_return text.toString();
+}
+
+QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef element) {
+    element->memory.value.reset();
+    const std::optional<int> count = co_await characterCount(element);
+    if (!count)
+        co_return std::nullopt;
+    const Call call = bus_.call(element->budget, element->traits.object, atspi::text, "GetText",
+                                {0, -1}, Budget::transferAllowance(*count));
+    const auto answer = co_await call.answer();
+    const QVariant raw = firstValue(answer);
+    if (raw.metaType() != QMetaType::fromType<QString>())
+        co_return std::nullopt;
+    const bool padded = element->toolkit == Toolkit::gecko;
+    element->memory.value = decodeText(raw.toString(), *count, padded);
+    element->memory.valueCount = *count;
+    co_return std::as_const(element->memory.value);
+}
+
+QCoro::Task<AttributeResult> TextReader::selectedText(TextElementRef element) {
+    element->memory.selection.reset();
+    const Selection found = co_await trueSelection(element);
+    if (found.kind == Selection::Kind::none)
+        co_return failed(AccessibilityError::noValue);
+    if (found.kind == Selection::Kind::unreadable)
+        co_return failed(AccessibilityError::cannotComplete);
+    const auto text =
+        co_await slice(element, found.offsets, found.offsets.end - found.offsets.start);
+    if (!text || text->contains(QChar(embeddedObject)))
+        co_return failed(AccessibilityError::cannotComplete);
+    element->memory.selection = found.offsets;
+    element->memory.selectedText = *text;
+    co_return AttributeResult{AccessibilityError::success, *text};
+}
+
+QCoro::Task<AttributeResult> TextReader::value(TextElementRef element) {
+    const Selection found = co_await trueSelection(element);
+    if (found.answered && found.kind == Selection::Kind::unreadable)
+        co_return failed(AccessibilityError::cannotComplete);
+    const auto text = co_await wholeText(element);
+    if (!text)
+        co_return failed(AccessibilityError::cannotComplete);
+    if (text->text.contains(QChar(embeddedObject)))
+        co_return failed(AccessibilityError::noValue);
+    co_return AttributeResult{AccessibilityError::success, text->text};
+}
+
+QCoro::Task<AttributeResult> TextReader::selectedRange(TextElementRef element) {
+    const Selection found = co_await trueSelection(element);
+    if (found.kind == Selection::Kind::unreadable)
+        co_return failed(AccessibilityError::noValue);
+    const auto text = co_await wholeText(element);
+    if (!text || !text->unit)
+        co_return failed(AccessibilityError::noValue);
+    const auto start = toUtf16(text->text, found.offsets.start, *text->unit);
+    const auto end = toUtf16(text->text, found.offsets.end, *text->unit);
+    if (!start || !end)
+        co_return failed(AccessibilityError::noValue);
+    const TextRange range{*start, *end - *start};
+
+    if (found.kind == Selection::Kind::present) {
+        std::optional<QString> shown;
+        if (element->memory.selection == found.offsets)
+            shown = element->memory.selectedText;
+        else
+            shown = co_await slice(element, found.offsets, range.length);
+        if (shown != text->text.mid(range.location, range.length))
+            co_return failed(AccessibilityError::noValue);
+    }
+    co_return AttributeResult{AccessibilityError::success, range};
+}
+
+QCoro::Task<QString> TextReader::plainSelection(ObjectRef object, BudgetRef budget) {
+    const Selection found = co_await selection(object, budget);
+    if (found.kind != Selection::Kind::present)
+        co_return QString();
+    const Call call = bus_.call(budget, object, atspi::text, "GetText",
+                                {int(found.offsets.start), int(found.offsets.end)},
+                                Budget::transferAllowance(found.offsets.end));
+    const auto answer = co_await call.answer();
+    co_return firstValue(answer).toString();
+}
+
+} // namespace quillmender

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/atspi/AtspiElement.h"
+
+namespace quillmender {
+
+/// Reads text, selection and range of one object with the Text interface.
+class TextReader {
+  public:
+    /// In offsets of the toolkit's own.
+    struct Selection {
+        enum class Kind { none, present, unreadable };
+        Kind kind = Kind::unreadable;
+        OffsetPair offsets; ///< start and end are the caret when there is none
+        qint64 caret = -1;
+        bool answered = false;
+    };
+
+    explicit TextReader(AtspiBus &bus) : bus_(bus) {}
+
+    /// noValue when nothing is selected; cannotComplete when something is but nobody can tell what.
+    QCoro::Task<AttributeResult> selectedText(TextElementRef element);
+
+    /// noValue for a text with embedded objects: it is more than text.
+    QCoro::Task<AttributeResult> value(TextElementRef element);
+
+    /// The caret, with length 0, when nothing is selected. noValue when it cannot be told.
+    QCoro::Task<AttributeResult> selectedRange(TextElementRef element);
+
+    /// The selected text of an object whose offsets mean nothing to others.
+    QCoro::Task<QString> plainSelection(ObjectRef object, BudgetRef budget);
+
+    /// The whole text and the unit of its offsets, kept in the element's memory too.
+    QCoro::Task<std::optional<DecodedText>> wholeText(TextElementRef element);
+
+    QCoro::Task<std::optional<int>> characterCount(TextElementRef element);
+
+    /// Between two offsets of the toolkit's own.
+    QCoro::Task<std::optional<QString>> slice(TextElementRef element, OffsetPair offsets,
+                                              qint64 characters);
+
+    /// Corrected where the toolkit is known to report it wrongly.
+    QCoro::Task<Selection> trueSelection(TextElementRef element);
+
+  private:
+    QCoro::Task<Selection> selection(ObjectRef object, BudgetRef budget);
+    AtspiBus &bus_;
+};
+
+/// Stands in a text for an object that is not text.
+inline constexpr char16_t embeddedObject = 0xfffc;
+
+} // namespace quillmender

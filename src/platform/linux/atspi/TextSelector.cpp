@@ -1,0 +1,52 @@
+#include "platform/linux/atspi/TextSelector.h"
+
+#include <utility>
+
+namespace quillmender {
+
+QCoro::Task<std::optional<DecodedText>> TextSelector::currentText(TextElementRef element) {
+    if (element->memory.value) {
+        const std::optional<int> count = co_await reader_.characterCount(element);
+        if (count == element->memory.valueCount)
+            co_return std::as_const(element->memory.value);
+    }
+    co_return co_await reader_.wholeText(element);
+}
+
+QCoro::Task<bool> TextSelector::shows(TextElementRef element, OffsetPair offsets) {
+    const TextReader::Selection found = co_await reader_.trueSelection(element);
+    co_return found.kind != TextReader::Selection::Kind::unreadable &&found.offsets == offsets;
+}
+
+QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, TextRange range) {
+    const auto text = co_await currentText(element);
+    if (!text || !text->unit)
+        co_return AccessibilityError::cannotComplete;
+    const auto start = fromUtf16(text->text, range.location, *text->unit);
+    const auto end = fromUtf16(text->text, range.location + range.length, *text->unit);
+    if (!start || !end || *end < *start)
+        co_return AccessibilityError::illegalArgument;
+
+    const OffsetPair offsets{*start, *end};
+    const bool alreadyThere = co_await shows(element, offsets);
+    if (alreadyThere)
+        co_return AccessibilityError::success;
+
+    const ObjectRef &object = element->traits.object;
+    const Call countCall = bus_.call(element->budget, object, atspi::text, "GetNSelections");
+    const auto count = co_await countCall.answer();
+    const bool wantsAdding =
+        element->toolkit == Toolkit::gtk || element->toolkit == Toolkit::unknown;
+    // Sent without waiting for an answer: GTK 4 obeys and never replies. What counts is what can
+    // be read afterwards.
+    if (range.length == 0)
+        bus_.post(object, atspi::text, "SetCaretOffset", {int(*start)});
+    else if (intValue(count).value_or(0) == 0 && wantsAdding)
+        bus_.post(object, atspi::text, "AddSelection", {int(*start), int(*end)});
+    else
+        bus_.post(object, atspi::text, "SetSelection", {0, int(*start), int(*end)});
+    const bool done = co_await shows(element, offsets);
+    co_return done ? AccessibilityError::success : AccessibilityError::failure;
+}
+
+} // namespace quillmender

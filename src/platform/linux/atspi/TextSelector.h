@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/linux/atspi/TextReader.h"
+
+namespace quillmender {
+
+/// Selects a range in an object with the Text interface.
+class TextSelector {
+  public:
+    TextSelector(AtspiBus &bus, TextReader &reader) : bus_(bus), reader_(reader) {}
+
+    /// Success when the object was seen to have that selection (or caret, for length 0).
+    QCoro::Task<AccessibilityError> select(TextElementRef element, TextRange range);
+
+  private:
+    QCoro::Task<std::optional<DecodedText>> currentText(TextElementRef element);
+    QCoro::Task<bool> shows(TextElementRef element, OffsetPair offsets);
+
+    AtspiBus &bus_;
+    TextReader &reader_;
+};
+
+} // namespace quillmender

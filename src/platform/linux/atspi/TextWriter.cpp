@@ -1,0 +1,172 @@
+#include "platform/linux/atspi/TextWriter.h"
+
+#include <algorithm>
+
+namespace quillmender {
+
+namespace {
+
+constexpr qint64 contextUnits = 64;
+
+bool canBeWritten(const TextElement &element) {
+    // Gecko answers that it did and does not; Chromium has no way to.
+    return element.toolkit != Toolkit::gecko && element.toolkit != Toolkit::chromium &&
+           element.traits.interfaces.contains(QLatin1String(atspi::editableText)) &&
+           element.traits.states.has(State::editable) &&
+           !element.traits.states.has(State::readOnly) && !element.isPassword();
+}
+
+/// What the bus can carry unchanged, and a text field too.
+bool canBeCarried(const QString &text) {
+    return text.isValidUtf16() && !text.contains(QChar(u'\0')) &&
+           !text.contains(QChar(embeddedObject));
+}
+
+/// InsertText wants the length of the text in the toolkit's own measure.
+int insertLength(Toolkit toolkit, const QString &text) {
+    return int(toolkit == Toolkit::qt ? text.size() : text.toUtf8().size());
+}
+
+qint64 outsidePair(const QString &text, qint64 offset) {
+    const qint64 inside = std::clamp<qint64>(offset, 0, text.size());
+    const bool splits = inside > 0 && inside < text.size() && text[inside].isLowSurrogate();
+    return splits ? inside - 1 : inside;
+}
+
+} // namespace
+
+QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QString text) {
+    if (!canBeWritten(*element))
+        co_return AccessibilityError::attributeUnsupported;
+    if (!canBeCarried(text))
+        co_return AccessibilityError::illegalArgument;
+
+    if (!element->memory.value)
+        co_await reader_.wholeText(element);
+    const std::optional<DecodedText> known = element->memory.value;
+    if (!known || !known->unit)
+        co_return AccessibilityError::cannotComplete;
+    if (known->text.contains(QChar(embeddedObject)))
+        co_return AccessibilityError::failure;
+
+    const TextSplice splice = computeSplice(known->text, text);
+    const bool unchanged = co_await stillHolds(element, *known, splice);
+    if (!unchanged)
+        co_return AccessibilityError::cannotComplete;
+    if (splice.isEmpty())
+        co_return AccessibilityError::success;
+
+    const Outcome outcome = co_await change(element, *known, splice, text);
+    if (outcome == Outcome::silent)
+        co_return AccessibilityError::cannotComplete;
+    co_return co_await verify(element, *known, splice, text);
+}
+
+/// Compares the length, and the text around both ends of what is to go: the caller read the whole
+/// a moment ago, and what comes of the change is read as a whole again.
+QCoro::Task<bool> TextWriter::stillHolds(TextElementRef element, DecodedText known,
+                                         TextSplice splice) {
+    const std::optional<int> count = co_await reader_.characterCount(element);
+    if (count != element->memory.valueCount)
+        co_return false;
+    const qint64 end = splice.start + splice.removed.size();
+    const bool startHolds =
+        co_await sliceIs(element, known, splice.start - contextUnits, splice.start + contextUnits);
+    if (!startHolds)
+        co_return false;
+    co_return co_await sliceIs(element, known, end - contextUnits, end + contextUnits);
+}
+
+QCoro::Task<bool> TextWriter::sliceIs(TextElementRef element, DecodedText known, qint64 start,
+                                      qint64 end) {
+    const qint64 from = outsidePair(known.text, start);
+    const qint64 to = outsidePair(known.text, end);
+    if (from == to)
+        co_return true;
+    const auto fromOffset = fromUtf16(known.text, from, *known.unit);
+    const auto toOffset = fromUtf16(known.text, to, *known.unit);
+    if (!fromOffset || !toOffset)
+        co_return false;
+    const auto shown = co_await reader_.slice(element, {*fromOffset, *toOffset}, to - from);
+    co_return shown == known.text.mid(from, to - from);
+}
+
+QCoro::Task<TextWriter::Outcome> TextWriter::change(TextElementRef element, DecodedText from,
+                                                    TextSplice splice, QString whole) {
+    if (element->toolkit != Toolkit::libreOffice)
+        co_return co_await apply(element, from, splice);
+    // Here the whole is one step of the undo history, and the parts would be two.
+    const Call call =
+        bus_.call(element->budget, element->traits.object, atspi::editableText, "SetTextContents",
+                  {whole}, Budget::transferAllowance(whole.size()));
+    const auto answer = co_await call.answer();
+    co_return answer ? Outcome::done : Outcome::silent;
+}
+
+QCoro::Task<TextWriter::Outcome> TextWriter::apply(TextElementRef element, DecodedText from,
+                                                   TextSplice splice) {
+    const ObjectRef &object = element->traits.object;
+    const auto start = fromUtf16(from.text, splice.start, *from.unit);
+    const auto end = fromUtf16(from.text, splice.start + splice.removed.size(), *from.unit);
+    if (!start || !end)
+        co_return Outcome::refused;
+    const auto allowance =
+        Budget::transferAllowance(splice.removed.size() + splice.inserted.size());
+    const QVariantList insertion = {int(*start), splice.inserted,
+                                    insertLength(element->toolkit, splice.inserted)};
+
+    if (!splice.removed.isEmpty()) {
+        const Call call = bus_.call(element->budget, object, atspi::editableText, "DeleteText",
+                                    {int(*start), int(*end)}, allowance);
+        const auto answer = co_await call.answer();
+        if (!answer && element->budget->isSilent(object.service)) {
+            // The order to delete may still be waiting in front of the application. The words
+            // that belong in its place must then be waiting behind it.
+            if (!splice.inserted.isEmpty())
+                bus_.post(object, atspi::editableText, "InsertText", insertion);
+            co_return Outcome::silent;
+        }
+        if (!firstValue(answer).toBool())
+            co_return Outcome::refused;
+    }
+    if (!splice.inserted.isEmpty()) {
+        const Call call = bus_.call(element->budget, object, atspi::editableText, "InsertText",
+                                    insertion, allowance);
+        const auto answer = co_await call.answer();
+        if (!answer && element->budget->isSilent(object.service))
+            co_return Outcome::silent;
+        if (!firstValue(answer).toBool())
+            co_return Outcome::refused;
+    }
+    co_return Outcome::done;
+}
+
+QCoro::Task<AccessibilityError> TextWriter::verify(TextElementRef element, DecodedText old,
+                                                   TextSplice splice, QString wanted) {
+    const auto shown = co_await reader_.wholeText(element);
+    if (!shown || !shown->unit)
+        co_return AccessibilityError::cannotComplete;
+    if (shown->text == wanted)
+        co_return AccessibilityError::success;
+    if (shown->text == old.text)
+        co_return AccessibilityError::failure;
+
+    const QString before = old.text.left(splice.start);
+    const QString after = old.text.mid(splice.start + splice.removed.size());
+    const bool surroundingsStand = shown->text.size() >= before.size() + after.size() &&
+                                   shown->text.startsWith(before) && shown->text.endsWith(after);
+    if (surroundingsStand) {
+        const TextSplice repair = computeSplice(shown->text, old.text);
+        co_await apply(element, *shown, repair);
+        co_await reader_.wholeText(element);
+        co_return AccessibilityError::failure;
+    }
+    // Somebody changed the text elsewhere at the same time. If our words are in their place, a
+    // second attempt by another way would only double them.
+    const bool oursIsThere =
+        !splice.inserted.isEmpty() &&
+        shown->text.mid(splice.start, splice.inserted.size()) == splice.inserted;
+    co_return oursIsThere ? AccessibilityError::success : AccessibilityError::failure;
+}
+
+} // namespace quillmender

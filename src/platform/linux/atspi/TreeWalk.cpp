@@ -1,0 +1,101 @@
+#include "platform/linux/atspi/TreeWalk.h"
+
+#include <vector>
+
+namespace quillmender {
+
+namespace {
+
+constexpr int maximumVisited = 3000;
+constexpr int maximumWave = 64;
+constexpr int maximumChildren = 500;
+constexpr int matchAll = 1;
+
+struct Examination {
+    Call role;
+    Call states;
+    Call interfaces;
+};
+
+} // namespace
+
+bool Traits::hasText() const {
+    return interfaces.contains(QLatin1String(atspi::text));
+}
+
+QCoro::Task<QList<Traits>> examine(AtspiBus &bus, QList<ObjectRef> objects, BudgetRef budget) {
+    std::vector<Examination> calls;
+    for (const ObjectRef &object : objects) {
+        calls.push_back({bus.call(budget, object, atspi::accessible, "GetRole"),
+                         bus.call(budget, object, atspi::accessible, "GetState"),
+                         bus.call(budget, object, atspi::accessible, "GetInterfaces")});
+    }
+    QList<Traits> found;
+    for (size_t index = 0; index < calls.size(); ++index) {
+        Traits traits;
+        traits.object = objects[qsizetype(index)];
+        const auto role = co_await calls[index].role.answer();
+        const auto states = co_await calls[index].states.answer();
+        const auto interfaces = co_await calls[index].interfaces.answer();
+        traits.role = uint(intValue(role).value_or(int(atspi_role::unknown)));
+        traits.states = StateSet(qdbus_cast<QList<uint>>(firstValue(states)));
+        traits.interfaces = firstValue(interfaces).toStringList();
+        found.append(traits);
+    }
+    co_return found;
+}
+
+QCoro::Task<QList<ObjectRef>> childrenOf(AtspiBus &bus, ObjectRef object, BudgetRef budget) {
+    const Call call = bus.call(budget, object, atspi::accessible, "GetChildren");
+    const auto answer = co_await call.answer();
+    co_return qdbus_cast<QList<ObjectRef>>(firstValue(answer)).mid(0, maximumChildren);
+}
+
+QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectRef> tops,
+                                                    BudgetRef budget) {
+    QList<ObjectRef> waiting = std::move(tops);
+    int visited = 0;
+    while (!waiting.isEmpty() && visited < maximumVisited) {
+        const QList<ObjectRef> wave = waiting.mid(0, maximumWave);
+        waiting = waiting.mid(wave.size());
+        visited += int(wave.size());
+
+        std::vector<Call> childCalls;
+        for (const ObjectRef &object : wave)
+            childCalls.push_back(bus.call(budget, object, atspi::accessible, "GetChildren"));
+        const QList<Traits> nodes = co_await examine(bus, wave, budget);
+        for (size_t index = 0; index < childCalls.size(); ++index) {
+            const Traits &node = nodes[qsizetype(index)];
+            if (node.isFocused() && node.hasText())
+                co_return node;
+            if (!node.states.has(State::visible) || node.states.has(State::managesDescendants))
+                continue;
+            const auto answer = co_await childCalls[index].answer();
+            for (const auto &child :
+                 qdbus_cast<QList<ObjectRef>>(firstValue(answer)).mid(0, maximumChildren)) {
+                if (!child.isNull())
+                    waiting.append(child);
+            }
+        }
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<QList<ObjectRef>> matchFocused(AtspiBus &bus, QString service, BudgetRef budget) {
+    MatchRule rule;
+    rule.states = {1 << int(State::focused), 0};
+    rule.stateMatch = matchAll;
+    rule.attributeMatch = matchAll;
+    rule.roleMatch = matchAll;
+    rule.interfaceMatch = matchAll;
+    constexpr uint canonicalOrder = 1;
+    constexpr int maximumMatches = 8;
+    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+    QVariantList arguments;
+    arguments << QVariant::fromValue(rule) << canonicalOrder << maximumMatches << true;
+    const Call call = bus.call(budget, root, atspi::collection, "GetMatches", arguments);
+    const auto answer = co_await call.answer();
+    co_return qdbus_cast<QList<ObjectRef>>(firstValue(answer));
+}
+
+} // namespace quillmender

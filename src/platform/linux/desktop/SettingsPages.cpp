@@ -1,0 +1,94 @@
+#include "platform/linux/desktop/SettingsPages.h"
+
+#include "platform/linux/desktop/AutostartFolder.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <array>
+#include <string_view>
+
+namespace quillmender::settingsPages {
+
+namespace {
+
+struct Row {
+    const char *desktop; ///< as in XDG_CURRENT_DESKTOP
+    SettingsPage page;
+    const char *program;
+    const char *argument = nullptr;
+};
+
+using enum SettingsPage;
+
+// Of several rows for one desktop and page the first whose program is installed counts.
+constexpr std::array rows{
+    Row{"GNOME", loginItems, "gnome-session-properties"},
+    Row{"GNOME", loginItems, "gnome-tweaks"},
+    Row{"GNOME", loginItems, "gnome-control-center", "applications"},
+    Row{"GNOME", privacy, "gnome-control-center", "universal-access"},
+    Row{"KDE", loginItems, "systemsettings", "kcm_autostart"},
+    Row{"KDE", loginItems, "systemsettings5", "kcm_autostart"},
+    Row{"KDE", privacy, "systemsettings", "kcm_access"},
+    Row{"KDE", privacy, "systemsettings5", "kcm_access"},
+    Row{"XFCE", loginItems, "xfce4-session-settings"},
+    Row{"XFCE", privacy, "xfce4-accessibility-settings"},
+    Row{"MATE", loginItems, "mate-session-properties"},
+    Row{"MATE", privacy, "mate-at-properties"},
+    Row{"X-Cinnamon", loginItems, "cinnamon-settings", "startup"},
+    Row{"X-Cinnamon", privacy, "cinnamon-settings", "accessibility"},
+    Row{"LXQt", loginItems, "lxqt-config-session"},
+};
+
+QStringList rowCommand(const Row &row) {
+    const QString program = QStandardPaths::findExecutable(QString::fromLatin1(row.program));
+    if (program.isEmpty())
+        return {};
+    QStringList command{program};
+    if (row.argument)
+        command.append(QString::fromLatin1(row.argument));
+    return command;
+}
+
+QStringList folderCommand() {
+    const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
+    const QString folder = autostartFolder();
+    if (opener.isEmpty() || !QDir().mkpath(folder))
+        return {};
+    return {opener, folder};
+}
+
+} // namespace
+
+QStringList command(SettingsPage page) {
+    // From the most special name to the most general one, as in "Budgie:GNOME".
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    for (const QString &desktop : desktops) {
+        for (const Row &row : rows) {
+            if (row.page != page ||
+                desktop.compare(QLatin1String(row.desktop), Qt::CaseInsensitive) != 0)
+                continue;
+            const QStringList found = rowCommand(row);
+            if (!found.isEmpty())
+                return found;
+        }
+    }
+    return page == loginItems ? folderCommand() : QStringList();
+}
+
+bool open(SettingsPage page) {
+    QStringList arguments = command(page);
+    if (arguments.isEmpty())
+        return false;
+    QProcess process;
+    process.setProgram(arguments.takeFirst());
+    process.setArguments(arguments);
+    // What it prints is not ours to log.
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.setWorkingDirectory(QDir::homePath());
+    return process.startDetached();
+}
+
+} // namespace quillmender::settingsPages

@@ -1,0 +1,46 @@
+#include "platform/linux/x11/ClientIdentity.h"
+
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Property.h"
+
+#include <xcb/res.h>
+
+namespace quillmender {
+
+namespace {
+
+qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
+    if (!connection.hasResource())
+        return 0;
+    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    xcb_generic_error_t *error = nullptr;
+    const auto reply = adoptXcb(xcb_res_query_client_ids_reply(
+        connection.xcb(), xcb_res_query_client_ids(connection.xcb(), 1, &spec), &error));
+    std::free(error);
+    if (!reply)
+        return 0;
+    auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
+    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
+        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
+            xcb_res_client_id_value_value_length(ids.data) > 0)
+            return *xcb_res_client_id_value_value(ids.data);
+    }
+    return 0;
+}
+
+} // namespace
+
+qint64 processOfWindow(X11Connection &connection, xcb_window_t window) {
+    const quint32 said = readCardinal(connection, window, connection.atom("_NET_WM_PID"));
+    return said != 0 ? said : processOfClient(connection, window);
+}
+
+bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window_t second) {
+    const quint32 client = ~xcb_get_setup(connection.xcb())->resource_id_mask;
+    if ((first & client) == (second & client))
+        return true;
+    const qint64 process = processOfClient(connection, first);
+    return process != 0 && process == processOfClient(connection, second);
+}
+
+} // namespace quillmender

@@ -1,0 +1,26 @@
+#include "platform/linux/x11/ClipboardHandover.h"
+
+#include "platform/linux/x11/DeleteLater.h"
+#include "platform/linux/x11/SelectionConversion.h"
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QCoroSignal>
+
+namespace quillmender {
+
+using namespace std::chrono_literals;
+
+QCoro::Task<> handOverClipboard(X11Connection &connection, SelectionContents contents) {
+    QList<quint32> targets;
+    for (const SelectionTarget &each : contents)
+        targets.append(each.target);
+    const LaterPointer<SelectionConversion> conversion(
+        new SelectionConversion(connection, connection.atom("CLIPBOARD_MANAGER"),
+                                connection.atom("SAVE_TARGETS"), connection.serverTime(), targets));
+    conversion->setParent(&connection);
+    xcb_flush(connection.xcb());
+    // Without a manager the server itself answers that nobody owns its selection.
+    co_await qCoro(conversion.get(), &SelectionConversion::advanced, 2s);
+}
+
+} // namespace quillmender

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/x11/SelectionConversion.h"
+#include "platform/linux/x11/TransferBudget.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace quillmender {
+
+/// Several conversions of one selection under way at once, with one deadline for all. What is not
+/// finished when the group goes is left to itself.
+class ConversionGroup : public QObject {
+    Q_OBJECT
+
+  public:
+    ConversionGroup(X11Connection &connection, xcb_atom_t selection, const TransferBudget &budget);
+    ~ConversionGroup() override;
+
+    /// Asks for the targets all at once; `settled` follows.
+    void request(const QList<xcb_atom_t> &targets, xcb_timestamp_t time);
+
+    /// In the order in which they were requested.
+    const std::vector<std::unique_ptr<SelectionConversion>> &conversions() const {
+        return conversions_;
+    }
+
+    /// Another owner took the selection meanwhile: the answers may be of both.
+    bool isOwnerReplaced() const { return isOwnerReplaced_; }
+    const TransferBudget &budget() const { return budget_; }
+
+  Q_SIGNALS:
+    /// Everything was answered, the time is up, or the owner is gone.
+    void settled();
+
+  private:
+    void handleEvent(const xcb_generic_event_t *event);
+    void handleAdvance();
+    void settle();
+
+    X11Connection &connection_;
+    xcb_atom_t selection_;
+    TransferBudget budget_;
+    QTimer deadline_;
+    std::vector<std::unique_ptr<SelectionConversion>> conversions_;
+    bool isOwnerReplaced_ = false;
+    bool isSettled_ = false;
+};
+
+} // namespace quillmender

@@ -1,0 +1,33 @@
+#include "platform/linux/x11/PrimaryLoan.h"
+
+#include "platform/linux/x11/SelectionReader.h"
+
+namespace quillmender {
+
+PrimaryLoan::PrimaryLoan(X11Connection &connection, const PasteRecord &pastes)
+    : connection_(connection),
+      owner_(connection, XCB_ATOM_PRIMARY, pastes) {}
+
+QCoro::Task<> PrimaryLoan::take(SelectionContents contents) {
+    if (!before_ && owner_.isOwner()) {
+        before_ = owner_.contents();
+    } else if (!before_) {
+        SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
+        before_ = co_await reader.readAll();
+    }
+    owner_.own(std::move(contents));
+}
+
+void PrimaryLoan::giveBack() {
+    if (!before_)
+        return;
+    if (owner_.isOwner()) {
+        if (before_->isEmpty())
+            owner_.release();
+        else
+            owner_.own(std::move(*before_));
+    }
+    before_.reset();
+}
+
+} // namespace quillmender

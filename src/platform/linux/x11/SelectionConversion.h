@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/linux/x11/X11Property.h"
+
+#include <QObject>
+
+namespace quillmender {
+
+class X11Connection;
+
+/// One request to a selection's owner for one target, from asking to the last byte, incremental
+/// transfer included. It has a window of its own: owners that tell their requestors apart by
+/// window alone can serve many at once, and a late answer meets nothing but this object.
+class SelectionConversion : public QObject {
+    Q_OBJECT
+
+  public:
+    /// `parameter`, where given, is what the property holds when the owner is asked.
+    SelectionConversion(X11Connection &connection, xcb_atom_t selection, xcb_atom_t target,
+                        xcb_timestamp_t time, const QList<quint32> &parameter = {});
+    ~SelectionConversion() override;
+
+    xcb_atom_t target() const { return target_; }
+    bool isFinished() const { return state_ == State::done || state_ == State::refused; }
+
+    /// Whether the owner answered with the target's data, all of it.
+    bool isDone() const { return state_ == State::done; }
+    const X11Property &result() const { return result_; }
+
+    /// Bytes that came in so far.
+    qsizetype received() const { return result_.value.size(); }
+
+    /// Leaves a request that its owner may still answer to itself: an owner must not find the
+    /// window gone, which can end a program that does not expect it.
+    static void abandon(std::unique_ptr<SelectionConversion> conversion);
+
+  Q_SIGNALS:
+    /// More data, or the end.
+    void advanced();
+
+  private:
+    enum class State { waiting, incremental, done, refused };
+
+    void handleEvent(const xcb_generic_event_t *event);
+    void receiveAnswer(xcb_atom_t property);
+    void receiveChunk();
+    void advance(State state);
+
+    X11Connection &connection_;
+    xcb_atom_t selection_;
+    xcb_atom_t target_;
+    xcb_atom_t property_;
+    xcb_window_t window_;
+    State state_ = State::waiting;
+    X11Property result_;
+};
+
+} // namespace quillmender

@@ -1,0 +1,144 @@
+#include "platform/linux/x11/SelectionOwner.h"
+
+#include "platform/linux/x11/IncrSender.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Log.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace quillmender {
+
+SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection,
+                               const PasteRecord &pastes)
+    : connection_(connection),
+      selection_(selection),
+      pastes_(pastes) {
+    connect(&connection_, &X11Connection::eventReceived, this, &SelectionOwner::handleEvent);
+}
+
+bool SelectionOwner::own(SelectionContents contents) {
+    ownedSince_ = connection_.serverTime();
+    contents_ = std::move(contents);
+    xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
+    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
+        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
+    isOwner_ = reply && reply->owner == connection_.window();
+    if (!isOwner_) {
+        qCWarning(x11Log, "the server gave a selection to another client");
+        contents_.clear();
+    }
+    return isOwner_;
+}
+
+xcb_timestamp_t SelectionOwner::release() {
+    const xcb_timestamp_t time = connection_.serverTime();
+    xcb_set_selection_owner(connection_.xcb(), XCB_WINDOW_NONE, selection_, time);
+    xcb_flush(connection_.xcb());
+    isOwner_ = false;
+    contents_.clear();
+    return time;
+}
+
+void SelectionOwner::handleEvent(const xcb_generic_event_t *event) {
+    if (eventType(event) == XCB_SELECTION_REQUEST)
+        handleRequest(eventCast<xcb_selection_request_event_t>(event));
+    else if (eventType(event) == XCB_SELECTION_CLEAR)
+        handleClear(eventCast<xcb_selection_clear_event_t>(event));
+}
+
+void SelectionOwner::handleClear(const xcb_selection_clear_event_t &clear) {
+    // One that was on its way while the selection was taken back speaks of the former ownership.
+    const bool isLate = static_cast<qint32>(clear.time - ownedSince_) < 0;
+    if (clear.selection != selection_ || clear.owner != connection_.window() || isLate)
+        return;
+    isOwner_ = false;
+    contents_.clear();
+}
+
+void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request) {
+    if (request.selection != selection_ || request.owner != connection_.window())
+        return;
+    // Clients from before the ICCCM leave the choice of the property to the owner.
+    const xcb_atom_t property =
+        request.property != XCB_ATOM_NONE ? request.property : request.target;
+    xcb_selection_notify_event_t notify{};
+    notify.response_type = XCB_SELECTION_NOTIFY;
+    notify.time = request.time;
+    notify.requestor = request.requestor;
+    notify.selection = request.selection;
+    notify.target = request.target;
+    const bool isMultiple = request.target == connection_.atom("MULTIPLE");
+    hasHandedData_ = false;
+    const bool isAnswered =
+        isOwner_ && (isMultiple ? request.property != XCB_ATOM_NONE &&
+                                      answerMultiple(request.requestor, property)
+                                : answer(request.requestor, request.target, property));
+    notify.property = isAnswered ? property : xcb_atom_t{XCB_ATOM_NONE};
+    // The wire wants 32 bytes of every event.
+    alignas(xcb_selection_notify_event_t) std::array<char, 32> bytes{};
+    std::memcpy(bytes.data(), &notify, sizeof notify);
+    xcb_send_event(connection_.xcb(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, bytes.data());
+    xcb_flush(connection_.xcb());
+    if (hasHandedData_)
+        Q_EMIT served(request.requestor, pastes_.count);
+}
+
+bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
+    if (target == connection_.atom("TARGETS")) {
+        answerTargets(requestor, property);
+        return true;
+    }
+    if (target == connection_.atom("TIMESTAMP")) {
+        writeCardinals(connection_, requestor, property, XCB_ATOM_INTEGER, {ownedSince_});
+        return true;
+    }
+    const auto found = std::ranges::find(contents_, target, &SelectionTarget::target);
+    if (found == contents_.end())
+        return false;
+    hand(requestor, property, found->property);
+    return true;
+}
+
+bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property) {
+    const auto asked = readProperty(connection_, requestor, property);
+    if (!asked || asked->format != 32)
+        return false;
+    QList<quint32> pairs = asked->cardinals();
+    for (qsizetype i = 0; i + 1 < pairs.size(); i += 2) {
+        const bool isPossible =
+            pairs[i + 1] != XCB_ATOM_NONE && pairs[i] != connection_.atom("MULTIPLE");
+        if (!isPossible || !answer(requestor, pairs[i], pairs[i + 1]))
+            pairs[i + 1] = XCB_ATOM_NONE;
+    }
+    writeCardinals(connection_, requestor, property, connection_.atom("ATOM_PAIR"), pairs);
+    return true;
+}
+
+void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) {
+    QList<quint32> targets{connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
+                           connection_.atom("MULTIPLE")};
+    for (const SelectionTarget &each : contents_)
+        targets.append(each.target);
+    writeCardinals(connection_, requestor, property, XCB_ATOM_ATOM, targets);
+}
+
+void SelectionOwner::hand(xcb_window_t requestor, xcb_atom_t property,
+                          const X11Property &contents) {
+    if (contents.value.size() <= connection_.maximumDataBytes()) {
+        writeProperty(connection_, requestor, property, contents);
+        hasHandedData_ = true;
+        return;
+    }
+    auto *const sender = new IncrSender(connection_, requestor, property, contents);
+    sender->setParent(this);
+    const quint64 paste = pastes_.count;
+    connect(sender, &IncrSender::finished, this, [this, sender, requestor, paste](bool isComplete) {
+        sender->deleteLater();
+        if (isComplete)
+            Q_EMIT served(requestor, paste);
+    });
+}
+
+} // namespace quillmender

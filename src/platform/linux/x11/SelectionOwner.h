@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/linux/x11/PasteRecord.h"
+#include "platform/linux/x11/SelectionContents.h"
+
+#include <QObject>
+
+namespace quillmender {
+
+class X11Connection;
+
+/// Offers contents as one selection to every other client, byte for byte with their property types
+/// and formats, by the rules of the ICCCM: TARGETS, TIMESTAMP, MULTIPLE, and incremental transfers
+/// of what does not fit into a request.
+class SelectionOwner : public QObject {
+    Q_OBJECT
+
+  public:
+    SelectionOwner(X11Connection &connection, xcb_atom_t selection, const PasteRecord &pastes);
+
+    /// Takes the selection, or gives it new contents, as of now. False when the server refused.
+    bool own(SelectionContents contents);
+
+    /// Leaves the selection without owner, whoever has it. Answers the time of that change.
+    xcb_timestamp_t release();
+
+    bool isOwner() const { return isOwner_; }
+    const SelectionContents &contents() const { return contents_; }
+
+  Q_SIGNALS:
+    /// A data target has been handed over completely. `paste` is the number of the latest paste
+    /// chord when it was asked for.
+    void served(xcb_window_t requestor, quint64 paste);
+
+  private:
+    void handleEvent(const xcb_generic_event_t *event);
+    void handleClear(const xcb_selection_clear_event_t &clear);
+    void handleRequest(const xcb_selection_request_event_t &request);
+    bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
+    bool answerMultiple(xcb_window_t requestor, xcb_atom_t property);
+    void answerTargets(xcb_window_t requestor, xcb_atom_t property);
+    void hand(xcb_window_t requestor, xcb_atom_t property, const X11Property &contents);
+
+    X11Connection &connection_;
+    xcb_atom_t selection_;
+    const PasteRecord &pastes_;
+    SelectionContents contents_;
+    xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
+    bool isOwner_ = false;
+    bool hasHandedData_ = false;
+};
+
+} // namespace quillmender

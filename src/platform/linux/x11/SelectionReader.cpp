@@ -1,0 +1,148 @@
+#include "platform/linux/x11/SelectionReader.h"
+
+#include "platform/linux/x11/DeleteLater.h"
+#include "platform/linux/x11/SelectionText.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Log.h"
+
+#include <QCoroSignal>
+#include <QSet>
+#include <xcb/xfixes.h>
+
+namespace quillmender {
+
+namespace {
+
+/// What asks the owner to do something, or describes the selection rather than being its data.
+constexpr std::array sideEffectTargets{"TIMESTAMP",      "MULTIPLE", "TARGETS",
+                                       "SAVE_TARGETS",   "DELETE",   "INSERT_SELECTION",
+                                       "INSERT_PROPERTY"};
+constexpr int mostTargets = 1000;
+
+/// Owner changes are reported while it lives; they are what ends a read whose owner has died.
+class OwnerWatch {
+  public:
+    OwnerWatch(X11Connection &connection, xcb_atom_t selection)
+        : connection_(connection),
+          selection_(selection) {
+        select(XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    }
+    OwnerWatch(const OwnerWatch &) = delete;
+    OwnerWatch &operator=(const OwnerWatch &) = delete;
+    ~OwnerWatch() { select(0); }
+
+  private:
+    // On the root: the pasteboard's standing subscription, with events that may still be in the
+    // queue, is on another window.
+    void select(quint32 events) {
+        xcb_xfixes_select_selection_input(connection_.xcb(), connection_.root(), selection_,
+                                          events);
+    }
+
+    X11Connection &connection_;
+    xcb_atom_t selection_;
+};
+
+} // namespace
+
+bool SelectionReader::hasOwner() const {
+    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
+        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+QCoro::Task<SelectionContents> SelectionReader::readAll() {
+    constexpr int attempts = 3;
+    for (int i = 0; i < attempts; ++i) {
+        std::optional<SelectionContents> contents = co_await readOnce();
+        if (contents)
+            co_return std::move(*contents);
+    }
+    qCWarning(x11Log, "a selection changed hands during each of %d reads", attempts);
+    co_return SelectionContents{};
+}
+
+QCoro::Task<std::optional<SelectionContents>> SelectionReader::readOnce() {
+    const OwnerWatch watch(connection_, selection_);
+    const xcb_timestamp_t time = connection_.serverTime();
+    if (!hasOwner())
+        co_return SelectionContents{};
+    const Targets targets = co_await readTargets(time);
+    if (targets.isOwnerReplaced)
+        co_return std::nullopt;
+    const LaterPointer<ConversionGroup> group(
+        new ConversionGroup(connection_, selection_, targets.budget));
+    group->request(targets.list, time);
+    co_await qCoro(group.get(), &ConversionGroup::settled);
+    if (group->isOwnerReplaced())
+        co_return std::nullopt;
+    SelectionContents contents;
+    for (const auto &conversion : group->conversions()) {
+        if (conversion->isDone())
+            contents.append({conversion->target(), conversion->result()});
+    }
+    if (contents.size() < targets.list.size())
+        qCInfo(x11Log, "%lld of %lld targets were not answered",
+               qlonglong{targets.list.size() - contents.size()}, qlonglong{targets.list.size()});
+    co_return contents;
+}
+
+QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp_t time) {
+    const LaterPointer<ConversionGroup> group(
+        new ConversionGroup(connection_, selection_, TransferBudget()));
+    group->request({connection_.atom("TARGETS")}, time);
+    co_await qCoro(group.get(), &ConversionGroup::settled);
+    Targets targets;
+    targets.isOwnerReplaced = group->isOwnerReplaced();
+    targets.budget = group->budget();
+    const SelectionConversion &conversion = *group->conversions().front();
+    if (conversion.isDone())
+        targets.list = dataTargets(conversion.result().cardinals());
+    else if (conversion.isFinished()) // an owner too simple to list what it has
+        targets.list = {connection_.atom("UTF8_STRING"), XCB_ATOM_STRING};
+    co_return targets;
+}
+
+QList<xcb_atom_t> SelectionReader::dataTargets(const QList<quint32> &offered) {
+    QSet<xcb_atom_t> seen;
+    for (const char *name : sideEffectTargets)
+        seen.insert(connection_.atom(name));
+    QList<xcb_atom_t> targets;
+    const QList<xcb_atom_t> limited = offered.mid(0, mostTargets);
+    const QList<QByteArray> names = connection_.atomNames(limited);
+    for (qsizetype i = 0; i < limited.size(); ++i) {
+        if (names[i].isEmpty() || seen.contains(limited[i]))
+            continue;
+        seen.insert(limited[i]);
+        targets.append(limited[i]);
+    }
+    return targets;
+}
+
+QCoro::Task<std::optional<QString>> SelectionReader::readText() {
+    const OwnerWatch watch(connection_, selection_);
+    const xcb_timestamp_t time = connection_.serverTime();
+    if (!hasOwner())
+        co_return std::nullopt;
+    TransferBudget budget;
+    for (const xcb_atom_t target : textTargets(connection_)) {
+        const LaterPointer<ConversionGroup> group(
+            new ConversionGroup(connection_, selection_, budget));
+        group->request({target}, time);
+        co_await qCoro(group.get(), &ConversionGroup::settled);
+        budget = group->budget();
+        const SelectionConversion &conversion = *group->conversions().front();
+        if (conversion.isDone()) {
+            std::optional<QString> text = decodeText(connection_, conversion.result());
+            if (text)
+                co_return text;
+        }
+        if (!conversion.isFinished())
+            break;
+    }
+    co_return std::nullopt;
+}
+
+} // namespace quillmender

@@ -1,0 +1,43 @@
+#include "platform/linux/x11/X11FrontmostSource.h"
+
+#include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/ClientIdentity.h"
+#include "platform/linux/x11/SelectionReader.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Property.h"
+
+namespace quillmender {
+
+qint64 X11FrontmostSource::processId() const {
+    const auto application = activeWindow_.frontmost();
+    return application ? application->processId() : 0;
+}
+
+bool X11FrontmostSource::isTerminal() const {
+    const auto application = activeWindow_.frontmost();
+    return application && isTerminalWindow(application->window());
+}
+
+bool X11FrontmostSource::isTerminalWindow(xcb_window_t window) const {
+    const auto wmClass = readProperty(connection_, window, XCB_ATOM_WM_CLASS);
+    if (!wmClass)
+        return false;
+    const QList<QByteArray> names = wmClass->value.split('\0');
+    return terminals_.isTerminal(QString::fromLatin1(names.value(0)),
+                                 QString::fromLatin1(names.value(1)));
+}
+
+QCoro::Task<std::optional<QString>> X11FrontmostSource::primarySelection() {
+    const auto application = activeWindow_.frontmost();
+    if (!application || focus_.role == FocusRecord::Role::password)
+        co_return std::nullopt;
+    const auto owner = adoptXcb(xcb_get_selection_owner_reply(
+        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), XCB_ATOM_PRIMARY), nullptr));
+    if (!owner || owner->owner == XCB_WINDOW_NONE ||
+        !isSameApplication(connection_, owner->owner, application->window()))
+        co_return std::nullopt;
+    SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
+    co_return co_await reader.readText();
+}
+
+} // namespace quillmender

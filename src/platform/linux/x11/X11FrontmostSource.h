@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FrontmostSource.h"
+#include "platform/linux/x11/TerminalCatalog.h"
+
+#include <xcb/xcb.h>
+
+namespace quillmender {
+
+class ActiveWindow;
+class X11Connection;
+
+/// The application in front by what its window says: process and class.
+class X11FrontmostSource : public FrontmostSource {
+  public:
+    X11FrontmostSource(X11Connection &connection, ActiveWindow &activeWindow,
+                       const FocusRecord &focus)
+        : connection_(connection),
+          activeWindow_(activeWindow),
+          focus_(focus) {}
+
+    qint64 processId() const override;
+    bool isTerminal() const override;
+
+    /// Absent too while the focus is in a password field.
+    QCoro::Task<std::optional<QString>> primarySelection() override;
+
+    bool isTerminalWindow(xcb_window_t window) const;
+
+  private:
+    X11Connection &connection_;
+    ActiveWindow &activeWindow_;
+    const FocusRecord &focus_;
+    TerminalCatalog terminals_;
+};
+
+} // namespace quillmender

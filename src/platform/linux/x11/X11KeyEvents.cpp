@@ -1,0 +1,146 @@
+#include "platform/linux/x11/X11KeyEvents.h"
+
+#include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11FrontmostSource.h"
+#include "platform/linux/x11/X11Log.h"
+#include "platform/linux/x11/X11Pasteboard.h"
+#include "platform/linux/x11/X11RunningApplication.h"
+
+#include <QCoroSignal>
+#include <QDeadlineTimer>
+#include <xcb/xtest.h>
+
+namespace quillmender {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class TestSource : public KeyEventSource {};
+
+class TestEvent : public KeyEvent {
+  public:
+    TestEvent(quint16 code, bool down) : keyCode(code), isDown(down) {}
+
+    quint16 keyCode;
+    bool isDown;
+    quint64 flags = 0;
+};
+
+} // namespace
+
+X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
+                           const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
+                           const FocusRecord &focus, PasteRecord &pastes)
+    : connection_(connection),
+      keymap_(keymap),
+      activeWindow_(activeWindow),
+      frontmost_(frontmost),
+      pasteboard_(pasteboard),
+      focus_(focus),
+      pastes_(pastes),
+      heldKeys_(connection, keymap) {}
+
+QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef target, Chord chord) {
+    target_ = XCB_WINDOW_NONE;
+    const auto application = std::dynamic_pointer_cast<const X11RunningApplication>(target);
+    if (!application || !connection_.hasTest())
+        co_return ChordReadiness::withheld;
+    isTerminal_ = focus_.role == FocusRecord::Role::terminal ||
+                  frontmost_.isTerminalWindow(application->window());
+    const bool isSecret = focus_.role == FocusRecord::Role::password;
+    if (chord == Chord::copy && (isTerminal_ || isSecret))
+        co_return ChordReadiness::withheld;
+    const bool isInFront = co_await waitUntilInFront(application->window());
+    if (!isInFront)
+        co_return ChordReadiness::withheld;
+    if (chord == Chord::paste && isTerminal_)
+        co_await pasteboard_.lendPrimary();
+    const bool isReleased = co_await heldKeys_.release();
+    // The user may have gone elsewhere during the wait.
+    if (!isReleased || !activeWindow_.isInFront(application->window()))
+        co_return ChordReadiness::withheld;
+    target_ = application->window();
+    co_return ChordReadiness::ready;
+}
+
+QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
+    const QDeadlineTimer deadline(300ms, Qt::PreciseTimer);
+    while (!activeWindow_.isInFront(window)) {
+        if (deadline.hasExpired()) {
+            qCInfo(x11Log, "window 0x%x did not come to the front", window);
+            co_return false;
+        }
+        // The focus may follow the window manager's announcement, which is all that is reported.
+        co_await qCoro(&activeWindow_, &ActiveWindow::changed, 10ms);
+    }
+    co_return true;
+}
+
+KeyEventSourceRef X11KeyEvents::createSource(qint32) {
+    if (!connection_.hasTest() || connection_.isLost())
+        return nullptr;
+    return std::make_shared<TestSource>();
+}
+
+KeyEventRef X11KeyEvents::createKeyboardEvent(const KeyEventSourceRef &source, quint16 keyCode,
+                                              bool keyDown) {
+    const bool isKnown = keyCode == keycode::c || keyCode == keycode::v;
+    if (!source || !isKnown)
+        return nullptr;
+    return std::make_shared<TestEvent>(keyCode, keyDown);
+}
+
+void X11KeyEvents::setFlags(const KeyEventRef &event, quint64 flags) {
+    if (const auto own = std::dynamic_pointer_cast<TestEvent>(event))
+        own->flags = flags;
+}
+
+void X11KeyEvents::post(quint32, const KeyEventRef &event) {
+    const auto own = std::dynamic_pointer_cast<TestEvent>(event);
+    if (!own || own->flags != commandFlag)
+        return;
+    if (own->isDown)
+        press(own->keyCode);
+    else
+        release(own->keyCode);
+}
+
+void X11KeyEvents::press(quint16 keyCode) {
+    const bool isPaste = keyCode == keycode::v;
+    const bool isInsert = isPaste && isTerminal_;
+    const auto modifier = keymap_.find(isInsert ? XKB_KEY_Shift_L : XKB_KEY_Control_L);
+    const auto letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
+    const auto key = keymap_.find(isInsert ? XKB_KEY_Insert : letter);
+    if (!modifier || !key) {
+        qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
+        return;
+    }
+    pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt};
+    if (key->group) {
+        pressed_->groupBefore = keymap_.activeGroup();
+        keymap_.lockGroup(*key->group);
+    }
+    send(XCB_KEY_PRESS, pressed_->modifier);
+    send(XCB_KEY_PRESS, pressed_->key);
+    if (isPaste)
+        pastes_ = {pastes_.count + 1, target_};
+}
+
+void X11KeyEvents::release(quint16 keyCode) {
+    if (!pressed_ || pressed_->keyCode != keyCode)
+        return;
+    send(XCB_KEY_RELEASE, pressed_->key);
+    send(XCB_KEY_RELEASE, pressed_->modifier);
+    if (pressed_->groupBefore)
+        keymap_.lockGroup(*pressed_->groupBefore);
+    pressed_.reset();
+    xcb_flush(connection_.xcb());
+}
+
+void X11KeyEvents::send(quint8 type, xcb_keycode_t key) {
+    xcb_test_fake_input(connection_.xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+}
+
+} // namespace quillmender

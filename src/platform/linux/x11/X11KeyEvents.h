@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/KeyEvents.h"
+#include "platform/linux/FocusRecord.h"
+#include "platform/linux/x11/HeldKeys.h"
+#include "platform/linux/x11/PasteRecord.h"
+#include "platform/linux/x11/X11Keymap.h"
+
+#include <optional>
+
+namespace quillmender {
+
+class ActiveWindow;
+class X11FrontmostSource;
+class X11Pasteboard;
+
+/// Chords through the XTest extension, by the key codes of their symbols in the present keyboard
+/// map.
+class X11KeyEvents : public KeyEvents {
+  public:
+    /// `pastes` is written, the rest is asked.
+    X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
+                 const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
+                 const FocusRecord &focus, PasteRecord &pastes);
+
+    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
+    KeyEventSourceRef createSource(qint32 state) override;
+    KeyEventRef createKeyboardEvent(const KeyEventSourceRef &source, quint16 keyCode,
+                                    bool keyDown) override;
+    void setFlags(const KeyEventRef &event, quint64 flags) override;
+    void post(quint32 tap, const KeyEventRef &event) override;
+
+  private:
+    struct Pressed {
+        quint16 keyCode = 0;
+        xcb_keycode_t modifier = 0;
+        xcb_keycode_t key = 0;
+        std::optional<quint8> groupBefore;
+    };
+
+    QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
+    void press(quint16 keyCode);
+    void release(quint16 keyCode);
+    void send(quint8 type, xcb_keycode_t key);
+
+    X11Connection &connection_;
+    X11Keymap &keymap_;
+    ActiveWindow &activeWindow_;
+    const X11FrontmostSource &frontmost_;
+    X11Pasteboard &pasteboard_;
+    const FocusRecord &focus_;
+    PasteRecord &pastes_;
+    HeldKeys heldKeys_;
+    xcb_window_t target_ = XCB_WINDOW_NONE;
+    bool isTerminal_ = false;
+    std::optional<Pressed> pressed_;
+};
+
+} // namespace quillmender

@@ -1,0 +1,162 @@
+#include "platform/linux/x11/X11Pasteboard.h"
+
+#include "platform/linux/x11/ClientIdentity.h"
+#include "platform/linux/x11/ClipboardHandover.h"
+#include "platform/linux/x11/SelectionReader.h"
+#include "platform/linux/x11/SelectionText.h"
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QCoroSignal>
+#include <xcb/xfixes.h>
+
+namespace quillmender {
+
+using namespace std::chrono_literals;
+
+X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &pastes)
+    : connection_(connection),
+      pastes_(pastes),
+      owner_(connection, connection.atom("CLIPBOARD"), pastes),
+      primary_(connection, pastes) {
+    connect(&connection_, &X11Connection::eventReceived, this, &X11Pasteboard::handleEvent);
+    connect(&owner_, &SelectionOwner::served, this, &X11Pasteboard::handleServed);
+    connect(&primary_.owner(), &SelectionOwner::served, this, &X11Pasteboard::handleServed);
+    forgetRead_.setSingleShot(true);
+    connect(&forgetRead_, &QTimer::timeout, this, [this] { lastRead_.reset(); });
+    xcb_xfixes_select_selection_input(connection_.xcb(), connection_.window(),
+                                      connection_.atom("CLIPBOARD"),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+}
+
+void X11Pasteboard::handleEvent(const xcb_generic_event_t *event) {
+    if (!isForeignChange(event))
+        return;
+    ++changeCount_;
+    lastRead_.reset();
+}
+
+bool X11Pasteboard::isForeignChange(const xcb_generic_event_t *event) const {
+    if (eventType(event) != connection_.fixesFirstEvent() + XCB_XFIXES_SELECTION_NOTIFY)
+        return false;
+    const auto &change = eventCast<xcb_xfixes_selection_notify_event_t>(event);
+    if (change.selection != connection_.atom("CLIPBOARD") || change.window != connection_.window())
+        return false;
+    // Our own changes were counted when they were made.
+    const bool isOurs = change.owner == connection_.window() ||
+                        (change.owner == XCB_WINDOW_NONE && releasedAt_ != XCB_CURRENT_TIME &&
+                         change.selection_timestamp == releasedAt_);
+    return !isOurs;
+}
+
+QCoro::Task<QList<PasteboardItem>> X11Pasteboard::items() {
+    if (isCleared_)
+        co_return QList<PasteboardItem>();
+    if (owner_.isOwner())
+        co_return toPasteboardItems(connection_, owner_.contents());
+    SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
+    const SelectionContents contents = co_await reader.readAll();
+    const QList<PasteboardItem> items = toPasteboardItems(connection_, contents);
+    rememberRead(items);
+    co_return items;
+}
+
+void X11Pasteboard::rememberRead(const QList<PasteboardItem> &items) {
+    lastRead_ = items;
+    forgetRead_.start(10s);
+}
+
+bool X11Pasteboard::isStillAsRead(const QList<PasteboardItem> &items) const {
+    if (!lastRead_ || *lastRead_ != items)
+        return false;
+    // After a round trip every change that the server knows of is at hand.
+    connection_.serverTime();
+    return !connection_.isPending([this](const auto *event) { return isForeignChange(event); });
+}
+
+QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
+    if (isCleared_)
+        co_return std::nullopt;
+    if (owner_.isOwner())
+        co_return findText(connection_, owner_.contents());
+    SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
+    co_return co_await reader.readText();
+}
+
+void X11Pasteboard::clearContents() {
+    primary_.giveBack();
+    ++changeCount_;
+    isTemporary_ = false;
+    if (isCleared_)
+        return;
+    isCleared_ = true;
+    QMetaObject::invokeMethod(this, &X11Pasteboard::finishClear, Qt::QueuedConnection);
+}
+
+void X11Pasteboard::finishClear() {
+    if (!isCleared_)
+        return;
+    isCleared_ = false;
+    if (isStillAsRead({}))
+        return;
+    lastRead_.reset();
+    releasedAt_ = owner_.release();
+}
+
+bool X11Pasteboard::writeItems(const QList<PasteboardItem> &items) {
+    if (isCleared_ && isStillAsRead(items)) {
+        isCleared_ = false;
+        return true;
+    }
+    SelectionContents contents = toSelectionContents(connection_, items);
+    // Nothing to offer is no reason to own the clipboard; a clear under way takes its course.
+    if (contents.isEmpty())
+        return true;
+    return write(std::move(contents));
+}
+
+bool X11Pasteboard::setString(const QString &text) {
+    const bool isWritten = write(makeTemporaryText(connection_, text));
+    isTemporary_ = isWritten;
+    pastesBefore_ = pastes_.count;
+    return isWritten;
+}
+
+bool X11Pasteboard::write(SelectionContents contents) {
+    primary_.giveBack();
+    if (!owner_.own(std::move(contents)))
+        return false;
+    isCleared_ = false;
+    isTemporary_ = false;
+    lastRead_.reset();
+    ++changeCount_;
+    return true;
+}
+
+void X11Pasteboard::handleServed(xcb_window_t requestor, quint64 paste) {
+    const bool isOfPaste = paste == pastes_.count && paste != pastesBefore_;
+    if (!isOfPaste || !isSameApplication(connection_, requestor, pastes_.window))
+        return;
+    servedPaste_ = pastes_.count;
+    Q_EMIT pasteServed();
+}
+
+QCoro::Task<> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
+    const bool isRead = pastes_.count != pastesBefore_ && servedPaste_ == pastes_.count;
+    if (!isRead && isTemporary_)
+        co_await qCoro(this, &X11Pasteboard::pasteServed, limit);
+}
+
+QCoro::Task<> X11Pasteboard::lendPrimary() {
+    if (isTemporary_ && owner_.isOwner())
+        co_await primary_.take(owner_.contents());
+}
+
+QCoro::Task<> X11Pasteboard::handOver() {
+    finishClear();
+    if (owner_.isOwner() && !isTemporary_)
+        co_await handOverClipboard(connection_, owner_.contents());
+}
+
+} // namespace quillmender

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/Pasteboard.h"
+#include "platform/linux/x11/PasteRecord.h"
+#include "platform/linux/x11/PrimaryLoan.h"
+#include "platform/linux/x11/SelectionOwner.h"
+
+#include <QObject>
+#include <QTimer>
+
+namespace quillmender {
+
+/// The CLIPBOARD selection as a pasteboard of at most one item, whose types are target names. A
+/// clear and the write that follows it in the same turn of the event loop are one change of owner;
+/// a clear alone leaves the clipboard without owner. What is written back while its owner is still
+/// there, as it was read, stays with that owner, who has more of it than can be read.
+class X11Pasteboard : public QObject, public Pasteboard {
+    Q_OBJECT
+
+  public:
+    X11Pasteboard(X11Connection &connection, const PasteRecord &pastes);
+
+    QCoro::Task<QList<PasteboardItem>> items() override;
+    qint64 changeCount() override { return changeCount_; }
+    void clearContents() override;
+    bool writeItems(const QList<PasteboardItem> &items) override;
+    QCoro::Task<std::optional<QString>> string() override;
+    bool setString(const QString &text) override;
+    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override;
+
+    /// Offers the text of `setString` as PRIMARY too, until the pasteboard is written again:
+    /// terminals paste that.
+    QCoro::Task<> lendPrimary();
+
+    /// At the end of the program: gives the user's contents to the clipboard manager, if there is
+    /// one. Completes after two seconds at most.
+    QCoro::Task<> handOver() override;
+
+  Q_SIGNALS:
+    void pasteServed();
+
+  private:
+    void handleEvent(const xcb_generic_event_t *event);
+    bool isForeignChange(const xcb_generic_event_t *event) const;
+    void handleServed(xcb_window_t requestor, quint64 paste);
+    void finishClear();
+    bool write(SelectionContents contents);
+    void rememberRead(const QList<PasteboardItem> &items);
+    bool isStillAsRead(const QList<PasteboardItem> &items) const;
+
+    X11Connection &connection_;
+    const PasteRecord &pastes_;
+    SelectionOwner owner_;
+    PrimaryLoan primary_;
+    qint64 changeCount_ = 0;
+    bool isCleared_ = false;
+    bool isTemporary_ = false;
+    std::optional<QList<PasteboardItem>> lastRead_;
+    QTimer forgetRead_;
+    xcb_timestamp_t releasedAt_ = XCB_CURRENT_TIME;
+    quint64 pastesBefore_ = 0;
+    quint64 servedPaste_ = 0;
+};
+
+} // namespace quillmender

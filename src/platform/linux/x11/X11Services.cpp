@@ -1,0 +1,28 @@
+#include "platform/linux/x11/X11Services.h"
+
+namespace quillmender {
+
+std::unique_ptr<X11Services> X11Services::create(const FocusRecord &focus,
+                                                 const QByteArray &displayName) {
+    auto connection = X11Connection::open(displayName);
+    if (!connection)
+        return nullptr;
+    auto services = std::make_unique<X11Services>();
+    X11Services &all = *services;
+    all.connection = std::move(connection);
+    all.keymap = std::make_unique<X11Keymap>(*all.connection);
+    all.activeWindow = std::make_unique<ActiveWindow>(*all.connection);
+    all.frontmost = std::make_unique<X11FrontmostSource>(*all.connection, *all.activeWindow, focus);
+    all.pasteboard = std::make_unique<X11Pasteboard>(*all.connection, all.pastes);
+    all.keyEvents =
+        std::make_unique<X11KeyEvents>(*all.connection, *all.keymap, *all.activeWindow,
+                                       *all.frontmost, *all.pasteboard, focus, all.pastes);
+    all.hotKeys = std::make_unique<X11HotKeys>(*all.connection, *all.keymap);
+    all.workspace = std::make_unique<X11Workspace>(*all.connection, *all.activeWindow);
+    all.windowSystem = std::make_unique<X11WindowSystem>(*all.connection, *all.activeWindow);
+    // What was subscribed to counts from now on, not from the loop's first sleep.
+    xcb_flush(all.connection->xcb());
+    return services;
+}
+
+} // namespace quillmender

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/linux/FocusRecord.h"
+#include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/PasteRecord.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11FrontmostSource.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11KeyEvents.h"
+#include "platform/linux/x11/X11Keymap.h"
+#include "platform/linux/x11/X11Pasteboard.h"
+#include "platform/linux/x11/X11WindowSystem.h"
+#include "platform/linux/x11/X11Workspace.h"
+
+#include <memory>
+
+namespace quillmender {
+
+/// Every service of an X11 session over one connection. What refers to another is declared after
+/// it; each can be moved out, and then needs the connection, keymap and active window of this
+/// object all the same.
+struct X11Services {
+    /// Null when there is no X server. An empty name is the session's display. The focus record is
+    /// read whenever a chord is prepared and must outlive the services.
+    static std::unique_ptr<X11Services> create(const FocusRecord &focus,
+                                               const QByteArray &displayName = {});
+
+    std::unique_ptr<X11Connection> connection;
+    PasteRecord pastes;
+    std::unique_ptr<X11Keymap> keymap;
+    std::unique_ptr<ActiveWindow> activeWindow;
+    std::unique_ptr<X11FrontmostSource> frontmost;
+    std::unique_ptr<X11Pasteboard> pasteboard;
+    std::unique_ptr<X11KeyEvents> keyEvents;
+    std::unique_ptr<X11HotKeys> hotKeys;
+    std::unique_ptr<X11Workspace> workspace;
+    std::unique_ptr<X11WindowSystem> windowSystem;
+};
+
+} // namespace quillmender

@@ -1,0 +1,50 @@
+#include "platform/linux/x11/X11Workspace.h"
+
+#include "platform/linux/desktop/UrlOpener.h"
+#include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/X11Connection.h"
+
+namespace quillmender {
+
+RunningApplicationRef X11Workspace::frontmostApplication() {
+    return activeWindow_.frontmost();
+}
+
+bool X11Workspace::activate(RunningApplicationRef application, quint32) {
+    const auto own = std::dynamic_pointer_cast<const X11RunningApplication>(application);
+    if (!own)
+        return false;
+    xcb_generic_error_t *error = nullptr;
+    const auto exists = adoptXcb(xcb_get_window_attributes_reply(
+        connection_.xcb(), xcb_get_window_attributes(connection_.xcb(), own->window()), &error));
+    std::free(error);
+    if (!exists)
+        return false;
+    activeWindow_.activate(own->window());
+    return true;
+}
+
+std::optional<DesktopRect> X11Workspace::windowFrame(RunningApplicationRef application) {
+    const auto own = std::dynamic_pointer_cast<const X11RunningApplication>(application);
+    if (!own)
+        return std::nullopt;
+    const auto sizeCookie = xcb_get_geometry(connection_.xcb(), own->window());
+    const auto placeCookie =
+        xcb_translate_coordinates(connection_.xcb(), own->window(), connection_.root(), 0, 0);
+    xcb_generic_error_t *error = nullptr;
+    const auto size = adoptXcb(xcb_get_geometry_reply(connection_.xcb(), sizeCookie, &error));
+    std::free(error);
+    error = nullptr;
+    const auto place =
+        adoptXcb(xcb_translate_coordinates_reply(connection_.xcb(), placeCookie, &error));
+    std::free(error);
+    if (!size || !place)
+        return std::nullopt;
+    return DesktopRect{place->dst_x, place->dst_y, size->width, size->height};
+}
+
+bool X11Workspace::openUrl(const QUrl &url) {
+    return openUrlOnDesktop(url);
+}
+
+} // namespace quillmender

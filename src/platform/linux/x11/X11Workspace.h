@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+namespace quillmender {
+
+class ActiveWindow;
+class X11Connection;
+
+/// Applications as the window manager knows them.
+class X11Workspace : public Workspace {
+  public:
+    X11Workspace(X11Connection &connection, ActiveWindow &activeWindow)
+        : connection_(connection),
+          activeWindow_(activeWindow) {}
+
+    RunningApplicationRef frontmostApplication() override;
+    bool activate(RunningApplicationRef application, quint32 options) override;
+    std::optional<DesktopRect> windowFrame(RunningApplicationRef application) override;
+    bool openUrl(const QUrl &url) override;
+
+  private:
+    X11Connection &connection_;
+    ActiveWindow &activeWindow_;
+};
+
+} // namespace quillmender

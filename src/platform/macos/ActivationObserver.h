@@ -1,0 +1,16 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+/// Remembers which other application was in front last.
+@interface QuillmenderActivationObserver : NSObject {
+    NSWorkspace *workspace_;
+    NSRunningApplication *lastOther_;
+}
+/// Observes until `stop`, which must come before the last release.
+- (instancetype)initWithWorkspace:(NSWorkspace *)workspace;
+- (void)stop;
+
+/// The application in front; the last one that was while this program itself is. Nil for none.
+- (NSRunningApplication *)frontmostOther;
+@end

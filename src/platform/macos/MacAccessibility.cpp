@@ -1,0 +1,106 @@
+#include "platform/macos/MacAccessibility.h"
+
+#include "platform/macos/CFConversions.h"
+#include "platform/macos/MacElement.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+namespace quillmender {
+
+namespace {
+
+std::optional<TextRange> rangeFrom(CFTypeRef value) {
+    if (CFGetTypeID(value) != AXValueGetTypeID())
+        return std::nullopt;
+    const auto *const packed = static_cast<AXValueRef>(value);
+    CFRange range = {0, 0};
+    if (AXValueGetType(packed) != kAXValueTypeCFRange ||
+        !AXValueGetValue(packed, kAXValueTypeCFRange, &range))
+        return std::nullopt;
+    return TextRange{range.location, range.length};
+}
+
+AccessibilityValue valueFrom(CFTypeRef value) {
+    if (!value)
+        return std::monostate();
+    if (const auto text = stringFrom(value))
+        return *text;
+    if (const auto range = rangeFrom(value))
+        return *range;
+    if (CFGetTypeID(value) == AXUIElementGetTypeID()) {
+        return std::make_shared<const MacElement>(
+            CFRef<AXUIElementRef>::retained(static_cast<AXUIElementRef>(value)));
+    }
+    return std::monostate();
+}
+
+CFRef<CFTypeRef> packed(const TextRange &range) {
+    const CFRange systemRange = CFRangeMake(range.location, range.length);
+    return CFRef<CFTypeRef>::adopted(AXValueCreate(kAXValueTypeCFRange, &systemRange));
+}
+
+AccessibilityError errorFrom(AXError error) {
+    return static_cast<AccessibilityError>(error);
+}
+
+} // namespace
+
+bool MacAccessibility::isProcessTrusted() {
+    return AXIsProcessTrusted() != 0;
+}
+
+bool MacAccessibility::isProcessTrustedWithPrompt() {
+    const void *keys[] = {kAXTrustedCheckOptionPrompt};
+    const void *values[] = {kCFBooleanTrue};
+    const auto options = CFRef<CFDictionaryRef>::adopted(
+        CFDictionaryCreate(kCFAllocatorDefault, keys, values, 1, &kCFTypeDictionaryKeyCallBacks,
+                           &kCFTypeDictionaryValueCallBacks));
+    // Without options the system answers the same question and shows no prompt.
+    return AXIsProcessTrustedWithOptions(options.get()) != 0;
+}
+
+AccessibilityElementRef MacAccessibility::createSystemWide() {
+    return std::make_shared<const MacElement>(
+        CFRef<AXUIElementRef>::adopted(AXUIElementCreateSystemWide()));
+}
+
+QCoro::Task<AttributeResult> MacAccessibility::copyAttributeValue(AccessibilityElementRef element,
+                                                                  QString attribute) {
+    const AXUIElementRef target = MacElement::of(element);
+    const CFRef<CFStringRef> name = toCFString(attribute);
+    if (!target || !name)
+        co_return AttributeResult{AccessibilityError::illegalArgument, {}};
+
+    CFTypeRef copied = nullptr;
+    const AXError error = AXUIElementCopyAttributeValue(target, name.get(), &copied);
+    const auto value = CFRef<CFTypeRef>::adopted(copied);
+    if (error != kAXErrorSuccess)
+        co_return AttributeResult{errorFrom(error), {}};
+    co_return AttributeResult{AccessibilityError::success, valueFrom(value.get())};
+}
+
+QCoro::Task<AccessibilityError> MacAccessibility::setAttributeValue(AccessibilityElementRef element,
+                                                                    QString attribute,
+                                                                    AccessibilityValue value) {
+    const AXUIElementRef target = MacElement::of(element);
+    const CFRef<CFStringRef> name = toCFString(attribute);
+    if (!target || !name)
+        co_return AccessibilityError::illegalArgument;
+
+    CFRef<CFTypeRef> systemValue;
+    if (const auto *text = std::get_if<QString>(&value))
+        systemValue = CFRef<CFTypeRef>::adopted(toCFString(*text).release());
+    else if (const auto *range = std::get_if<TextRange>(&value))
+        systemValue = packed(*range);
+    else
+        co_return AccessibilityError::illegalArgument;
+    if (!systemValue)
+        co_return AccessibilityError::failure;
+    co_return errorFrom(AXUIElementSetAttributeValue(target, name.get(), systemValue.get()));
+}
+
+QCoro::Task<> MacAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {
+    co_return;
+}
+
+} // namespace quillmender

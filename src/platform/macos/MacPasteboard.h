@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Pasteboard.h"
+#include "platform/macos/ObjcRef.h"
+
+#import <AppKit/AppKit.h>
+
+namespace quillmender {
+
+/// The general pasteboard, which the system's pasteboard server keeps for every program.
+class MacPasteboard : public Pasteboard {
+  public:
+    MacPasteboard();
+
+    QCoro::Task<QList<PasteboardItem>> items() override;
+    qint64 changeCount() override;
+    void clearContents() override;
+    bool writeItems(const QList<PasteboardItem> &items) override;
+    QCoro::Task<std::optional<QString>> string() override;
+    bool setString(const QString &text) override;
+    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override;
+    QCoro::Task<> handOver() override;
+
+  private:
+    ObjcRef<NSPasteboard> pasteboard_;
+};
+
+} // namespace quillmender

@@ -1,0 +1,9 @@
+#include "platform/none/NoneKeyEvents.h"
+
+namespace quillmender {
+
+QCoro::Task<ChordReadiness> NoneKeyEvents::prepareChord(RunningApplicationRef, Chord) {
+    co_return ChordReadiness::ready;
+}
+
+} // namespace quillmender

@@ -1,0 +1,150 @@
+#include "providers/QtHttpTransport.h"
+
+#include "platform/Clock.h"
+#include "providers/HttpExchange.h"
+#include "providers/OnceReadBody.h"
+#include "providers/SystemProxies.h"
+#include "providers/TransportError.h"
+
+#include <QCoroSignal>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+#include <QNetworkProxyFactory>
+#include <QNetworkReply>
+
+#include <algorithm>
+
+namespace quillmender {
+
+namespace {
+
+// The host alone: path, query and headers may hold a key.
+Q_LOGGING_CATEGORY(log, "quillmender.http", QtWarningMsg)
+
+constexpr int mostRedirects = 10;
+
+class FixedProxies : public QNetworkProxyFactory {
+  public:
+    explicit FixedProxies(QList<QNetworkProxy> proxies) : proxies_(std::move(proxies)) {}
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override { return proxies_; }
+
+  private:
+    QList<QNetworkProxy> proxies_;
+};
+
+bool isHttp(const QUrl &url) {
+    return url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
+}
+
+/// Addresses whose contents would be read without any HTTP.
+bool isLocalContent(const QUrl &url) {
+    return url.scheme() == QStringLiteral("file") || url.scheme() == QStringLiteral("data") ||
+           url.scheme() == QStringLiteral("qrc");
+}
+
+/// A line break in a value would let it add headers of its own.
+bool isSendable(const std::pair<QByteArray, QByteArray> &header) {
+    return std::ranges::none_of(header.second, [](char byte) {
+        const auto value = static_cast<unsigned char>(byte);
+        return (value < 0x20 && byte != '\t') || value == 0x7f;
+    });
+}
+
+QNetworkRequest toNetworkRequest(const HttpRequest &request) {
+    QNetworkRequest networkRequest(request.url.adjusted(QUrl::RemoveUserInfo));
+    for (const auto &[name, value] : request.headers)
+        networkRequest.setRawHeader(name, value);
+    // Without these two the network layer names a browser, and inflates without a bound.
+    networkRequest.setRawHeader("User-Agent", "Quillmender");
+    networkRequest.setRawHeader("Accept-Encoding", "identity");
+
+    networkRequest.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    networkRequest.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                                QNetworkRequest::ManualRedirectPolicy);
+    for (const auto manual :
+         {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
+          QNetworkRequest::AuthenticationReuseAttribute})
+        networkRequest.setAttribute(manual, QNetworkRequest::Manual);
+    return networkRequest;
+}
+
+} // namespace
+
+QtHttpTransport::QtHttpTransport(std::optional<std::chrono::milliseconds> longestTimeout)
+    : longestTimeout_(longestTimeout) {}
+
+QtHttpTransport::~QtHttpTransport() {
+    Q_EMIT cancelled();
+}
+
+QCoro::Task<HttpResponse> QtHttpTransport::send(HttpRequest request) {
+    const QDeadlineTimer deadline(
+        std::min(request.timeout, longestTimeout_.value_or(request.timeout)));
+    for (int redirects = 0;; ++redirects) {
+        request.timeout = std::chrono::milliseconds(deadline.remainingTime());
+        HttpResponse response = co_await sendOnce(request);
+        const bool isFollowed = request.redirects == HttpRequest::Redirects::httpsOnly &&
+                                !response.redirectTarget.isEmpty() && redirects < mostRedirects;
+        if (!isFollowed)
+            co_return response;
+        request.url = request.url.resolved(response.redirectTarget);
+        if (request.url.scheme() != QStringLiteral("https"))
+            co_return response;
+    }
+}
+
+QCoro::Task<HttpResponse> QtHttpTransport::sendOnce(HttpRequest request) {
+    if (isLocalContent(request.url))
+        co_return HttpResponse{};
+    if (!isHttp(request.url))
+        throw TransportError(TransportError::Kind::unsupportedScheme, request.url);
+    if (!std::ranges::all_of(request.headers, isSendable))
+        throw TransportError(TransportError::Kind::invalidHeader, request.url);
+
+    auto isCancelled = std::make_shared<bool>(false);
+    const auto watch =
+        connect(this, &QtHttpTransport::cancelled, [isCancelled] { *isCancelled = true; });
+    const auto proxies = co_await systemProxies(request.url);
+    if (*isCancelled)
+        throw CancellationError();
+    disconnect(watch);
+
+    HttpExchange exchange(start(request, proxies), request.timeout, request.largestAnswer);
+    connect(this, &QtHttpTransport::cancelled, &exchange, &HttpExchange::cancel);
+    QElapsedTimer time;
+    time.start();
+    if (!exchange.isFinished())
+        co_await qCoro(&exchange, &HttpExchange::finished);
+    HttpResponse response = exchange.takeResponse();
+    qCInfo(log, "%s %s: %lld bytes, status %d, %lld bytes, %lld ms", request.method.constData(),
+           qUtf8Printable(request.url.host()), qint64(request.body.size()),
+           response.status.value_or(0), qint64(response.body.size()), time.elapsed());
+    co_return response;
+}
+
+void QtHttpTransport::cancelAll() {
+    Q_EMIT cancelled();
+}
+
+QNetworkReply *QtHttpTransport::start(const HttpRequest &request,
+                                      const QList<QNetworkProxy> &proxies) {
+    // The manager takes the factory over and asks it at once, on this thread.
+    manager().setProxyFactory(new FixedProxies(proxies));
+    const auto networkRequest = toNetworkRequest(request);
+    auto body = std::make_unique<OnceReadBody>(request.body, nullptr);
+    auto *reply = request.method == "POST"
+                      ? manager().post(networkRequest, body.get())
+                      : manager().sendCustomRequest(networkRequest, request.method, body.get());
+    body.release()->setParent(reply);
+    return reply;
+}
+
+QNetworkAccessManager &QtHttpTransport::manager() {
+    if (!manager_)
+        manager_ = std::make_unique<QNetworkAccessManager>();
+    return *manager_;
+}
+
+} // namespace quillmender

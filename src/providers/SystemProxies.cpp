@@ -1,0 +1,43 @@
+#include "providers/SystemProxies.h"
+
+#include <QCoroSignal>
+#include <QFutureWatcher>
+#include <QHostAddress>
+#include <QNetworkProxyFactory>
+#include <QPromise>
+
+#include <thread>
+
+namespace quillmender {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestWait{5000};
+
+bool isThisMachine(const QString &host) {
+    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
+           QHostAddress(host).isLoopback();
+}
+
+} // namespace
+
+QCoro::Task<QList<QNetworkProxy>> systemProxies(QUrl url) {
+    const QList<QNetworkProxy> direct{QNetworkProxy(QNetworkProxy::NoProxy)};
+    if (isThisMachine(url.host()))
+        co_return direct;
+
+    QPromise<QList<QNetworkProxy>> promise;
+    QFutureWatcher<QList<QNetworkProxy>> watcher;
+    watcher.setFuture(promise.future());
+    std::thread([url, promise = std::move(promise)]() mutable {
+        promise.start();
+        promise.addResult(QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url)));
+        promise.finish();
+    }).detach();
+    co_await qCoro(&watcher, &QFutureWatcherBase::finished, longestWait);
+    if (!watcher.isFinished())
+        co_return direct;
+    co_return watcher.result();
+}
+
+} // namespace quillmender

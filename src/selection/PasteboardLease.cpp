@@ -1,0 +1,19 @@
+#include "selection/PasteboardLease.h"
+
+#include <QCoroSignal>
+
+namespace quillmender {
+
+QCoro::Task<PasteboardLease::Held> PasteboardLease::acquire() {
+    while (isHeld_)
+        co_await qCoro(this, &PasteboardLease::released);
+    isHeld_ = true;
+    co_return Held(this);
+}
+
+void PasteboardLease::Release::operator()(PasteboardLease *lease) const {
+    lease->isHeld_ = false;
+    Q_EMIT lease->released();
+}
+
+} // namespace quillmender

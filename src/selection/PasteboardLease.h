@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <memory>
+
+namespace quillmender {
+
+/// Hands the borrowed pasteboard to one operation at a time. A capture that began while a paste has
+/// the answer on the pasteboard would take that answer for the user's own contents.
+class PasteboardLease : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Release {
+        void operator()(PasteboardLease *lease) const;
+    };
+    using Held = std::unique_ptr<PasteboardLease, Release>;
+
+    /// Completes when nobody else holds it; the result gives it back when it is destroyed.
+    QCoro::Task<Held> acquire();
+
+  Q_SIGNALS:
+    void released();
+
+  private:
+    bool isHeld_ = false;
+};
+
+} // namespace quillmender

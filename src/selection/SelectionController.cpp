@@ -1,0 +1,207 @@
+#include "selection/SelectionController.h"
+
+#include "model/AppFailure.h"
+#include "model/TextRules.h"
+#include "selection/CharacterBoundary.h"
+
+namespace quillmender {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr quint32 noActivationOptions = 0;
+constexpr auto activationDelay = 120ms;
+constexpr auto copyPollInterval = 50ms;
+constexpr int copyPollAttempts = 6;
+constexpr auto pasteDelay = 160ms;
+constexpr auto pasteLimit = 1000ms;
+
+bool isBlank(const QString &text) {
+    return QStringView(text).trimmed().isEmpty();
+}
+
+} // namespace
+
+SelectionController::SelectionController(PasteboardManager &pasteboardManager,
+                                         Accessibility &accessibility, Workspace &workspace,
+                                         Clock &clock)
+    : pasteboardManager_(pasteboardManager),
+      accessibility_(accessibility),
+      workspace_(workspace),
+      clock_(clock) {}
+
+QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
+    auto session = std::make_shared<SelectionSession>();
+    session->sourceApp = workspace_.frontmostApplication();
+    if (!session->sourceApp)
+        throw AppFailure::missingFrontmostApplication();
+
+    const PasteboardLease::Held lease = co_await lease_.acquire();
+    session->originalPasteboard = co_await pasteboardManager_.snapshot();
+    session->focusedElement = co_await focusedElement();
+
+    if (session->focusedElement) {
+        const auto selected = co_await stringAttribute(QLatin1String(attribute::selectedText),
+                                                       session->focusedElement);
+        if (selected && !isBlank(*selected)) {
+            session->selectedText = trimmed(*selected);
+            session->selectedRange = co_await selectedRange(session->focusedElement);
+            session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
+            session->captureScope = CaptureScope::selection;
+            co_return session;
+        }
+
+        const auto value =
+            co_await stringAttribute(QLatin1String(attribute::value), session->focusedElement);
+        if (value && !isBlank(*value)) {
+            session->selectedText = *value;
+            session->selectedRange = TextRange{0, value->size()};
+            session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
+            session->captureScope = CaptureScope::fullField;
+            co_return session;
+        }
+    }
+
+    session->selectedText = co_await copySelection(session->sourceApp, session->originalPasteboard);
+    if (session->selectedText.isEmpty())
+        throw AppFailure::noSelectionFound();
+    if (session->focusedElement)
+        session->selectedRange = co_await selectedRange(session->focusedElement);
+    session->acquisitionMethod = SelectionAcquisitionMethod::clipboard;
+    session->captureScope = CaptureScope::selection;
+    co_return session;
+}
+
+QCoro::Task<AccessibilityElementRef> SelectionController::focusedElement() {
+    const AccessibilityElementRef systemWide = accessibility_.createSystemWide();
+    const AttributeResult result = co_await accessibility_.copyAttributeValue(
+        systemWide, QLatin1String(attribute::focusedElement));
+    const auto *element = std::get_if<AccessibilityElementRef>(&result.value);
+    if (result.error != AccessibilityError::success || !element)
+        co_return AccessibilityElementRef();
+    co_return *element;
+}
+
+QCoro::Task<std::optional<QString>>
+SelectionController::stringAttribute(QString name, AccessibilityElementRef element) {
+    const AttributeResult result =
+        co_await accessibility_.copyAttributeValue(std::move(element), std::move(name));
+    const auto *text = std::get_if<QString>(&result.value);
+    if (result.error != AccessibilityError::success || !text)
+        co_return std::nullopt;
+    co_return *text;
+}
+
+QCoro::Task<std::optional<TextRange>>
+SelectionController::selectedRange(AccessibilityElementRef element) {
+    const AttributeResult result = co_await accessibility_.copyAttributeValue(
+        std::move(element), QLatin1String(attribute::selectedTextRange));
+    const auto *range = std::get_if<TextRange>(&result.value);
+    if (result.error != AccessibilityError::success || !range)
+        co_return std::nullopt;
+    co_return *range;
+}
+
+QCoro::Task<QString> SelectionController::copySelection(RunningApplicationRef sourceApp,
+                                                        PasteboardSnapshot snapshot) {
+    workspace_.activate(sourceApp, noActivationOptions);
+    co_await clock_.sleepFor(activationDelay);
+    const KeystrokeResult keystroke =
+        co_await pasteboardManager_.postCommandKeystroke(sourceApp, keycode::c);
+    if (keystroke == KeystrokeResult::failed)
+        throw AppFailure::replacementFailed();
+    if (keystroke == KeystrokeResult::withheld)
+        co_return {};
+
+    QString candidate;
+    std::exception_ptr cancellation;
+    try {
+        const bool changed = co_await waitForPasteboardChange(snapshot.changeCount);
+        if (changed) {
+            const auto text = co_await pasteboardManager_.pasteboard().string();
+            if (text)
+                candidate = trimmed(*text);
+        }
+    } catch (const CancellationError &) {
+        cancellation = std::current_exception();
+    }
+    pasteboardManager_.restore(snapshot);
+    if (cancellation)
+        std::rethrow_exception(cancellation);
+    co_return candidate;
+}
+
+QCoro::Task<bool> SelectionController::waitForPasteboardChange(qint64 changeCount) {
+    for (int attempt = 0; attempt < copyPollAttempts; ++attempt) {
+        co_await clock_.sleepFor(copyPollInterval);
+        if (pasteboardManager_.pasteboard().changeCount() != changeCount)
+            co_return true;
+    }
+    co_return false;
+}
+
+QCoro::Task<bool> SelectionController::replaceViaAccessibility(SelectionSessionRef session,
+                                                               QString replacement) {
+    if (!session->focusedElement || !session->selectedRange)
+        co_return false;
+    const TextRange range = *session->selectedRange;
+    const auto current =
+        co_await stringAttribute(QLatin1String(attribute::value), session->focusedElement);
+    if (!current || !fallsOnCharacterBoundaries(*current, range))
+        co_return false;
+
+    QString changed = *current;
+    changed.replace(range.location, range.length, replacement);
+    const AccessibilityError written = co_await accessibility_.setAttributeValue(
+        session->focusedElement, QLatin1String(attribute::value), AccessibilityValue(changed));
+    if (written != AccessibilityError::success)
+        co_return false;
+
+    const TextRange inserted{range.location, replacement.size()};
+    co_await accessibility_.setAttributeValue(session->focusedElement,
+                                              QLatin1String(attribute::selectedTextRange),
+                                              AccessibilityValue(inserted));
+    co_return true;
+}
+
+QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef session,
+                                                           QString replacement) {
+    const PasteboardLease::Held lease = co_await lease_.acquire();
+    bool pasted = false;
+    try {
+        pasted = co_await paste(session, std::move(replacement));
+    } catch (const CancellationError &) {
+        pasted = false;
+    }
+    pasteboardManager_.restore(session->originalPasteboard);
+    if (!pasted)
+        throw AppFailure::replacementFailed();
+}
+
+QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QString replacement) {
+    Pasteboard &pasteboard = pasteboardManager_.pasteboard();
+    pasteboard.clearContents();
+    pasteboard.setString(replacement);
+
+    workspace_.activate(session->sourceApp, noActivationOptions);
+    co_await clock_.sleepFor(activationDelay);
+    if (session->focusedElement && session->selectedRange)
+        co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
+    const KeystrokeResult keystroke =
+        co_await pasteboardManager_.postCommandKeystroke(session->sourceApp, keycode::v);
+    if (keystroke != KeystrokeResult::posted)
+        co_return false;
+
+    bool isCancelled = false;
+    try {
+        co_await clock_.sleepFor(pasteDelay);
+    } catch (const CancellationError &) {
+        isCancelled = true;
+    }
+    // Cancelled or not: what was told to paste must not find the user's old contents there.
+    co_await pasteboard.stringWasRead(pasteLimit - pasteDelay);
+    co_return !isCancelled;
+}
+
+} // namespace quillmender

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "model/SelectionSession.h"
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/Workspace.h"
+#include "selection/PasteboardLease.h"
+#include "selection/PasteboardManager.h"
+
+#include <QCoroTask>
+
+#include <memory>
+#include <optional>
+
+namespace quillmender {
+
+/// Reads the text that the user is working on in the application in front, and later writes the
+/// answer in its place. Keeps nothing between calls; operations that borrow the pasteboard take
+/// turns. Main thread only.
+class SelectionController {
+  public:
+    SelectionController(PasteboardManager &pasteboardManager, Accessibility &accessibility,
+                        Workspace &workspace, Clock &clock);
+
+    /// The selected text, else the whole focused field, else what a copy chord yields. The
+    /// pasteboard is afterwards as it was. Throws AppFailure, or CancellationError from a sleep.
+    QCoro::Task<SelectionSessionRef> captureSelection();
+
+    /// Rewrites the focused element's value and selects the inserted text. False, with nothing
+    /// changed, when this route cannot be used.
+    QCoro::Task<bool> replaceViaAccessibility(SelectionSessionRef session, QString replacement);
+
+    /// Pastes the text into the source application and restores the pasteboard of the capture.
+    /// Throws AppFailure `replacementFailed`, with the pasteboard restored.
+    QCoro::Task<> performPasteReplacement(SelectionSessionRef session, QString replacement);
+
+  private:
+    QCoro::Task<AccessibilityElementRef> focusedElement();
+    QCoro::Task<std::optional<QString>> stringAttribute(QString name,
+                                                        AccessibilityElementRef element);
+    QCoro::Task<std::optional<TextRange>> selectedRange(AccessibilityElementRef element);
+    QCoro::Task<QString> copySelection(RunningApplicationRef sourceApp,
+                                       PasteboardSnapshot snapshot);
+    QCoro::Task<bool> waitForPasteboardChange(qint64 changeCount);
+    QCoro::Task<bool> paste(SelectionSessionRef session, QString replacement);
+
+    PasteboardManager &pasteboardManager_;
+    Accessibility &accessibility_;
+    Workspace &workspace_;
+    Clock &clock_;
+    PasteboardLease lease_;
+};
+
+} // namespace quillmender

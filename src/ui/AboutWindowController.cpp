@@ -1,0 +1,27 @@
+#include "ui/AboutWindowController.h"
+
+#include "ui/AboutView.h"
+#include "ui/HostedWindow.h"
+
+namespace quillmender {
+
+namespace {
+constexpr QSize contentSize(520, 420);
+} // namespace
+
+AboutWindowController::AboutWindowController(const QString &version, Theme &theme,
+                                             Presence &presence)
+    : window_(std::make_unique<HostedWindow>(QStringLiteral("About Quillmender"), contentSize,
+                                             new AboutView(theme, version), presence)) {}
+
+AboutWindowController::~AboutWindowController() = default;
+
+void AboutWindowController::centre() {
+    window_->centre();
+}
+
+void AboutWindowController::makeKeyAndOrderFront() {
+    window_->makeKeyAndOrderFront();
+}
+
+} // namespace quillmender

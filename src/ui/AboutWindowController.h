@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Presence.h"
+#include "ui/Theme.h"
+
+#include <memory>
+
+namespace quillmender {
+
+class HostedWindow;
+
+/// Owns the one about window. It is made once and reused; closing only hides it.
+class AboutWindowController {
+  public:
+    /// Theme and presence outlive the controller.
+    AboutWindowController(const QString &version, Theme &theme, Presence &presence);
+    AboutWindowController(const AboutWindowController &) = delete;
+    AboutWindowController &operator=(const AboutWindowController &) = delete;
+    ~AboutWindowController();
+
+    void centre();
+    void makeKeyAndOrderFront();
+
+    HostedWindow *window() const { return window_.get(); }
+
+  private:
+    std::unique_ptr<HostedWindow> window_;
+};
+
+} // namespace quillmender

@@ -1,0 +1,110 @@
+#include "ui/ActionEditorSheet.h"
+
+#include "model/TextRules.h"
+#include "ui/InstructionEditor.h"
+#include "ui/PushButton.h"
+#include "ui/TextField.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quillmender {
+
+namespace {
+constexpr int margin = 24;
+constexpr int sheetWidth = 540;
+constexpr int templateLines = 11;
+} // namespace
+
+ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &editor,
+                                     std::function<void()> onCancel, Save onSave, QWidget *parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          Qt::WindowCloseButtonHint),
+      onCancel_(std::move(onCancel)),
+      onSave_(std::move(onSave)) {
+    setWindowModality(Qt::WindowModal);
+    setWindowTitle(editor.heading());
+    build(theme, editor);
+    connect(title_, &TextField::edited, this, &ActionEditorSheet::updateOk);
+    connect(promptTemplate_, &InstructionEditor::edited, this, &ActionEditorSheet::updateOk);
+    connect(cancel_, &QPushButton::clicked, this, &ActionEditorSheet::reject);
+    connect(ok_, &QPushButton::clicked, this, &ActionEditorSheet::save);
+    updateOk();
+    title_->setFocus();
+    title_->selectAll();
+}
+
+void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
+    const auto makeLabel = [&](TextStyle style, TextLabel::Tone tone, const QString &text) {
+        auto *label = new TextLabel(theme, style, tone, this);
+        label->show(text);
+        return label;
+    };
+    const auto primary = TextLabel::Tone::primary;
+    const QString titleName = QStringLiteral("Button Title");
+    const QString templateName = QStringLiteral("Prompt Template");
+    const QString hint =
+        QStringLiteral("Use `{{text}}` where the captured text should be inserted.");
+
+    auto *heading = makeLabel(TextStyle::title, primary, editor.heading());
+    auto *titleLabel = makeLabel(TextStyle::headline, primary, titleName);
+    title_ = new TextField(theme, this);
+    title_->setAccessibleName(titleName);
+    title_->setPlaceholderText(QStringLiteral("Example: Rewrite as Email"));
+    title_->render(editor.initialTitle());
+    titleLabel->setBuddy(title_);
+
+    auto *templateLabel = makeLabel(TextStyle::headline, primary, templateName);
+    promptTemplate_ = new InstructionEditor(theme, templateName, QString(), this);
+    promptTemplate_->setAccessibleDescription(hint);
+    promptTemplate_->setFixedHeight(templateLines * promptTemplate_->fontMetrics().lineSpacing() +
+                                    24);
+    promptTemplate_->render(editor.initialTemplate());
+    templateLabel->setBuddy(promptTemplate_);
+    auto *hintLabel = makeLabel(TextStyle::caption, TextLabel::Tone::secondary, hint);
+
+    cancel_ =
+        new PushButton(theme, QStringLiteral("Cancel"), PushButton::Prominence::standard, this);
+    ok_ = new PushButton(theme, QStringLiteral("OK"), PushButton::Prominence::prominent, this);
+    ok_->setDefault(true);
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addStretch(1);
+    buttons->addWidget(cancel_);
+    buttons->addWidget(ok_);
+
+    auto *stack = new QVBoxLayout(this);
+    stack->setContentsMargins(margin, 20, margin, 20);
+    stack->setSpacing(0);
+    stack->addWidget(heading);
+    stack->addSpacing(16);
+    stack->addWidget(titleLabel);
+    stack->addSpacing(6);
+    stack->addWidget(title_);
+    stack->addSpacing(16);
+    stack->addWidget(templateLabel);
+    stack->addSpacing(6);
+    stack->addWidget(promptTemplate_);
+    stack->addSpacing(6);
+    stack->addWidget(hintLabel);
+    stack->addSpacing(20);
+    stack->addLayout(buttons);
+    stack->setSizeConstraint(QLayout::SetNoConstraint);
+    setFixedSize(sheetWidth, stack->heightForWidth(sheetWidth));
+}
+
+void ActionEditorSheet::updateOk() {
+    ok_->setEnabled(!trimmed(title_->text()).isEmpty() &&
+                    !trimmed(promptTemplate_->exactText()).isEmpty());
+}
+
+void ActionEditorSheet::save() {
+    onSave_(trimmed(title_->text()), trimmed(promptTemplate_->exactText()));
+}
+
+void ActionEditorSheet::reject() {
+    onCancel_();
+}
+
+} // namespace quillmender

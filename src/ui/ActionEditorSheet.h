@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ui/ActionEditorState.h"
+#include "ui/Theme.h"
+
+#include <QDialog>
+
+#include <functional>
+
+namespace quillmender {
+
+class InstructionEditor;
+class PushButton;
+class TextField;
+
+/// The dialog, modal over its window, that edits one action. It holds the edits; nothing is
+/// written before `onSave`, which gets both texts trimmed.
+class ActionEditorSheet : public QDialog {
+    Q_OBJECT
+
+  public:
+    using Save = std::function<void(const QString &title, const QString &promptTemplate)>;
+
+    ActionEditorSheet(Theme &theme, const ActionEditorState &editor, std::function<void()> onCancel,
+                      Save onSave, QWidget *parent);
+
+    TextField *titleField() const { return title_; }
+    InstructionEditor *templateEditor() const { return promptTemplate_; }
+    PushButton *okButton() const { return ok_; }
+    PushButton *cancelButton() const { return cancel_; }
+
+    /// Cancels: Escape and the title bar's button end here, too.
+    void reject() override;
+
+  private:
+    void build(Theme &theme, const ActionEditorState &editor);
+    void updateOk();
+    void save();
+
+    std::function<void()> onCancel_;
+    Save onSave_;
+    TextField *title_ = nullptr;
+    InstructionEditor *promptTemplate_ = nullptr;
+    PushButton *cancel_ = nullptr;
+    PushButton *ok_ = nullptr;
+};
+
+} // namespace quillmender

@@ -1,0 +1,39 @@
+#include "ui/ActionPanel.h"
+
+#include "ui/WindowPixels.h"
+
+#include <QCloseEvent>
+#include <QVBoxLayout>
+
+namespace quillmender {
+
+ActionPanel::ActionPanel(QWidget *content)
+    : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint) {
+    setWindowTitle(QStringLiteral("Quillmender"));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    layout->addWidget(content);
+}
+
+bool ActionPanel::event(QEvent *event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::WinIdChange && internalWinId() != 0)
+        Q_EMIT nativeWindowMade();
+    if (event->type() == QEvent::Hide && !event->spontaneous())
+        releasePixels(*this);
+    return handled;
+}
+
+void ActionPanel::keyPressEvent(QKeyEvent *event) {
+    event->ignore();
+}
+
+void ActionPanel::closeEvent(QCloseEvent *event) {
+    // Accepted, since a refused close event would also refuse to quit.
+    event->accept();
+}
+
+} // namespace quillmender

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDialog>
+
+namespace quillmender {
+
+/// The window of the action picker. Closing only hides it; no key closes it.
+class ActionPanel : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit ActionPanel(QWidget *content);
+
+  Q_SIGNALS:
+    void nativeWindowMade();
+
+  protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+};
+
+} // namespace quillmender

@@ -1,0 +1,86 @@
+#include "ui/ActionPanelController.h"
+
+#include "ui/ActionPanel.h"
+#include "ui/ActionPickerView.h"
+#include "ui/WindowPlacement.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include <cmath>
+
+namespace quillmender {
+
+namespace {
+
+constexpr QSize contentSize(620, 620);
+
+// A screen's origin is in device pixels; only its size is scaled.
+QRect devicePixels(const QScreen &screen) {
+    const double ratio = screen.devicePixelRatio();
+    const QSize size = screen.geometry().size();
+    return QRect(screen.geometry().topLeft(), QSize(int(std::lround(size.width() * ratio)),
+                                                    int(std::lround(size.height() * ratio))));
+}
+
+QScreen *screenShowing(const DesktopRect &window) {
+    const QRect area(window.x, window.y, window.width, window.height);
+    QScreen *best = nullptr;
+    qint64 largest = 0;
+    for (QScreen *screen : QGuiApplication::screens()) {
+        const QRect shown = devicePixels(*screen).intersected(area);
+        const qint64 size = qint64(shown.width()) * shown.height();
+        if (!shown.isEmpty() && size > largest) {
+            best = screen;
+            largest = size;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &theme,
+                                             Presence &presence)
+    : presence_(presence),
+      view_(new ActionPickerView(model, theme, {GridColumn(), GridColumn()})),
+      panel_(std::make_unique<ActionPanel>(view_)) {
+    QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
+                     [this] { presence_.applyPanelAttributes(panel_->winId()); });
+    ActionPanelController::centre(std::nullopt);
+}
+
+ActionPanelController::~ActionPanelController() = default;
+
+void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {
+    QScreen *screen = sourceWindow ? screenShowing(*sourceWindow) : nullptr;
+    if (!screen)
+        screen = screenInUse();
+    if (screen)
+        centreOnScreen(*panel_, *screen, contentSize);
+}
+
+void ActionPanelController::makeKeyAndOrderFront() {
+    view_->renderNow();
+    const bool wasVisible = panel_->isVisible();
+    panel_->show();
+    panel_->raise();
+    panel_->activateWindow();
+    presence_.activateWindow(panel_->winId());
+    // A panel that was hidden only for a moment never lost the focus of the window system, and the
+    // toolkit then misses that it is the active window again.
+    if (QGuiApplication::focusWindow() == panel_->windowHandle())
+        QApplication::setActiveWindow(panel_.get());
+    if (!wasVisible)
+        view_->resetFocus();
+}
+
+void ActionPanelController::orderOut() {
+    panel_->hide();
+}
+
+bool ActionPanelController::isVisible() const {
+    return panel_->isVisible();
+}
+
+} // namespace quillmender

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/PickerPanel.h"
+#include "ui/Theme.h"
+
+#include <memory>
+#include <optional>
+
+namespace quillmender {
+
+class ActionPanel;
+class ActionPickerModel;
+class ActionPickerView;
+
+/// Owns the one panel with the action picker. The panel is made once and reused; it is ordered
+/// out, never destroyed, when it is closed.
+class ActionPanelController : public PickerPanel {
+  public:
+    /// Model, theme and presence outlive the controller.
+    ActionPanelController(ActionPickerModel &model, Theme &theme, Presence &presence);
+    ~ActionPanelController() override;
+
+    /// Centres the panel on the screen that shows most of that window (device pixels); without one,
+    /// on the screen with the pointer. A screen smaller than the panel makes the panel smaller.
+    void centre(std::optional<DesktopRect> sourceWindow) override;
+
+    /// Shows the panel, up to date, above others, with the keyboard focus in the instruction.
+    void makeKeyAndOrderFront() override;
+
+    void orderOut() override;
+
+    bool isVisible() const;
+    ActionPanel *panel() const { return panel_.get(); }
+    ActionPickerView *view() const { return view_; }
+
+  private:
+    Presence &presence_;
+    ActionPickerView *view_; ///< owned by the panel
+    std::unique_ptr<ActionPanel> panel_;
+};
+
+} // namespace quillmender

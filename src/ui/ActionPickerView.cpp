@@ -1,0 +1,159 @@
+#include "ui/ActionPickerView.h"
+
+#include "ui/Accessibles.h"
+#include "ui/ActionGrid.h"
+#include "ui/ActionPickerModel.h"
+#include "ui/ActionTile.h"
+#include "ui/InstructionEditor.h"
+#include "ui/PreviewCard.h"
+#include "ui/PromptCard.h"
+#include "ui/PushButton.h"
+#include "ui/QueuedRender.h"
+#include "ui/ScrollRegion.h"
+#include "ui/SlimScrollBar.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace quillmender {
+
+namespace {
+constexpr int margin = 24;
+constexpr int sectionGap = 16;
+constexpr int footerPadding = 16;
+} // namespace
+
+ActionPickerView::ActionPickerView(ActionPickerModel &model, Theme &theme,
+                                   QList<GridColumn> columns, QWidget *parent)
+    : QWidget(parent),
+      model_(model),
+      theme_(theme) {
+    installAccessibles();
+    auto *stack = new QVBoxLayout(this);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(0);
+    buildHeader(stack);
+    buildBody(stack, std::move(columns));
+    buildFooter(stack);
+    connectControls();
+    connect(&model, &Observable::objectWillChange, this, [this] { stale_ = true; });
+    const auto *later = new QueuedRender(*this, [this] { renderNow(); });
+    connect(&model, &Observable::objectWillChange, later, &QueuedRender::request);
+}
+
+void ActionPickerView::buildHeader(QVBoxLayout *stack) {
+    auto *title = new TextLabel(theme_, TextStyle::title, TextLabel::Tone::primary, this);
+    title->show(QStringLiteral("Quillmender"));
+    auto *subtitle =
+        new TextLabel(theme_, TextStyle::subheadline, TextLabel::Tone::secondary, this);
+    subtitle->show(QStringLiteral("Transform the captured text and replace it in place."));
+    auto *header = new QVBoxLayout;
+    header->setContentsMargins(margin, 20, margin, sectionGap);
+    header->setSpacing(4);
+    header->addWidget(title);
+    header->addWidget(subtitle);
+    stack->addLayout(header);
+}
+
+void ActionPickerView::buildBody(QVBoxLayout *stack, QList<GridColumn> columns) {
+    auto *body = new QWidget;
+    auto *sections = new QVBoxLayout(body);
+    sections->setContentsMargins(margin, 1, margin - SlimScrollBar::breadth, sectionGap);
+    sections->setSpacing(sectionGap);
+    previewCard_ = new PreviewCard(theme_, body);
+    grid_ = new ActionGrid(theme_, std::move(columns), body);
+    promptCard_ = new PromptCard(theme_, body);
+    sections->addWidget(previewCard_);
+    sections->addWidget(grid_);
+    sections->addWidget(promptCard_);
+    sections->addStretch(1);
+    region_ = new ScrollRegion(theme_, body, this);
+    stack->addWidget(region_, 1);
+}
+
+void ActionPickerView::buildFooter(QVBoxLayout *stack) {
+    const auto standard = PushButton::Prominence::standard;
+    captureAgain_ = new PushButton(theme_, QStringLiteral("Capture Again"), standard, this);
+    settings_ = new PushButton(theme_, QStringLiteral("Settings"), standard, this);
+    close_ = new PushButton(theme_, QStringLiteral("Close"), standard, this);
+    auto *footer = new QHBoxLayout;
+    footer->setContentsMargins(margin, footerPadding, margin, footerPadding);
+    footer->setSpacing(8);
+    footer->addWidget(captureAgain_);
+    footer->addWidget(settings_);
+    footer->addStretch(1);
+    footer->addWidget(close_);
+    stack->addLayout(footer);
+}
+
+void ActionPickerView::connectControls() {
+    connect(grid_, &ActionGrid::tilesMade, this, &ActionPickerView::orderTabs);
+    connect(grid_, &ActionGrid::picked, this,
+            [this](const PromptAction &action) { model_.run(action); });
+    connect(previewCard_->accessButton(), &QPushButton::clicked, this,
+            [this] { model_.requestAccessibilityAccess(); });
+    connect(promptCard_->generateButton(), &QPushButton::clicked, this,
+            [this] { model_.runCustomInstruction(); });
+    connect(promptCard_->editor(), &InstructionEditor::edited, this,
+            [this](const QString &text) { model_.setCustomInstruction(text); });
+    connect(promptCard_->editor(), &QPlainTextEdit::cursorPositionChanged, this, [this] {
+        if (promptCard_->editor()->hasFocus())
+            region_->reveal(promptCard_);
+    });
+    connect(captureAgain_, &QPushButton::clicked, this, [this] { model_.beginWorkflow(); });
+    connect(settings_, &QPushButton::clicked, this, [this] { model_.openSettings(); });
+    connect(close_, &QPushButton::clicked, this, [this] { model_.hidePanel(); });
+}
+
+void ActionPickerView::orderTabs() {
+    QWidget *last = previewCard_->accessButton();
+    for (ActionTile *tile : grid_->tiles()) {
+        setTabOrder(last, tile);
+        last = tile;
+    }
+    setTabOrder(last, promptCard_->editor());
+}
+
+void ActionPickerView::renderNow() {
+    if (stale_)
+        render();
+}
+
+void ActionPickerView::resetFocus() {
+    region_->verticalScrollBar()->setValue(0);
+    promptCard_->editor()->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void ActionPickerView::showEvent(QShowEvent *event) {
+    renderNow();
+    QWidget::showEvent(event);
+}
+
+void ActionPickerView::render() {
+    stale_ = false;
+    const bool working = model_.isWorking();
+    const bool failedWithoutText =
+        model_.errorMessage().has_value() && model_.selectedTextPreview().isEmpty();
+    previewCard_->render(model_);
+    grid_->render(model_.actions(), !working && !failedWithoutText);
+    promptCard_->render(model_);
+    captureAgain_->setEnabled(!working);
+    settings_->setEnabled(!working);
+    showNews();
+    Q_EMIT rendered();
+}
+
+void ActionPickerView::showNews() {
+    // A control that was disabled has handed on the focus, and the region has followed it: away
+    // from the progress and the error, which stand at the top.
+    const bool isNews = model_.isWorking() != shownWorking_ ||
+                        (model_.errorMessage() && model_.errorMessage() != shownError_);
+    shownWorking_ = model_.isWorking();
+    shownError_ = model_.errorMessage();
+    if (isNews)
+        region_->verticalScrollBar()->setValue(0);
+}
+
+} // namespace quillmender

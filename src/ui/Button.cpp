@@ -1,0 +1,45 @@
+#include "ui/Button.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
+
+namespace quillmender {
+
+Button::Button(Theme &theme, QWidget *parent) : QPushButton(parent), theme_(theme) {
+    setAutoDefault(false);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void Button::setCaption(const QString &caption) {
+    if (caption == accessibleName())
+        return;
+    setAccessibleName(caption);
+    updateGeometry();
+    update();
+}
+
+void Button::keyPressEvent(QKeyEvent *event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QPushButton::keyPressEvent(event);
+        return;
+    }
+    if (!event->isAutoRepeat())
+        click();
+}
+
+bool Button::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip)
+        return QPushButton::event(event);
+    const QString text = unreadablePart();
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()), this);
+    return true;
+}
+
+} // namespace quillmender

@@ -1,0 +1,42 @@
+#include "ui/ElidedText.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QTextLayout>
+
+namespace quillmender {
+
+QStringList elidedLines(const QString &text, const QFont &font, int width, int maximumLines) {
+    if (text.isEmpty())
+        return {};
+    QStringList lines;
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(qMax(width, 1));
+        if (lines.size() + 1 == maximumLines) {
+            lines.append(
+                QFontMetrics(font).elidedText(text.mid(line.textStart()), Qt::ElideRight, width));
+            break;
+        }
+        lines.append(text.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    return lines;
+}
+
+void drawLine(QPainter &painter, const QRect &area, Qt::LayoutDirection interfaceDirection,
+              const QString &line) {
+    // The direction of the text decides on which side its ellipsis stands.
+    painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const Qt::Alignment side =
+        interfaceDirection == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    painter.drawText(
+        area, int((side | Qt::AlignAbsolute | Qt::AlignVCenter).toInt()) | int(Qt::TextSingleLine),
+        line);
+}
+
+} // namespace quillmender

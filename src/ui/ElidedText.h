@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QFont>
+#include <QStringList>
+
+class QPainter;
+class QRect;
+
+namespace quillmender {
+
+/// The text broken into at most that many lines of the width; what is left over ends the last one
+/// in an ellipsis.
+QStringList elidedLines(const QString &text, const QFont &font, int width, int maximumLines);
+
+/// Draws one line in its own writing direction, from the edge where the interface begins.
+void drawLine(QPainter &painter, const QRect &area, Qt::LayoutDirection interfaceDirection,
+              const QString &line);
+
+} // namespace quillmender

@@ -1,0 +1,61 @@
+#include "ui/FormSection.h"
+
+#include "ui/Card.h"
+#include "ui/FormRow.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quillmender {
+
+namespace {
+constexpr int titleGap = 8;
+constexpr int rowGap = 12;
+constexpr int buttonGap = 8;
+} // namespace
+
+FormSection::FormSection(Theme &theme, const QString &title, QWidget *parent)
+    : QWidget(parent),
+      theme_(theme) {
+    auto *stack = new QVBoxLayout(this);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(titleGap);
+    if (!title.isEmpty()) {
+        setAccessibleName(title);
+        auto *heading = new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this);
+        heading->show(title);
+        stack->addWidget(heading);
+    }
+    auto *card = new Card(theme, this);
+    card_ = card;
+    rows_ = card->stack();
+    rows_->setSpacing(rowGap);
+    stack->addWidget(card);
+}
+
+void FormSection::addField(const QString &label, QWidget *field) {
+    rows_->addWidget(new FormRow(theme_, label, field, card_));
+}
+
+TextLabel *FormSection::addCaption(const QString &text) {
+    auto *caption = new TextLabel(theme_, TextStyle::caption, TextLabel::Tone::secondary, card_);
+    caption->show(text);
+    rows_->addWidget(caption);
+    return caption;
+}
+
+void FormSection::addRow(QWidget *row) {
+    rows_->addWidget(row);
+}
+
+void FormSection::addButtons(const QList<QWidget *> &buttons) {
+    auto *row = new QHBoxLayout;
+    row->setSpacing(buttonGap);
+    for (QWidget *button : buttons)
+        row->addWidget(button);
+    row->addStretch(1);
+    rows_->addLayout(row);
+}
+
+} // namespace quillmender

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/Theme.h"
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace quillmender {
+
+class TextLabel;
+
+/// One group of a form: a title above a card with rows. It reads its model in `render`.
+class FormSection : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// An empty title makes a card alone.
+    FormSection(Theme &theme, const QString &title, QWidget *parent = nullptr);
+
+    /// Shows what the model has now. Cheap when nothing has changed.
+    virtual void render() {}
+
+  protected:
+    /// The field stands beside its label, which is its accessible name.
+    void addField(const QString &label, QWidget *field);
+    TextLabel *addCaption(const QString &text);
+    void addRow(QWidget *row);
+    /// From the leading edge; the rest of the row stays free.
+    void addButtons(const QList<QWidget *> &buttons);
+
+    QWidget *card() const { return card_; }
+    Theme &theme() const { return theme_; }
+
+  private:
+    Theme &theme_;
+    QWidget *card_ = nullptr;
+    QVBoxLayout *rows_ = nullptr;
+};
+
+} // namespace quillmender

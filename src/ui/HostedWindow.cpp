@@ -1,0 +1,101 @@
+#include "ui/HostedWindow.h"
+
+#include "ui/ActionPanel.h"
+#include "ui/WindowPixels.h"
+#include "ui/WindowPlacement.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace quillmender {
+
+namespace {
+// The frame is unknown until the first show. Without this the first window would be larger than
+// the next ones, and on a low screen its end would be out of reach.
+constexpr QSize titleBarAllowance(0, 40);
+
+QWidget *shownPanel() {
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (qobject_cast<ActionPanel *>(widget) && widget->isVisible())
+            return widget;
+    return nullptr;
+}
+
+} // namespace
+
+HostedWindow::HostedWindow(const QString &title, QSize contentSize, QWidget *content,
+                           Presence &presence)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                           Qt::WindowCloseButtonHint),
+      contentSize_(contentSize),
+      presence_(presence) {
+    setWindowTitle(title);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    layout->addWidget(content);
+    centre();
+}
+
+void HostedWindow::centre() {
+    if (QScreen *screen = screenInUse())
+        centreOnScreen(*this, *screen, contentSize_, titleBarAllowance);
+}
+
+QWidget *HostedWindow::sheet() const {
+    for (auto *dialog : findChildren<QDialog *>())
+        if (dialog->isVisible())
+            return dialog;
+    return nullptr;
+}
+
+void HostedWindow::floatWith(QWidget *panel) {
+    winId();
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, panel != nullptr);
+    if (panel)
+        panel->installEventFilter(this);
+}
+
+bool HostedWindow::event(QEvent *event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::WinIdChange && internalWinId() != 0)
+        presence_.applyWindowAttributes(internalWinId());
+    if (event->type() == QEvent::Hide && !event->spontaneous())
+        releasePixels(*this);
+    return handled;
+}
+
+bool HostedWindow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Hide) {
+        watched->removeEventFilter(this);
+        floatWith(nullptr);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void HostedWindow::makeKeyAndOrderFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    floatWith(shownPanel());
+    show();
+    raise();
+    QWidget *front = sheet() ? sheet() : this;
+    front->raise();
+    front->activateWindow();
+    presence_.activateWindow(front->winId());
+    // A window that was hidden only for a moment never lost the focus of the window system, and
+    // the toolkit then misses that it is the active window again.
+    if (QGuiApplication::focusWindow() == front->windowHandle())
+        QApplication::setActiveWindow(front);
+}
+
+void HostedWindow::closeEvent(QCloseEvent *event) {
+    // Accepted, since a refused close event would also refuse to quit.
+    event->accept();
+}
+
+} // namespace quillmender

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ui/TextStyle.h"
+#include "ui/Theme.h"
+
+#include <QLabel>
+#include <QTextLayout>
+
+#include <memory>
+
+namespace quillmender {
+
+/// Plain text that wraps to any width, also inside a word that is longer than a line; each text
+/// is laid out in its own direction.
+class TextLabel : public QLabel {
+    Q_OBJECT
+
+  public:
+    enum class Tone { primary, secondary, success, error };
+
+    TextLabel(Theme &theme, TextStyle style, Tone tone, QWidget *parent = nullptr);
+    ~TextLabel() override;
+
+    /// Shows the text; nothing happens when it is the same.
+    void show(const QString &text);
+
+    void setTone(Tone tone);
+
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+  private:
+    void layOut(int width) const;
+    QColor color() const;
+
+    Theme &theme_;
+    Tone tone_;
+    QString laidOutText_;
+    mutable std::unique_ptr<QTextLayout> layout_;
+    mutable int layoutWidth_ = -1;
+    mutable int layoutHeight_ = 0;
+};
+
+/// A label that assistive technology announces when it appears or changes.
+class AlertLabel : public TextLabel {
+    Q_OBJECT
+
+  public:
+    using TextLabel::TextLabel;
+};
+
+} // namespace quillmender

@@ -1,0 +1,11 @@
+#pragma once
+
+class QWidget;
+
+namespace quillmender {
+
+/// Gives the picture of a hidden window back to the system: some megabytes, shared with the window
+/// system, which the toolkit would keep. The next show paints the whole window.
+void releasePixels(const QWidget &window);
+
+} // namespace quillmender

@@ -1,0 +1,61 @@
+#include "ui/settings/ActionRow.h"
+
+#include "ui/PushButton.h"
+#include "ui/SymbolView.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace quillmender {
+
+namespace {
+constexpr int symbolSize = 20;
+constexpr int padding = 8;
+} // namespace
+
+ActionRow::ActionRow(Theme &theme, QWidget *parent)
+    : QWidget(parent),
+      theme_(theme),
+      symbol_(new SymbolView(theme, symbolSize, this)),
+      title_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
+      caption_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
+      edit_(new PushButton(theme, QStringLiteral("Edit"), PushButton::Prominence::standard, this)),
+      remove_(new PushButton(theme, QStringLiteral("Remove"), PushButton::Prominence::destructive,
+                             this)) {
+    caption_->show(QStringLiteral("Starter"));
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(0);
+    texts->addStretch(1);
+    texts->addWidget(title_);
+    texts->addWidget(caption_);
+    texts->addStretch(1);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, padding, 0, padding);
+    row->setSpacing(8);
+    row->addWidget(symbol_, 0, Qt::AlignVCenter);
+    row->addSpacing(4);
+    row->addLayout(texts, 1);
+    row->addWidget(edit_, 0, Qt::AlignVCenter);
+    row->addWidget(remove_, 0, Qt::AlignVCenter);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void ActionRow::setItem(const ActionListItem &item) {
+    if (item == item_)
+        return;
+    item_ = item;
+    const QString title = actionTitle(item.record());
+    symbol_->setSymbol(item.systemImage());
+    title_->show(title);
+    caption_->setVisible(std::holds_alternative<BuiltInActionConfig>(item.record()));
+    // All the rows have the same two captions; the description says whose they are.
+    edit_->setAccessibleDescription(title);
+    remove_->setAccessibleDescription(title);
+}
+
+void ActionRow::paintEvent(QPaintEvent *) {
+    QPainter(this).fillRect(0, height() - 1, width(), 1, theme_.colors().cardOutline);
+}
+
+} // namespace quillmender

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/ActionListItem.h"
+#include "ui/Theme.h"
+
+#include <QWidget>
+
+#include <optional>
+
+namespace quillmender {
+
+class PushButton;
+class SymbolView;
+class TextLabel;
+
+/// One action in the list of the settings.
+class ActionRow : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit ActionRow(Theme &theme, QWidget *parent = nullptr);
+
+    const ActionListItem &item() const { return *item_; }
+    void setItem(const ActionListItem &item);
+
+    PushButton *editButton() const { return edit_; }
+    PushButton *removeButton() const { return remove_; }
+
+  protected:
+    void paintEvent(QPaintEvent *event) override;
+
+  private:
+    Theme &theme_;
+    std::optional<ActionListItem> item_;
+    SymbolView *symbol_;
+    TextLabel *title_;
+    TextLabel *caption_;
+    PushButton *edit_;
+    PushButton *remove_;
+};
+
+} // namespace quillmender

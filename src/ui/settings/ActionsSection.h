@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/ActionListItem.h"
+#include "settings/SettingsStore.h"
+#include "ui/FormSection.h"
+
+#include <QList>
+
+class QVBoxLayout;
+
+namespace quillmender {
+
+class ActionRow;
+class PushButton;
+class TextLabel;
+
+/// The list of actions. Rows are reused: only what has changed is shown anew.
+class ActionsSection : public FormSection {
+    Q_OBJECT
+
+  public:
+    ActionsSection(SettingsStore &store, Theme &theme, QWidget *parent = nullptr);
+
+    void render() override;
+
+  Q_SIGNALS:
+    void editRequested(const ActionListItem &item);
+    void newActionRequested();
+
+  private:
+    ActionRow *makeRow();
+    void remove(const ActionListItem &item);
+
+    SettingsStore &store_;
+    TextLabel *noActions_;
+    QWidget *list_;
+    QVBoxLayout *rows_;
+    QList<ActionRow *> actionRows_;
+    PushButton *newAction_;
+    PushButton *restore_;
+};
+
+} // namespace quillmender

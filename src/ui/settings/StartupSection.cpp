@@ -1,0 +1,33 @@
+#include "ui/settings/StartupSection.h"
+
+#include "ui/PushButton.h"
+#include "ui/TextLabel.h"
+#include "ui/ToggleSwitch.h"
+
+namespace quillmender {
+
+StartupSection::StartupSection(SettingsStore &store, Theme &theme, QWidget *parent)
+    : FormSection(theme, QStringLiteral("Startup"), parent),
+      store_(store),
+      launchAtLogin_(
+          new ToggleSwitch(theme, QStringLiteral("Launch Quillmender when I log in"), card())),
+      status_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, card())) {
+    auto *openSettings = new PushButton(theme, QStringLiteral("Open Login Items Settings"),
+                                        PushButton::Prominence::standard, card());
+    connect(launchAtLogin_, &QCheckBox::toggled, this,
+            [this](bool enabled) { store_.setLaunchAtLoginEnabled(enabled); });
+    connect(openSettings, &QPushButton::clicked, this,
+            [this] { store_.launchAtLoginManager().service().openSystemSettings(); });
+    addRow(launchAtLogin_);
+    addRow(status_);
+    addButtons({openSettings});
+}
+
+void StartupSection::render() {
+    const QSignalBlocker blocker(launchAtLogin_);
+    launchAtLogin_->setChecked(store_.launchAtLoginEnabled());
+    status_->show(store_.launchAtLoginStatusMessage().value_or(QString()));
+    status_->setVisible(store_.launchAtLoginStatusMessage().has_value());
+}
+
+} // namespace quillmender

@@ -1,0 +1,139 @@
+#include "desktop/atspi/AtspiTest.h"
+#include "platform/linux/atspi/BusProbe.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace quillmender {
+namespace {
+
+using harness::Desktop;
+using harness::TestApplication;
+using harness::waitUntil;
+
+class HostileBusTest : public AtspiTest {};
+
+TEST_F(HostileBusTest, SwitchIsTheAnswerAndCanBeSet) {
+    Desktop::Options options;
+    options.accessibilityEnabled = false;
+    start(options);
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(desktop().accessibilityBus()->isEnabled());
+    EXPECT_TRUE(accessibility().isProcessTrustedWithPrompt());
+    EXPECT_TRUE(desktop().accessibilityBus()->isEnabled());
+    desktop().accessibilityBus()->setEnabled(false);
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+}
+
+TEST_F(HostileBusTest, AbsentBusIsHarmless) {
+    Desktop::Options options;
+    options.accessibilityBus = false;
+    start(options);
+    const TestApplication application =
+        TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(accessibility().isProcessTrustedWithPrompt());
+    EXPECT_EQ(focusedElement(), nullptr);
+    EXPECT_EQ(recordedRole(), FocusRecord::Role::unknown);
+}
+
+TEST_F(HostileBusTest, BusMayComeLater) {
+    Desktop::Options options;
+    options.accessibilityBus = false;
+    start(options);
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    const harness::AccessibilityBus bus(desktop().sessionBus(), true, desktop().environment(),
+                                        desktop().folders().log(QStringLiteral("late-bus")));
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted"));
+    const TestApplication application =
+        TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
+    const auto element = waitForFocusedElement();
+    EXPECT_EQ(text(element, attribute::value), QStringLiteral("words"));
+}
+
+TEST_F(HostileBusTest, BusMayBeStartedAgain) {
+    Desktop::Options options;
+    options.accessibilityBus = false;
+    start(options);
+    for (int round = 0; round < 2; ++round) {
+        const harness::AccessibilityBus bus(desktop().sessionBus(), true, desktop().environment(),
+                                            desktop().folders().log(QStringLiteral("bus")));
+        waitUntil([&] { return accessibility().isProcessTrusted(); },
+                  QStringLiteral("the bus is trusted"));
+        const TestApplication application = TestApplication::sampleEditor(
+            desktop(), QStringLiteral("plain"), QStringLiteral("words"));
+        const auto element = waitForFocusedElement();
+        EXPECT_EQ(text(element, attribute::value), QStringLiteral("words"));
+    }
+    waitUntil([&] { return !accessibility().isProcessTrusted(); },
+              QStringLiteral("the end of the bus is noticed"));
+    EXPECT_EQ(focusedElement(), nullptr);
+}
+
+TEST_F(HostileBusTest, BusThatFallsSilentIsNotTrusted) {
+    start();
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted"));
+    desktop().accessibilityBus()->process().suspend();
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_EQ(focusedElement(), nullptr);
+    desktop().accessibilityBus()->process().resume();
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted again"));
+}
+
+TEST_F(HostileBusTest, BusThatAcceptsAndSaysNothingIsNotTrusted) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("silent"));
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un name{};
+    name.sun_family = AF_UNIX;
+    qstrncpy(name.sun_path, path.toUtf8().constData(), sizeof name.sun_path);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr *>(&name), sizeof name), 0);
+    ASSERT_EQ(listen(listener, 4), 0);
+    const QString address = QStringLiteral("unix:path=") + path;
+    EXPECT_FALSE(busAuthenticates(address, QDeadlineTimer(50)));
+
+    qputenv("AT_SPI_BUS_ADDRESS", address.toUtf8());
+    start();
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_EQ(focusedElement(), nullptr);
+    qunsetenv("AT_SPI_BUS_ADDRESS");
+    EXPECT_TRUE(accessibility().isProcessTrusted());
+    close(listener);
+}
+
+TEST_F(HostileBusTest, NothingIsAskedForThatTypingWouldSend) {
+    start();
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted"));
+    const QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
+        QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("GetRegisteredEvents"));
+    const QDBusMessage answer =
+        desktop().accessibilityBus()->connection().call(question, QDBus::Block, 5000);
+    const auto list = answer.arguments().value(0).value<QDBusArgument>();
+    QSet<QString> events;
+    list.beginArray();
+    while (!list.atEnd()) {
+        QString listener;
+        QString event;
+        list.beginStructure();
+        list >> listener >> event;
+        list.endStructure();
+        events.insert(event.toLower());
+    }
+    list.endArray();
+    EXPECT_EQ(events, (QSet<QString>{QStringLiteral("object:statechanged:focused"),
+                                     QStringLiteral("window:activate:")}));
+}
+
+} // namespace
+} // namespace quillmender

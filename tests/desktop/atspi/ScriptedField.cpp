@@ -1,0 +1,53 @@
+#include "desktop/atspi/ScriptedField.h"
+
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QUuid>
+
+namespace quillmender {
+
+ScriptedField::ScriptedField(const QString &busAddress, const QString &initialText)
+    : text(initialText),
+      insert([this](qsizetype position, const QString &added) { text.insert(position, added); }),
+      connection_(QDBusConnection::connectToBus(busAddress, QUuid::createUuid().toString())) {
+    connection_.registerVirtualObject(path(), this);
+}
+
+ScriptedField::~ScriptedField() {
+    QDBusConnection::disconnectFromBus(connection_.name());
+}
+
+bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
+    const QVariant answer = answerTo(message);
+    if (answer.isValid())
+        connection.send(message.createReply(answer));
+    return true;
+}
+
+QVariant ScriptedField::answerTo(const QDBusMessage &message) {
+    const QVariantList arguments = message.arguments();
+    const int first = arguments.value(0).toInt();
+    if (message.member() == QStringLiteral("Get"))
+        return QVariant::fromValue(QDBusVariant(int(text.size())));
+    if (message.member() == QStringLiteral("GetText")) {
+        const int end = arguments.value(1).toInt();
+        return text.mid(first, end < 0 ? -1 : end - first);
+    }
+    if (message.member() == QStringLiteral("DeleteText")) {
+        calls.append(QStringLiteral("DeleteText"));
+        if (refusesDeletion)
+            return false;
+        text.remove(first, arguments.value(1).toInt() - first);
+        return answersDeletion ? QVariant(true) : QVariant();
+    }
+    if (message.member() == QStringLiteral("InsertText")) {
+        calls.append(QStringLiteral("InsertText"));
+        if (!insert)
+            return false;
+        insert(first, arguments.value(1).toString());
+        return true;
+    }
+    return false;
+}
+
+} // namespace quillmender

@@ -1,0 +1,65 @@
+#include "FakePortal.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QUuid>
+
+namespace quillmender {
+
+struct AccentChannels {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const AccentChannels &channels) {
+    argument.beginStructure();
+    argument << channels.red << channels.green << channels.blue;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, AccentChannels &channels) {
+    argument.beginStructure();
+    argument >> channels.red >> channels.green >> channels.blue;
+    argument.endStructure();
+    return argument;
+}
+
+namespace {
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString group = QStringLiteral("org.freedesktop.appearance");
+} // namespace
+
+FakePortal::FakePortal(const QVariantMap &appearance)
+    : connectionName_(QUuid::createUuid().toString()),
+      appearance_(appearance) {
+    qDBusRegisterMetaType<SettingGroups>();
+    QDBusConnection bus =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_);
+    bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
+                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+    bus.registerService(service);
+}
+
+FakePortal::~FakePortal() {
+    QDBusConnection::disconnectFromBus(connectionName_);
+}
+
+QVariant FakePortal::accent(double red, double green, double blue) {
+    qDBusRegisterMetaType<AccentChannels>();
+    return QVariant::fromValue(AccentChannels{red, green, blue});
+}
+
+void FakePortal::change(const QString &key, const QVariant &value) {
+    appearance_.insert(key, value);
+    Q_EMIT SettingChanged(group, key, QDBusVariant(value));
+}
+
+SettingGroups FakePortal::ReadAll(const QStringList &groups) {
+    return groups.contains(group) ? SettingGroups{{group, appearance_}} : SettingGroups();
+}
+
+} // namespace quillmender
+
+Q_DECLARE_METATYPE(quillmender::AccentChannels)

@@ -1,0 +1,32 @@
+#include "platform/linux/services/StatusMenu.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmender {
+
+TEST(StatusMenuTest, ShowsTitlesShortcutsAndHidesWhatIsHidden) {
+    int pressed = 0;
+    StatusMenu menu({{QStringLiteral("Transform"), QStringLiteral(" "),
+                      controlModifier | optionModifier, false, [&pressed] { ++pressed; }},
+                     {QStringLiteral("Settings"), QStringLiteral(","), commandModifier, false, {}},
+                     {QStringLiteral("This & That"), QString(), 0, true, {}},
+                     {QStringLiteral("Quit"), QStringLiteral("q"), commandModifier, false, {}}});
+    const QList<QAction *> actions = menu.actions();
+    ASSERT_EQ(actions.size(), 4);
+    EXPECT_EQ(actions[0]->shortcut().toString().toStdString(), "Ctrl+Alt+Space");
+    EXPECT_EQ(actions[1]->shortcut().toString().toStdString(), "Ctrl+,");
+    EXPECT_TRUE(actions[2]->shortcut().isEmpty());
+    EXPECT_EQ(actions[3]->shortcut().toString().toStdString(), "Ctrl+Q");
+    EXPECT_FALSE(actions[2]->isVisible());
+    EXPECT_EQ(actions[2]->text().toStdString(), "This && That");
+    actions[0]->trigger();
+    EXPECT_EQ(pressed, 1);
+
+    menu.update(2, QStringLiteral("Shown"), false);
+    EXPECT_TRUE(actions[2]->isVisible());
+    EXPECT_EQ(actions[2]->text().toStdString(), "Shown");
+    menu.update(-1, QStringLiteral("x"), true);
+    menu.update(4, QStringLiteral("x"), true);
+}
+
+} // namespace quillmender

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "desktop/x11/WaitFor.h"
+#include "desktop/x11/XServerProcess.h"
+#include "platform/linux/x11/ClientMessage.h"
+#include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11Services.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace quillmender {
+
+/// A test with its own X server, the program's services on it, and a second connection that plays
+/// the other applications.
+class X11Test : public testing::Test {
+  protected:
+    void SetUp() override {
+        services_ = X11Services::create(focus_, server_.display());
+        ASSERT_NE(services_, nullptr);
+        peer_ = X11Connection::open(server_.display());
+        ASSERT_NE(peer_, nullptr);
+    }
+
+    X11Pasteboard &pasteboard() { return *services_->pasteboard; }
+
+    /// Runs the event loop until the task is done.
+    template <typename Value> Value wait(QCoro::Task<Value> task) {
+        return QCoro::waitFor(std::move(task));
+    }
+
+    xcb_window_t ownerOf(const char *selection) {
+        const auto reply = adoptXcb(xcb_get_selection_owner_reply(
+            peer_->xcb(), xcb_get_selection_owner(peer_->xcb(), peer_->atom(selection)), nullptr));
+        return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
+    bool hasWindowManager() {
+        return readCardinal(*peer_, peer_->root(), peer_->atom("_NET_SUPPORTING_WM_CHECK")) != 0;
+    }
+
+    /// Starts one and waits until it acts on requests. Those of an application that starts earlier
+    /// are lost, and xterm waits five seconds for the answer.
+    std::unique_ptr<QProcess> startWindowManager() {
+        auto program = server_.start(QStringLiteral("openbox"), {});
+        EXPECT_TRUE(waitFor([this] { return hasWindowManager(); }));
+        constexpr quint32 desktops = 2;
+        EXPECT_TRUE(waitFor([&] {
+            // What arrives before it is ready is lost.
+            sendToWindowManager(*peer_, peer_->root(), "_NET_NUMBER_OF_DESKTOPS", {desktops});
+            return readCardinal(*peer_, peer_->root(), peer_->atom("_NET_NUMBER_OF_DESKTOPS")) ==
+                   desktops;
+        }));
+        return program;
+    }
+
+    FocusRecord focus_;
+    XServerProcess server_;
+    std::unique_ptr<X11Services> services_;
+    std::unique_ptr<X11Connection> peer_;
+};
+
+inline int runX11Tests(int argc, char **argv) {
+    testing::InitGoogleMock(&argc, argv);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
+
+} // namespace quillmender

@@ -1,0 +1,228 @@
+#include "desktop/x11/KeyTyper.h"
+#include "desktop/x11/TestWindow.h"
+#include "desktop/x11/X11Test.h"
+
+namespace quillmender {
+
+namespace {
+
+constexpr EventTypeSpec pressed{0x6b657962, 5};
+constexpr quint32 controlOption = 0x1800;
+constexpr HotKeyId hotKeyId{0x514C4D44, 1};
+
+qint32 count(void *, void *, void *userData) {
+    ++*static_cast<int *>(userData);
+    return noErr;
+}
+
+class HotKeysTest : public X11Test {
+  protected:
+    void SetUp() override {
+        X11Test::SetUp();
+        typer_ = std::make_unique<KeyTyper>(*peer_);
+        window_ = std::make_unique<TestWindow>(*peer_);
+        window_->map();
+        ASSERT_TRUE(waitFor([this] { return window_->isViewable(); }));
+        window_->setFocus();
+        ASSERT_TRUE(waitFor([this] { return window_->hasFocus(); }));
+    }
+
+    HotKeyRef install() {
+        handler_ = services_->hotKeys->installEventHandler(count, pressed, &presses_).handler;
+        const auto result =
+            services_->hotKeys->registerHotKey(keycode::space, controlOption, hotKeyId, 0);
+        EXPECT_EQ(result.status, noErr);
+        return result.hotKey;
+    }
+
+    void pressAndRelease() {
+        typer_->down(XKB_KEY_Control_L);
+        typer_->down(XKB_KEY_Alt_L);
+        typer_->tap(XKB_KEY_space);
+        typer_->up(XKB_KEY_Alt_L);
+        typer_->up(XKB_KEY_Control_L);
+    }
+
+    bool isPressed(int times) {
+        const bool isReached = waitFor([&] { return presses_ >= times; });
+        services_->connection->serverTime();
+        finishTurn();
+        return isReached && presses_ == times;
+    }
+
+    bool windowSaw(xkb_keysym_t symbol) {
+        return std::ranges::any_of(
+            window_->keys(), [&](const auto &key) { return key.code == typer_->key(symbol); });
+    }
+
+    std::unique_ptr<KeyTyper> typer_;
+    std::unique_ptr<TestWindow> window_;
+    EventHandlerRef handler_ = 0;
+    int presses_ = 0;
+};
+
+TEST_F(HotKeysTest, CallsOncePerPressInEveryStateOfTheLocks) {
+    install();
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(1));
+    typer_->tap(XKB_KEY_Caps_Lock);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(2));
+    typer_->tap(XKB_KEY_Num_Lock);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(3));
+    typer_->tap(XKB_KEY_Caps_Lock);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(4));
+    EXPECT_FALSE(windowSaw(XKB_KEY_space));
+}
+
+TEST_F(HotKeysTest, IgnoresAScrollLockThatIsAModifier) {
+    install();
+    server_.run(QStringLiteral("xmodmap"),
+                {QStringLiteral("-e"), QStringLiteral("add mod3 = Scroll_Lock")});
+    ASSERT_TRUE(waitFor(
+        [&] { return services_->keymap->modifierOf(XKB_KEY_Scroll_Lock) == XCB_MOD_MASK_3; }));
+    finishTurn();
+    typer_->tap(XKB_KEY_Scroll_Lock);
+    ASSERT_EQ(typer_->state() & XCB_MOD_MASK_3, XCB_MOD_MASK_3);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(1));
+    typer_->tap(XKB_KEY_Caps_Lock);
+    typer_->tap(XKB_KEY_Num_Lock);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(2));
+    EXPECT_FALSE(windowSaw(XKB_KEY_space));
+}
+
+TEST_F(HotKeysTest, SleepsWhileTheUserTypesElsewhere) {
+    install();
+    // The server announces the keyboard that is typed on when it is another one than before.
+    typer_->tap(XKB_KEY_a);
+    ASSERT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_a); }));
+    services_->connection->serverTime();
+    finishTurn();
+    int events = 0;
+    QObject::connect(services_->connection.get(), &X11Connection::eventReceived, window_.get(),
+                     [&] { ++events; });
+    const std::size_t before = window_->keys().size();
+    for (int i = 0; i < 40; ++i) {
+        typer_->tap(XKB_KEY_x);
+        typer_->tap(XKB_KEY_space);
+        typer_->tap(XKB_KEY_Caps_Lock);
+        typer_->down(XKB_KEY_Shift_L);
+        typer_->tap(XKB_KEY_c);
+        typer_->up(XKB_KEY_Shift_L);
+    }
+    EXPECT_TRUE(waitFor([&] { return window_->keys().size() >= before + 400; }));
+    // Keys that no window of the application wants are offered to the root window's listeners.
+    xcb_set_input_focus(peer_->xcb(), XCB_INPUT_FOCUS_NONE, peer_->root(), XCB_CURRENT_TIME);
+    typer_->tap(XKB_KEY_x);
+    services_->connection->serverTime();
+    finishTurn();
+    EXPECT_EQ(events, 0);
+}
+
+TEST_F(HotKeysTest, LeavesOtherCombinationsAlone) {
+    install();
+    typer_->down(XKB_KEY_Shift_L);
+    pressAndRelease();
+    typer_->up(XKB_KEY_Shift_L);
+    typer_->tap(XKB_KEY_space);
+    EXPECT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_space); }));
+    EXPECT_TRUE(isPressed(0));
+}
+
+TEST_F(HotKeysTest, CallsOnceForAHeldKeyThatRepeats) {
+    // The first repeat after 100 ms, then one every 10.
+    server_.run(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),
+                                         QStringLiteral("100"), QStringLiteral("100")});
+    install();
+    int repeats = 0;
+    QObject::connect(services_->connection.get(), &X11Connection::eventReceived, window_.get(),
+                     [&](const xcb_generic_event_t *event) {
+                         if (eventType(event) == XCB_KEY_PRESS)
+                             ++repeats;
+                     });
+    typer_->down(XKB_KEY_Control_L);
+    typer_->down(XKB_KEY_Alt_L);
+    typer_->down(XKB_KEY_space);
+    EXPECT_TRUE(waitFor([&] { return repeats > 10; }));
+    typer_->up(XKB_KEY_Alt_L);
+    typer_->up(XKB_KEY_Control_L);
+    const int beforeLettingGo = repeats;
+    EXPECT_TRUE(waitFor([&] { return repeats > beforeLettingGo + 5; }));
+    EXPECT_FALSE(windowSaw(XKB_KEY_space)) << "the rest of a held Space is not typed";
+    typer_->up(XKB_KEY_space);
+    EXPECT_TRUE(isPressed(1));
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(2));
+    EXPECT_FALSE(windowSaw(XKB_KEY_space));
+}
+
+TEST_F(HotKeysTest, FreesAHeldKeyForAChord) {
+    install();
+    typer_->down(XKB_KEY_Control_L);
+    typer_->down(XKB_KEY_Alt_L);
+    typer_->down(XKB_KEY_space);
+    EXPECT_TRUE(isPressed(1));
+    const auto target = std::make_shared<X11RunningApplication>(window_->id(), 0);
+    EXPECT_EQ(wait(services_->keyEvents->prepareChord(target, Chord::copy)), ChordReadiness::ready);
+    EXPECT_FALSE(windowSaw(XKB_KEY_space));
+    typer_->tap(XKB_KEY_x);
+    EXPECT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_x); })) << "the keyboard is free";
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(2));
+}
+
+TEST_F(HotKeysTest, FollowsTheKeyboardMap) {
+    install();
+    server_.run(QStringLiteral("setxkbmap"), {QStringLiteral("us,ru")});
+    typer_ = std::make_unique<KeyTyper>(*peer_);
+    typer_->lockGroup(1);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(1));
+    const xcb_keycode_t before = typer_->key(XKB_KEY_space);
+    // Space moves to where F1 was.
+    server_.run(QStringLiteral("xmodmap"),
+                {QStringLiteral("-e"), QStringLiteral("keycode %1 = F1").arg(before),
+                 QStringLiteral("-e"), QStringLiteral("keycode 67 = space")});
+    ASSERT_TRUE(waitFor(
+        [&] { return services_->keymap->keysOf(XKB_KEY_space) == QList<xcb_keycode_t>{67}; }));
+    finishTurn();
+    typer_ = std::make_unique<KeyTyper>(*peer_);
+    ASSERT_EQ(typer_->key(XKB_KEY_space), 67);
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(2));
+}
+
+TEST_F(HotKeysTest, AnswersAStatusWhenTheKeyIsTaken) {
+    xcb_grab_key(peer_->xcb(), 0, peer_->root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1,
+                 typer_->key(XKB_KEY_space), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    peer_->serverTime();
+    const auto result =
+        services_->hotKeys->registerHotKey(keycode::space, controlOption, hotKeyId, 0);
+    EXPECT_NE(result.status, noErr);
+    EXPECT_EQ(result.hotKey, 0U);
+}
+
+TEST_F(HotKeysTest, StopsWhenUnregistered) {
+    const HotKeyRef first = install();
+    EXPECT_EQ(services_->hotKeys->unregisterHotKey(first), noErr);
+    EXPECT_NE(services_->hotKeys->unregisterHotKey(first), noErr);
+    pressAndRelease();
+    EXPECT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_space); }));
+    EXPECT_TRUE(isPressed(0));
+    EXPECT_EQ(services_->hotKeys->removeEventHandler(handler_), noErr);
+    install();
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(1));
+}
+
+} // namespace
+
+} // namespace quillmender
+
+int main(int argc, char **argv) {
+    return quillmender::runX11Tests(argc, argv);
+}

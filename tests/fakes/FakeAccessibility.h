@@ -1,0 +1,72 @@
+#pragma once
+
+#include "fakes/CallLog.h"
+#include "platform/Accessibility.h"
+
+#include <QMap>
+
+namespace quillmender::fakes {
+
+/// One focused element with settable attributes.
+class FakeAccessibility : public Accessibility {
+  public:
+    explicit FakeAccessibility(CallLog log) : log_(std::move(log)) {}
+
+    bool isProcessTrusted() override {
+        log_->append(QStringLiteral("isProcessTrusted"));
+        return trusted;
+    }
+    bool isProcessTrustedWithPrompt() override {
+        log_->append(QStringLiteral("isProcessTrustedWithPrompt"));
+        trusted = trusted || grantsOnPrompt;
+        return trusted;
+    }
+    AccessibilityElementRef createSystemWide() override {
+        log_->append(QStringLiteral("createSystemWide"));
+        return systemWide_;
+    }
+    QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,
+                                                    QString attribute) override {
+        log_->append(QStringLiteral("copy ") + attribute);
+        if (element == systemWide_) {
+            if (!hasFocusedElement)
+                co_return AttributeResult{AccessibilityError::noValue, {}};
+            co_return AttributeResult{AccessibilityError::success, element_};
+        }
+        const auto found = attributes.find(attribute);
+        if (found == attributes.end())
+            co_return AttributeResult{AccessibilityError::noValue, {}};
+        co_return AttributeResult{AccessibilityError::success, *found};
+    }
+    QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef, QString attribute,
+                                                      AccessibilityValue value) override {
+        QString shown = QStringLiteral("?");
+        if (const auto *text = std::get_if<QString>(&value))
+            shown = *text;
+        else if (const auto *range = std::get_if<TextRange>(&value))
+            shown = QStringLiteral("%1+%2").arg(range->location).arg(range->length);
+        log_->append(QStringLiteral("set %1 %2").arg(attribute, shown));
+        if (refusedAttributes.contains(attribute))
+            co_return AccessibilityError::failure;
+        attributes[attribute] = value;
+        co_return AccessibilityError::success;
+    }
+    QCoro::Task<> selectBeforePaste(AccessibilityElementRef, TextRange range) override {
+        log_->append(
+            QStringLiteral("selectBeforePaste %1+%2").arg(range.location).arg(range.length));
+        co_return;
+    }
+
+    bool trusted = true;
+    bool grantsOnPrompt = false;
+    bool hasFocusedElement = true;
+    QMap<QString, AccessibilityValue> attributes;
+    QStringList refusedAttributes;
+
+  private:
+    CallLog log_;
+    AccessibilityElementRef systemWide_ = std::make_shared<const AccessibilityElement>();
+    AccessibilityElementRef element_ = std::make_shared<const AccessibilityElement>();
+};
+
+} // namespace quillmender::fakes

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "fakes/CallLog.h"
+#include "platform/Workspace.h"
+
+namespace quillmender::fakes {
+
+class FakeWorkspace : public Workspace {
+  public:
+    explicit FakeWorkspace(CallLog log) : log_(std::move(log)) {}
+
+    RunningApplicationRef frontmostApplication() override {
+        log_->append(QStringLiteral("frontmostApplication"));
+        return frontmost;
+    }
+    bool activate(RunningApplicationRef application, quint32 options) override {
+        log_->append(QStringLiteral("activate %1 options %2")
+                         .arg(application == frontmost ? QStringLiteral("source")
+                                                       : QStringLiteral("another"))
+                         .arg(options));
+        return true;
+    }
+    std::optional<DesktopRect> windowFrame(RunningApplicationRef) override { return std::nullopt; }
+    bool openUrl(const QUrl &url) override {
+        log_->append(QStringLiteral("openUrl ") + url.toString());
+        return true;
+    }
+
+    RunningApplicationRef frontmost = std::make_shared<const RunningApplication>();
+
+  private:
+    CallLog log_;
+};
+
+} // namespace quillmender::fakes

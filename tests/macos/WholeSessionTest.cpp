@@ -1,0 +1,91 @@
+#include "WholeSessionTest.h"
+
+namespace quillmender {
+
+WholeSessionTest::WholeSessionTest() {
+    doubles::CallLog::shared().onCall = [log = log](const std::string &call) {
+        log->append(QString::fromStdString(call));
+    };
+    accessibility.focused = editor->ref();
+    applications.frontmost = editorProcess;
+    pasteboard.items = usersOwn;
+    keychain.items = {{"genp", "com.quillmender.openAI", "api-key", "key", "ck"}};
+
+    platform = makePlatform();
+    auto fakeClock = std::make_unique<fakes::FakeClock>(log);
+    clock = fakeClock.get();
+    platform->clock = std::move(fakeClock);
+
+    WindowFactory windows;
+    windows.pickerPanel = [this](ActionPickerModel &) {
+        return std::make_unique<RecordedPanel>(log);
+    };
+    windows.showSettings = [this] { log->append(QStringLiteral("show settings")); };
+    windows.showAbout = [this] { log->append(QStringLiteral("show about")); };
+    windows.terminate = [this] { log->append(QStringLiteral("terminate")); };
+    windows.showAlert = [this](const Alert &alert, std::function<void(int)> answered) {
+        log->append(QStringLiteral("show alert ") + alert.messageText);
+        answerAlert = std::move(answered);
+    };
+    coordinator = std::make_unique<AppCoordinator>(
+        *platform, LLMClient(transport), UpdateChecker(releases),
+        ReleaseSource{QStringLiteral("1.0.0"),
+                      QUrl(QStringLiteral("https://releases.test/latest.json"))},
+        std::move(windows));
+}
+
+WholeSessionTest::~WholeSessionTest() {
+    releases.fail(QStringLiteral("the end"));
+    QCoreApplication::sendPostedEvents();
+    coordinator.reset();
+    platform.reset();
+    doubles::CallLog::shared().onCall = nullptr;
+    CFRelease(editor->ref());
+}
+
+void WholeSessionTest::select(const std::u16string &text, CFIndex location, CFIndex length) {
+    editor->give("AXValue", doubles::makeString(text));
+    editor->give("AXSelectedText", doubles::makeString(text.substr(static_cast<size_t>(location),
+                                                                   static_cast<size_t>(length))));
+    editor->give("AXSelectedTextRange", doubles::makeRange(location, length));
+}
+
+void WholeSessionTest::copyYields(std::optional<std::string> text) {
+    events.onPost = [this, text = std::move(text)](CGKeyCode keyCode, bool keyDown) {
+        if (!keyDown)
+            return;
+        if (keyCode == keycode::v)
+            pasted.push_back(pasteboard.text().value_or("nothing"));
+        else if (text)
+            pasteboard.copyFromElsewhere(
+                {{{"public.utf8-plain-text", *text}, {"public.html", "<b>"}}});
+    };
+}
+
+void WholeSessionTest::pressHotKey() {
+    constexpr UInt32 controlAndOption = 0x1800;
+    EXPECT_EQ(dispatcher.press(keycode::space, controlAndOption), noErr);
+}
+
+QStringList WholeSessionTest::capture() {
+    taken();
+    pressHotKey();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return log->contains(QStringLiteral("panel makeKeyAndOrderFront")); }));
+    return taken();
+}
+
+QStringList WholeSessionTest::run(const QByteArray &answer) {
+    coordinator->run(coordinator->actions().first());
+    transport.answerText(answer);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !coordinator->isWorking(); }));
+    return taken();
+}
+
+QStringList WholeSessionTest::taken() {
+    QStringList calls = *log;
+    log->clear();
+    return calls;
+}
+
+} // namespace quillmender

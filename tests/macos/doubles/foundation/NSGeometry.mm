@@ -1,0 +1,3 @@
+#import <Foundation/Foundation.h>
+
+const NSRect NSZeroRect = {{0, 0}, {0, 0}};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <AppKit/NSRunningApplication.h>
+#include <Foundation/Foundation.h>
+
+@class NSAppearance;
+
+@interface NSApplication : NSObject
+@property(class, readonly, strong) NSApplication *sharedApplication;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
+@property(readonly, strong) NSAppearance *effectiveAppearance;
+@end

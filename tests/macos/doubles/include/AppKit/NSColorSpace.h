@@ -1,0 +1,7 @@
+#pragma once
+
+#include <Foundation/Foundation.h>
+
+@interface NSColorSpace : NSObject
+@property(class, readonly, strong) NSColorSpace *sRGBColorSpace;
+@end

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <Foundation/Foundation.h>
+
+using NSFontWeight = CGFloat;
+
+FOUNDATION_EXPORT const NSFontWeight NSFontWeightRegular;

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <AppKit/NSButton.h>
+
+@interface NSStatusBarButton : NSButton
+@end

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <Foundation/NSObject.h>
+
+@interface NSError : NSObject
+- (NSInteger)code;
+- (NSString *)localizedDescription;
+@end

@@ -1,0 +1,150 @@
+#pragma once
+
+#include "app/AppCoordinator.h"
+#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeHotKeys.h"
+#include "fakes/FakeKeyEvents.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakePresence.h"
+#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeTransport.h"
+#include "fakes/FakeWorkspace.h"
+#include "model/AppFailure.h"
+#include "platform/none/NoneInstance.h"
+#include "platform/none/NoneUserDefaults.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace quillmender {
+
+/// A panel that only says what was done with it.
+class FakePanel : public PickerPanel {
+  public:
+    explicit FakePanel(fakes::CallLog log) : log_(std::move(log)) {}
+    void centre(std::optional<DesktopRect>) override { log_->append(QStringLiteral("centre")); }
+    void makeKeyAndOrderFront() override {
+        log_->append(QStringLiteral("makeKeyAndOrderFront"));
+        isVisible = true;
+    }
+    void orderOut() override {
+        log_->append(QStringLiteral("orderOut"));
+        isVisible = false;
+    }
+
+    bool isVisible = false;
+
+  private:
+    fakes::CallLog log_;
+};
+
+/// A coordinator on recording fakes, with a key in the keychain.
+class CoordinatorFixture : public testing::Test {
+  protected:
+    CoordinatorFixture() {
+        platform.clock = make(clock);
+        platform.instance = std::make_unique<NoneInstance>();
+        platform.userDefaults = std::make_unique<NoneUserDefaults>();
+        platform.secretItems = make(secrets);
+        platform.loginItem = std::make_unique<fakes::FakeLoginItem>(log);
+        platform.workspace = make(workspace);
+        platform.accessibility = make(accessibility);
+        platform.pasteboard = make(pasteboard);
+        platform.keyEvents = make(keyEvents);
+        platform.hotKeys = make(hotKeys);
+        platform.presence = make(presence);
+        secrets->items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
+            "key";
+
+        WindowFactory windows;
+        windows.pickerPanel = [this](ActionPickerModel &) {
+            log->append(QStringLiteral("make panel"));
+            auto made = std::make_unique<FakePanel>(log);
+            panel = made.get();
+            return made;
+        };
+        windows.showSettings = [this] { log->append(QStringLiteral("show settings")); };
+        windows.showAbout = [this] { log->append(QStringLiteral("show about")); };
+        windows.terminate = [this] { log->append(QStringLiteral("terminate")); };
+        windows.showAlert = [this](const Alert &shown, std::function<void(int)> answered) {
+            log->append(QStringLiteral("show alert"));
+            alert = shown;
+            answerAlert = std::move(answered);
+        };
+        coordinator = std::make_unique<AppCoordinator>(
+            platform, LLMClient(transport), UpdateChecker(transport),
+            ReleaseSource{QStringLiteral("1.0.0"),
+                          QUrl(QStringLiteral("https://releases.test/latest.json"))},
+            std::move(windows));
+        log->clear();
+    }
+
+    /// What is under way ends, and leaves nothing behind.
+    void TearDown() override {
+        transport.fail(QStringLiteral("the end"));
+        QCoreApplication::sendPostedEvents();
+    }
+
+    template <typename Fake> std::unique_ptr<Fake> make(Fake *&fake) {
+        auto made = std::make_unique<Fake>(log);
+        fake = made.get();
+        return made;
+    }
+
+    void select(const QString &text) {
+        accessibility->attributes[QStringLiteral("AXSelectedText")] = text;
+        accessibility->attributes[QStringLiteral("AXValue")] = text;
+        accessibility->attributes[QStringLiteral("AXSelectedTextRange")] =
+            TextRange{0, text.size()};
+    }
+
+    /// A session with this text captured and the panel open.
+    void capture(const QString &text) {
+        select(text);
+        coordinator->beginWorkflow();
+        log->clear();
+    }
+
+    /// Lets the request under way end with this answer, and the work that waits for it.
+    void answerText(const QByteArray &text) {
+        transport.answerText(text);
+        awaitEnd();
+    }
+    void awaitEnd() const {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !coordinator->isWorking(); }));
+    }
+
+    QString value() const {
+        return std::get<QString>(accessibility->attributes.value(QStringLiteral("AXValue")));
+    }
+
+    void expectReset() const {
+        EXPECT_EQ(coordinator->currentSession(), nullptr);
+        EXPECT_EQ(coordinator->currentActionTitle(), QString());
+        EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
+        EXPECT_EQ(coordinator->selectedTextPreview(), QString());
+        EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Selected Text"));
+        EXPECT_EQ(coordinator->captureDescription(), QString());
+        EXPECT_EQ(coordinator->customInstruction(), QString());
+    }
+
+    fakes::CallLog log = fakes::makeCallLog();
+    fakes::FakeTransport transport{log};
+    Platform platform;
+    fakes::FakeClock *clock = nullptr;
+    fakes::FakeAccessibility *accessibility = nullptr;
+    fakes::FakePasteboard *pasteboard = nullptr;
+    fakes::FakeKeyEvents *keyEvents = nullptr;
+    fakes::FakeWorkspace *workspace = nullptr;
+    fakes::FakeHotKeys *hotKeys = nullptr;
+    fakes::FakeSecretItems *secrets = nullptr;
+    fakes::FakePresence *presence = nullptr;
+    FakePanel *panel = nullptr;
+    std::optional<Alert> alert;
+    std::function<void(int)> answerAlert;
+    std::unique_ptr<AppCoordinator> coordinator;
+};
+
+} // namespace quillmender

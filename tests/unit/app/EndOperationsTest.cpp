@@ -1,0 +1,53 @@
+#include "CoordinatorFixture.h"
+#include "support/RunTask.h"
+
+namespace quillmender {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longEnough = 20s;
+
+class EndOperationsTest : public CoordinatorFixture {
+  protected:
+    PromptAction action() const { return coordinator->actions().constFirst(); }
+};
+
+TEST_F(EndOperationsTest, nothingUnderWayEndsAtOnce) {
+    EXPECT_TRUE(coordinator->endOperations(longEnough).isReady());
+}
+
+TEST_F(EndOperationsTest, waitsForTheRunAndItsWriteBack) {
+    capture(QStringLiteral("text"));
+    coordinator->run(action());
+    auto ending = coordinator->endOperations(longEnough);
+    EXPECT_FALSE(ending.isReady());
+    EXPECT_FALSE(panel->isVisible);
+
+    transport.answerText("answer");
+    test::runTask(std::move(ending));
+    EXPECT_FALSE(coordinator->isWorking());
+    EXPECT_EQ(value(), QStringLiteral("answer"));
+}
+
+TEST_F(EndOperationsTest, waitsNoLongerThanItsLimit) {
+    capture(QStringLiteral("text"));
+    coordinator->run(action());
+    test::runTask(coordinator->endOperations(1ms));
+    EXPECT_TRUE(coordinator->isWorking());
+
+    transport.answerText("answer");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !coordinator->isWorking(); }));
+}
+
+TEST_F(EndOperationsTest, nothingStartsAfterwards) {
+    capture(QStringLiteral("text"));
+    test::runTask(coordinator->endOperations(longEnough));
+    log->clear();
+    coordinator->beginWorkflow();
+    EXPECT_EQ(*log, QStringList());
+    EXPECT_FALSE(panel->isVisible);
+}
+
+} // namespace
+} // namespace quillmender

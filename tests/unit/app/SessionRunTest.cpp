@@ -1,0 +1,169 @@
+#include "CoordinatorFixture.h"
+
+namespace quillmender {
+namespace {
+
+class SessionRunTest : public CoordinatorFixture {
+  protected:
+    PromptAction action(TextAction which) const {
+        return PromptAction::builtIn(starterActions().at(static_cast<int>(which)));
+    }
+    const QString noSelection = QStringLiteral(
+        "Select some text, or place the cursor inside a normal text field so Quillmender can "
+        "capture the whole field when possible.");
+};
+
+TEST_F(SessionRunTest, needsASession) {
+    coordinator->run(action(TextAction::casual));
+    EXPECT_EQ(coordinator->errorMessage(), noSelection);
+    coordinator->setCustomInstruction(QStringLiteral("write"));
+    coordinator->runCustomInstruction();
+    EXPECT_EQ(coordinator->errorMessage(), noSelection);
+    EXPECT_TRUE(log->isEmpty());
+}
+
+TEST_F(SessionRunTest, sendsTheRenderedPromptAndReplacesTheText) {
+    capture(QStringLiteral("me goes"));
+    coordinator->run(action(TextAction::fixGrammar));
+    EXPECT_TRUE(coordinator->isWorking());
+    EXPECT_EQ(coordinator->currentActionTitle(), QStringLiteral("Fix My Grammar"));
+    ASSERT_EQ(transport.requests.size(), 1);
+    EXPECT_TRUE(transport.requests.first().body.contains("Text:\\nme goes"));
+    log->clear();
+
+    answerText("I go");
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("copy AXValue"),
+                        QStringLiteral("set AXValue I go"),
+                        QStringLiteral("set AXSelectedTextRange 0+4"),
+                        QStringLiteral("orderOut"),
+                    }));
+    EXPECT_FALSE(coordinator->isWorking());
+    expectReset();
+    EXPECT_EQ(value(), QStringLiteral("I go"));
+}
+
+TEST_F(SessionRunTest, pastesWhenAccessibilityRefuses) {
+    capture(QStringLiteral("me goes"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    coordinator->run(action(TextAction::fixGrammar));
+    answerText("I go");
+    EXPECT_LT(log->indexOf(QStringLiteral("set AXValue I go")),
+              log->indexOf(QStringLiteral("pasteboard.setString I go")));
+    EXPECT_EQ(log->last(), QStringLiteral("orderOut"));
+    expectReset();
+}
+
+TEST_F(SessionRunTest, aProviderFailureKeepsTheSessionForAnotherAction) {
+    capture(QStringLiteral("me goes"));
+    coordinator->run(action(TextAction::fixGrammar));
+    transport.answer(401, R"({"error":{"message":"Incorrect API key provided"}})");
+    awaitEnd();
+    EXPECT_FALSE(coordinator->isWorking());
+    EXPECT_EQ(coordinator->errorMessage(), QStringLiteral("Incorrect API key provided"));
+    EXPECT_TRUE(panel->isVisible);
+    ASSERT_NE(coordinator->currentSession(), nullptr);
+
+    coordinator->run(action(TextAction::casual));
+    EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
+    EXPECT_EQ(coordinator->currentActionTitle(), QStringLiteral("Make It Casual"));
+    answerText("hey");
+    EXPECT_EQ(value(), QStringLiteral("hey"));
+    expectReset();
+}
+
+TEST_F(SessionRunTest, resetsTheWorkBeforeItSaysWhy) {
+    capture(QStringLiteral("me goes"));
+    coordinator->run(action(TextAction::fixGrammar));
+    bool wasWorking = true;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(), [&] {
+        if (coordinator->errorMessage())
+            return;
+        wasWorking = coordinator->isWorking();
+    });
+    transport.fail(QStringLiteral("offline"));
+    awaitEnd();
+    EXPECT_FALSE(wasWorking);
+    EXPECT_EQ(coordinator->errorMessage(), QStringLiteral("offline"));
+}
+
+TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
+    capture(QStringLiteral("me goes"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    keyEvents->readiness = ChordReadiness::withheld;
+    coordinator->run(action(TextAction::fixGrammar));
+    answerText("I go");
+    EXPECT_EQ(
+        coordinator->errorMessage(),
+        QStringLiteral("Quillmender could not replace the selected text back in the source app."));
+    EXPECT_FALSE(coordinator->isWorking());
+    EXPECT_NE(coordinator->currentSession(), nullptr);
+    EXPECT_TRUE(panel->isVisible);
+}
+
+TEST_F(SessionRunTest, aMissingKeyStartsNoRequest) {
+    secrets->items.clear();
+    capture(QStringLiteral("me goes"));
+    coordinator->run(action(TextAction::fixGrammar));
+    EXPECT_EQ(coordinator->errorMessage(),
+              QStringLiteral("Add your OpenAI API key in Settings before using Quillmender."));
+    EXPECT_TRUE(transport.requests.isEmpty());
+}
+
+TEST_F(SessionRunTest, runsTheFreeInstructionTrimmed) {
+    capture(QStringLiteral("meeting notes"));
+    coordinator->setCustomInstruction(QStringLiteral("  write an email \n"));
+    coordinator->runCustomInstruction();
+    EXPECT_EQ(coordinator->currentActionTitle(), QStringLiteral("Generate from Prompt"));
+    ASSERT_EQ(transport.requests.size(), 1);
+    EXPECT_TRUE(transport.requests.first().body.contains(
+        "Instruction:\\nwrite an email\\n\\nSource text:\\nmeeting notes\""));
+    answerText("Dear all");
+    EXPECT_EQ(value(), QStringLiteral("Dear all"));
+    expectReset();
+}
+
+TEST_F(SessionRunTest, keepsTheInstructionWhenItFails) {
+    capture(QStringLiteral("meeting notes"));
+    coordinator->setCustomInstruction(QStringLiteral("write"));
+    coordinator->runCustomInstruction();
+    transport.fail(QStringLiteral("offline"));
+    awaitEnd();
+    EXPECT_EQ(coordinator->customInstruction(), QStringLiteral("write"));
+}
+
+TEST_F(SessionRunTest, aBlankInstructionIsRefused) {
+    capture(QStringLiteral("meeting notes"));
+    coordinator->setCustomInstruction(QStringLiteral(" \n"));
+    coordinator->runCustomInstruction();
+    EXPECT_EQ(coordinator->errorMessage(), QStringLiteral("Add an instruction first."));
+    EXPECT_EQ(coordinator->customInstruction(), QStringLiteral(" \n"));
+    EXPECT_TRUE(transport.requests.isEmpty());
+}
+
+TEST_F(SessionRunTest, aRunUnderWayFinishesInTheSessionThatItHolds) {
+    capture(QStringLiteral("first"));
+    coordinator->run(action(TextAction::fixGrammar));
+    select(QStringLiteral("second text"));
+    coordinator->beginWorkflow();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("second text"));
+    EXPECT_TRUE(coordinator->isWorking());
+    answerText("1st");
+    EXPECT_EQ(value(), QStringLiteral("1std text"));
+    expectReset();
+    EXPECT_FALSE(panel->isVisible);
+}
+
+TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
+    capture(QStringLiteral("first"));
+    coordinator->run(action(TextAction::fixGrammar));
+    coordinator->setCustomInstruction(QStringLiteral("typed"));
+    coordinator->hidePanel();
+    expectReset();
+    EXPECT_TRUE(coordinator->isWorking());
+    answerText("1st");
+    EXPECT_EQ(value(), QStringLiteral("1st"));
+}
+
+} // namespace
+} // namespace quillmender

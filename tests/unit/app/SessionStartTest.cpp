@@ -1,0 +1,169 @@
+#include "CoordinatorFixture.h"
+
+namespace quillmender {
+namespace {
+
+class SessionStartTest : public CoordinatorFixture {};
+
+TEST_F(SessionStartTest, capturesThenShowsThePanel) {
+    select(QStringLiteral("some words"));
+    coordinator->beginWorkflow();
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("isProcessTrusted"),
+                        QStringLiteral("frontmostApplication"),
+                        QStringLiteral("pasteboard.items"),
+                        QStringLiteral("pasteboard.changeCount"),
+                        QStringLiteral("createSystemWide"),
+                        QStringLiteral("copy AXFocusedUIElement"),
+                        QStringLiteral("copy AXSelectedText"),
+                        QStringLiteral("copy AXSelectedTextRange"),
+                        QStringLiteral("make panel"),
+                        QStringLiteral("frontmostApplication"),
+                        QStringLiteral("centre"),
+                        QStringLiteral("makeKeyAndOrderFront"),
+                    }));
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("some words"));
+    EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Selected Text"));
+    EXPECT_EQ(coordinator->captureDescription(),
+              QStringLiteral("Using only the highlighted text."));
+    EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
+    ASSERT_NE(coordinator->currentSession(), nullptr);
+}
+
+TEST_F(SessionStartTest, describesAWholeField) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    coordinator->beginWorkflow();
+    EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Captured Field"));
+    EXPECT_EQ(coordinator->captureDescription(),
+              QStringLiteral("No selection was found, so Quillmender captured the full focused "
+                             "text field."));
+}
+
+TEST_F(SessionStartTest, withoutAccessSendsNoKeyAndSaysSo) {
+    capture(QStringLiteral("earlier"));
+    accessibility->trusted = false;
+    coordinator->beginWorkflow();
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("isProcessTrusted"),
+                        QStringLiteral("frontmostApplication"),
+                        QStringLiteral("centre"),
+                        QStringLiteral("makeKeyAndOrderFront"),
+                    }));
+    EXPECT_EQ(coordinator->currentSession(), nullptr);
+    EXPECT_EQ(coordinator->selectedTextPreview(), QString());
+    EXPECT_EQ(coordinator->errorMessage(),
+              QStringLiteral("Quillmender needs Accessibility access to read and replace selected "
+                             "text across apps."));
+    EXPECT_EQ(coordinator->captureDescription(),
+              QStringLiteral("Using only the highlighted text."));
+    EXPECT_FALSE(coordinator->accessibilityGranted());
+}
+
+TEST_F(SessionStartTest, aSecondPressDuringTheCaptureChangesNothing) {
+    clock->duringSleep = [this](int) { coordinator->beginWorkflow(); };
+    coordinator->beginWorkflow();
+    EXPECT_EQ(log->count(QStringLiteral("isProcessTrusted")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
+}
+
+TEST_F(SessionStartTest, aCaptureThatEndsWithTheProgramShowsNothing) {
+    clock->duringSleep = [this](int) { coordinator->endOperations(std::chrono::seconds(20)); };
+    coordinator->beginWorkflow();
+    EXPECT_GT(clock->sleeps, 0);
+    EXPECT_FALSE(log->contains(QStringLiteral("makeKeyAndOrderFront")));
+}
+
+TEST_F(SessionStartTest, aFailedCaptureShowsItsMessage) {
+    capture(QStringLiteral("earlier"));
+    workspace->frontmost = nullptr;
+    coordinator->beginWorkflow();
+    EXPECT_EQ(coordinator->currentSession(), nullptr);
+    EXPECT_EQ(coordinator->selectedTextPreview(), QString());
+    EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Selected Text"));
+    EXPECT_EQ(coordinator->captureDescription(), QString());
+    EXPECT_EQ(coordinator->errorMessage(),
+              QStringLiteral("Quillmender could not determine the frontmost app."));
+    EXPECT_EQ(log->last(), QStringLiteral("makeKeyAndOrderFront"));
+}
+
+TEST_F(SessionStartTest, reusesThePanel) {
+    capture(QStringLiteral("one"));
+    select(QStringLiteral("two"));
+    coordinator->beginWorkflow();
+    EXPECT_FALSE(log->contains(QStringLiteral("make panel")));
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("two"));
+}
+
+TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
+    accessibility->hasFocusedElement = false;
+    clock->duringSleep = [this](int sleep) {
+        if (sleep == 1)
+            coordinator->beginWorkflow();
+    };
+    coordinator->beginWorkflow();
+    EXPECT_EQ(log->count(QStringLiteral("pasteboard.items")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
+}
+
+TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
+    accessibility->trusted = false;
+    coordinator->beginWorkflow();
+    log->clear();
+    coordinator->requestAccessibilityAccess();
+    EXPECT_EQ(*log, QStringList({QStringLiteral("isProcessTrustedWithPrompt"),
+                                 QStringLiteral("isProcessTrusted")}));
+    accessibility->grantsOnPrompt = true;
+    select(QStringLiteral("words"));
+    coordinator->requestAccessibilityAccess();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("words"));
+}
+
+TEST_F(SessionStartTest, startsItsPartsInOrder) {
+    coordinator->start();
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("showStatusItem"),
+                        QStringLiteral("installEventHandler 0x6b657962 5"),
+                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
+                        QStringLiteral("send"),
+                    }));
+    const StatusItem &item = presence->statusItem;
+    EXPECT_EQ(item.symbol, QStringLiteral("text.quote"));
+    EXPECT_EQ(item.toolTip, QStringLiteral("Quillmender"));
+    EXPECT_EQ(item.accessibilityDescription, QStringLiteral("Quillmender"));
+    QStringList titles;
+    for (const StatusMenuItem &entry : item.menu)
+        titles.append(entry.hidden ? u'(' + entry.title + u')' : entry.title);
+    EXPECT_EQ(titles, QStringList({QStringLiteral("Transform"), QStringLiteral("Settings"),
+                                   QStringLiteral("(Download Latest Version)"),
+                                   QStringLiteral("About"), QStringLiteral("Quit Quillmender")}));
+    EXPECT_EQ(item.menu[0].keyEquivalent, QStringLiteral(" "));
+    EXPECT_EQ(item.menu[0].modifiers, 0xC0000U);
+    EXPECT_EQ(item.menu[1].keyEquivalent, QStringLiteral(","));
+    EXPECT_EQ(item.menu[4].keyEquivalent, QStringLiteral("q"));
+    EXPECT_EQ(item.menu[4].modifiers, commandModifier);
+}
+
+TEST_F(SessionStartTest, theMenuDoesWhatItSays) {
+    coordinator->start();
+    log->clear();
+    presence->statusItem.menu[1].handler();
+    presence->statusItem.menu[2].handler();
+    presence->statusItem.menu[3].handler();
+    presence->statusItem.menu[4].handler();
+    EXPECT_EQ(*log, QStringList({QStringLiteral("show settings"), QStringLiteral("show about"),
+                                 QStringLiteral("terminate")}));
+    presence->statusItem.menu[0].handler();
+    EXPECT_EQ(log->last(), QStringLiteral("makeKeyAndOrderFront"));
+}
+
+TEST_F(SessionStartTest, settingsChangesRedrawThePanel) {
+    int changes = 0;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
+                     [&] { ++changes; });
+    coordinator->settingsStore().hideBuiltInAction(TextAction::formalize);
+    EXPECT_GE(changes, 1);
+    EXPECT_EQ(coordinator->actions().size(), 6);
+}
+
+} // namespace
+} // namespace quillmender

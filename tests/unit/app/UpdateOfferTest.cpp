@@ -1,0 +1,118 @@
+#include "CoordinatorFixture.h"
+#include "support/RunTask.h"
+
+namespace quillmender {
+namespace {
+
+constexpr int updateItem = 2;
+
+class UpdateOfferTest : public CoordinatorFixture {
+  protected:
+    void startWith(const QByteArray &version) {
+        coordinator->start();
+        log->clear();
+        transport.answer(200, R"({"version":")" + version +
+                                  R"(","download_url":"https://releases.test/get"})");
+    }
+    bool awaitAlert() const {
+        return QTest::qWaitFor([this] { return alert.has_value(); });
+    }
+    const StatusMenuItem &item() const { return presence->statusItem.menu.at(updateItem); }
+
+    const QString opened = QStringLiteral("openUrl https://releases.test/get");
+};
+
+TEST_F(UpdateOfferTest, asksForTheManifestAtLaunch) {
+    coordinator->start();
+    ASSERT_EQ(transport.requests.size(), 1);
+    EXPECT_EQ(transport.requests.constFirst().url,
+              QUrl(QStringLiteral("https://releases.test/latest.json")));
+    EXPECT_TRUE(item().hidden);
+}
+
+TEST_F(UpdateOfferTest, offersTheNewerReleaseInMenuAndAlert) {
+    startWith("1.0.1");
+    ASSERT_TRUE(awaitAlert());
+    EXPECT_EQ(item().title, QStringLiteral("Download Quillmender 1.0.1"));
+    EXPECT_FALSE(item().hidden);
+    ASSERT_TRUE(coordinator->availableUpdate());
+    EXPECT_EQ(coordinator->availableUpdate()->version, QStringLiteral("1.0.1"));
+    EXPECT_EQ(alert->messageText, QStringLiteral("Quillmender 1.0.1 is available"));
+    EXPECT_EQ(alert->informativeText,
+              QStringLiteral("A newer version of Quillmender has been published. Do you want to "
+                             "download it now?"));
+    EXPECT_EQ(alert->buttons, QStringList({QStringLiteral("Download"), QStringLiteral("Later")}));
+}
+
+TEST_F(UpdateOfferTest, downloadOpensItAndTheItemStays) {
+    startWith("2");
+    ASSERT_TRUE(awaitAlert());
+    log->clear();
+    answerAlert(0);
+    EXPECT_EQ(*log, QStringList{opened});
+    EXPECT_FALSE(item().hidden);
+}
+
+TEST_F(UpdateOfferTest, laterOpensNothingAndTheItemStays) {
+    startWith("2");
+    ASSERT_TRUE(awaitAlert());
+    log->clear();
+    answerAlert(1);
+    EXPECT_EQ(*log, QStringList());
+    EXPECT_FALSE(item().hidden);
+    EXPECT_EQ(item().title, QStringLiteral("Download Quillmender 2"));
+    item().handler();
+    EXPECT_EQ(*log, QStringList{opened});
+}
+
+TEST_F(UpdateOfferTest, theAlertComesOnce) {
+    startWith("2");
+    ASSERT_TRUE(awaitAlert());
+    alert.reset();
+    coordinator->presentUpdateAlertIfNeeded(*coordinator->availableUpdate());
+    coordinator->presentUpdateAlertIfNeeded(
+        {QStringLiteral("3"), QUrl(QStringLiteral("https://releases.test/3"))});
+    EXPECT_FALSE(alert);
+}
+
+TEST_F(UpdateOfferTest, nothingNewerChangesNothing) {
+    startWith("1.0.0");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    EXPECT_TRUE(item().hidden);
+    EXPECT_EQ(item().title, QStringLiteral("Download Latest Version"));
+    EXPECT_FALSE(coordinator->availableUpdate());
+    item().handler();
+    EXPECT_EQ(*log, QStringList());
+}
+
+TEST_F(UpdateOfferTest, aFailureChangesNothing) {
+    coordinator->start();
+    transport.fail(QStringLiteral("no network"));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    EXPECT_TRUE(item().hidden);
+    EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
+}
+
+TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
+    capture(QStringLiteral("text"));
+    coordinator->run(coordinator->actions().constFirst());
+    coordinator->start();
+    transport.answer(200, R"({"version":"2","download_url":"https://releases.test/get"})");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !item().hidden; }));
+    awaitEnd();
+    ASSERT_TRUE(awaitAlert());
+}
+
+TEST_F(UpdateOfferTest, nothingIsOfferedToAProgramThatEnds) {
+    coordinator->start();
+    test::runTask(coordinator->endOperations(std::chrono::seconds(20)));
+    transport.answer(200, R"({"version":"2","download_url":"https://releases.test/get"})");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    EXPECT_TRUE(item().hidden);
+}
+
+} // namespace
+} // namespace quillmender

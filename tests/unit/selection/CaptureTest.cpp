@@ -1,0 +1,174 @@
+#include "SelectionFixture.h"
+
+namespace quillmender {
+namespace {
+
+class CaptureTest : public SelectionFixture {};
+
+TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
+    setText(QStringLiteral("  word \n"), QStringLiteral("a  word \nb"), TextRange{1, 8});
+    const auto session = capture();
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("frontmostApplication"),
+                        QStringLiteral("pasteboard.items"),
+                        QStringLiteral("pasteboard.changeCount"),
+                        QStringLiteral("createSystemWide"),
+                        QStringLiteral("copy AXFocusedUIElement"),
+                        QStringLiteral("copy AXSelectedText"),
+                        QStringLiteral("copy AXSelectedTextRange"),
+                    }));
+    EXPECT_EQ(session->selectedText, QStringLiteral("word"));
+    EXPECT_EQ(session->selectedRange, (TextRange{1, 8}));
+    EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::accessibility);
+    EXPECT_EQ(session->captureScope, CaptureScope::selection);
+    EXPECT_EQ(session->originalPasteboard.items, twoItems());
+    EXPECT_EQ(session->originalPasteboard.changeCount, 7);
+    EXPECT_EQ(session->sourceApp, workspace.frontmost);
+}
+
+TEST_F(CaptureTest, withoutFrontmostApplicationTouchesNothing) {
+    workspace.frontmost = nullptr;
+    EXPECT_EQ(captureFailure(), AppFailure::Case::missingFrontmostApplication);
+    EXPECT_EQ(*log, QStringList({QStringLiteral("frontmostApplication")}));
+}
+
+TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
+    setText(QString(), QStringLiteral("  hello  "));
+    const auto session = capture();
+    EXPECT_EQ(session->selectedText, QStringLiteral("  hello  "));
+    EXPECT_EQ(session->selectedRange, (TextRange{0, 9}));
+    EXPECT_EQ(session->captureScope, CaptureScope::fullField);
+    EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::accessibility);
+    EXPECT_FALSE(log->contains(QStringLiteral("copy AXSelectedTextRange")));
+}
+
+TEST_F(CaptureTest, countsUtf16Units) {
+    setText(QString(), QStringLiteral("\U0001F642"));
+    EXPECT_EQ(capture()->selectedRange, (TextRange{0, 2}));
+}
+
+TEST_F(CaptureTest, fallsThroughABlankSelectionToTheField) {
+    setText(QStringLiteral(" \n\t"), QStringLiteral("text"), TextRange{0, 1});
+    EXPECT_EQ(capture()->captureScope, CaptureScope::fullField);
+}
+
+TEST_F(CaptureTest, leavesTheRangeAbsentWhenItIsNotARange) {
+    setText(QStringLiteral("word"), QStringLiteral("word"));
+    accessibility.attributes[QStringLiteral("AXSelectedTextRange")] = QStringLiteral("0,4");
+    EXPECT_EQ(capture()->selectedRange, std::nullopt);
+}
+
+TEST_F(CaptureTest, ignoresAttributesOfOtherTypes) {
+    accessibility.attributes[QStringLiteral("AXSelectedText")] = TextRange{1, 2};
+    accessibility.attributes[QStringLiteral("AXValue")] = std::monostate();
+    copyYields(QStringLiteral("copied"));
+    EXPECT_EQ(capture()->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
+}
+
+TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral(" copied "));
+    const auto session = capture();
+    EXPECT_EQ(log->mid(5), QStringList({
+                               QStringLiteral("activate source options 0"),
+                               QStringLiteral("sleep 120"),
+                               QStringLiteral("prepareChord copy"),
+                               QStringLiteral("createSource 0"),
+                               QStringLiteral("createEvent 8 down"),
+                               QStringLiteral("createEvent 8 up"),
+                               QStringLiteral("setFlags 8 down 0x100000"),
+                               QStringLiteral("setFlags 8 up 0x100000"),
+                               QStringLiteral("post 8 down tap 0"),
+                               QStringLiteral("post 8 up tap 0"),
+                               QStringLiteral("sleep 50"),
+                               QStringLiteral("pasteboard.changeCount"),
+                               QStringLiteral("pasteboard.string"),
+                               QStringLiteral("pasteboard.clear"),
+                               QStringLiteral("pasteboard.writeItems 2"),
+                           }));
+    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
+    EXPECT_EQ(session->focusedElement, nullptr);
+    EXPECT_EQ(session->selectedRange, std::nullopt);
+    EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
+    EXPECT_EQ(session->captureScope, CaptureScope::selection);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+TEST_F(CaptureTest, keepsElementAndRangeOfACopiedSelection) {
+    setText(QString(), QStringLiteral("   "), TextRange{3, 6});
+    copyYields(QStringLiteral("copied"));
+    const auto session = capture();
+    EXPECT_NE(session->focusedElement, nullptr);
+    EXPECT_EQ(session->selectedRange, (TextRange{3, 6}));
+    EXPECT_EQ(log->last(), QStringLiteral("copy AXSelectedTextRange"));
+}
+
+TEST_F(CaptureTest, pollsSixTimesForACopyThatNeverArrives) {
+    accessibility.hasFocusedElement = false;
+    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
+    EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.string")));
+    EXPECT_EQ(log->mid(log->size() - 2), QStringList({QStringLiteral("pasteboard.clear"),
+                                                      QStringLiteral("pasteboard.writeItems 2")}));
+}
+
+TEST_F(CaptureTest, takesALowerChangeCountForAChange) {
+    accessibility.hasFocusedElement = false;
+    keyEvents.onPost = [this](quint16) {
+        pasteboard.text = QStringLiteral("copied");
+        pasteboard.count = 1;
+    };
+    EXPECT_EQ(capture()->selectedText, QStringLiteral("copied"));
+}
+
+TEST_F(CaptureTest, restoresAndFailsWhenTheCopyHoldsNoText) {
+    accessibility.hasFocusedElement = false;
+    copyYields(std::nullopt);
+    pasteboard.text = QStringLiteral("something else");
+    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+TEST_F(CaptureTest, restoresAndFailsWhenTheCopyIsBlank) {
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral(" \n"));
+    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+TEST_F(CaptureTest, aKeystrokeThatCannotBeMadeLeavesThePasteboardAlone) {
+    accessibility.hasFocusedElement = false;
+    for (bool *part : {&keyEvents.createsSource, &keyEvents.createsDown, &keyEvents.createsUp}) {
+        *part = false;
+        log->clear();
+        EXPECT_EQ(captureFailure(), AppFailure::Case::replacementFailed);
+        EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.clear")));
+        EXPECT_TRUE(log->filter(QStringLiteral("post")).filter(QStringLiteral("tap")).isEmpty());
+        *part = true;
+    }
+}
+
+TEST_F(CaptureTest, aWithheldChordIsNothingSelected) {
+    accessibility.hasFocusedElement = false;
+    keyEvents.readiness = ChordReadiness::withheld;
+    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
+    EXPECT_EQ(log->last(), QStringLiteral("prepareChord copy"));
+}
+
+TEST_F(CaptureTest, cancellationBeforeTheChordTouchesNothing) {
+    accessibility.hasFocusedElement = false;
+    clock.cancelledSleep = 1;
+    EXPECT_THROW(capture(), CancellationError);
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.clear")));
+}
+
+TEST_F(CaptureTest, cancellationAfterTheChordRestores) {
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral("copied"));
+    clock.cancelledSleep = 2;
+    EXPECT_THROW(capture(), CancellationError);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+} // namespace
+} // namespace quillmender

@@ -1,0 +1,158 @@
+#include "SelectionFixture.h"
+
+namespace quillmender {
+namespace {
+
+class ReplacementTest : public SelectionFixture {
+  protected:
+    bool replace(const SelectionSessionRef &session, const QString &text) {
+        return fakes::await(controller.replaceViaAccessibility(session, text));
+    }
+    void paste(const SelectionSessionRef &session, const QString &text) {
+        fakes::await(controller.performPasteReplacement(session, text));
+    }
+};
+
+TEST_F(ReplacementTest, rewritesTheValueAndSelectsWhatItInserted) {
+    setText(QString(), QStringLiteral("abcdeXYZfgh"));
+    EXPECT_TRUE(replace(session(TextRange{5, 3}), QStringLiteral("0123456789")));
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("copy AXValue"),
+                        QStringLiteral("set AXValue abcde0123456789fgh"),
+                        QStringLiteral("set AXSelectedTextRange 5+10"),
+                    }));
+}
+
+TEST_F(ReplacementTest, needsAnElementAndARange) {
+    setText(QString(), QStringLiteral("text"));
+    EXPECT_FALSE(replace(session(std::nullopt), QStringLiteral("new")));
+    EXPECT_FALSE(replace(session(TextRange{0, 4}, false), QStringLiteral("new")));
+    EXPECT_TRUE(log->isEmpty());
+}
+
+TEST_F(ReplacementTest, needsAReadableValue) {
+    EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("copy AXValue")}));
+}
+
+TEST_F(ReplacementTest, refusesARangeThatNoLongerFits) {
+    setText(QString(), QStringLiteral("short"));
+    for (const TextRange range : {TextRange{3, 3}, TextRange{6, 0}, TextRange{-1, 2},
+                                  TextRange{0, -1}, TextRange{2, 9223372036854775807}})
+        EXPECT_FALSE(replace(session(range), QStringLiteral("new")));
+    EXPECT_EQ(value(), QStringLiteral("short"));
+}
+
+TEST_F(ReplacementTest, refusesARangeThatSplitsACharacter) {
+    // a, family emoji of 8 units, e with a combining acute, CR LF
+    setText(QString(), QStringLiteral("a\U0001F469\u200D\U0001F467\u200D\U0001F466e\u0301\r\n"));
+    for (const TextRange range :
+         {TextRange{0, 2}, TextRange{2, 7}, TextRange{0, 4}, TextRange{9, 1}, TextRange{11, 1}})
+        EXPECT_FALSE(replace(session(range), QStringLiteral("x"))) << range.location;
+    EXPECT_TRUE(replace(session(TextRange{1, 8}), QStringLiteral("x")));
+    EXPECT_EQ(value(), QStringLiteral("axe\u0301\r\n"));
+}
+
+TEST_F(ReplacementTest, findsBoundariesFarIntoAForeignScript) {
+    const QString text = QStringLiteral("\u0915\u094D\u0937\u093F").repeated(5000);
+    setText(QString(), text);
+    EXPECT_FALSE(replace(session(TextRange{1, 4}), QStringLiteral("x")));
+    EXPECT_TRUE(replace(session(TextRange{19'996, 4}), QStringLiteral("x")));
+}
+
+TEST_F(ReplacementTest, aRefusedValueIsNotFollowedByASelection) {
+    setText(QString(), QStringLiteral("text"));
+    accessibility.refusedAttributes = {QStringLiteral("AXValue")};
+    EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
+    EXPECT_EQ(log->last(), QStringLiteral("set AXValue new"));
+}
+
+TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
+    setText(QString(), QStringLiteral("text"));
+    accessibility.refusedAttributes = {QStringLiteral("AXSelectedTextRange")};
+    EXPECT_TRUE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
+}
+
+TEST_F(ReplacementTest, writesACopiedSelectionThroughAccessibility) {
+    setText(QString(), QStringLiteral(" "), TextRange{0, 1});
+    copyYields(QStringLiteral("copied"));
+    const auto captured = capture();
+    EXPECT_TRUE(replace(captured, QStringLiteral("new")));
+}
+
+TEST_F(ReplacementTest, pastesInTheFixedOrder) {
+    paste(session(std::nullopt), QStringLiteral("answer"));
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("pasteboard.clear"),
+                        QStringLiteral("pasteboard.setString answer"),
+                        QStringLiteral("activate source options 0"),
+                        QStringLiteral("sleep 120"),
+                        QStringLiteral("prepareChord paste"),
+                        QStringLiteral("createSource 0"),
+                        QStringLiteral("createEvent 9 down"),
+                        QStringLiteral("createEvent 9 up"),
+                        QStringLiteral("setFlags 9 down 0x100000"),
+                        QStringLiteral("setFlags 9 up 0x100000"),
+                        QStringLiteral("post 9 down tap 0"),
+                        QStringLiteral("post 9 up tap 0"),
+                        QStringLiteral("sleep 160"),
+                        QStringLiteral("pasteboard.stringWasRead 840"),
+                        QStringLiteral("pasteboard.clear"),
+                        QStringLiteral("pasteboard.writeItems 2"),
+                    }));
+    EXPECT_EQ(pasteboard.contents, twoItems());
+    EXPECT_GT(pasteboard.count, 7);
+}
+
+TEST_F(ReplacementTest, selectsTheCapturedRangeAgainBeforeThePaste) {
+    paste(session(TextRange{0, 9}), QStringLiteral("answer"));
+    EXPECT_LT(log->indexOf(QStringLiteral("sleep 120")),
+              log->indexOf(QStringLiteral("selectBeforePaste 0+9")));
+    EXPECT_LT(log->indexOf(QStringLiteral("selectBeforePaste 0+9")),
+              log->indexOf(QStringLiteral("prepareChord paste")));
+}
+
+TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
+    const auto expectFailure = [this](const char *why) {
+        pasteboard.contents.clear();
+        log->clear();
+        try {
+            paste(session(std::nullopt), QStringLiteral("answer"));
+            ADD_FAILURE() << why;
+        } catch (const AppFailure &failure) {
+            EXPECT_EQ(failure.failureCase(), AppFailure::Case::replacementFailed) << why;
+        }
+        EXPECT_EQ(pasteboard.contents, twoItems()) << why;
+        EXPECT_EQ(log->count(QStringLiteral("pasteboard.clear")), 2) << why;
+    };
+    keyEvents.createsSource = false;
+    expectFailure("no source");
+    keyEvents.createsSource = true;
+    keyEvents.createsUp = false;
+    expectFailure("no event");
+    keyEvents.createsUp = true;
+    keyEvents.readiness = ChordReadiness::withheld;
+    expectFailure("withheld");
+    keyEvents.readiness = ChordReadiness::ready;
+    clock.cancelledSleep = clock.sleeps + 1;
+    expectFailure("first sleep cancelled");
+    clock.cancelledSleep = clock.sleeps + 2;
+    expectFailure("second sleep cancelled");
+}
+
+TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
+    clock.cancelledSleep = 2;
+    EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
+    const auto read = log->indexOf(QStringLiteral("pasteboard.stringWasRead 840"));
+    ASSERT_GE(read, 0);
+    EXPECT_EQ(log->lastIndexOf(QStringLiteral("pasteboard.clear")), read + 1);
+}
+
+TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {
+    clock.duringSleep = [this](int) { pasteboard.copyFromElsewhere(QStringLiteral("intruder")); };
+    paste(session(std::nullopt), QStringLiteral("answer"));
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+} // namespace
+} // namespace quillmender

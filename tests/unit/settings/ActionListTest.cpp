@@ -1,0 +1,97 @@
+#include "SettingsFixture.h"
+#include "model/ActionDocuments.h"
+
+namespace quillmender {
+namespace {
+
+class ActionListTest : public SettingsFixture {
+  protected:
+    QList<BuiltInActionConfig> storedBuiltIns() {
+        return decodeBuiltInActions(
+            defaults.data(QStringLiteral("settings.builtInActions")).value_or(QByteArray()));
+    }
+    QList<CustomAction> storedCustom() {
+        return decodeCustomActions(
+            defaults.data(QStringLiteral("settings.customActions")).value_or(QByteArray()));
+    }
+};
+
+TEST_F(ActionListTest, hidesAndShowsAgain) {
+    store().hideBuiltInAction(TextAction::casual);
+    EXPECT_EQ(store().visibleBuiltInActions().size(), 6);
+    ASSERT_EQ(store().hiddenBuiltInActionItems().size(), 1);
+    EXPECT_EQ(store().hiddenBuiltInActionItems().first().action, TextAction::casual);
+    EXPECT_TRUE(storedBuiltIns().at(2).isHidden);
+    restart();
+    EXPECT_EQ(store().hiddenBuiltInActionItems().size(), 1);
+}
+
+TEST_F(ActionListTest, hidingEverythingLeavesTheCustomActions) {
+    for (const TextAction action : allTextActions)
+        store().hideBuiltInAction(action);
+    EXPECT_TRUE(store().visibleActions().isEmpty());
+    store().addCustomAction(QStringLiteral("Mine"), QStringLiteral("Do it"));
+    ASSERT_EQ(store().visibleActions().size(), 1);
+    EXPECT_EQ(store().visibleActions().first().title(), QStringLiteral("Mine"));
+}
+
+TEST_F(ActionListTest, restoresTheStarterListAndKeepsCustomActions) {
+    store().addCustomAction(QStringLiteral("Mine"), QStringLiteral("Do it"));
+    store().updateBuiltInAction(
+        {TextAction::simplify, QStringLiteral("S"), QStringLiteral("T"), true});
+    EXPECT_EQ(store().builtInActions().at(1).title, QStringLiteral("S"));
+    store().restoreAllBuiltInActions();
+    EXPECT_EQ(store().builtInActions(), starterActions());
+    EXPECT_EQ(storedBuiltIns(), starterActions());
+    EXPECT_EQ(store().customActions().size(), 1);
+}
+
+TEST_F(ActionListTest, customActionsFollowTheBuiltInOnes) {
+    store().addCustomAction(QStringLiteral(" Mine "), QStringLiteral("Do it"));
+    const QList<PromptAction> actions = store().visibleActions();
+    ASSERT_EQ(actions.size(), 8);
+    EXPECT_EQ(actions.last().title(), QStringLiteral(" Mine "));
+    EXPECT_EQ(storedCustom(), store().customActions());
+}
+
+TEST_F(ActionListTest, removesACustomActionForGood) {
+    store().addCustomAction(QStringLiteral("A"), QStringLiteral("a"));
+    store().addCustomAction(QStringLiteral("B"), QStringLiteral("b"));
+    store().removeCustomAction(store().customActions().first().id);
+    ASSERT_EQ(store().customActions().size(), 1);
+    store().restoreAllBuiltInActions();
+    restart();
+    ASSERT_EQ(store().customActions().size(), 1);
+    EXPECT_EQ(store().customActions().first().title, QStringLiteral("B"));
+}
+
+TEST_F(ActionListTest, removingAnUnknownActionRewritesTheDocument) {
+    EXPECT_EQ(defaults.data(QStringLiteral("settings.customActions")), std::nullopt);
+    store().removeCustomAction(QUuid::createUuid());
+    EXPECT_EQ(defaults.data(QStringLiteral("settings.customActions")), QByteArray("[]"));
+}
+
+TEST_F(ActionListTest, anUnreadableDocumentStaysUntilTheNextChange) {
+    defaults.setData(QStringLiteral("settings.builtInActions"), "{broken");
+    defaults.setData(QStringLiteral("settings.customActions"), "[{\"title\":\"no id\"}]");
+    EXPECT_EQ(store().builtInActions(), starterActions());
+    EXPECT_TRUE(store().customActions().isEmpty());
+    EXPECT_EQ(defaults.data(QStringLiteral("settings.builtInActions")), QByteArray("{broken"));
+    store().hideBuiltInAction(TextAction::formalize);
+    EXPECT_TRUE(storedBuiltIns().first().isHidden);
+}
+
+TEST_F(ActionListTest, updatingAnActionThatIsNotListedWritesNothing) {
+    QList<BuiltInActionConfig> actions = starterActions();
+    actions.removeLast();
+    store().setBuiltInActions(actions);
+    const auto document = defaults.data(QStringLiteral("settings.builtInActions"));
+    store().updateBuiltInAction(
+        {TextAction::fixGrammar, QStringLiteral("x"), QStringLiteral("y"), false});
+    store().hideBuiltInAction(TextAction::fixGrammar);
+    EXPECT_EQ(defaults.data(QStringLiteral("settings.builtInActions")), document);
+    EXPECT_EQ(store().builtInActions(), actions);
+}
+
+} // namespace
+} // namespace quillmender

@@ -1,0 +1,121 @@
+#include "WindowScenes.h"
+
+#include "model/ActionListItem.h"
+#include "ui/HostedWindow.h"
+#include "ui/PopUpButton.h"
+#include "ui/PushButton.h"
+#include "ui/ScrollRegion.h"
+#include "ui/SettingsView.h"
+
+#include <QDialog>
+#include <QScrollBar>
+#include <QTimer>
+
+namespace quillmender {
+
+namespace {
+constexpr int settleMilliseconds = 120;
+constexpr int manyActions = 40;
+} // namespace
+
+WindowScenes::WindowScenes(Theme &theme, Presence &presence, QString folder)
+    : folder_(std::move(folder)),
+      settings_(store_, permissions_, theme, presence),
+      about_(QStringLiteral("1.0.0"), theme, presence),
+      alert_({QStringLiteral("Quillmender 1.4.2 is available"),
+              QStringLiteral("A newer version of Quillmender has been published. Do you want to "
+                             "download it now?"),
+              {QStringLiteral("Download"), QStringLiteral("Later")}},
+             {}, theme, presence) {
+    const auto settingsAt = [this](int percent) {
+        return [this, percent]() -> QWidget * {
+            scroll(percent);
+            return settings_.window();
+        };
+    };
+    waiting_ = {
+        {QStringLiteral("settings"), settingsAt(0)},
+        {QStringLiteral("settings-middle"), settingsAt(45)},
+        {QStringLiteral("settings-end"), settingsAt(100)},
+        {QStringLiteral("provider-list"),
+         [this]() -> QWidget * {
+             scroll(0);
+             auto *provider = settings_.window()->findChild<PopUpButton *>();
+             provider->showPopup();
+             return provider->findChild<QFrame *>();
+         }},
+        {QStringLiteral("editor-starter"),
+         [this] {
+             settings_.window()->findChild<PopUpButton *>()->hidePopup();
+             return openEditor([this] {
+                 settings_.view()->edit(ActionListItem::builtIn(starterActions().first()));
+             });
+         }},
+        {QStringLiteral("editor-new"),
+         [this] {
+             return openEditor([this] {
+                 for (auto *button : settings_.window()->findChildren<PushButton *>())
+                     if (button->caption() == QLatin1String("New Action"))
+                         button->click();
+             });
+         }},
+        {QStringLiteral("actions-many"),
+         [this]() -> QWidget * {
+             settings_.window()->findChild<QDialog *>()->reject();
+             store_.hideBuiltInAction(TextAction::casual);
+             permissions_.setAccessibilityGranted(true);
+             for (int i = 1; i <= manyActions; ++i)
+                 store_.addCustomAction(
+                     i % 3 ? QStringLiteral("Custom %1").arg(i)
+                           : QStringLiteral("Rewrite as a release note for version %1 with "
+                                            "highlights, fixes and known issues & thanks")
+                                 .arg(i),
+                     QStringLiteral("{{text}}"));
+             return settings_.window();
+         }},
+        {QStringLiteral("actions-many-middle"), settingsAt(50)},
+        {QStringLiteral("actions-many-end"), settingsAt(100)},
+        {QStringLiteral("about"),
+         [this]() -> QWidget * {
+             about_.makeKeyAndOrderFront();
+             return about_.window();
+         }},
+        {QStringLiteral("alert"),
+         [this]() -> QWidget * {
+             alert_.makeKeyAndOrderFront();
+             return &alert_;
+         }},
+    };
+}
+
+void WindowScenes::start() {
+    settings_.makeKeyAndOrderFront();
+    QTimer::singleShot(settleMilliseconds, this, &WindowScenes::next);
+}
+
+void WindowScenes::next() {
+    if (waiting_.isEmpty()) {
+        Q_EMIT finished();
+        return;
+    }
+    const Scene scene = waiting_.takeFirst();
+    QWidget *window = scene.enter();
+    QTimer::singleShot(settleMilliseconds, this, [this, scene, window] {
+        window->grab().save(QStringLiteral("%1/%2.png").arg(folder_, scene.name));
+        next();
+    });
+}
+
+void WindowScenes::scroll(int percent) {
+    QScrollBar *bar = settings_.window()->findChild<ScrollRegion *>()->verticalScrollBar();
+    bar->setValue(bar->maximum() * percent / 100);
+}
+
+QWidget *WindowScenes::openEditor(const std::function<void()> &open) {
+    if (auto *sheet = settings_.window()->findChild<QDialog *>())
+        sheet->reject();
+    open();
+    return settings_.window()->findChildren<QDialog *>().last();
+}
+
+} // namespace quillmender
