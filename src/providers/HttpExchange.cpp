@@ -43,6 +43,8 @@ HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeo
                            qsizetype largestBody)
     : reply_(reply),
       largestBody_(largestBody) {
+    // A full buffer stops the network thread from reading, however late this one gets its turn.
+    reply->setReadBufferSize(largestBody + 1);
     connect(reply, &QNetworkReply::readyRead, this, &HttpExchange::checkSize);
     connect(reply, &QNetworkReply::finished, this, &HttpExchange::complete);
     connect(reply, &QNetworkReply::sslErrors, this, [this](const QList<QSslError> &errors) {

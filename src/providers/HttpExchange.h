@@ -35,7 +35,7 @@ class HttpExchange : public QObject {
     void finished();
 
   private:
-    /// Nothing is read before the end: the size is what a fast sender must not outrun.
+    /// Nothing is read before the end: the unread bytes are the size so far.
     void checkSize();
     void complete();
     void fail(std::exception_ptr error);

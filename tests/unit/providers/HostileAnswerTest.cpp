@@ -88,10 +88,9 @@ TEST_F(HostileAnswerTest, AnEndlessBodyIsCutOffAndCostsBoundedMemory) {
             descriptionOf<TransportError>([this] { transform(configuration(AIProvider::openAI)); }),
             QStringLiteral("The answer of 127.0.0.1:%1 is too large.").arg(server.port()));
     }
-    // Twice 4 GiB were there to be had. How far the sender outruns the reader is the scheduler's;
-    // on a quiet machine it is some 50 MiB beyond the bound.
-    EXPECT_LT(server.bytesSent(), 4096 * mebibyte);
-    EXPECT_LT(peakMemory() - before, 1024 * mebibyte);
+    // Twice 4 GiB were there to be had; the kernel's socket buffers hold a little beyond the bound.
+    EXPECT_LT(server.bytesSent(), 256 * mebibyte);
+    EXPECT_LT(peakMemory() - before, 256 * mebibyte);
 }
 
 TEST_F(HostileAnswerTest, ACompressedBodyIsNeverInflated) {
