@@ -21,6 +21,12 @@ QString factorTarget(double factor, double extra, double fixed) {
     return QStringLiteral("≤ ") + text;
 }
 
+QString verdict(const Report::Row &row) {
+    if (row.target == QLatin1String("-"))
+        return row.target;
+    return row.isMet ? QStringLiteral("met") : QStringLiteral("**missed**");
+}
+
 } // namespace
 
 QString inMilliseconds(const Samples &samples) {
@@ -57,8 +63,7 @@ QString Report::markdown() const {
                                   "|---|---|---|---|---|\n");
     for (const Row &row : rows_) {
         text += QStringLiteral("| %1 | %2 | %3 | %4 | %5 |\n")
-                    .arg(row.figure, row.program, row.floor, row.target,
-                         row.isMet ? QStringLiteral("met") : QStringLiteral("**missed**"));
+                    .arg(row.figure, row.program, row.floor, row.target, verdict(row));
     }
     text += QLatin1Char('\n');
     for (const QString &note : notes_)

@@ -72,6 +72,16 @@ class UpdateSessionTest : public SessionFixture {
                   QStringLiteral("the alert is gone"));
     }
 
+    void openAbout() {
+        menu().choose(QStringLiteral("About"));
+        waitUntil(
+            [&] {
+                return desktop().windows().titled(QStringLiteral("About Quillmender")) !=
+                       XCB_WINDOW_NONE;
+            },
+            QStringLiteral("About is shown"));
+    }
+
     const StatusMenuReader &menu() const { return *menu_; }
 
   private:
@@ -114,13 +124,7 @@ TEST_F(UpdateSessionTest, TheProgramWorksWhileTheAlertWaits) {
     waitForAlert();
     pressHotKey();
     waitForPanel();
-    menu().choose(QStringLiteral("About"));
-    waitUntil(
-        [&] {
-            return desktop().windows().titled(QStringLiteral("About Quillmender")) !=
-                   XCB_WINDOW_NONE;
-        },
-        QStringLiteral("About is shown"));
+    openAbout();
     EXPECT_NE(desktop().windows().titled(alertTitle), XCB_WINDOW_NONE);
     menu().choose(QStringLiteral("Quit Quillmender"));
     waitUntil([&] { return !program().process().isRunning(); }, QStringLiteral("it has ended"));
@@ -131,13 +135,7 @@ TEST_F(UpdateSessionTest, WithoutANewerReleaseTheMenuIsPlain) {
     launch();
     waitForRequest();
     // By then the answer has been dealt with.
-    menu().choose(QStringLiteral("About"));
-    waitUntil(
-        [&] {
-            return desktop().windows().titled(QStringLiteral("About Quillmender")) !=
-                   XCB_WINDOW_NONE;
-        },
-        QStringLiteral("About is shown"));
+    openAbout();
     EXPECT_EQ(desktop().windows().titled(alertTitle), XCB_WINDOW_NONE);
     EXPECT_EQ(menu().visibleTitles(), plainMenu);
 }
