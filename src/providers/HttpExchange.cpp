@@ -44,7 +44,10 @@ HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeo
     : reply_(reply),
       largestBody_(largestBody) {
     // A full buffer stops the network thread from reading, however late this one gets its turn.
-    reply->setReadBufferSize(largestBody + 1);
+    // The bound is lost when it is set before the request has gone to that thread.
+    QMetaObject::invokeMethod(
+        reply, [reply, largestBody] { reply->setReadBufferSize(largestBody + 1); },
+        Qt::QueuedConnection);
     connect(reply, &QNetworkReply::readyRead, this, &HttpExchange::checkSize);
     connect(reply, &QNetworkReply::finished, this, &HttpExchange::complete);
     connect(reply, &QNetworkReply::sslErrors, this, [this](const QList<QSslError> &errors) {

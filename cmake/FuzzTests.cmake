@@ -1,0 +1,52 @@
+# Each fuzz target for half a minute, wherever clang and libFuzzer are: a build of its own of the
+# same sources, with that compiler, the sanitizers and the fuzzer's instrumentation.
+include(ExternalProject)
+
+set(targets answers action_documents release_manifest templates text_ranges selection_protocol)
+find_program(QUILLMENDER_FUZZ_COMPILER clang++-19)
+set(missing "")
+if(NOT QUILLMENDER_FUZZ_COMPILER)
+    set(missing "clang++-19")
+else()
+    set(piece lib/linux/libclang_rt.fuzzer-${CMAKE_SYSTEM_PROCESSOR}.a)
+    execute_process(
+        COMMAND ${QUILLMENDER_FUZZ_COMPILER} -print-file-name=${piece}
+        OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT EXISTS "${found}")
+        set(missing ${piece})
+    endif()
+endif()
+if(missing)
+    set(reason "not tested: the fuzz targets (missing: ${missing})")
+    message(WARNING "${reason}; scripts/install-dependencies macos")
+    add_test(NAME fuzz_targets COMMAND ${CMAKE_COMMAND} -E echo "${reason}")
+    set_tests_properties(fuzz_targets PROPERTIES
+        SKIP_REGULAR_EXPRESSION "^not tested" LABELS fuzz)
+    return()
+endif()
+
+set(fuzzBuild ${PROJECT_BINARY_DIR}/fuzz)
+ExternalProject_Add(fuzz_build
+    SOURCE_DIR ${PROJECT_SOURCE_DIR}
+    BINARY_DIR ${fuzzBuild}
+    PREFIX ${fuzzBuild}-imports
+    CMAKE_ARGS
+        -DCMAKE_BUILD_TYPE=RelWithDebInfo
+        -DCMAKE_CXX_COMPILER=${QUILLMENDER_FUZZ_COMPILER}
+        -DQUILLMENDER_FUZZ=ON -DQUILLMENDER_SANITIZE=ON
+        -DQUILLMENDER_TESTS=OFF -DQUILLMENDER_BENCH=OFF
+    BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> --target fuzz_targets
+    BUILD_ALWAYS ON
+    INSTALL_COMMAND ""
+    USES_TERMINAL_BUILD ON)
+
+foreach(target ${targets})
+    # What is found beyond the corpus of the sources goes to the first folder.
+    set(found ${fuzzBuild}/found/${target})
+    file(MAKE_DIRECTORY ${found})
+    add_test(NAME fuzz_${target}
+        COMMAND ${fuzzBuild}/bin/fuzz_${target} -max_total_time=30 -timeout=25 -rss_limit_mb=4096
+            -artifact_prefix=${fuzzBuild}/${target}- -verbosity=0 -print_final_stats=1
+            ${found} ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${target})
+    set_tests_properties(fuzz_${target} PROPERTIES TIMEOUT 180 LABELS fuzz)
+endforeach()
