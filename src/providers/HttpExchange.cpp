@@ -10,6 +10,10 @@ namespace quillmender {
 
 namespace {
 
+/// More than the network thread hands over at once: it stops before the block that would overfill
+/// the buffer, and the bound must have been passed by then.
+constexpr qsizetype largestBlock = qsizetype{32} * 1024 * 1024;
+
 /// The network layer rewinds a body that it has sent when it meets a redirect that it does not
 /// follow, and when the connection closes behind an answer without a length. The answer is whole
 /// then, although rewinding failed.
@@ -44,9 +48,9 @@ HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeo
     : reply_(reply),
       largestBody_(largestBody) {
     // A full buffer stops the network thread from reading, however late this one gets its turn.
-    // The bound is lost when it is set before the request has gone to that thread.
+    // The size is lost when it is set before the request has gone to that thread.
     QMetaObject::invokeMethod(
-        reply, [reply, largestBody] { reply->setReadBufferSize(largestBody + 1); },
+        reply, [reply, largestBody] { reply->setReadBufferSize(largestBody + largestBlock); },
         Qt::QueuedConnection);
     connect(reply, &QNetworkReply::readyRead, this, &HttpExchange::checkSize);
     connect(reply, &QNetworkReply::finished, this, &HttpExchange::complete);
