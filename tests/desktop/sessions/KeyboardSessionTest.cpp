@@ -1,0 +1,147 @@
+#include "desktop/sessions/SessionFixture.h"
+#include "desktop/sessions/TextKeys.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include <string>
+
+namespace quillmender {
+namespace {
+
+using harness::Accessible;
+using harness::TestApplication;
+using harness::waitUntil;
+
+const QString wrong = QStringLiteral("recieve");
+const QString letter = QStringLiteral("Hello, you recieve it.");
+
+struct Layout {
+    const char *name;
+    QStringList arguments; ///< of setxkbmap
+};
+
+std::ostream &operator<<(std::ostream &stream, const Layout &layout) {
+    return stream << layout.name;
+}
+
+/// Whole sessions through the copy and the paste chord on other people's keyboards.
+class LayoutSessionTest : public SessionFixture, public testing::WithParamInterface<Layout> {
+  protected:
+    void setLayout(const QStringList &arguments) {
+        const harness::Command command = desktop().command(QStringLiteral("setxkbmap"), arguments);
+        QProcess process;
+        process.setProcessEnvironment(command.environment);
+        process.start(command.program, command.arguments);
+        ASSERT_TRUE(process.waitForFinished(20'000));
+        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+    }
+
+    TestApplication editorOffTheBus() {
+        QFile file(desktop().folders().home() + QStringLiteral("/letter.txt"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(letter.toUtf8());
+        file.close();
+        return {desktop(),
+                QStringLiteral("env"),
+                {QStringLiteral("NO_AT_BRIDGE=1"), QStringLiteral("mousepad"),
+                 QStringLiteral("--disable-server"), file.fileName()}};
+    }
+
+    void runSession() {
+        selectByKeyboard(input(), letter, wrong);
+        waitUntilSelected(wrong);
+        answerWith(QStringLiteral("receive"));
+        pressHotKey();
+        waitForPanel(wrong);
+        click(QStringLiteral("Fix My Grammar"));
+        EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
+        waitUntilPanelIsGone();
+        expectClipboardUntouched();
+    }
+};
+
+TEST_P(LayoutSessionTest, CopiesAndPastes) {
+    startDesktop();
+    setLayout(GetParam().arguments);
+    startProgram();
+    const TestApplication editor = editorOffTheBus();
+    runSession();
+    // What stands there is asked for on a keyboard that the test can type on.
+    setLayout({QStringLiteral("us"), QStringLiteral("-option"), QString()});
+    expectTextByCopying(QStringLiteral("Hello, you receive it."));
+}
+
+TEST_P(LayoutSessionTest, FollowsAChangeWhileItRuns) {
+    start();
+    const TestApplication editor = editorOffTheBus();
+    setLayout(GetParam().arguments);
+    runSession();
+    setLayout({QStringLiteral("us"), QStringLiteral("-option"), QString()});
+    expectTextByCopying(QStringLiteral("Hello, you receive it."));
+}
+
+QStringList layout(const char *names, const QStringList &more = {}) {
+    return QStringList{QStringLiteral("-layout"), QLatin1String(names)} + more;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keyboards, LayoutSessionTest,
+    testing::Values(
+        Layout{"German", layout("de")}, Layout{"French", layout("fr")},
+        Layout{"Russian", layout("ru,us")}, Layout{"Greek", layout("gr,us")},
+        Layout{"Dvorak", layout("us", {QStringLiteral("-variant"), QStringLiteral("dvorak")})},
+        Layout{"CapsIsEscape", layout("us", {QStringLiteral("-option"),
+                                             QStringLiteral("caps:escape,ctrl:nocaps")})}),
+    [](const testing::TestParamInfo<Layout> &info) { return std::string(info.param.name); });
+
+class HotKeyUseTest : public SessionFixture {};
+
+TEST_F(HotKeyUseTest, PressedFiftyTimesCapturesWhatIsThere) {
+    start();
+    const auto editor = TestApplication::mousepad(desktop(), letter);
+    const Accessible text = editor.focusedText();
+    waitUntil([&] { return text.text() == letter; }, QStringLiteral("the letter is open"));
+    selectByKeyboard(input(), letter, wrong);
+    waitUntil([&] { return text.selectedText() == wrong; }, QStringLiteral("it is selected"));
+    constexpr int presses = 50;
+    for (int i = 0; i < presses; ++i)
+        pressHotKey();
+    waitForPanel(wrong);
+    answerWith(QStringLiteral("receive"));
+    click(QStringLiteral("Fix My Grammar"));
+    EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
+    waitUntilPanelIsGone();
+    EXPECT_EQ(text.text(), QStringLiteral("Hello, you receive it."));
+    expectClipboardNeverTaken();
+}
+
+TEST_F(HotKeyUseTest, AnOpenMenuKeepsTheKeyboardAndTheProgramWaits) {
+    start();
+    const auto editor = TestApplication::mousepad(desktop(), letter);
+    const Accessible text = editor.focusedText();
+    waitUntil([&] { return text.text() == letter; }, QStringLiteral("the letter is open"));
+    const auto menuItem = [&] {
+        return desktop().accessible().find(editor.pid(), [](const Accessible &each) {
+            return each.roleName() == QStringLiteral("menu item") &&
+                   each.name() == QStringLiteral("Save As...") &&
+                   each.hasState(harness::AccessibleState::showing);
+        });
+    };
+    input().chord({XK_Alt_L, XK_f});
+    waitUntil([&] { return menuItem().has_value(); }, QStringLiteral("the menu is open"));
+    pressHotKey();
+    while (menuItem().has_value())
+        input().chord({XK_Escape});
+    EXPECT_EQ(text.text(), letter);
+
+    editor.focusedText();
+    selectByKeyboard(input(), letter, wrong);
+    waitUntil([&] { return text.selectedText() == wrong; }, QStringLiteral("it is selected"));
+    pressHotKey();
+    waitForPanel(wrong);
+    expectClipboardNeverTaken();
+}
+
+} // namespace
+} // namespace quillmender
