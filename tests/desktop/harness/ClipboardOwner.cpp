@@ -71,9 +71,16 @@ void ClipboardOwner::run() {
     std::array<pollfd, 2> sources{
         {{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}, {stopEvent_, POLLIN, 0}}};
     while (xcb_connection_has_error(connection_->get()) == 0) {
-        while (const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())})
+        bool isBusy = false;
+        while (
+            const XcbPointer<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
             handle(*event);
+            isBusy = true;
+        }
         xcb_flush(connection_->get());
+        // Writing much, xcb reads events meanwhile, which the socket then no longer announces.
+        if (isBusy)
+            continue;
         ::poll(sources.data(), sources.size(), -1);
         if (sources[1].revents != 0)
             return;

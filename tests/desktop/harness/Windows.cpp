@@ -16,6 +16,21 @@ QList<xcb_window_t> Windows::all() const {
     return windows;
 }
 
+QList<xcb_window_t> Windows::viewable() const {
+    const auto cookie = xcb_query_tree(connection_.get(), connection_.root());
+    const XcbPointer<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(connection_.get(), cookie, nullptr));
+    QList<xcb_window_t> shown;
+    if (!reply)
+        return shown;
+    const xcb_window_t *const children = xcb_query_tree_children(reply.get());
+    for (int i = 0; i < xcb_query_tree_children_length(reply.get()); ++i) {
+        if (isViewable(children[i]))
+            shown.append(children[i]);
+    }
+    return shown;
+}
+
 xcb_window_t Windows::active() const {
     return connection_.cardinal(connection_.root(), "_NET_ACTIVE_WINDOW").value_or(0);
 }

@@ -18,6 +18,8 @@ class Windows {
 
     /// In the order in which they were mapped.
     QList<xcb_window_t> all() const;
+    /// What the root window shows, menus and other windows that no one manages included.
+    QList<xcb_window_t> viewable() const;
     /// 0 when no window is active.
     xcb_window_t active() const;
     QString title(xcb_window_t window) const;

@@ -2,6 +2,7 @@
 
 #include "desktop/harness/Desktop.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QDir>

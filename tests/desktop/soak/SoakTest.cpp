@@ -19,7 +19,7 @@ const QString letter = QStringLiteral("Hello, you recieve it.");
 constexpr int wordStart = 11;
 constexpr int wordEnd = 18;
 const QString failureMessage = QStringLiteral("The provider is out of order.");
-const QStringList actions{QStringLiteral("Make Formal"), QStringLiteral("Simplify"),
+const QStringList actions{QStringLiteral("Formalize"), QStringLiteral("Simplify"),
                           QStringLiteral("Fix My Grammar")};
 
 int fromEnvironment(const char *name, int usual) {
