@@ -3,6 +3,8 @@
 #include "platform/linux/atspi/TextUnits.h"
 #include "selection/CharacterBoundary.h"
 
+#include <QStringList>
+#include <QList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -41,16 +43,31 @@ void checkUnits(const QString &text, qint64 offset) {
 
 /// For the scripts of South and South-East Asia the finder's answers about marks without a letter
 /// depend on where a text begins.
-bool hasSyllables(const QString &text) {
-    return std::ranges::any_of(text, [](QChar each) {
-        return (each.unicode() >= 0x0900 && each.unicode() < 0x10a0) ||
-               (each.unicode() >= 0x1780 && each.unicode() < 0x1800) ||
-               (each.unicode() >= 0xa800 && each.unicode() < 0xac00);
+bool hasPlainScripts(const QString &text) {
+    const QList<uint> characters = text.toUcs4();
+    return std::ranges::all_of(characters, [](uint each) {
+        switch (QChar::script(each)) {
+        case QChar::Script_Common:
+        case QChar::Script_Inherited:
+        case QChar::Script_Unknown:
+        case QChar::Script_Latin:
+        case QChar::Script_Greek:
+        case QChar::Script_Cyrillic:
+        case QChar::Script_Hebrew:
+        case QChar::Script_Arabic:
+        case QChar::Script_Hangul:
+        case QChar::Script_Hiragana:
+        case QChar::Script_Katakana:
+        case QChar::Script_Han:
+            return true;
+        default:
+            return false;
+        }
     });
 }
 
 void checkBoundaries(const QString &text, TextRange range) {
-    if (hasSyllables(text))
+    if (!hasPlainScripts(text))
         return;
     const bool isInside = range.location >= 0 && range.length >= 0 &&
                           range.location <= text.size() &&

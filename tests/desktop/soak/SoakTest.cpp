@@ -40,12 +40,17 @@ class SoakTest : public SessionFixture {
     int draw(int count) { return std::uniform_int_distribution(0, count - 1)(random_); }
 
     void startApplications() {
-        applications_.push_back(TestApplication::mousepad(desktop(), letter));
-        applications_.push_back(TestApplication::gedit(desktop(), letter));
-        applications_.push_back(
-            TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), letter));
-        applications_.push_back(
-            TestApplication::sampleEditor(desktop(), QStringLiteral("line"), letter));
+        add(TestApplication::mousepad(desktop(), letter));
+        add(TestApplication::gedit(desktop(), letter));
+        add(TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), letter));
+        add(TestApplication::sampleEditor(desktop(), QStringLiteral("line"), letter));
+    }
+
+    /// An editor that still loads its file would drop a selection.
+    void add(TestApplication application) {
+        const Accessible text = application.focusedText();
+        waitUntil([&] { return text.text() == letter; }, QStringLiteral("the letter is open"));
+        applications_.push_back(std::move(application));
     }
 
     void takeClipboard() {
