@@ -1,4 +1,5 @@
 #include "desktop/sessions/SessionFixture.h"
+#include "desktop/sessions/StatusMenuReader.h"
 #include "desktop/sessions/TextKeys.h"
 
 #include <QFile>
@@ -137,6 +138,39 @@ TEST_F(HotKeyUseTest, AnOpenMenuKeepsTheKeyboardAndTheProgramWaits) {
     pressHotKey();
     waitForPanel(wrong);
     expectClipboardNeverTaken();
+}
+
+TEST_F(HotKeyUseTest, TakenByAnotherProgramAndFreedLater) {
+    startDesktop();
+    std::optional<StatusMenuReader> menu(desktop().sessionBus().connection());
+    std::optional<harness::XcbConnection> other(desktop().display());
+    constexpr quint16 controlAndAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+    constexpr xcb_keycode_t space = 65;
+    xcb_grab_key(other->get(), 1, other->root(), controlAndAlt, space, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    other->roundTrip();
+    startProgram();
+    const auto editor = TestApplication::mousepad(desktop(), letter);
+    const Accessible text = editor.focusedText();
+    waitUntil([&] { return text.text() == letter; }, QStringLiteral("the letter is open"));
+    selectByKeyboard(input(), letter, wrong);
+    waitUntil([&] { return text.selectedText() == wrong; }, QStringLiteral("it is selected"));
+
+    pressHotKey();
+    EXPECT_EQ(program().log().trimmed(),
+              "quillmender.x11: the hot key is taken by another program");
+    menu->choose(QStringLiteral("Transform"));
+    const xcb_window_t panel = waitForPanel(wrong);
+    desktop().windows().close(panel);
+    waitUntilPanelIsGone();
+    allowLog();
+
+    other.reset();
+    menu->choose(QStringLiteral("Quit Quillmender"));
+    waitUntil([&] { return !program().process().isRunning(); }, QStringLiteral("it has ended"));
+    startProgram();
+    pressHotKey();
+    waitForPanel(wrong);
 }
 
 } // namespace
