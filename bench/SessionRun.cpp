@@ -30,7 +30,7 @@ SessionRun::Times SessionRun::run(Editor &editor, const QString &text, const QSt
     const auto body = test::ScriptedAnswer::http(200, test::openAIBody(answer));
     provider_.setResponder([this, body](const test::ReceivedRequest &) {
         answeredAt_ = steady_clock::now();
-        return body;
+        return test::ScriptedAnswer(body);
     });
     const size_t requestsBefore = provider_.requests().size();
 

@@ -10,14 +10,14 @@ namespace {
 
 void encodeText(benchmark::State &state) {
     const QString text = plainText(state.range(0));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(encodeJson(Json{{"input", jsonText(text)}}));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 void decodeAnswer(benchmark::State &state) {
     const QByteArray body = test::openAIBody(plainText(state.range(0)));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(decodeJson(body));
     state.SetBytesProcessed(state.iterations() * body.size());
 }

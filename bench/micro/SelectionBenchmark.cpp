@@ -10,7 +10,7 @@ namespace {
 void checkBoundaries(benchmark::State &state) {
     const QString text = plainText(state.range(0));
     const TextRange range{text.size() / 2, text.size() / 4};
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(fallsOnCharacterBoundaries(text, range));
 }
 

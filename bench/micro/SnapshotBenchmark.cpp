@@ -21,7 +21,7 @@ void snapshotClipboard(benchmark::State &state) {
     const harness::ClipboardOwner owner(desktop.display(), offer);
     const auto connection = X11Connection::open(desktop.display().toLatin1());
     SelectionReader reader(*connection, connection->atom("CLIPBOARD"));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const SelectionContents contents = QCoro::waitFor(reader.readAll());
         if (contents.size() < offer.size())
             state.SkipWithError("the snapshot is not whole");

@@ -14,21 +14,21 @@ void renderPrompt(benchmark::State &state) {
     custom.title = QStringLiteral("Shorten");
     custom.promptTemplate = QStringLiteral("Make this shorter, keep its tone:\n\n{{text}}");
     const PromptAction action = PromptAction::custom(custom);
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(action.prompt(text));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 void previewText(benchmark::State &state) {
     const QString text = plainText(state.range(0));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(textPreview(text));
 }
 
 // The worst for a preview: nothing to show until the end.
 void previewBlankText(benchmark::State &state) {
     const QString text(state.range(0), u' ');
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(textPreview(text));
 }
 
