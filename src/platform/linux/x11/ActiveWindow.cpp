@@ -27,7 +27,9 @@ void ActiveWindow::handleEvent(const xcb_generic_event_t *event) {
 
 void ActiveWindow::remember() {
     const xcb_window_t window = current();
-    if (window == XCB_WINDOW_NONE || (last_ && last_->window() == window) || !isForeign(window))
+    const bool isKnown =
+        last_ && last_->window() == window && isStillItself(connection_, *last_);
+    if (window == XCB_WINDOW_NONE || isKnown || !isForeign(window))
         return;
     last_ = std::make_shared<X11RunningApplication>(window, processOfWindow(connection_, window));
 }
@@ -41,7 +43,9 @@ xcb_window_t ActiveWindow::current() const {
 
 std::shared_ptr<const X11RunningApplication> ActiveWindow::frontmost() {
     remember();
-    return last_ && isViewable(last_->window()) ? last_ : nullptr;
+    const bool isThere =
+        last_ && isViewable(last_->window()) && isStillItself(connection_, *last_);
+    return isThere ? last_ : nullptr;
 }
 
 bool ActiveWindow::isInFront(xcb_window_t window) const {
@@ -94,14 +98,30 @@ bool ActiveWindow::isForeign(xcb_window_t window) const {
 xcb_window_t ActiveWindow::focus() const {
     const auto reply = adoptXcb(xcb_get_input_focus_reply(
         connection_.xcb(), xcb_get_input_focus(connection_.xcb()), nullptr));
-    if (!reply || reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
-        reply->focus == connection_.root())
+    if (!reply || reply->focus == connection_.root())
         return XCB_WINDOW_NONE;
-    return reply->focus;
+    return reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? underPointer() : reply->focus;
+}
+
+xcb_window_t ActiveWindow::underPointer() const {
+    xcb_window_t deepest = XCB_WINDOW_NONE;
+    xcb_window_t child = connection_.root();
+    while (child != XCB_WINDOW_NONE) {
+        xcb_generic_error_t *error = nullptr;
+        const auto pointer = adoptXcb(xcb_query_pointer_reply(
+            connection_.xcb(), xcb_query_pointer(connection_.xcb(), child), &error));
+        std::free(error);
+        if (child != connection_.root())
+            deepest = child;
+        child = pointer ? pointer->child : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    return deepest;
 }
 
 xcb_window_t ActiveWindow::topLevelOf(xcb_window_t window) const {
-    while (window != XCB_WINDOW_NONE) {
+    // A window manager marks what it has put into a frame of its own.
+    const xcb_atom_t mark = connection_.atom("WM_STATE");
+    while (window != XCB_WINDOW_NONE && !readProperty(connection_, window, mark)) {
         xcb_generic_error_t *error = nullptr;
         const auto tree = adoptXcb(xcb_query_tree_reply(
             connection_.xcb(), xcb_query_tree(connection_.xcb(), window), &error));

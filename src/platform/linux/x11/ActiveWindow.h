@@ -42,6 +42,7 @@ class ActiveWindow : public QObject {
     bool hasWindowManager() const;
     bool isForeign(xcb_window_t window) const;
     xcb_window_t focus() const;
+    xcb_window_t underPointer() const;
     xcb_window_t topLevelOf(xcb_window_t window) const;
 
     X11Connection &connection_;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11RunningApplication.h"
 
 #include <xcb/res.h>
 
@@ -33,6 +34,11 @@ qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
 qint64 processOfWindow(X11Connection &connection, xcb_window_t window) {
     const quint32 said = readCardinal(connection, window, connection.atom("_NET_WM_PID"));
     return said != 0 ? said : processOfClient(connection, window);
+}
+
+bool isStillItself(X11Connection &connection, const X11RunningApplication &application) {
+    return application.processId() == 0 ||
+           processOfWindow(connection, application.window()) == application.processId();
 }
 
 bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window_t second) {

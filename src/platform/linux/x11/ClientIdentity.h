@@ -6,10 +6,15 @@
 namespace quillmender {
 
 class X11Connection;
+class X11RunningApplication;
 
 /// The process behind a window: what the window says of itself, else what the server knows of its
 /// client. 0 when neither does.
 qint64 processOfWindow(X11Connection &connection, xcb_window_t window);
+
+/// Whether the window still is one of the process that it was of when the handle was made: a server
+/// gives the numbers of an application that has ended to the next one.
+bool isStillItself(X11Connection &connection, const X11RunningApplication &application);
 
 /// Whether two windows were made by the same client, or by two clients of the same process (some
 /// applications talk about selections on a connection of their own).

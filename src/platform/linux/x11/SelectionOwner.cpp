@@ -1,5 +1,6 @@
 #include "platform/linux/x11/SelectionOwner.h"
 
+#include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/IncrSender.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
@@ -22,14 +23,21 @@ bool SelectionOwner::own(SelectionContents contents) {
     ownedSince_ = connection_.serverTime();
     contents_ = std::move(contents);
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
-    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
-        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
-    isOwner_ = reply && reply->owner == connection_.window();
+    isOwner_ = true;
+    isOwner_ = isStillOwner();
     if (!isOwner_) {
         qCWarning(x11Log, "the server gave a selection to another client");
         contents_.clear();
     }
     return isOwner_;
+}
+
+bool SelectionOwner::isStillOwner() const {
+    if (!isOwner_)
+        return false;
+    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
+        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
+    return reply && reply->owner == connection_.window();
 }
 
 xcb_timestamp_t SelectionOwner::release() {
@@ -72,7 +80,8 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
     const bool isAnswered =
-        isOwner_ && (isMultiple ? request.property != XCB_ATOM_NONE &&
+        isOwner_ && !isRefused(request.requestor) &&
+        (isMultiple ? request.property != XCB_ATOM_NONE &&
                                       answerMultiple(request.requestor, property)
                                 : answer(request.requestor, request.target, property));
     notify.property = isAnswered ? property : xcb_atom_t{XCB_ATOM_NONE};
@@ -83,6 +92,10 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     xcb_flush(connection_.xcb());
     if (hasHandedData_)
         Q_EMIT served(request.requestor, pastes_.count);
+}
+
+bool SelectionOwner::isRefused(xcb_window_t requestor) const {
+    return refused_ != XCB_WINDOW_NONE && isSameApplication(connection_, requestor, refused_);
 }
 
 bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {

@@ -24,7 +24,15 @@ class SelectionOwner : public QObject {
     /// Leaves the selection without owner, whoever has it. Answers the time of that change.
     xcb_timestamp_t release();
 
+    /// From now on answers nothing to the application of this window; `XCB_WINDOW_NONE` for none.
+    void refuse(xcb_window_t window) { refused_ = window; }
+
+    /// As far as it was told.
     bool isOwner() const { return isOwner_; }
+
+    /// The server's word: another client may have taken the selection just now.
+    bool isStillOwner() const;
+
     const SelectionContents &contents() const { return contents_; }
 
   Q_SIGNALS:
@@ -36,6 +44,7 @@ class SelectionOwner : public QObject {
     void handleEvent(const xcb_generic_event_t *event);
     void handleClear(const xcb_selection_clear_event_t &clear);
     void handleRequest(const xcb_selection_request_event_t &request);
+    bool isRefused(xcb_window_t requestor) const;
     bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool answerMultiple(xcb_window_t requestor, xcb_atom_t property);
     void answerTargets(xcb_window_t requestor, xcb_atom_t property);
@@ -46,6 +55,7 @@ class SelectionOwner : public QObject {
     const PasteRecord &pastes_;
     SelectionContents contents_;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
+    xcb_window_t refused_ = XCB_WINDOW_NONE;
     bool isOwner_ = false;
     bool hasHandedData_ = false;
 };
