@@ -30,21 +30,33 @@ TEST_F(AccessibilityLossTest, BusThatFallsSilentIsSaidToBeMissing) {
     waitForPanel(wrong);
 }
 
-TEST_F(AccessibilityLossTest, BusThatFallsSilentBeforeTheAnswerCostsATimeOut) {
+TEST_F(AccessibilityLossTest, BusThatFallsSilentBeforeTheAnswerChangesNothingUnsaid) {
     start();
     openLetter(Route::accessibility);
     askForAnswer();
     desktop().accessibilityBus()->process().suspend();
     provider().release();
-    // The chord needs no accessibility: the word is still selected.
-    waitUntilPanelIsGone();
-    expectClipboardUntouched();
+    waitForTemporaryText();
+    waitUntilClipboardIsBack();
     desktop().accessibilityBus()->process().resume();
-    expectText(mended);
+    // GTK itself waits for the bus at each key; then the paste came too late for it.
+    const bool isReplaced = isSessionReplaced();
+    source().activate();
+    waitUntilSourceActs();
+    expectText(isReplaced ? mended : letter);
+    expectClipboardUntouched();
 }
 
 TEST_F(AccessibilityLossTest, KilledRegistryIsStartedAgain) {
     start();
+    openLetter(Route::accessibility);
+    pressHotKey();
+    waitForPanel(wrong);
+    const QPoint action = button(QStringLiteral("Fix My Grammar")).extents().center();
+    click(QStringLiteral("Close"));
+    waitUntilPanelIsGone();
+    forgetSource();
+
     const QDBusConnectionInterface *bus = desktop().accessibilityBus()->connection().interface();
     const auto registry = [&] { return bus->servicePid(registryName).value(); };
     const uint killed = registry();
@@ -53,11 +65,13 @@ TEST_F(AccessibilityLossTest, KilledRegistryIsStartedAgain) {
     waitUntil([&] { return registry() != killed && registry() != 0; },
               QStringLiteral("there is a registry again"));
 
+    // Qt registers with the first registry only: the panel is still there, but not in the list.
     openLetter(Route::accessibility);
-    pressHotKey();
-    waitForPanel(wrong);
     answerWith(right);
-    click(QStringLiteral("Fix My Grammar"));
+    pressHotKey();
+    waitForPanel();
+    input().click(action);
+    EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
     waitUntilPanelIsGone();
     expectText(mended);
     expectClipboardNeverTaken();

@@ -61,11 +61,32 @@ void HostileFixture::waitForTemporaryText() {
               QStringLiteral("the clipboard is borrowed"));
 }
 
+void HostileFixture::waitUntilClipboardIsBack() {
+    harness::ClipboardProbe probe(desktop().display());
+    waitUntil([&] { return !probe.readTarget("x-kde-passwordManagerHint").has_value(); },
+              QStringLiteral("the clipboard is given back"));
+}
+
+bool HostileFixture::isPanelGone() {
+    return desktop().windows().titled(QStringLiteral("Quillmender")) == XCB_WINDOW_NONE;
+}
+
+bool HostileFixture::isSessionReplaced() {
+    bool isFailure = false;
+    waitUntil(
+        [&] {
+            isFailure = panelShows(notReplaced);
+            return isFailure || isPanelGone();
+        },
+        QStringLiteral("the session is over"));
+    return !isFailure;
+}
+
 void HostileFixture::expectText(const QString &text) {
     if (!text_)
         return expectTextByCopying(text);
-    waitUntil([&] { return text_->text() == text; },
-              QStringLiteral("the source has \"%1\"").arg(text));
+    harness::becomesTrue([&] { return text_->text() == text; });
+    EXPECT_EQ(text_->text(), text);
 }
 
 void HostileFixture::waitUntilSourceActs() {

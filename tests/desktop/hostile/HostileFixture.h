@@ -43,6 +43,14 @@ class HostileFixture : public SessionFixture {
     /// Waits until the answer is on the clipboard, to be pasted.
     void waitForTemporaryText();
 
+    /// Waits until what was borrowed is no longer there.
+    void waitUntilClipboardIsBack();
+
+    bool isPanelGone();
+    /// Waits for the end of the session: true when the panel has gone, since the text is replaced,
+    /// false when it shows that the text could not be replaced.
+    bool isSessionReplaced();
+
     /// The source has handled every key so far and has this text, which takes the clipboard where
     /// it is not on the accessibility bus.
     void expectText(const QString &text);

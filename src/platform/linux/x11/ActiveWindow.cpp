@@ -61,6 +61,7 @@ void ActiveWindow::activate(xcb_window_t window) {
         // The time of the hot key would be too old once the user has clicked in the panel: the
         // server ignores a change of focus that is older than the last one.
         const xcb_timestamp_t time = connection_.serverTime();
+        showDesktopOf(window, time);
         sendToWindowManager(connection_, window, "_NET_ACTIVE_WINDOW",
                             {pager, time, XCB_WINDOW_NONE, 0, 0});
     } else {
@@ -69,6 +70,17 @@ void ActiveWindow::activate(xcb_window_t window) {
         xcb_set_input_focus(connection_.xcb(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     }
     xcb_flush(connection_.xcb());
+}
+
+void ActiveWindow::showDesktopOf(xcb_window_t window, xcb_timestamp_t time) {
+    constexpr quint32 all = 0xffffffff;
+    const auto desktop = readProperty(connection_, window, connection_.atom("_NET_WM_DESKTOP"));
+    const quint32 wanted = desktop ? desktop->cardinals().value(0, all) : all;
+    const xcb_atom_t shown = connection_.atom("_NET_CURRENT_DESKTOP");
+    // Some window managers activate nothing on a desktop that is not shown; task bars ask for both.
+    if (wanted != all && wanted != readCardinal(connection_, connection_.root(), shown))
+        sendToWindowManager(connection_, connection_.root(), "_NET_CURRENT_DESKTOP",
+                            {wanted, time, 0, 0, 0});
 }
 
 bool ActiveWindow::isViewable(xcb_window_t window) const {
@@ -98,9 +110,11 @@ bool ActiveWindow::isForeign(xcb_window_t window) const {
 xcb_window_t ActiveWindow::focus() const {
     const auto reply = adoptXcb(xcb_get_input_focus_reply(
         connection_.xcb(), xcb_get_input_focus(connection_.xcb()), nullptr));
-    if (!reply || reply->focus == connection_.root())
+    if (!reply)
         return XCB_WINDOW_NONE;
-    return reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? underPointer() : reply->focus;
+    const bool followsPointer =
+        reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT || reply->focus == connection_.root();
+    return followsPointer ? underPointer() : reply->focus;
 }
 
 xcb_window_t ActiveWindow::underPointer() const {

@@ -39,6 +39,7 @@ class ActiveWindow : public QObject {
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void remember();
+    void showDesktopOf(xcb_window_t window, xcb_timestamp_t time);
     bool hasWindowManager() const;
     bool isForeign(xcb_window_t window) const;
     xcb_window_t focus() const;

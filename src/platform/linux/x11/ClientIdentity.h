@@ -20,4 +20,9 @@ bool isStillItself(X11Connection &connection, const X11RunningApplication &appli
 /// applications talk about selections on a connection of their own).
 bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window_t second);
 
+/// Whether a client that asks for a selection does so for the application with this window: it is
+/// the same application, or a helper that it started, or the application runs in Wine, which has
+/// one process for all that concerns selections.
+bool isActingFor(X11Connection &connection, xcb_window_t requestor, xcb_window_t window);
+
 } // namespace quillmender

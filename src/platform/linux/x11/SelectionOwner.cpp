@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/IncrSender.h"
+#include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
@@ -19,8 +20,9 @@ SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection,
     connect(&connection_, &X11Connection::eventReceived, this, &SelectionOwner::handleEvent);
 }
 
-bool SelectionOwner::own(SelectionContents contents) {
+bool SelectionOwner::own(SelectionContents contents, Audience audience) {
     ownedSince_ = connection_.serverTime();
+    audience_ = audience;
     contents_ = std::move(contents);
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
     isOwner_ = true;
@@ -79,6 +81,7 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     notify.target = request.target;
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
+    isForOnlooker_ = isOnlooker(request.requestor);
     const bool isAnswered =
         isOwner_ && !isRefused(request.requestor) &&
         (isMultiple ? request.property != XCB_ATOM_NONE &&
@@ -98,6 +101,15 @@ bool SelectionOwner::isRefused(xcb_window_t requestor) const {
     return refused_ != XCB_WINDOW_NONE && isSameApplication(connection_, requestor, refused_);
 }
 
+bool SelectionOwner::isOnlooker(xcb_window_t requestor) const {
+    return audience_ == Audience::sourceOfPaste && pastes_.source != XCB_WINDOW_NONE &&
+           !isActingFor(connection_, requestor, pastes_.source);
+}
+
+bool SelectionOwner::isShown(xcb_atom_t target) {
+    return !isForOnlooker_ || target == connection_.atom(clipboardManagerMark);
+}
+
 bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
     if (target == connection_.atom("TARGETS")) {
         answerTargets(requestor, property);
@@ -108,7 +120,7 @@ bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_
         return true;
     }
     const auto found = std::ranges::find(contents_, target, &SelectionTarget::target);
-    if (found == contents_.end())
+    if (found == contents_.end() || !isShown(target))
         return false;
     hand(requestor, property, found->property);
     return true;
@@ -132,8 +144,10 @@ bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
 void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) {
     QList<quint32> targets{connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
                            connection_.atom("MULTIPLE")};
-    for (const SelectionTarget &each : contents_)
-        targets.append(each.target);
+    for (const SelectionTarget &each : contents_) {
+        if (isShown(each.target))
+            targets.append(each.target);
+    }
     writeCardinals(connection_, requestor, property, XCB_ATOM_ATOM, targets);
 }
 

@@ -168,8 +168,10 @@ bool X11KeyEvents::press(quint16 keyCode) {
     }
     send(XCB_KEY_PRESS, pressed_->modifier);
     send(XCB_KEY_PRESS, pressed_->key);
-    if (isPaste)
-        pastes_ = {pastes_.count + 1, target_->window()};
+    if (isPaste) {
+        ++pastes_.count;
+        pastes_.window = target_->window();
+    }
     return true;
 }
 

@@ -144,20 +144,21 @@ bool X11Pasteboard::writeItems(const QList<PasteboardItem> &items) {
     // Nothing to offer is no reason to own the clipboard; a clear under way takes its course.
     if (contents.isEmpty())
         return true;
-    return write(std::move(contents));
+    return write(std::move(contents), SelectionOwner::Audience::everybody);
 }
 
 bool X11Pasteboard::setString(const QString &text) {
     untilLateCopy_.reset();
-    const bool isWritten = write(makeTemporaryText(connection_, text));
+    const bool isWritten = write(makeTemporaryText(connection_, text),
+                                 SelectionOwner::Audience::sourceOfPaste);
     isTemporary_ = isWritten;
     pastesBefore_ = pastes_.count;
     return isWritten;
 }
 
-bool X11Pasteboard::write(SelectionContents contents) {
+bool X11Pasteboard::write(SelectionContents contents, SelectionOwner::Audience audience) {
     primary_.giveBack();
-    if (!owner_.own(std::move(contents)))
+    if (!owner_.own(std::move(contents), audience))
         return false;
     isCleared_ = false;
     isTemporary_ = false;

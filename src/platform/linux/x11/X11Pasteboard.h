@@ -48,7 +48,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool isForeignChange(const xcb_generic_event_t *event) const;
     void handleServed(xcb_window_t requestor, quint64 paste);
     void finishClear();
-    bool write(SelectionContents contents);
+    bool write(SelectionContents contents, SelectionOwner::Audience audience);
     void rememberRead(const QList<PasteboardItem> &items);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
     bool isRead() const;
