@@ -44,10 +44,8 @@ TEST_F(PasswordTest, OfAnEntryField) {
     start();
     const TestApplication field =
         TestApplication::sampleEditor(desktop(), QStringLiteral("password"), password);
-    const harness::Accessible entry = desktop().accessible().waitForFocusedText(field.pid());
+    desktop().accessible().waitForFocusedText(field.pid());
     selectAll();
-    waitUntil([&] { return entry.selectedText().size() == password.size(); },
-              QStringLiteral("all of it is selected"));
     expectSecretKept();
 }
 

@@ -28,9 +28,12 @@ X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &paste
     connect(&owner_, &SelectionOwner::served, this, &X11Pasteboard::handleServed);
     connect(&primary_.owner(), &SelectionOwner::served, this, &X11Pasteboard::handleServed);
     connect(&chords_, &ChordWatch::settled, this, [this] {
-        refuse(XCB_WINDOW_NONE);
         untilLateCopy_.reset();
+        // Refused one target, an application asks for the next.
+        stopRefusing_.start(1s);
     });
+    stopRefusing_.setSingleShot(true);
+    connect(&stopRefusing_, &QTimer::timeout, this, [this] { refuse(XCB_WINDOW_NONE); });
     forgetRead_.setSingleShot(true);
     connect(&forgetRead_, &QTimer::timeout, this, [this] { lastRead_.reset(); });
     xcb_xfixes_select_selection_input(connection_.xcb(), connection_.window(),
@@ -149,6 +152,8 @@ bool X11Pasteboard::writeItems(const QList<PasteboardItem> &items) {
 
 bool X11Pasteboard::setString(const QString &text) {
     untilLateCopy_.reset();
+    stopRefusing_.stop();
+    refuse(XCB_WINDOW_NONE);
     const bool isWritten = write(makeTemporaryText(connection_, text),
                                  SelectionOwner::Audience::sourceOfPaste);
     isTemporary_ = isWritten;
@@ -186,6 +191,7 @@ QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) 
     if (isRead() || late == XCB_WINDOW_NONE)
         co_return true;
     qCInfo(x11Log, "window 0x%x did not attend to the paste", late);
+    stopRefusing_.stop();
     refuse(late);
     co_return false;
 }

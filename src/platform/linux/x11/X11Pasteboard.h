@@ -67,6 +67,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     std::optional<QList<PasteboardItem>> lastRead_;
     std::optional<QList<PasteboardItem>> untilLateCopy_;
     QTimer forgetRead_;
+    QTimer stopRefusing_;
     xcb_timestamp_t releasedAt_ = XCB_CURRENT_TIME;
     quint64 pastesBefore_ = 0;
     quint64 servedPaste_ = 0;
