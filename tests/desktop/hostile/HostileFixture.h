@@ -18,8 +18,8 @@ inline const QString noFrontmost =
 inline const QString nothingSelected =
     QStringLiteral("Select some text, or place the cursor inside a normal text field so "
                    "Quillmender can capture the whole field when possible.");
-inline const QString notReplaced = QStringLiteral(
-    "Quillmender could not replace the selected text back in the source app.");
+inline const QString notReplaced =
+    QStringLiteral("Quillmender could not replace the selected text back in the source app.");
 
 /// Sessions with other programs that misbehave. At the end of each test the program has never left
 /// the bus without an answer for longer than 300 ms, give or take what the machine itself does.

@@ -83,8 +83,7 @@ class PlainWindowsTest
 
     bool isRedirecting() {
         xcb_connection_t *const connection = desktop().connection().get();
-        const auto cookie =
-            xcb_get_window_attributes(connection, desktop().connection().root());
+        const auto cookie = xcb_get_window_attributes(connection, desktop().connection().root());
         const XcbPointer<xcb_get_window_attributes_reply_t> reply(
             xcb_get_window_attributes_reply(connection, cookie, nullptr));
         return reply && (reply->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;

@@ -59,7 +59,8 @@ void Responsiveness::Questioner::run(const std::stop_token &stop) {
                 askedAt_ = Clock::now();
             }
             constexpr int deadline = 60'000;
-            answers = bus.call(question, QDBus::Block, deadline).type() == QDBusMessage::ReplyMessage;
+            answers =
+                bus.call(question, QDBus::Block, deadline).type() == QDBusMessage::ReplyMessage;
             {
                 const std::scoped_lock lock(mutex_);
                 if (answers)

@@ -6,8 +6,7 @@ namespace {
 using harness::waitUntil;
 
 /// The application with the text hangs, and comes round when everything is over.
-class StoppedSourceTest : public HostileFixture,
-                          public testing::WithParamInterface<bool> {
+class StoppedSourceTest : public HostileFixture, public testing::WithParamInterface<bool> {
   protected:
     static Route route() { return GetParam() ? Route::accessibility : Route::clipboard; }
 

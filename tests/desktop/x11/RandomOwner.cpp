@@ -8,13 +8,24 @@ namespace quillmender {
 
 namespace {
 
-const QList<QByteArray> realNames{"UTF8_STRING", "STRING", "TEXT", "COMPOUND_TEXT", "text/plain",
-                                  "text/plain;charset=utf-8", "text/html", "text/rtf",
-                                  "image/png", "image/bmp", "image/x-MS-bmp", "text/uri-list",
-                                  "x-special/gnome-copied-files", "x-kde-passwordManagerHint",
-                                  "application/x-openoffice-embed-source-xml", "CUT_BUFFER0"};
-const QList<QByteArray> realTypes{"UTF8_STRING", "STRING", "ATOM", "INTEGER", "PIXMAP",
-                                  "text/html", "C_STRING"};
+const QList<QByteArray> realNames{"UTF8_STRING",
+                                  "STRING",
+                                  "TEXT",
+                                  "COMPOUND_TEXT",
+                                  "text/plain",
+                                  "text/plain;charset=utf-8",
+                                  "text/html",
+                                  "text/rtf",
+                                  "image/png",
+                                  "image/bmp",
+                                  "image/x-MS-bmp",
+                                  "text/uri-list",
+                                  "x-special/gnome-copied-files",
+                                  "x-kde-passwordManagerHint",
+                                  "application/x-openoffice-embed-source-xml",
+                                  "CUT_BUFFER0"};
+const QList<QByteArray> realTypes{"UTF8_STRING", "STRING",    "ATOM",    "INTEGER",
+                                  "PIXMAP",      "text/html", "C_STRING"};
 
 } // namespace
 
@@ -27,7 +38,8 @@ RandomOwner::RandomOwner(const QByteArray &display, Random &random, Character ch
     const int fatal = character == Character::dying ? number(0, targets) : -1;
     for (int i = 0; i < targets; ++i) {
         if (i == fatal)
-            owner_->offerSpecially(makeName(i).constData(), [this](const auto &) { owner_->die(); });
+            owner_->offerSpecially(makeName(i).constData(),
+                                   [this](const auto &) { owner_->die(); });
         else if ((character == Character::sparing || character == Character::lying) &&
                  number(0, 3) == 0)
             addBadTarget(i);

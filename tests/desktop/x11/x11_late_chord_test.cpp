@@ -147,10 +147,10 @@ TEST_F(LateChordTest, LatePasteGetsNothing) {
     TestRequestor reader(*peer_);
     EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt);
     EXPECT_EQ(reader.fetch("TARGETS"), std::nullopt);
-    const auto elsewhere = server_.start(
-        QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"),
-                                  QStringLiteral("clipboard"), QStringLiteral("-target"),
-                                  QStringLiteral("UTF8_STRING")});
+    const auto elsewhere = server_.start(QStringLiteral("xclip"),
+                                         {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                          QStringLiteral("clipboard"), QStringLiteral("-target"),
+                                          QStringLiteral("UTF8_STRING")});
     EXPECT_TRUE(waitFor([&] { return elsewhere->state() == QProcess::NotRunning; }));
     EXPECT_EQ(elsewhere->readAllStandardOutput(), "the user's") << "to others it is there";
 

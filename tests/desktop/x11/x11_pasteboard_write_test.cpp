@@ -94,15 +94,15 @@ TEST_F(PasteboardWriteTest, OffersTextInItsUsualTargetsWithTheHistoryMark) {
 
 TEST_F(PasteboardWriteTest, ShowsTemporaryTextToNobodyButWhoIsPastedInto) {
     const auto elsewhere = [this](const char *target) {
-        const auto xclip = server_.start(
-            QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"),
-                                      QStringLiteral("clipboard"), QStringLiteral("-target"),
-                                      QString::fromLatin1(target)});
+        const auto xclip = server_.start(QStringLiteral("xclip"),
+                                         {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                          QStringLiteral("clipboard"), QStringLiteral("-target"),
+                                          QString::fromLatin1(target)});
         EXPECT_TRUE(waitFor([&] { return xclip->state() == QProcess::NotRunning; }));
         return xclip->readAllStandardOutput();
     };
-    const auto foreign = server_.start(QStringLiteral("xterm"), {QStringLiteral("-e"),
-                                                                 QStringLiteral("cat")});
+    const auto foreign =
+        server_.start(QStringLiteral("xterm"), {QStringLiteral("-e"), QStringLiteral("cat")});
     std::shared_ptr<const X11RunningApplication> terminal;
     const auto isThere = [&] {
         const auto tree = adoptXcb(xcb_query_tree_reply(
@@ -110,8 +110,8 @@ TEST_F(PasteboardWriteTest, ShowsTemporaryTextToNobodyButWhoIsPastedInto) {
         const xcb_window_t *const children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
             if (processOfWindow(*peer_, children[i]) == foreign->processId())
-                terminal = std::make_shared<X11RunningApplication>(children[i],
-                                                                   foreign->processId());
+                terminal =
+                    std::make_shared<X11RunningApplication>(children[i], foreign->processId());
         }
         return terminal != nullptr;
     };

@@ -19,9 +19,8 @@ class RandomOwnerTest : public X11Test, public testing::WithParamInterface<Chara
     RandomOwnerTest() : seed_(chosenSeed()), random_(seed_) {
         std::cout << "QUILLMENDER_SEED=" << seed_ << std::endl;
         lag_.start(20);
-        QObject::connect(&lag_, &QTimer::timeout, &lag_, [this] {
-            longestLag_ = std::max(longestLag_, sinceTick_.restart());
-        });
+        QObject::connect(&lag_, &QTimer::timeout, &lag_,
+                         [this] { longestLag_ = std::max(longestLag_, sinceTick_.restart()); });
         sinceTick_.start();
     }
 

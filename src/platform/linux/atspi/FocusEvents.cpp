@@ -34,8 +34,7 @@ void FocusEvents::registerEvents() {
     const ObjectRef registry{QLatin1String(atspi::registry),
                              QStringLiteral("/org/a11y/atspi/registry")};
     for (const auto event : {"object:state-changed:focused", "window:activate"})
-        bus_.post(registry, atspi::registry, "RegisterEvent",
-                  {QString::fromLatin1(event)});
+        bus_.post(registry, atspi::registry, "RegisterEvent", {QString::fromLatin1(event)});
 }
 
 void FocusEvents::focusGained(const QDBusMessage &event) {

@@ -27,8 +27,7 @@ void ActiveWindow::handleEvent(const xcb_generic_event_t *event) {
 
 void ActiveWindow::remember() {
     const xcb_window_t window = current();
-    const bool isKnown =
-        last_ && last_->window() == window && isStillItself(connection_, *last_);
+    const bool isKnown = last_ && last_->window() == window && isStillItself(connection_, *last_);
     if (window == XCB_WINDOW_NONE || isKnown || !isForeign(window))
         return;
     last_ = std::make_shared<X11RunningApplication>(window, processOfWindow(connection_, window));
@@ -43,8 +42,7 @@ xcb_window_t ActiveWindow::current() const {
 
 std::shared_ptr<const X11RunningApplication> ActiveWindow::frontmost() {
     remember();
-    const bool isThere =
-        last_ && isViewable(last_->window()) && isStillItself(connection_, *last_);
+    const bool isThere = last_ && isViewable(last_->window()) && isStillItself(connection_, *last_);
     return isThere ? last_ : nullptr;
 }
 

@@ -82,11 +82,10 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
     isForOnlooker_ = isOnlooker(request.requestor);
-    const bool isAnswered =
-        isOwner_ && !isRefused(request.requestor) &&
-        (isMultiple ? request.property != XCB_ATOM_NONE &&
-                                      answerMultiple(request.requestor, property)
-                                : answer(request.requestor, request.target, property));
+    const bool isAnswered = isOwner_ && !isRefused(request.requestor) &&
+                            (isMultiple ? request.property != XCB_ATOM_NONE &&
+                                              answerMultiple(request.requestor, property)
+                                        : answer(request.requestor, request.target, property));
     notify.property = isAnswered ? property : xcb_atom_t{XCB_ATOM_NONE};
     // The wire wants 32 bytes of every event.
     alignas(xcb_selection_notify_event_t) std::array<char, 32> bytes{};

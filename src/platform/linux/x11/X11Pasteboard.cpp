@@ -154,8 +154,8 @@ bool X11Pasteboard::setString(const QString &text) {
     untilLateCopy_.reset();
     stopRefusing_.stop();
     refuse(XCB_WINDOW_NONE);
-    const bool isWritten = write(makeTemporaryText(connection_, text),
-                                 SelectionOwner::Audience::sourceOfPaste);
+    const bool isWritten =
+        write(makeTemporaryText(connection_, text), SelectionOwner::Audience::sourceOfPaste);
     isTemporary_ = isWritten;
     pastesBefore_ = pastes_.count;
     return isWritten;
