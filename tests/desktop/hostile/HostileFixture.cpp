@@ -17,7 +17,7 @@ void HostileFixture::start() {
 void HostileFixture::start(const harness::Desktop::Options &options) {
     startDesktop(options);
     startProgram();
-    responsiveness_.emplace(desktop());
+    watchResponsiveness();
 }
 
 TestApplication &HostileFixture::openLetter(Route route) {

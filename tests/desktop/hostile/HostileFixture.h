@@ -29,6 +29,8 @@ class HostileFixture : public SessionFixture {
 
     void start();
     void start(const harness::Desktop::Options &options);
+    /// For a test that starts desktop and program itself.
+    void watchResponsiveness() { responsiveness_.emplace(desktop()); }
 
     /// Mousepad with the letter and the wrong word selected. For the second route it keeps off the
     /// accessibility bus.

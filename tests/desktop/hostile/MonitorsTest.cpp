@@ -17,6 +17,7 @@ class MonitorsTest : public HostileFixture {
         defineMonitor(QStringLiteral("right"), QStringLiteral("1000/250x900/225+1000+0"),
                       QStringLiteral("none"));
         startProgram();
+        watchResponsiveness();
     }
 
     void expectPanelIn(const QRect &monitor) {

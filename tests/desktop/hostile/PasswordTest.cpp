@@ -19,6 +19,7 @@ class PasswordTest : public HostileFixture {
         startDesktop();
         startProgram({{QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("quillmender.*=true")}});
         allowLog();
+        watchResponsiveness();
     }
 
     void selectAll() { input().chord({XK_Control_L, XK_a}); }

@@ -22,6 +22,7 @@ class PlainWindowsTest
         if (managerName() == QStringLiteral("twm"))
             startTwm();
         startProgram();
+        watchResponsiveness();
     }
 
     static QString managerName() { return QString::fromLatin1(std::get<0>(GetParam())); }

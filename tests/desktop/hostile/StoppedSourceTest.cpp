@@ -1,5 +1,7 @@
 #include "desktop/hostile/HostileFixture.h"
 
+#include <QElapsedTimer>
+
 namespace quillmender {
 namespace {
 
@@ -21,7 +23,11 @@ TEST_P(StoppedSourceTest, BeforeTheCapture) {
     start();
     openLetter(route());
     source().process().suspend();
+    QElapsedTimer timer;
+    timer.start();
     pressHotKey();
+    waitForPanel();
+    RecordProperty("panelMs", static_cast<int>(timer.elapsed()));
     close(nothingSelected);
     EXPECT_TRUE(provider().requests().empty());
 
