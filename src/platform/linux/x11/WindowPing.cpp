@@ -87,10 +87,12 @@ bool WindowPing::forget(const Question &question) {
 
 void WindowPing::listen() {
     // Answers go to the root, with every change of every window on the screen: those would wake
-    // this program, so they are listened to only while an answer is due.
-    const quint32 events =
-        XCB_EVENT_MASK_PROPERTY_CHANGE |
-        (questions_.isEmpty() ? quint32{0} : quint32{XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY});
+    // this program, so they are listened to only while an answer is due. Most toolkits answer to
+    // who follows the root's children, Qt to who follows the root itself.
+    constexpr quint32 always = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    constexpr quint32 answers =
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const quint32 events = questions_.isEmpty() ? always : always | answers;
     xcb_change_window_attributes(connection_.xcb(), connection_.root(), XCB_CW_EVENT_MASK, &events);
     xcb_flush(connection_.xcb());
 }
