@@ -55,6 +55,8 @@ class PlainWindowsTest
             QStringLiteral("the word is selected"));
     }
 
+    bool isManaged() { return !manager_ || manager_->isRunning(); }
+
     void waitForPanelText(const QString &text) {
         waitUntil([&] { return panelShows(text); },
                   QStringLiteral("the panel shows \"%1\"").arg(text));
@@ -77,6 +79,10 @@ class PlainWindowsTest
         ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
         // Else it asks the user for the place of every window.
         settings.write("RandomPlacement\nUsePPosition \"on\"\n");
+        // Without the fonts of its default it ends.
+        for (const char *font :
+             {"TitleFont", "ResizeFont", "MenuFont", "IconFont", "IconManagerFont"})
+            settings.write(QByteArray(font) + " \"fixed\"\n");
         settings.close();
         manager_.emplace(desktop().command(QStringLiteral("twm")));
         waitUntil([&] { return isRedirecting(); }, QStringLiteral("twm manages windows"));
@@ -121,6 +127,7 @@ class PlainWindowsTest
 TEST_P(PlainWindowsTest, SelectionIsReplaced) {
     start();
     openEditor();
+    ASSERT_TRUE(isManaged());
     answerWith(right);
     pressHotKey();
     waitForPanelText(wrong);
