@@ -75,7 +75,9 @@ class KeyEvents {
 
     virtual void setFlags(const KeyEventRef &event, quint64 flags) = 0;
 
-    virtual void post(quint32 tap, const KeyEventRef &event) = 0;
+    /// False when it was not posted, because the application that a chord was prepared for is no
+    /// longer in front.
+    virtual bool post(quint32 tap, const KeyEventRef &event) = 0;
 };
 
 } // namespace quillmender

@@ -41,7 +41,9 @@ class Pasteboard {
 
     /// Completes when the application that was pasted into has asked for what `setString` put
     /// here, or after `limit`, whichever is first. Completes at once where the system cannot tell.
-    virtual QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) = 0;
+    /// False when the application does not attend to its events, so that it has not even seen the
+    /// chord; whatever it asks for when it does see it, is refused.
+    virtual QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) = 0;
 
     /// Called once, when the program ends: completes when what it put here will outlive it, or
     /// after a deadline. At once where the system itself keeps the contents.

@@ -36,7 +36,8 @@ QCoro::Task<KeystrokeResult> PasteboardManager::postCommandKeystroke(RunningAppl
 
     keyEvents_.setFlags(down, commandFlag);
     keyEvents_.setFlags(up, commandFlag);
-    keyEvents_.post(hidEventTap, down);
+    if (!keyEvents_.post(hidEventTap, down))
+        co_return KeystrokeResult::withheld;
     keyEvents_.post(hidEventTap, up);
     co_return KeystrokeResult::posted;
 }

@@ -35,16 +35,18 @@ class FakeKeyEvents : public KeyEvents {
     void setFlags(const KeyEventRef &event, quint64 flags) override {
         log_->append(QStringLiteral("setFlags %1 0x%2").arg(name(event)).arg(flags, 0, 16));
     }
-    void post(quint32 tap, const KeyEventRef &event) override {
+    bool post(quint32 tap, const KeyEventRef &event) override {
         log_->append(QStringLiteral("post %1 tap %2").arg(name(event)).arg(tap));
-        if (onPost)
+        if (acceptsPosts && onPost)
             onPost(dynamic_cast<const Event &>(*event).keyCode);
+        return acceptsPosts;
     }
 
     ChordReadiness readiness = ChordReadiness::ready;
     bool createsSource = true;
     bool createsDown = true;
     bool createsUp = true;
+    bool acceptsPosts = true;
     std::function<void(quint16 keyCode)> onPost;
 
   private:

@@ -42,9 +42,9 @@ class FakePasteboard : public Pasteboard {
         ++count;
         return acceptsWrites;
     }
-    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override {
+    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override {
         log_->append(QStringLiteral("pasteboard.stringWasRead %1").arg(limit.count()));
-        co_return;
+        co_return std::as_const(isChordSeen);
     }
     QCoro::Task<> handOver() override {
         log_->append(QStringLiteral("pasteboard.handOver"));
@@ -61,6 +61,7 @@ class FakePasteboard : public Pasteboard {
     std::optional<QString> text;
     qint64 count = 7;
     bool acceptsWrites = true;
+    bool isChordSeen = true;
 
   private:
     CallLog log_;

@@ -122,7 +122,7 @@ TEST_F(PasteboardTest, StringIsThePlainTextIfThereIsAny) {
 }
 
 TEST_F(PasteboardTest, NothingIsWaitedFor) {
-    await(pasteboard.stringWasRead(std::chrono::hours(1)));
+    EXPECT_TRUE(await(pasteboard.stringWasRead(std::chrono::hours(1))));
     await(pasteboard.handOver());
     EXPECT_THAT(calls(), ElementsAre());
 }

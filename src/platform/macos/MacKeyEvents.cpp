@@ -51,9 +51,10 @@ void MacKeyEvents::setFlags(const KeyEventRef &event, quint64 flags) {
         CGEventSetFlags(own->event.get(), flags);
 }
 
-void MacKeyEvents::post(quint32 tap, const KeyEventRef &event) {
+bool MacKeyEvents::post(quint32 tap, const KeyEventRef &event) {
     if (const auto *own = dynamic_cast<const MacEvent *>(event.get()))
         CGEventPost(static_cast<CGEventTapLocation>(tap), own->event.get());
+    return true;
 }
 
 } // namespace quillmender

@@ -12,7 +12,7 @@ class MacKeyEvents : public KeyEvents {
     KeyEventRef createKeyboardEvent(const KeyEventSourceRef &source, quint16 keyCode,
                                     bool keyDown) override;
     void setFlags(const KeyEventRef &event, quint64 flags) override;
-    void post(quint32 tap, const KeyEventRef &event) override;
+    bool post(quint32 tap, const KeyEventRef &event) override;
 };
 
 } // namespace quillmender

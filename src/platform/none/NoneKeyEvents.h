@@ -13,7 +13,7 @@ class NoneKeyEvents : public KeyEvents {
         return nullptr;
     }
     void setFlags(const KeyEventRef &, quint64) override {}
-    void post(quint32, const KeyEventRef &) override {}
+    bool post(quint32, const KeyEventRef &) override { return false; }
 };
 
 } // namespace quillmender

@@ -32,6 +32,7 @@ class ScriptedOwner : public QObject {
 
     /// Closes the connection as a program that dies would.
     void die();
+    bool isDead() const { return !connection_; }
 
     /// How TARGETS is answered, where not honestly.
     std::optional<X11Property> targetsAnswer;

@@ -91,13 +91,14 @@ TEST_F(PasteboardReadTest, TakesLargeTargetsInChunks) {
 }
 
 TEST_F(PasteboardReadTest, RestoresVeryLargeContents) {
-    const X11Property image{owner_->atom("image/x-raw"), 8, pattern(qsizetype{64} * 1024 * 1024)};
+    const X11Property image{owner_->atom("image/x-raw"), 8, pattern(qsizetype{200} * 1000 * 1000)};
     owner_->offer("UTF8_STRING", text("caption"));
     owner_->offerIncrementally("image/x-raw", image, qsizetype{1024} * 1024);
     const auto items = wait(pasteboard().items());
     ASSERT_THAT(types(items),
                 ElementsAre(QStringLiteral("UTF8_STRING"), QStringLiteral("image/x-raw")));
     owner_.reset();
+    ASSERT_TRUE(waitFor([&] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
     pasteboard().clearContents();
     ASSERT_TRUE(pasteboard().writeItems(items));
     TestRequestor requestor(*peer_);

@@ -2,6 +2,7 @@
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/TestWindow.h"
 #include "desktop/x11/X11Test.h"
+#include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/IncrSender.h"
 
 #include <xcb/xfixes.h>
@@ -89,6 +90,54 @@ TEST_F(PasteboardWriteTest, OffersTextInItsUsualTargetsWithTheHistoryMark) {
     EXPECT_EQ(requestor.fetch("x-kde-passwordManagerHint")->value, "secret");
     EXPECT_EQ(requestor.fetch("image/png"), std::nullopt);
     EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("é€"));
+}
+
+TEST_F(PasteboardWriteTest, ShowsTemporaryTextToNobodyButWhoIsPastedInto) {
+    const auto elsewhere = [this](const char *target) {
+        const auto xclip = server_.start(QStringLiteral("xclip"),
+                                         {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                          QStringLiteral("clipboard"), QStringLiteral("-target"),
+                                          QString::fromLatin1(target)});
+        EXPECT_TRUE(waitFor([&] { return xclip->state() == QProcess::NotRunning; }));
+        return xclip->readAllStandardOutput();
+    };
+    const auto foreign =
+        server_.start(QStringLiteral("xterm"), {QStringLiteral("-e"), QStringLiteral("cat")});
+    std::shared_ptr<const X11RunningApplication> terminal;
+    const auto isThere = [&] {
+        const auto tree = adoptXcb(xcb_query_tree_reply(
+            peer_->xcb(), xcb_query_tree(peer_->xcb(), peer_->root()), nullptr));
+        const xcb_window_t *const children = xcb_query_tree_children(tree.get());
+        for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+            if (processOfWindow(*peer_, children[i]) == foreign->processId())
+                terminal =
+                    std::make_shared<X11RunningApplication>(children[i], foreign->processId());
+        }
+        return terminal != nullptr;
+    };
+    ASSERT_TRUE(waitFor(isThere));
+
+    ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
+    ASSERT_TRUE(services_->workspace->activate(terminal, 0));
+    EXPECT_EQ(elsewhere("UTF8_STRING"), "");
+    EXPECT_EQ(elsewhere("TARGETS"), "TARGETS\nTIMESTAMP\nMULTIPLE\nx-kde-passwordManagerHint\n");
+    EXPECT_EQ(elsewhere("x-kde-passwordManagerHint"), "secret");
+
+    // The test is the application itself, and what it started acts for it.
+    const TestWindow window(*peer_);
+    ASSERT_TRUE(services_->workspace->activate(
+        std::make_shared<X11RunningApplication>(window.id(), QCoreApplication::applicationPid()),
+        0));
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING")->value, "answer");
+    EXPECT_EQ(elsewhere("UTF8_STRING"), "answer");
+
+    ASSERT_TRUE(services_->workspace->activate(terminal, 0));
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().writeItems(itemOf(QStringLiteral("UTF8_STRING"), "the user's")));
+    EXPECT_EQ(elsewhere("UTF8_STRING"), "the user's");
+    foreign->kill();
+    foreign->waitForFinished(5000);
 }
 
 TEST_F(PasteboardWriteTest, IgnoresTheLossOfAFormerOwnership) {

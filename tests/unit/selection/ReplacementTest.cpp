@@ -134,6 +134,13 @@ TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
     keyEvents.readiness = ChordReadiness::withheld;
     expectFailure("withheld");
     keyEvents.readiness = ChordReadiness::ready;
+    keyEvents.acceptsPosts = false;
+    expectFailure("the source lost the focus");
+    EXPECT_EQ(log->count(QStringLiteral("post 9 up tap 0")), 0);
+    keyEvents.acceptsPosts = true;
+    pasteboard.isChordSeen = false;
+    expectFailure("the source hangs");
+    pasteboard.isChordSeen = true;
     clock.cancelledSleep = clock.sleeps + 1;
     expectFailure("first sleep cancelled");
     clock.cancelledSleep = clock.sleeps + 2;

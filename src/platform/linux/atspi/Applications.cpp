@@ -68,8 +68,7 @@ Call Applications::toolkitQuestion(const QString &service, const BudgetRef &budg
 }
 
 QCoro::Task<QStringList> Applications::services(BudgetRef budget) {
-    const ObjectRef registry{QStringLiteral("org.a11y.atspi.Registry"),
-                             QLatin1String(atspi::rootPath)};
+    const ObjectRef registry{QLatin1String(atspi::registry), QLatin1String(atspi::rootPath)};
     const Call call = bus_.call(budget, registry, atspi::accessible, "GetChildren");
     const auto answer = co_await call.answer();
     QStringList services;

@@ -124,7 +124,7 @@ Call AtspiBus::call(const BudgetRef &budget, const ObjectRef &object, const char
     QDBusMessage message = QDBusMessage::createMethodCall(
         object.service, object.path, QLatin1String(interface), QLatin1String(member));
     message.setArguments(arguments);
-    message.setAutoStartService(false);
+    message.setAutoStartService(object.service == QLatin1String(atspi::registry));
     return Call(connection_.asyncCall(message, timeout), budget, object.service);
 }
 
@@ -139,7 +139,7 @@ void AtspiBus::post(const ObjectRef &object, const char *interface, const char *
     QDBusMessage message = QDBusMessage::createMethodCall(
         object.service, object.path, QLatin1String(interface), QLatin1String(member));
     message.setArguments(arguments);
-    message.setAutoStartService(false);
+    message.setAutoStartService(object.service == QLatin1String(atspi::registry));
     connection_.send(message);
 }
 

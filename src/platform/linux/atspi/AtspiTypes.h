@@ -74,6 +74,7 @@ inline constexpr auto application = "org.a11y.atspi.Application";
 inline constexpr auto collection = "org.a11y.atspi.Collection";
 inline constexpr auto editableText = "org.a11y.atspi.EditableText";
 inline constexpr auto text = "org.a11y.atspi.Text";
+inline constexpr auto registry = "org.a11y.atspi.Registry";
 inline constexpr auto rootPath = "/org/a11y/atspi/accessible/root";
 } // namespace atspi
 

@@ -21,11 +21,20 @@ void FocusEvents::subscribe() {
     connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Window"),
                        QStringLiteral("Activate"), this, SLOT(windowActivated(QDBusMessage)));
 
-    const ObjectRef registry{QStringLiteral("org.a11y.atspi.Registry"),
+    // A registry that has died is started by the next message to it; what it was told is lost.
+    const QString noOwner = QStringLiteral("");
+    connection.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
+                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
+                       {QLatin1String(atspi::registry), QString(), noOwner}, QString(), this,
+                       SLOT(registerEvents()));
+    registerEvents();
+}
+
+void FocusEvents::registerEvents() {
+    const ObjectRef registry{QLatin1String(atspi::registry),
                              QStringLiteral("/org/a11y/atspi/registry")};
     for (const auto event : {"object:state-changed:focused", "window:activate"})
-        bus_.post(registry, "org.a11y.atspi.Registry", "RegisterEvent",
-                  {QString::fromLatin1(event)});
+        bus_.post(registry, atspi::registry, "RegisterEvent", {QString::fromLatin1(event)});
 }
 
 void FocusEvents::focusGained(const QDBusMessage &event) {

@@ -17,6 +17,7 @@ class FocusEvents : public QObject {
 
   private Q_SLOTS:
     void subscribe();
+    void registerEvents();
     void focusGained(const QDBusMessage &event);
     void windowActivated(const QDBusMessage &event);
 

@@ -27,7 +27,8 @@ void ActiveWindow::handleEvent(const xcb_generic_event_t *event) {
 
 void ActiveWindow::remember() {
     const xcb_window_t window = current();
-    if (window == XCB_WINDOW_NONE || (last_ && last_->window() == window) || !isForeign(window))
+    const bool isKnown = last_ && last_->window() == window && isStillItself(connection_, *last_);
+    if (window == XCB_WINDOW_NONE || isKnown || !isForeign(window))
         return;
     last_ = std::make_shared<X11RunningApplication>(window, processOfWindow(connection_, window));
 }
@@ -41,7 +42,8 @@ xcb_window_t ActiveWindow::current() const {
 
 std::shared_ptr<const X11RunningApplication> ActiveWindow::frontmost() {
     remember();
-    return last_ && isViewable(last_->window()) ? last_ : nullptr;
+    const bool isThere = last_ && isViewable(last_->window()) && isStillItself(connection_, *last_);
+    return isThere ? last_ : nullptr;
 }
 
 bool ActiveWindow::isInFront(xcb_window_t window) const {
@@ -57,6 +59,7 @@ void ActiveWindow::activate(xcb_window_t window) {
         // The time of the hot key would be too old once the user has clicked in the panel: the
         // server ignores a change of focus that is older than the last one.
         const xcb_timestamp_t time = connection_.serverTime();
+        showDesktopOf(window, time);
         sendToWindowManager(connection_, window, "_NET_ACTIVE_WINDOW",
                             {pager, time, XCB_WINDOW_NONE, 0, 0});
     } else {
@@ -65,6 +68,17 @@ void ActiveWindow::activate(xcb_window_t window) {
         xcb_set_input_focus(connection_.xcb(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     }
     xcb_flush(connection_.xcb());
+}
+
+void ActiveWindow::showDesktopOf(xcb_window_t window, xcb_timestamp_t time) {
+    constexpr quint32 all = 0xffffffff;
+    const auto desktop = readProperty(connection_, window, connection_.atom("_NET_WM_DESKTOP"));
+    const quint32 wanted = desktop ? desktop->cardinals().value(0, all) : all;
+    const xcb_atom_t shown = connection_.atom("_NET_CURRENT_DESKTOP");
+    // Some window managers activate nothing on a desktop that is not shown; task bars ask for both.
+    if (wanted != all && wanted != readCardinal(connection_, connection_.root(), shown))
+        sendToWindowManager(connection_, connection_.root(), "_NET_CURRENT_DESKTOP",
+                            {wanted, time, 0, 0, 0});
 }
 
 bool ActiveWindow::isViewable(xcb_window_t window) const {
@@ -94,14 +108,32 @@ bool ActiveWindow::isForeign(xcb_window_t window) const {
 xcb_window_t ActiveWindow::focus() const {
     const auto reply = adoptXcb(xcb_get_input_focus_reply(
         connection_.xcb(), xcb_get_input_focus(connection_.xcb()), nullptr));
-    if (!reply || reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
-        reply->focus == connection_.root())
+    if (!reply)
         return XCB_WINDOW_NONE;
-    return reply->focus;
+    const bool followsPointer =
+        reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT || reply->focus == connection_.root();
+    return followsPointer ? underPointer() : reply->focus;
+}
+
+xcb_window_t ActiveWindow::underPointer() const {
+    xcb_window_t deepest = XCB_WINDOW_NONE;
+    xcb_window_t child = connection_.root();
+    while (child != XCB_WINDOW_NONE) {
+        xcb_generic_error_t *error = nullptr;
+        const auto pointer = adoptXcb(xcb_query_pointer_reply(
+            connection_.xcb(), xcb_query_pointer(connection_.xcb(), child), &error));
+        std::free(error);
+        if (child != connection_.root())
+            deepest = child;
+        child = pointer ? pointer->child : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    return deepest;
 }
 
 xcb_window_t ActiveWindow::topLevelOf(xcb_window_t window) const {
-    while (window != XCB_WINDOW_NONE) {
+    // A window manager marks what it has put into a frame of its own.
+    const xcb_atom_t mark = connection_.atom("WM_STATE");
+    while (window != XCB_WINDOW_NONE && !readProperty(connection_, window, mark)) {
         xcb_generic_error_t *error = nullptr;
         const auto tree = adoptXcb(xcb_query_tree_reply(
             connection_.xcb(), xcb_query_tree(connection_.xcb(), window), &error));

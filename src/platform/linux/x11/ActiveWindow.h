@@ -39,9 +39,11 @@ class ActiveWindow : public QObject {
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void remember();
+    void showDesktopOf(xcb_window_t window, xcb_timestamp_t time);
     bool hasWindowManager() const;
     bool isForeign(xcb_window_t window) const;
     xcb_window_t focus() const;
+    xcb_window_t underPointer() const;
     xcb_window_t topLevelOf(xcb_window_t window) const;
 
     X11Connection &connection_;

@@ -2,7 +2,9 @@
 
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11RunningApplication.h"
 
+#include <QFile>
 #include <xcb/res.h>
 
 namespace quillmender {
@@ -28,11 +30,40 @@ qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
     return 0;
 }
 
+qint64 parentOf(qint64 process) {
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    // The name before the state can hold anything but ends with the last parenthesis.
+    const QByteArray line = file.readAll();
+    return line.mid(line.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
+}
+
+bool isDescendant(qint64 process, qint64 ancestor) {
+    constexpr int deepest = 16;
+    for (int i = 0; i < deepest && process > 1; ++i) {
+        process = parentOf(process);
+        if (process == ancestor)
+            return true;
+    }
+    return false;
+}
+
+bool runsInWine(const X11Connection &connection, xcb_window_t window) {
+    const auto wmClass = readProperty(connection, window, XCB_ATOM_WM_CLASS);
+    return wmClass && wmClass->value.toLower().contains(".exe");
+}
+
 } // namespace
 
 qint64 processOfWindow(X11Connection &connection, xcb_window_t window) {
     const quint32 said = readCardinal(connection, window, connection.atom("_NET_WM_PID"));
     return said != 0 ? said : processOfClient(connection, window);
+}
+
+bool isStillItself(X11Connection &connection, const X11RunningApplication &application) {
+    return application.processId() == 0 ||
+           processOfWindow(connection, application.window()) == application.processId();
 }
 
 bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window_t second) {
@@ -41,6 +72,13 @@ bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window
         return true;
     const qint64 process = processOfClient(connection, first);
     return process != 0 && process == processOfClient(connection, second);
+}
+
+bool isActingFor(X11Connection &connection, xcb_window_t requestor, xcb_window_t window) {
+    if (isSameApplication(connection, requestor, window) || runsInWine(connection, window))
+        return true;
+    const qint64 application = processOfClient(connection, window);
+    return application > 1 && isDescendant(processOfClient(connection, requestor), application);
 }
 
 } // namespace quillmender

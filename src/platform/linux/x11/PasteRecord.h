@@ -10,6 +10,8 @@ namespace quillmender {
 struct PasteRecord {
     quint64 count = 0;
     xcb_window_t window = XCB_WINDOW_NONE;
+    /// Which application was last brought to the front: the one that is going to be pasted into.
+    xcb_window_t source = XCB_WINDOW_NONE;
 };
 
 } // namespace quillmender

@@ -15,7 +15,7 @@ QCoro::Task<> PrimaryLoan::take(SelectionContents contents) {
         SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
         before_ = co_await reader.readAll();
     }
-    owner_.own(std::move(contents));
+    owner_.own(std::move(contents), SelectionOwner::Audience::sourceOfPaste);
 }
 
 void PrimaryLoan::giveBack() {

@@ -20,6 +20,9 @@ class PrimaryLoan {
     /// Does nothing without a loan, or when the user has selected something else meanwhile.
     void giveBack();
 
+    /// As the owner of both selections does.
+    void refuse(xcb_window_t window) { owner_.refuse(window); }
+
     const SelectionOwner &owner() const { return owner_; }
 
   private:

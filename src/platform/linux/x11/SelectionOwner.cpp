@@ -1,6 +1,8 @@
 #include "platform/linux/x11/SelectionOwner.h"
 
+#include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/IncrSender.h"
+#include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
@@ -18,18 +20,26 @@ SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection,
     connect(&connection_, &X11Connection::eventReceived, this, &SelectionOwner::handleEvent);
 }
 
-bool SelectionOwner::own(SelectionContents contents) {
+bool SelectionOwner::own(SelectionContents contents, Audience audience) {
     ownedSince_ = connection_.serverTime();
+    audience_ = audience;
     contents_ = std::move(contents);
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
-    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
-        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
-    isOwner_ = reply && reply->owner == connection_.window();
+    isOwner_ = true;
+    isOwner_ = isStillOwner();
     if (!isOwner_) {
         qCWarning(x11Log, "the server gave a selection to another client");
         contents_.clear();
     }
     return isOwner_;
+}
+
+bool SelectionOwner::isStillOwner() const {
+    if (!isOwner_)
+        return false;
+    const auto reply = adoptXcb(xcb_get_selection_owner_reply(
+        connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), selection_), nullptr));
+    return reply && reply->owner == connection_.window();
 }
 
 xcb_timestamp_t SelectionOwner::release() {
@@ -71,10 +81,11 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     notify.target = request.target;
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
-    const bool isAnswered =
-        isOwner_ && (isMultiple ? request.property != XCB_ATOM_NONE &&
-                                      answerMultiple(request.requestor, property)
-                                : answer(request.requestor, request.target, property));
+    isForOnlooker_ = isOnlooker(request.requestor);
+    const bool isAnswered = isOwner_ && !isRefused(request.requestor) &&
+                            (isMultiple ? request.property != XCB_ATOM_NONE &&
+                                              answerMultiple(request.requestor, property)
+                                        : answer(request.requestor, request.target, property));
     notify.property = isAnswered ? property : xcb_atom_t{XCB_ATOM_NONE};
     // The wire wants 32 bytes of every event.
     alignas(xcb_selection_notify_event_t) std::array<char, 32> bytes{};
@@ -83,6 +94,19 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     xcb_flush(connection_.xcb());
     if (hasHandedData_)
         Q_EMIT served(request.requestor, pastes_.count);
+}
+
+bool SelectionOwner::isRefused(xcb_window_t requestor) const {
+    return refused_ != XCB_WINDOW_NONE && isSameApplication(connection_, requestor, refused_);
+}
+
+bool SelectionOwner::isOnlooker(xcb_window_t requestor) const {
+    return audience_ == Audience::sourceOfPaste && pastes_.source != XCB_WINDOW_NONE &&
+           !isActingFor(connection_, requestor, pastes_.source);
+}
+
+bool SelectionOwner::isShown(xcb_atom_t target) {
+    return !isForOnlooker_ || target == connection_.atom(clipboardManagerMark);
 }
 
 bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
@@ -95,7 +119,7 @@ bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_
         return true;
     }
     const auto found = std::ranges::find(contents_, target, &SelectionTarget::target);
-    if (found == contents_.end())
+    if (found == contents_.end() || !isShown(target))
         return false;
     hand(requestor, property, found->property);
     return true;
@@ -119,8 +143,10 @@ bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
 void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) {
     QList<quint32> targets{connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
                            connection_.atom("MULTIPLE")};
-    for (const SelectionTarget &each : contents_)
-        targets.append(each.target);
+    for (const SelectionTarget &each : contents_) {
+        if (isShown(each.target))
+            targets.append(each.target);
+    }
     writeCardinals(connection_, requestor, property, XCB_ATOM_ATOM, targets);
 }
 

@@ -18,13 +18,25 @@ class SelectionOwner : public QObject {
   public:
     SelectionOwner(X11Connection &connection, xcb_atom_t selection, const PasteRecord &pastes);
 
+    /// Who is told what the contents are. Others find the mark for clipboard managers in them, and
+    /// nothing besides.
+    enum class Audience { everybody, sourceOfPaste };
+
     /// Takes the selection, or gives it new contents, as of now. False when the server refused.
-    bool own(SelectionContents contents);
+    bool own(SelectionContents contents, Audience audience = Audience::everybody);
 
     /// Leaves the selection without owner, whoever has it. Answers the time of that change.
     xcb_timestamp_t release();
 
+    /// From now on answers nothing to the application of this window; `XCB_WINDOW_NONE` for none.
+    void refuse(xcb_window_t window) { refused_ = window; }
+
+    /// As far as it was told.
     bool isOwner() const { return isOwner_; }
+
+    /// The server's word: another client may have taken the selection just now.
+    bool isStillOwner() const;
+
     const SelectionContents &contents() const { return contents_; }
 
   Q_SIGNALS:
@@ -36,8 +48,11 @@ class SelectionOwner : public QObject {
     void handleEvent(const xcb_generic_event_t *event);
     void handleClear(const xcb_selection_clear_event_t &clear);
     void handleRequest(const xcb_selection_request_event_t &request);
+    bool isRefused(xcb_window_t requestor) const;
+    bool isOnlooker(xcb_window_t requestor) const;
     bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool answerMultiple(xcb_window_t requestor, xcb_atom_t property);
+    bool isShown(xcb_atom_t target);
     void answerTargets(xcb_window_t requestor, xcb_atom_t property);
     void hand(xcb_window_t requestor, xcb_atom_t property, const X11Property &contents);
 
@@ -45,9 +60,12 @@ class SelectionOwner : public QObject {
     xcb_atom_t selection_;
     const PasteRecord &pastes_;
     SelectionContents contents_;
+    Audience audience_ = Audience::everybody;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
+    xcb_window_t refused_ = XCB_WINDOW_NONE;
     bool isOwner_ = false;
     bool hasHandedData_ = false;
+    bool isForOnlooker_ = false;
 };
 
 } // namespace quillmender

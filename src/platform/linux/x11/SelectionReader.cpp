@@ -100,7 +100,9 @@ QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp
     const SelectionConversion &conversion = *group->conversions().front();
     if (conversion.isDone())
         targets.list = dataTargets(conversion.result().cardinals());
-    else if (conversion.isFinished()) // an owner too simple to list what it has
+    else if (!conversion.isFinished())
+        qCInfo(x11Log, "a selection's owner did not say what it offers");
+    else // an owner too simple to list what it has
         targets.list = {connection_.atom("UTF8_STRING"), XCB_ATOM_STRING};
     co_return targets;
 }

@@ -9,7 +9,6 @@ namespace quillmender {
 namespace {
 
 constexpr auto utf8MimeType = "text/plain;charset=utf-8";
-constexpr auto historyMark = "x-kde-passwordManagerHint";
 
 /// Compound text in its initial state is Latin-1; of its escapes we know the ones around UTF-8.
 std::optional<QString> decodeCompoundText(const QByteArray &bytes) {
@@ -76,7 +75,7 @@ SelectionContents makeTemporaryText(X11Connection &connection, const QString &te
     const xcb_atom_t utf8String = connection.atom("UTF8_STRING");
     const xcb_atom_t utf8Mime = connection.atom(utf8MimeType);
     const xcb_atom_t plainMime = connection.atom("text/plain");
-    const xcb_atom_t mark = connection.atom(historyMark);
+    const xcb_atom_t mark = connection.atom(clipboardManagerMark);
     return {{utf8String, {utf8String, 8, utf8}},
             {utf8Mime, {utf8Mime, 8, utf8}},
             {plainMime, {plainMime, 8, utf8}},

@@ -8,6 +8,9 @@
 
 namespace quillmender {
 
+/// The target that marks what programs with a history of the clipboard are not to keep.
+inline constexpr auto clipboardManagerMark = "x-kde-passwordManagerHint";
+
 /// The targets of plain text, best first.
 QList<xcb_atom_t> textTargets(X11Connection &connection);
 

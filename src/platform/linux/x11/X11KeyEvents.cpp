@@ -1,6 +1,9 @@
 #include "platform/linux/x11/X11KeyEvents.h"
 
 #include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/ChordWatch.h"
+#include "platform/linux/x11/ClientIdentity.h"
+#include "platform/linux/x11/WindowPing.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrontmostSource.h"
 #include "platform/linux/x11/X11Log.h"
@@ -28,22 +31,48 @@ class TestEvent : public KeyEvent {
     quint64 flags = 0;
 };
 
+/// While it lives nobody else changes anything: keys go where a check under it says.
+class HeldServer {
+  public:
+    explicit HeldServer(const X11Connection &connection) : connection_(connection) {
+        xcb_grab_server(connection_.xcb());
+    }
+    HeldServer(const HeldServer &) = delete;
+    HeldServer &operator=(const HeldServer &) = delete;
+    ~HeldServer() {
+        xcb_ungrab_server(connection_.xcb());
+        xcb_flush(connection_.xcb());
+    }
+
+  private:
+    const X11Connection &connection_;
+};
+
+/// How long an application may take to attend to its events. A paste is worth more: the user has
+/// waited for its text already.
+std::chrono::milliseconds patience(Chord chord) {
+    return chord == Chord::paste ? 1000ms : 300ms;
+}
+
 } // namespace
 
 X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
                            const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
-                           const FocusRecord &focus, PasteRecord &pastes)
+                           WindowPing &ping, ChordWatch &chords, const FocusRecord &focus,
+                           PasteRecord &pastes)
     : connection_(connection),
       keymap_(keymap),
       activeWindow_(activeWindow),
       frontmost_(frontmost),
       pasteboard_(pasteboard),
+      ping_(ping),
+      chords_(chords),
       focus_(focus),
       pastes_(pastes),
       heldKeys_(connection, keymap) {}
 
 QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef target, Chord chord) {
-    target_ = XCB_WINDOW_NONE;
+    target_.reset();
     const auto application = std::dynamic_pointer_cast<const X11RunningApplication>(target);
     if (!application || !connection_.hasTest())
         co_return ChordReadiness::withheld;
@@ -55,14 +84,25 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const bool isInFront = co_await waitUntilInFront(application->window());
     if (!isInFront)
         co_return ChordReadiness::withheld;
+    // One that hangs would copy or paste whenever it comes round, long after everything is over.
+    const bool isAttentive = co_await ping_.isAttentive(application->window(), patience(chord));
+    if (!isAttentive) {
+        qCInfo(x11Log, "window 0x%x does not attend to its events", application->window());
+        co_return ChordReadiness::withheld;
+    }
     if (chord == Chord::paste && isTerminal_)
         co_await pasteboard_.lendPrimary();
     const bool isReleased = co_await heldKeys_.release();
     // The user may have gone elsewhere during the wait.
-    if (!isReleased || !activeWindow_.isInFront(application->window()))
+    target_ = application;
+    if (!isReleased || !isTargetInFront())
         co_return ChordReadiness::withheld;
-    target_ = application->window();
     co_return ChordReadiness::ready;
+}
+
+bool X11KeyEvents::isTargetInFront() const {
+    return target_ && activeWindow_.isInFront(target_->window()) &&
+           isStillItself(connection_, *target_);
 }
 
 QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
@@ -97,17 +137,21 @@ void X11KeyEvents::setFlags(const KeyEventRef &event, quint64 flags) {
         own->flags = flags;
 }
 
-void X11KeyEvents::post(quint32, const KeyEventRef &event) {
+bool X11KeyEvents::post(quint32, const KeyEventRef &event) {
     const auto own = std::dynamic_pointer_cast<TestEvent>(event);
     if (!own || own->flags != commandFlag)
-        return;
+        return false;
     if (own->isDown)
-        press(own->keyCode);
-    else
-        release(own->keyCode);
+        return press(own->keyCode);
+    release(own->keyCode);
+    return true;
 }
 
-void X11KeyEvents::press(quint16 keyCode) {
+bool X11KeyEvents::press(quint16 keyCode) {
+    const HeldServer server(connection_);
+    if (!isTargetInFront())
+        return false;
+
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
     const auto modifier = keymap_.find(isInsert ? XKB_KEY_Shift_L : XKB_KEY_Control_L);
@@ -115,7 +159,7 @@ void X11KeyEvents::press(quint16 keyCode) {
     const auto key = keymap_.find(isInsert ? XKB_KEY_Insert : letter);
     if (!modifier || !key) {
         qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
-        return;
+        return false;
     }
     pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt};
     if (key->group) {
@@ -124,8 +168,11 @@ void X11KeyEvents::press(quint16 keyCode) {
     }
     send(XCB_KEY_PRESS, pressed_->modifier);
     send(XCB_KEY_PRESS, pressed_->key);
-    if (isPaste)
-        pastes_ = {pastes_.count + 1, target_};
+    if (isPaste) {
+        ++pastes_.count;
+        pastes_.window = target_->window();
+    }
+    return true;
 }
 
 void X11KeyEvents::release(quint16 keyCode) {
@@ -137,6 +184,7 @@ void X11KeyEvents::release(quint16 keyCode) {
         keymap_.lockGroup(*pressed_->groupBefore);
     pressed_.reset();
     xcb_flush(connection_.xcb());
+    chords_.start(target_->window(), keyCode == keycode::v ? Chord::paste : Chord::copy);
 }
 
 void X11KeyEvents::send(quint8 type, xcb_keycode_t key) {

@@ -11,24 +11,27 @@
 namespace quillmender {
 
 class ActiveWindow;
+class ChordWatch;
+class WindowPing;
 class X11FrontmostSource;
 class X11Pasteboard;
+class X11RunningApplication;
 
 /// Chords through the XTest extension, by the key codes of their symbols in the present keyboard
 /// map.
 class X11KeyEvents : public KeyEvents {
   public:
-    /// `pastes` is written, the rest is asked.
+    /// `pastes` is written and `chords` started, the rest is asked.
     X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
-                 const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
-                 const FocusRecord &focus, PasteRecord &pastes);
+                 const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard, WindowPing &ping,
+                 ChordWatch &chords, const FocusRecord &focus, PasteRecord &pastes);
 
     QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
     KeyEventSourceRef createSource(qint32 state) override;
     KeyEventRef createKeyboardEvent(const KeyEventSourceRef &source, quint16 keyCode,
                                     bool keyDown) override;
     void setFlags(const KeyEventRef &event, quint64 flags) override;
-    void post(quint32 tap, const KeyEventRef &event) override;
+    bool post(quint32 tap, const KeyEventRef &event) override;
 
   private:
     struct Pressed {
@@ -39,7 +42,8 @@ class X11KeyEvents : public KeyEvents {
     };
 
     QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
-    void press(quint16 keyCode);
+    bool press(quint16 keyCode);
+    bool isTargetInFront() const;
     void release(quint16 keyCode);
     void send(quint8 type, xcb_keycode_t key);
 
@@ -48,10 +52,12 @@ class X11KeyEvents : public KeyEvents {
     ActiveWindow &activeWindow_;
     const X11FrontmostSource &frontmost_;
     X11Pasteboard &pasteboard_;
+    WindowPing &ping_;
+    ChordWatch &chords_;
     const FocusRecord &focus_;
     PasteRecord &pastes_;
     HeldKeys heldKeys_;
-    xcb_window_t target_ = XCB_WINDOW_NONE;
+    std::shared_ptr<const X11RunningApplication> target_;
     bool isTerminal_ = false;
     std::optional<Pressed> pressed_;
 };

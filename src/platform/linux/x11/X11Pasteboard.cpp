@@ -1,26 +1,39 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 
+#include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/ClipboardHandover.h"
 #include "platform/linux/x11/SelectionReader.h"
 #include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Log.h"
 
 #include <QCoroSignal>
 #include <xcb/xfixes.h>
+
+#include <utility>
 
 namespace quillmender {
 
 using namespace std::chrono_literals;
 
-X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &pastes)
+X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &pastes,
+                             const ChordWatch &chords)
     : connection_(connection),
       pastes_(pastes),
+      chords_(chords),
       owner_(connection, connection.atom("CLIPBOARD"), pastes),
       primary_(connection, pastes) {
     connect(&connection_, &X11Connection::eventReceived, this, &X11Pasteboard::handleEvent);
     connect(&owner_, &SelectionOwner::served, this, &X11Pasteboard::handleServed);
     connect(&primary_.owner(), &SelectionOwner::served, this, &X11Pasteboard::handleServed);
+    connect(&chords_, &ChordWatch::settled, this, [this] {
+        untilLateCopy_.reset();
+        // Refused one target, an application asks for the next.
+        stopRefusing_.start(1s);
+    });
+    stopRefusing_.setSingleShot(true);
+    connect(&stopRefusing_, &QTimer::timeout, this, [this] { refuse(XCB_WINDOW_NONE); });
     forgetRead_.setSingleShot(true);
     connect(&forgetRead_, &QTimer::timeout, this, [this] { lastRead_.reset(); });
     xcb_xfixes_select_selection_input(connection_.xcb(), connection_.window(),
@@ -35,6 +48,8 @@ void X11Pasteboard::handleEvent(const xcb_generic_event_t *event) {
         return;
     ++changeCount_;
     lastRead_.reset();
+    if (untilLateCopy_)
+        handleLateCopy(eventCast<xcb_xfixes_selection_notify_event_t>(event).owner);
 }
 
 bool X11Pasteboard::isForeignChange(const xcb_generic_event_t *event) const {
@@ -53,7 +68,7 @@ bool X11Pasteboard::isForeignChange(const xcb_generic_event_t *event) const {
 QCoro::Task<QList<PasteboardItem>> X11Pasteboard::items() {
     if (isCleared_)
         co_return QList<PasteboardItem>();
-    if (owner_.isOwner())
+    if (owner_.isStillOwner())
         co_return toPasteboardItems(connection_, owner_.contents());
     SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
     const SelectionContents contents = co_await reader.readAll();
@@ -78,7 +93,7 @@ bool X11Pasteboard::isStillAsRead(const QList<PasteboardItem> &items) const {
 QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
     if (isCleared_)
         co_return std::nullopt;
-    if (owner_.isOwner())
+    if (owner_.isStillOwner())
         co_return findText(connection_, owner_.contents());
     SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
     co_return co_await reader.readText();
@@ -98,13 +113,32 @@ void X11Pasteboard::finishClear() {
     if (!isCleared_)
         return;
     isCleared_ = false;
+    expectLateCopy({});
     if (isStillAsRead({}))
         return;
     lastRead_.reset();
     releasedAt_ = owner_.release();
 }
 
+void X11Pasteboard::expectLateCopy(const QList<PasteboardItem> &items) {
+    if (chords_.pending(Chord::copy) != XCB_WINDOW_NONE)
+        untilLateCopy_ = items;
+}
+
+void X11Pasteboard::handleLateCopy(xcb_window_t owner) {
+    const QList<PasteboardItem> items = *std::exchange(untilLateCopy_, std::nullopt);
+    // What the user copied elsewhere meanwhile is theirs.
+    const xcb_window_t late = chords_.pending(Chord::copy);
+    if (owner == XCB_WINDOW_NONE || !isSameApplication(connection_, owner, late))
+        return;
+    qCInfo(x11Log, "window 0x%x copied too late", late);
+    clearContents();
+    if (!items.isEmpty())
+        writeItems(items);
+}
+
 bool X11Pasteboard::writeItems(const QList<PasteboardItem> &items) {
+    expectLateCopy(items);
     if (isCleared_ && isStillAsRead(items)) {
         isCleared_ = false;
         return true;
@@ -113,19 +147,23 @@ bool X11Pasteboard::writeItems(const QList<PasteboardItem> &items) {
     // Nothing to offer is no reason to own the clipboard; a clear under way takes its course.
     if (contents.isEmpty())
         return true;
-    return write(std::move(contents));
+    return write(std::move(contents), SelectionOwner::Audience::everybody);
 }
 
 bool X11Pasteboard::setString(const QString &text) {
-    const bool isWritten = write(makeTemporaryText(connection_, text));
+    untilLateCopy_.reset();
+    stopRefusing_.stop();
+    refuse(XCB_WINDOW_NONE);
+    const bool isWritten =
+        write(makeTemporaryText(connection_, text), SelectionOwner::Audience::sourceOfPaste);
     isTemporary_ = isWritten;
     pastesBefore_ = pastes_.count;
     return isWritten;
 }
 
-bool X11Pasteboard::write(SelectionContents contents) {
+bool X11Pasteboard::write(SelectionContents contents, SelectionOwner::Audience audience) {
     primary_.giveBack();
-    if (!owner_.own(std::move(contents)))
+    if (!owner_.own(std::move(contents), audience))
         return false;
     isCleared_ = false;
     isTemporary_ = false;
@@ -142,10 +180,25 @@ void X11Pasteboard::handleServed(xcb_window_t requestor, quint64 paste) {
     Q_EMIT pasteServed();
 }
 
-QCoro::Task<> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
-    const bool isRead = pastes_.count != pastesBefore_ && servedPaste_ == pastes_.count;
-    if (!isRead && isTemporary_)
+bool X11Pasteboard::isRead() const {
+    return pastes_.count != pastesBefore_ && servedPaste_ == pastes_.count;
+}
+
+QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
+    if (!isRead() && isTemporary_)
         co_await qCoro(this, &X11Pasteboard::pasteServed, limit);
+    const xcb_window_t late = chords_.pending(Chord::paste);
+    if (isRead() || late == XCB_WINDOW_NONE)
+        co_return true;
+    qCInfo(x11Log, "window 0x%x did not attend to the paste", late);
+    stopRefusing_.stop();
+    refuse(late);
+    co_return false;
+}
+
+void X11Pasteboard::refuse(xcb_window_t window) {
+    owner_.refuse(window);
+    primary_.refuse(window);
 }
 
 QCoro::Task<> X11Pasteboard::lendPrimary() {

@@ -10,15 +10,19 @@
 
 namespace quillmender {
 
+class ChordWatch;
+
 /// The CLIPBOARD selection as a pasteboard of at most one item, whose types are target names. A
 /// clear and the write that follows it in the same turn of the event loop are one change of owner;
 /// a clear alone leaves the clipboard without owner. What is written back while its owner is still
-/// there, as it was read, stays with that owner, who has more of it than can be read.
+/// there, as it was read, stays with that owner, who has more of it than can be read. An
+/// application that comes round to a chord only after the contents were put back changes nothing
+/// of them any more, and pastes nothing of them.
 class X11Pasteboard : public QObject, public Pasteboard {
     Q_OBJECT
 
   public:
-    X11Pasteboard(X11Connection &connection, const PasteRecord &pastes);
+    X11Pasteboard(X11Connection &connection, const PasteRecord &pastes, const ChordWatch &chords);
 
     QCoro::Task<QList<PasteboardItem>> items() override;
     qint64 changeCount() override { return changeCount_; }
@@ -26,7 +30,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool writeItems(const QList<PasteboardItem> &items) override;
     QCoro::Task<std::optional<QString>> string() override;
     bool setString(const QString &text) override;
-    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override;
+    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
 
     /// Offers the text of `setString` as PRIMARY too, until the pasteboard is written again:
     /// terminals paste that.
@@ -44,19 +48,26 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool isForeignChange(const xcb_generic_event_t *event) const;
     void handleServed(xcb_window_t requestor, quint64 paste);
     void finishClear();
-    bool write(SelectionContents contents);
+    bool write(SelectionContents contents, SelectionOwner::Audience audience);
     void rememberRead(const QList<PasteboardItem> &items);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
+    bool isRead() const;
+    void refuse(xcb_window_t window);
+    void expectLateCopy(const QList<PasteboardItem> &items);
+    void handleLateCopy(xcb_window_t owner);
 
     X11Connection &connection_;
     const PasteRecord &pastes_;
+    const ChordWatch &chords_;
     SelectionOwner owner_;
     PrimaryLoan primary_;
     qint64 changeCount_ = 0;
     bool isCleared_ = false;
     bool isTemporary_ = false;
     std::optional<QList<PasteboardItem>> lastRead_;
+    std::optional<QList<PasteboardItem>> untilLateCopy_;
     QTimer forgetRead_;
+    QTimer stopRefusing_;
     xcb_timestamp_t releasedAt_ = XCB_CURRENT_TIME;
     quint64 pastesBefore_ = 0;
     quint64 servedPaste_ = 0;

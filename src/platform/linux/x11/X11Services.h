@@ -2,7 +2,9 @@
 
 #include "platform/linux/FocusRecord.h"
 #include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/PasteRecord.h"
+#include "platform/linux/x11/WindowPing.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrontmostSource.h"
 #include "platform/linux/x11/X11HotKeys.h"
@@ -30,6 +32,8 @@ struct X11Services {
     std::unique_ptr<X11Keymap> keymap;
     std::unique_ptr<ActiveWindow> activeWindow;
     std::unique_ptr<X11FrontmostSource> frontmost;
+    std::unique_ptr<WindowPing> ping;
+    std::unique_ptr<ChordWatch> chords;
     std::unique_ptr<X11Pasteboard> pasteboard;
     std::unique_ptr<X11KeyEvents> keyEvents;
     std::unique_ptr<X11HotKeys> hotKeys;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktop/UrlOpener.h"
 #include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/X11Connection.h"
 
 namespace quillmender {
@@ -18,8 +19,9 @@ bool X11Workspace::activate(RunningApplicationRef application, quint32) {
     const auto exists = adoptXcb(xcb_get_window_attributes_reply(
         connection_.xcb(), xcb_get_window_attributes(connection_.xcb(), own->window()), &error));
     std::free(error);
-    if (!exists)
+    if (!exists || !isStillItself(connection_, *own))
         return false;
+    pastes_.source = own->window();
     activeWindow_.activate(own->window());
     return true;
 }

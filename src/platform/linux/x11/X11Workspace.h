@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/linux/x11/PasteRecord.h"
 
 namespace quillmender {
 
@@ -10,9 +11,11 @@ class X11Connection;
 /// Applications as the window manager knows them.
 class X11Workspace : public Workspace {
   public:
-    X11Workspace(X11Connection &connection, ActiveWindow &activeWindow)
+    /// `pastes` is told of what is activated.
+    X11Workspace(X11Connection &connection, ActiveWindow &activeWindow, PasteRecord &pastes)
         : connection_(connection),
-          activeWindow_(activeWindow) {}
+          activeWindow_(activeWindow),
+          pastes_(pastes) {}
 
     RunningApplicationRef frontmostApplication() override;
     bool activate(RunningApplicationRef application, quint32 options) override;
@@ -22,6 +25,7 @@ class X11Workspace : public Workspace {
   private:
     X11Connection &connection_;
     ActiveWindow &activeWindow_;
+    PasteRecord &pastes_;
 };
 
 } // namespace quillmender

@@ -1,0 +1,136 @@
+#include "desktop/hostile/HostileFixture.h"
+
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
+
+namespace quillmender {
+namespace {
+
+using harness::ChildProcess;
+using harness::ClipboardOwner;
+using harness::ClipboardRepresentation;
+using harness::waitUntil;
+
+struct Manager {
+    const char *program;
+    /// What the session bus starts for it.
+    const char *service;
+};
+
+void PrintTo(const Manager &manager, std::ostream *stream) {
+    *stream << manager.program;
+}
+
+const QString entry = QStringLiteral("What the user had copied before");
+const QString answer = QStringLiteral("receive, answered by the provider");
+
+/// Programs that keep a history of everything that was on the clipboard.
+class ClipboardManagersTest : public HostileFixture, public testing::WithParamInterface<Manager> {
+  protected:
+    void start() {
+        harness::Desktop::Options options;
+        const QString service = QString::fromLatin1(GetParam().service);
+        if (!service.isEmpty())
+            options.services = {service};
+        HostileFixture::start(options);
+        manager_.emplace(desktop().command(QString::fromLatin1(GetParam().program)));
+        waitUntil([&] { return isRecorded(entry); },
+                  QStringLiteral("the manager records the clipboard"));
+    }
+
+    /// Copies a text; true once the manager, which may not be up yet, asks for it.
+    bool isRecorded(const QString &text) {
+        copied_.reset();
+        copied_.emplace(desktop().display(), ClipboardOwner::plainText(text));
+        return harness::becomesTrue([&] { return copied_->requests().contains("UTF8_STRING"); },
+                                    std::chrono::seconds(2));
+    }
+
+    /// Everything that is on the clipboard; a manager that takes it over may have its own order.
+    QList<ClipboardRepresentation> readClipboard() {
+        auto representations = harness::ClipboardProbe(desktop().display()).read().representations;
+        std::ranges::sort(representations, {}, &ClipboardRepresentation::target);
+        return representations;
+    }
+
+    /// Whether it can be asked while it runs; the others tell when they end.
+    static bool canBeAsked() { return QByteArray(GetParam().program) == "copyq"; }
+
+    /// Everything that it has recorded.
+    QByteArray history() {
+        if (canBeAsked())
+            return historyOfCopyq();
+        // Written when they end.
+        manager_->end();
+        QByteArray history;
+        for (QDirIterator each(desktop().folders().home(), QDir::Files | QDir::Hidden,
+                               QDirIterator::Subdirectories);
+             each.hasNext();) {
+            QFile file(each.next());
+            const bool isLetter = file.fileName().endsWith(QStringLiteral("letter.txt"));
+            if (!isLetter && file.open(QIODevice::ReadOnly))
+                history += file.readAll();
+        }
+        return history;
+    }
+
+    void TearDown() override {
+        HostileFixture::TearDown();
+        manager_.reset();
+        copied_.reset();
+    }
+
+  private:
+    QByteArray historyOfCopyq() {
+        harness::Command command = desktop().command(
+            QStringLiteral("copyq"),
+            {QStringLiteral("eval"),
+             QStringLiteral("for (i = 0; i < size(); ++i) print(str(read(i)) + '|')")});
+        command.logFile = desktop().folders().log(QStringLiteral("copyq-history"));
+        const ChildProcess reader(command);
+        waitUntil([&] { return !reader.isRunning(); }, QStringLiteral("copyq lists its entries"));
+        return reader.log();
+    }
+
+    std::optional<ChildProcess> manager_;
+    std::optional<ClipboardOwner> copied_;
+};
+
+TEST_P(ClipboardManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
+    start();
+    openLetter(Route::clipboard);
+    const auto before = readClipboard();
+    answerWith(answer);
+    pressHotKey();
+    waitForPanel(wrong);
+    EXPECT_TRUE(readClipboard() == before);
+    click(QStringLiteral("Fix My Grammar"));
+    waitUntilPanelIsGone();
+    EXPECT_TRUE(readClipboard() == before);
+
+    // What it asks for at last comes after everything that it has recorded.
+    for (const auto &next : {QStringLiteral("copied afterwards"), QStringLiteral("copied last")})
+        waitUntil([&] { return isRecorded(next); },
+                  QStringLiteral("the manager records \"%1\"").arg(next));
+    if (canBeAsked())
+        waitUntil([&] { return history().contains("copied last"); },
+                  QStringLiteral("the manager has recorded the last copy"));
+    const QByteArray recorded = history();
+    EXPECT_TRUE(canBeAsked() || recorded.contains("copied afterwards"));
+    EXPECT_TRUE(recorded.contains(entry.toUtf8()));
+    EXPECT_FALSE(recorded.contains(answer.toUtf8()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Managers, ClipboardManagersTest,
+    testing::Values(Manager{"copyq", ""}, Manager{"parcellite", ""},
+                    Manager{"xfce4-clipman", "/usr/share/dbus-1/services/org.xfce.Xfconf.service"}),
+    [](const auto &chosen) {
+        QByteArray name = chosen.param.program;
+        return name.replace('-', '_').toStdString();
+    });
+
+} // namespace
+} // namespace quillmender

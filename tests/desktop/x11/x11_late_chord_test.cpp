@@ -1,0 +1,183 @@
+#include "desktop/x11/HangingWindow.h"
+#include "desktop/x11/ScriptedOwner.h"
+#include "desktop/x11/TestRequestor.h"
+#include "desktop/x11/X11Test.h"
+
+namespace quillmender {
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+/// An application that hangs, and comes to its chord when the program has long moved on.
+class LateChordTest : public X11Test {
+  protected:
+    void SetUp() override {
+        X11Test::SetUp();
+        user_ = std::make_unique<ScriptedOwner>(server_.display());
+        user_->offer("UTF8_STRING", text("the user's"));
+        window_ = std::make_unique<HangingWindow>(*peer_);
+        window_->map();
+        ASSERT_TRUE(waitFor([this] { return window_->isViewable(); }));
+        window_->setFocus();
+        ASSERT_TRUE(waitFor([this] { return window_->hasFocus(); }));
+    }
+
+    X11Property text(const QByteArray &bytes) { return {peer_->atom("UTF8_STRING"), 8, bytes}; }
+
+    RunningApplicationRef application() const {
+        return std::make_shared<X11RunningApplication>(window_->id(), 0);
+    }
+
+    ChordReadiness prepare(Chord chord) {
+        return wait(services_->keyEvents->prepareChord(application(), chord));
+    }
+
+    void type(quint16 code) {
+        KeyEvents &keys = *services_->keyEvents;
+        const auto source = keys.createSource(combinedSessionState);
+        for (const bool isDown : {true, false}) {
+            const auto event = keys.createKeyboardEvent(source, code, isDown);
+            keys.setFlags(event, commandFlag);
+            EXPECT_TRUE(keys.post(hidEventTap, event));
+        }
+    }
+
+    /// The program copies, and puts back what it had read before.
+    void copyAndRestore(const QList<PasteboardItem> &items) {
+        ASSERT_EQ(prepare(Chord::copy), ChordReadiness::ready);
+        window_->hang();
+        type(keycode::c);
+        pasteboard().clearContents();
+        if (!items.isEmpty())
+            pasteboard().writeItems(items);
+        finishTurn();
+    }
+
+    /// Everything that was sent up to now has been handled by the program.
+    void settle() {
+        ASSERT_TRUE(waitFor([this] {
+            return services_->chords->pending(Chord::copy) == XCB_WINDOW_NONE &&
+                   services_->chords->pending(Chord::paste) == XCB_WINDOW_NONE;
+        }));
+    }
+
+    xcb_window_t program() const { return services_->connection->window(); }
+
+    std::unique_ptr<ScriptedOwner> user_;
+    std::unique_ptr<HangingWindow> window_;
+};
+
+TEST_F(LateChordTest, NoChordIsTypedIntoAWindowThatHangs) {
+    window_->hang();
+    EXPECT_EQ(prepare(Chord::copy), ChordReadiness::withheld);
+    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld);
+    window_->attend();
+    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    EXPECT_THAT(window_->keys(), IsEmpty());
+}
+
+TEST_F(LateChordTest, FocusThatIsLostBeforeTheKeysWithholdsThem) {
+    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    TestWindow other(*peer_);
+    other.map();
+    ASSERT_TRUE(waitFor([&] { return other.isViewable(); }));
+    other.setFocus();
+    ASSERT_TRUE(waitFor([&] { return other.hasFocus(); }));
+    KeyEvents &keys = *services_->keyEvents;
+    const auto source = keys.createSource(combinedSessionState);
+    const auto event = keys.createKeyboardEvent(source, keycode::v, true);
+    keys.setFlags(event, commandFlag);
+    EXPECT_FALSE(keys.post(hidEventTap, event));
+    peer_->serverTime();
+    finishTurn();
+    EXPECT_THAT(other.keys(), IsEmpty());
+}
+
+TEST_F(LateChordTest, LateCopyIsUndone) {
+    const auto items = wait(pasteboard().items());
+    copyAndRestore(items);
+    ASSERT_EQ(ownerOf("CLIPBOARD"), user_->connection().window());
+
+    ScriptedOwner late(server_.display());
+    late.offer("UTF8_STRING", text("selected"));
+    EXPECT_TRUE(waitFor([this] { return ownerOf("CLIPBOARD") == program(); }));
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), text("the user's"));
+
+    // What it copies from now on is the user's own doing.
+    window_->attend();
+    settle();
+    late.own();
+    finishTurn();
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), text("selected"));
+}
+
+TEST_F(LateChordTest, LateCopyLeavesAnEmptyClipboardEmpty) {
+    user_.reset();
+    ASSERT_TRUE(waitFor([this] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
+    copyAndRestore({});
+    ScriptedOwner late(server_.display());
+    EXPECT_TRUE(waitFor([this] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
+}
+
+TEST_F(LateChordTest, AfterTheApplicationIsGoneEveryCopyIsTheUsers) {
+    copyAndRestore(wait(pasteboard().items()));
+    window_.reset();
+    settle();
+    ScriptedOwner next(server_.display());
+    next.offer("UTF8_STRING", text("copied"));
+    finishTurn();
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), text("copied"));
+}
+
+TEST_F(LateChordTest, LatePasteGetsNothing) {
+    const auto items = wait(pasteboard().items());
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
+    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    window_->hang();
+    type(keycode::v);
+    EXPECT_FALSE(wait(pasteboard().stringWasRead(50ms)));
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().writeItems(items));
+
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt);
+    EXPECT_EQ(reader.fetch("TARGETS"), std::nullopt);
+    const auto elsewhere = server_.start(QStringLiteral("xclip"),
+                                         {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                          QStringLiteral("clipboard"), QStringLiteral("-target"),
+                                          QStringLiteral("UTF8_STRING")});
+    EXPECT_TRUE(waitFor([&] { return elsewhere->state() == QProcess::NotRunning; }));
+    EXPECT_EQ(elsewhere->readAllStandardOutput(), "the user's") << "to others it is there";
+
+    window_->answerOnce();
+    EXPECT_TRUE(waitFor([this] { return window_->unanswered() == 1; }));
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt) << "one answer may precede the keys";
+    window_->attend();
+    settle();
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt) << "it goes on from target to target";
+    EXPECT_TRUE(waitFor([&] { return reader.fetch("UTF8_STRING") == text("the user's"); }));
+}
+
+TEST_F(LateChordTest, PasteThatTheApplicationIgnoresIsOver) {
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
+    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    type(keycode::v);
+    settle();
+    EXPECT_TRUE(wait(pasteboard().stringWasRead(50ms)));
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer"));
+}
+
+} // namespace
+
+} // namespace quillmender
+
+int main(int argc, char **argv) {
+    return quillmender::runX11Tests(argc, argv);
+}
