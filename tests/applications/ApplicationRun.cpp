@@ -101,7 +101,8 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
     const QByteArray log = product_->log().mid(logBefore);
     if (log.contains("warning") || log.contains("critical"))
         seen.remark += QStringLiteral(" The program warned.");
-    if (seen.verdict == Observation::Verdict::wrong)
+    if (seen.verdict == Observation::Verdict::wrong ||
+        seen.verdict == Observation::Verdict::notTried)
         keepArtifacts(scenario.name);
     return seen;
 }

@@ -59,7 +59,7 @@ bool EditorField::place(const QString &text) {
     selectAll();
     input().chord({XK_Delete});
     input().chord(application_.keys.paste);
-    if (!becomesTrue([&] { return offer.requests().contains("UTF8_STRING"); }, oneStep))
+    if (!becomesTrue([&] { return !offer.requests().isEmpty(); }, oneStep))
         return false;
     return normalised(read(text).value_or(QString())) == text;
 }
