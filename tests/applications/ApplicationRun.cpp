@@ -120,7 +120,8 @@ void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Obs
     const QString wanted = isReplaced ? field_->expected(scenario) : scenario.text;
     if (isReplaced) {
         if (const auto selected = field_->selected())
-            seen.isInsertedSelected = normalised(*selected) == normalised(scenario.answer);
+            seen.isInsertedSelected =
+                withPlainLineEnds(*selected) == withPlainLineEnds(scenario.answer);
         else
             seen.isInsertedSelected = false;
     }

@@ -6,6 +6,8 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
+
 namespace quillmender::applications {
 
 using namespace std::chrono_literals;
@@ -17,6 +19,8 @@ namespace {
 
 // How long an application may take over one key before the next attempt.
 constexpr auto oneStep = 1500ms;
+// How long it must not have asked for the clipboard until it has what it wants.
+constexpr auto quiet = 100ms;
 constexpr int mostUndoSteps = 5;
 
 int countCharacters(const QString &text) {
@@ -28,15 +32,6 @@ int countCharacters(const QString &text) {
 }
 
 } // namespace
-
-QString normalised(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(QChar(QChar::ParagraphSeparator), u'\n');
-    text.replace(QChar(QChar::Nbsp), u' ');
-    while (text.endsWith(u'\n'))
-        text.chop(1);
-    return text;
-}
 
 QList<Scenario> EditorField::scenarios() const {
     QList<Scenario> possible;
@@ -50,7 +45,7 @@ QList<Scenario> EditorField::scenarios() const {
 
 void EditorField::prepare(const Scenario &scenario) {
     const auto isReady = [&] { return place(scenario.text) && select(scenario); };
-    if (!becomesTrue(isReady, 60s))
+    if (!becomesTrue(isReady, 30s))
         throw harness::HarnessError(QStringLiteral("the text cannot be put into the field"));
 }
 
@@ -59,8 +54,19 @@ bool EditorField::place(const QString &text) {
     selectAll();
     input().chord({XK_Delete});
     input().chord(application_.keys.paste);
-    if (!becomesTrue([&] { return !offer.requests().isEmpty(); }, oneStep))
+    const auto isTextRead = [&] {
+        const QList<QByteArray> requests = offer.requests();
+        return std::any_of(requests.begin(), requests.end(), [](const QByteArray &target) {
+            return target == "UTF8_STRING" || target.startsWith("text/plain");
+        });
+    };
+    if (!becomesTrue(isTextRead, oneStep))
         return false;
+    // Chromium reads more than once for one paste, and pastes what it read last.
+    qsizetype requests = 0;
+    do
+        requests = offer.requests().size();
+    while (becomesTrue([&] { return offer.requests().size() > requests; }, quiet));
     return normalised(read(text).value_or(QString())) == text;
 }
 

@@ -25,4 +25,18 @@ std::unique_ptr<Field> Field::make(const Application &application, harness::Desk
     return std::make_unique<EditorField>(application, desktop);
 }
 
+QString withPlainLineEnds(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QChar(QChar::ParagraphSeparator), u'\n');
+    text.replace(QChar(QChar::Nbsp), u' ');
+    return text;
+}
+
+QString normalised(QString text) {
+    text = withPlainLineEnds(std::move(text));
+    while (text.endsWith(u'\n'))
+        text.chop(1);
+    return text;
+}
+
 } // namespace quillmender::applications

@@ -40,7 +40,10 @@ class Field {
     virtual std::optional<int> undo(const QString &wanted) = 0;
 };
 
-/// The same text however an application writes its line ends.
+/// The text with line feeds for whatever the application has.
+QString withPlainLineEnds(QString text);
+
+/// The same, without line feeds at the end: some applications add one.
 QString normalised(QString text);
 
 } // namespace quillmender::applications

@@ -67,7 +67,7 @@ Application qt6(const char *kind, bool hasOneLine, Application::Kind use) {
 } // namespace
 
 QList<Application> toolkitFields() {
-    const QString python = QStringLiteral("python3");
+    const QString python = QStringLiteral("/usr/bin/python3");
     QList<Application> all =
         samples(QStringLiteral("gtk3"), QStringLiteral("GTK 3"), QStringLiteral("libgtk-3-0"),
                 {python, QStringLiteral("@gtk_field.py"), QStringLiteral("3")}) +
