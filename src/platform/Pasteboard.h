@@ -39,9 +39,11 @@ class Pasteboard {
     /// record its history. False when it was refused.
     virtual bool setString(const QString &text) = 0;
 
-    /// Completes when the application that was pasted into has asked for what `setString` put
-    /// here, or after `limit`, whichever is first. Completes at once where the system cannot tell.
-    virtual QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) = 0;
+    /// Completes when the application that was pasted into has read what `setString` put here, or
+    /// after `limit`, whichever is first. Completes at once, with true, where the system cannot
+    /// tell. False when the application has not asked for it: it has no use for a paste, as a
+    /// document that is only shown, or does not attend to its events.
+    virtual QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) = 0;
 
     /// Called once, when the program ends: completes when what it put here will outlive it, or
     /// after a deadline. At once where the system itself keeps the contents.

@@ -57,8 +57,8 @@ struct Application {
     bool hasOneLine = false;
     /// Whether a text of 1 MB is tried.
     bool takesLargeTexts = false;
-    /// Started before the desktop's accessibility was switched on.
-    bool isStartedBefore = false;
+    /// Kept off the accessibility bus, as one that was started before there was one.
+    bool isOffTheBus = false;
     /// What the title of its window begins or ends with when it is ready; empty for any.
     QString title{};
     /// Brings the cursor into the field.

@@ -34,7 +34,7 @@ QString installedVersion(const QString &package) {
 ApplicationRun::ApplicationRun(const Application &application, QString artifacts)
     : application_(application),
       artifacts_(std::move(artifacts)),
-      desktop_({.accessibilityEnabled = !application.isStartedBefore}) {}
+      product_(desktop_) {}
 
 ApplicationRun::~ApplicationRun() {
     harness::setTimeoutObserver({});
@@ -64,13 +64,12 @@ QList<Observation> ApplicationRun::run(const QString &wanted,
 }
 
 void ApplicationRun::start() {
-    if (!application_.isStartedBefore)
-        product_.emplace(desktop_);
-    running_.emplace(desktop_, application_.command(desktop_), application_.title);
-    if (application_.isStartedBefore) {
-        desktop_.accessibilityBus()->setEnabled(true);
-        product_.emplace(desktop_);
+    harness::Command command = application_.command(desktop_);
+    if (application_.isOffTheBus) {
+        command.environment.insert(QStringLiteral("AT_SPI_BUS_ADDRESS"),
+                                   QStringLiteral("unix:path=/nonexistent"));
     }
+    running_.emplace(desktop_, command, application_.title);
     if (application_.prepare)
         application_.prepare(desktop_, *running_);
     field_ = Field::make(application_, desktop_, *running_);
@@ -80,7 +79,7 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
     Observation seen;
     seen.scenario = scenario.name;
     harness::setTimeoutObserver([&] { keepArtifacts(scenario.name); });
-    const qsizetype logBefore = product_->log().size();
+    const qsizetype logBefore = product_.log().size();
     bool isUnderWay = false;
     try {
         running_->activate();
@@ -88,7 +87,7 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
         const ClipboardOwner clipboard(desktop_.display(), ClipboardOwner::textHtmlAndImage());
         const auto before = ClipboardProbe(desktop_.display()).read();
         isUnderWay = true;
-        const Outcome outcome = product_->run(scenario.answer);
+        const Outcome outcome = product_.run(scenario.answer);
         const auto after = ClipboardProbe(desktop_.display()).read();
         seen.clipboardIdentical = after == before && after.targets.size() == before.targets.size();
         running_->activate();
@@ -98,11 +97,10 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
         seen.verdict = isUnderWay ? Observation::Verdict::wrong : Observation::Verdict::notTried;
     }
     // The program itself must have nothing to complain of.
-    const QByteArray log = product_->log().mid(logBefore);
+    const QByteArray log = product_.log().mid(logBefore);
     if (log.contains("warning") || log.contains("critical"))
         seen.remark += QStringLiteral(" The program warned.");
-    if (seen.verdict == Observation::Verdict::wrong ||
-        seen.verdict == Observation::Verdict::notTried)
+    if (seen.verdict != Observation::Verdict::replaced)
         keepArtifacts(scenario.name);
     return seen;
 }

@@ -26,7 +26,7 @@ class ApplicationRun {
     const Application &application_;
     QString artifacts_;
     harness::Desktop desktop_;
-    std::optional<ProductSession> product_;
+    ProductSession product_;
     std::optional<RunningApplication> running_;
     std::unique_ptr<Field> field_;
 };

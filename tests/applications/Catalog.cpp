@@ -13,10 +13,10 @@ const QList<Application> &catalog() {
     return all;
 }
 
-Application startedBefore(Application application) {
-    application.id += QStringLiteral("-before");
-    application.field += QStringLiteral(", started before accessibility");
-    application.isStartedBefore = true;
+Application offTheBus(Application application) {
+    application.id += QStringLiteral("-off");
+    application.field += QStringLiteral(", accessibility off");
+    application.isOffTheBus = true;
     return application;
 }
 

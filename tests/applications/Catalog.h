@@ -14,8 +14,8 @@ QList<Application> browsers();
 QList<Application> office();
 QList<Application> terminals();
 
-/// The same application, started before the desktop's accessibility was switched on.
-Application startedBefore(Application application);
+/// The same application off the accessibility bus.
+Application offTheBus(Application application);
 
 /// Writes a file into the desktop's home folder; its path.
 QString writeHomeFile(const harness::Desktop &desktop, const QString &name,

@@ -18,7 +18,7 @@ using harness::ClipboardProbe;
 namespace {
 
 // How long an application may take over one key before the next attempt.
-constexpr auto oneStep = 1500ms;
+constexpr std::chrono::milliseconds oneStep = 3s;
 // How long it must not have asked for the clipboard until it has what it wants.
 constexpr auto quiet = 100ms;
 constexpr int mostUndoSteps = 5;

@@ -39,6 +39,7 @@ std::optional<QString> FormattedField::read(const QString &wanted) {
     if (!plain)
         return std::nullopt;
     // Another change, so that there is something to save in any case.
+    input().chord({XK_Right});
     input().chord({XK_Control_L, XK_End});
     input().type(QStringLiteral("!"));
     input().chord({XK_Control_L, XK_s});

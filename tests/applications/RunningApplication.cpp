@@ -31,10 +31,12 @@ RunningApplication::RunningApplication(harness::Desktop &desktop, const harness:
 xcb_window_t RunningApplication::newestWindow() const {
     xcb_window_t found = XCB_WINDOW_NONE;
     for (const xcb_window_t window : desktop_.windows().all()) {
+        const QString title = desktop_.windows().title(window);
         const auto process = static_cast<pid_t>(desktop_.windows().processId(window));
-        if (process > 0 && ::getpgid(process) == process_.pid() &&
-            desktop_.windows().isViewable(window) &&
-            desktop_.windows().title(window).contains(title_))
+        // Tk does not tell whose window it is.
+        const bool isOurs = process > 0 ? ::getpgid(process) == process_.pid()
+                                        : !title_.isEmpty() && title.contains(title_);
+        if (isOurs && title.contains(title_) && desktop_.windows().isViewable(window))
             found = window;
     }
     return found;

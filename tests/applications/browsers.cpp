@@ -87,13 +87,13 @@ Application page(const QString &id, const QString &name, const QString &package,
 
 QList<Application> browsers() {
     QList<Application> all;
-    for (const bool isBefore : {false, true}) {
+    for (const bool isOff : {false, true}) {
         for (const Element &element : elements) {
             for (Application each : {page(QStringLiteral("firefox"), QStringLiteral("Firefox"),
                                           QStringLiteral("firefox-esr"), firefox, element),
                                      page(QStringLiteral("chromium"), QStringLiteral("Chromium"),
                                           QStringLiteral("chromium"), chromium, element)})
-                all += isBefore ? startedBefore(each) : each;
+                all += isOff ? offTheBus(each) : each;
         }
     }
     all += page(QStringLiteral("falkon"), QStringLiteral("Falkon (QtWebEngine)"),

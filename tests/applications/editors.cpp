@@ -28,7 +28,7 @@ QList<Application> editors() {
             editor(QStringLiteral("featherpad"), {QStringLiteral("--standalone")}),
             editor(QStringLiteral("geany"), {QStringLiteral("--new-instance")}),
             kwrite,
-            startedBefore(kwrite),
+            offTheBus(kwrite),
             editor(QStringLiteral("kate"), {QStringLiteral("--new")})};
 }
 

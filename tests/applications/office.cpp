@@ -136,8 +136,7 @@ Application thunderbird() {
 } // namespace
 
 QList<Application> office() {
-    Application document = writer("document", "document", textDocument("<text:p/>"));
-    document.takesLargeTexts = true;
+    const Application document = writer("document", "document", textDocument("<text:p/>"));
     Application cell = writer(
         "cell", "table cell",
         textDocument("<table:table xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\">"

@@ -49,7 +49,8 @@ Application inTerminal(const QString &terminal, const QString &package,
                 command.environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/bash"));
                 return command;
             },
-        .kind = Application::Kind::prompt};
+        .kind = Application::Kind::prompt,
+        .prompt = inside.keys};
 }
 
 } // namespace
@@ -91,10 +92,28 @@ QList<Application> terminals() {
                            input.type(text("prompt.txt\ny"));
                        }}};
     const QStringList execute{text("-e")};
-    return {inTerminal(text("xterm"), text("xterm"), execute, shell),
-            inTerminal(text("xterm"), text("vim"), execute, vim),
-            inTerminal(text("xterm"), text("nano"), execute, nano),
-            inTerminal(text("konsole"), text("konsole"), execute, shell)};
+    // It has no window of its own: a server that is found on the session bus makes it.
+    Application gnome = inTerminal(text("gnome-terminal"), text("gnome-terminal"), {}, shell);
+    const auto writeFiles = gnome.command;
+    gnome.command = [=](harness::Desktop &desktop) {
+        harness::Command command = writeFiles(desktop);
+        command.program = text("sh");
+        command.arguments = {
+            text("-c"),
+            text("/usr/libexec/gnome-terminal-server --app-id sample.Terminal & "
+                 "gdbus wait --session --timeout 60 sample.Terminal && "
+                 "gnome-terminal --app-id sample.Terminal --wait -- bash --rcfile start.sh -i")};
+        return command;
+    };
+    return {
+        inTerminal(text("xterm"), text("xterm"), execute, shell),
+        inTerminal(text("xterm"), text("vim"), execute, vim),
+        inTerminal(text("xterm"), text("nano"), execute, nano),
+        inTerminal(text("konsole"), text("konsole"), execute, shell),
+        gnome,
+        inTerminal(
+            text("qterminal"), text("qterminal"), {},
+            {shell.id, shell.field, {text("-e"), text("bash --rcfile start.sh -i")}, shell.keys})};
 }
 
 } // namespace quillmender::applications

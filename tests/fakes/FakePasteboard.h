@@ -42,9 +42,9 @@ class FakePasteboard : public Pasteboard {
         ++count;
         return acceptsWrites;
     }
-    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override {
+    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override {
         log_->append(QStringLiteral("pasteboard.stringWasRead %1").arg(limit.count()));
-        co_return;
+        co_return isStringRead;
     }
     QCoro::Task<> handOver() override {
         log_->append(QStringLiteral("pasteboard.handOver"));
@@ -60,6 +60,7 @@ class FakePasteboard : public Pasteboard {
     QList<PasteboardItem> contents;
     std::optional<QString> text;
     qint64 count = 7;
+    bool isStringRead = true;
     bool acceptsWrites = true;
 
   private:

@@ -96,8 +96,8 @@ bool MacPasteboard::setString(const QString &text) {
 }
 
 // The pasteboard server does not tell who has read what.
-QCoro::Task<> MacPasteboard::stringWasRead(std::chrono::milliseconds) {
-    co_return;
+QCoro::Task<bool> MacPasteboard::stringWasRead(std::chrono::milliseconds) {
+    co_return true;
 }
 
 // The server keeps the contents when the program ends.

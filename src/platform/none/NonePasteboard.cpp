@@ -37,8 +37,8 @@ bool NonePasteboard::setString(const QString &text) {
     return writeItems({item});
 }
 
-QCoro::Task<> NonePasteboard::stringWasRead(std::chrono::milliseconds) {
-    co_return;
+QCoro::Task<bool> NonePasteboard::stringWasRead(std::chrono::milliseconds) {
+    co_return true;
 }
 
 QCoro::Task<> NonePasteboard::handOver() {

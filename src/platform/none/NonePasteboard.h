@@ -13,7 +13,7 @@ class NonePasteboard : public Pasteboard {
     bool writeItems(const QList<PasteboardItem> &items) override;
     QCoro::Task<std::optional<QString>> string() override;
     bool setString(const QString &text) override;
-    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override;
+    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
     QCoro::Task<> handOver() override;
 
   private:

@@ -134,6 +134,9 @@ TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
     keyEvents.readiness = ChordReadiness::withheld;
     expectFailure("withheld");
     keyEvents.readiness = ChordReadiness::ready;
+    pasteboard.isStringRead = false;
+    expectFailure("the source has no use for it");
+    pasteboard.isStringRead = true;
     clock.cancelledSleep = clock.sleeps + 1;
     expectFailure("first sleep cancelled");
     clock.cancelledSleep = clock.sleeps + 2;

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11KeyEvents.h"
 
 #include "platform/linux/x11/ActiveWindow.h"
+#include "platform/linux/x11/TkWindows.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrontmostSource.h"
 #include "platform/linux/x11/X11Log.h"
@@ -31,7 +32,7 @@ class TestEvent : public KeyEvent {
 } // namespace
 
 X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
-                           const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
+                           X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
                            const FocusRecord &focus, PasteRecord &pastes)
     : connection_(connection),
       keymap_(keymap),
@@ -55,6 +56,9 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const bool isInFront = co_await waitUntilInFront(application->window());
     if (!isInFront)
         co_return ChordReadiness::withheld;
+    const bool takesChord = co_await prepareTk(application->window(), chord);
+    if (!takesChord)
+        co_return ChordReadiness::withheld;
     if (chord == Chord::paste && isTerminal_)
         co_await pasteboard_.lendPrimary();
     const bool isReleased = co_await heldKeys_.release();
@@ -63,6 +67,18 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
         co_return ChordReadiness::withheld;
     target_ = application->window();
     co_return ChordReadiness::ready;
+}
+
+QCoro::Task<bool> X11KeyEvents::prepareTk(xcb_window_t window, Chord chord) {
+    deletesFirst_ = false;
+    if (!isTkWindow(connection_, window))
+        co_return true;
+    const std::optional<QString> selected = co_await frontmost_.primarySelection();
+    if (chord == Chord::copy)
+        co_return !isMask(selected.value_or(QString()));
+    // What was captured is selected still, or its place is not known any more.
+    deletesFirst_ = selected && !selected->isEmpty();
+    co_return deletesFirst_;
 }
 
 QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
@@ -116,6 +132,11 @@ void X11KeyEvents::press(quint16 keyCode) {
     if (!modifier || !key) {
         qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
         return;
+    }
+    const auto deletion = keymap_.find(XKB_KEY_Delete);
+    if (isPaste && deletesFirst_ && deletion) {
+        send(XCB_KEY_PRESS, deletion->key);
+        send(XCB_KEY_RELEASE, deletion->key);
     }
     pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt};
     if (key->group) {

@@ -20,8 +20,8 @@ class X11KeyEvents : public KeyEvents {
   public:
     /// `pastes` is written, the rest is asked.
     X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
-                 const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
-                 const FocusRecord &focus, PasteRecord &pastes);
+                 X11FrontmostSource &frontmost, X11Pasteboard &pasteboard, const FocusRecord &focus,
+                 PasteRecord &pastes);
 
     QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
     KeyEventSourceRef createSource(qint32 state) override;
@@ -38,6 +38,8 @@ class X11KeyEvents : public KeyEvents {
         std::optional<quint8> groupBefore;
     };
 
+    /// Whether the chord can be typed as far as Tk is concerned.
+    QCoro::Task<bool> prepareTk(xcb_window_t window, Chord chord);
     QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
     void press(quint16 keyCode);
     void release(quint16 keyCode);
@@ -46,13 +48,14 @@ class X11KeyEvents : public KeyEvents {
     X11Connection &connection_;
     X11Keymap &keymap_;
     ActiveWindow &activeWindow_;
-    const X11FrontmostSource &frontmost_;
+    X11FrontmostSource &frontmost_;
     X11Pasteboard &pasteboard_;
     const FocusRecord &focus_;
     PasteRecord &pastes_;
     HeldKeys heldKeys_;
     xcb_window_t target_ = XCB_WINDOW_NONE;
     bool isTerminal_ = false;
+    bool deletesFirst_ = false;
     std::optional<Pressed> pressed_;
 };
 

@@ -5,9 +5,13 @@
 #include "platform/linux/x11/SelectionReader.h"
 #include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Log.h"
 
 #include <QCoroSignal>
+#include <QDeadlineTimer>
 #include <xcb/xfixes.h>
+
+#include <algorithm>
 
 namespace quillmender {
 
@@ -120,6 +124,7 @@ bool X11Pasteboard::setString(const QString &text) {
     const bool isWritten = write(makeTemporaryText(connection_, text));
     isTemporary_ = isWritten;
     pastesBefore_ = pastes_.count;
+    earlyReaders_.clear();
     return isWritten;
 }
 
@@ -136,16 +141,43 @@ bool X11Pasteboard::write(SelectionContents contents) {
 
 void X11Pasteboard::handleServed(xcb_window_t requestor, quint64 paste) {
     const bool isOfPaste = paste == pastes_.count && paste != pastesBefore_;
+    if (paste == pastesBefore_)
+        earlyReaders_.insert(requestor);
     if (!isOfPaste || !isSameApplication(connection_, requestor, pastes_.window))
         return;
     servedPaste_ = pastes_.count;
+    sinceServed_.start();
     Q_EMIT pasteServed();
 }
 
-QCoro::Task<> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
-    const bool isRead = pastes_.count != pastesBefore_ && servedPaste_ == pastes_.count;
-    if (!isRead && isTemporary_)
+bool X11Pasteboard::isRead() const {
+    return pastes_.count != pastesBefore_ && servedPaste_ == pastes_.count;
+}
+
+QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
+    if (!isRead() && isTemporary_)
         co_await qCoro(this, &X11Pasteboard::pasteServed, limit);
+    if (isRead()) {
+        co_await readingIsOver(limit);
+        co_return true;
+    }
+    const bool wasReadEarly =
+        std::any_of(earlyReaders_.cbegin(), earlyReaders_.cend(), [this](xcb_window_t reader) {
+            return isSameApplication(connection_, reader, pastes_.window);
+        });
+    if (!wasReadEarly)
+        qCInfo(x11Log, "window 0x%x did not ask for what was to be pasted", pastes_.window);
+    co_return wasReadEarly;
+}
+
+QCoro::Task<> X11Pasteboard::readingIsOver(std::chrono::milliseconds limit) {
+    // Chromium reads more than once for one paste, and pastes what it read last.
+    constexpr auto quiet = 80ms;
+    const QDeadlineTimer deadline(limit);
+    while (!deadline.hasExpired() && !sinceServed_.hasExpired(quiet.count())) {
+        const std::chrono::milliseconds rest(quiet.count() - sinceServed_.elapsed());
+        co_await qCoro(this, &X11Pasteboard::pasteServed, std::max(rest, 1ms));
+    }
 }
 
 QCoro::Task<> X11Pasteboard::lendPrimary() {

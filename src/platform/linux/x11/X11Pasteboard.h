@@ -5,7 +5,9 @@
 #include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionOwner.h"
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 
 namespace quillmender {
@@ -26,7 +28,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool writeItems(const QList<PasteboardItem> &items) override;
     QCoro::Task<std::optional<QString>> string() override;
     bool setString(const QString &text) override;
-    QCoro::Task<> stringWasRead(std::chrono::milliseconds limit) override;
+    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
 
     /// Offers the text of `setString` as PRIMARY too, until the pasteboard is written again:
     /// terminals paste that.
@@ -46,6 +48,8 @@ class X11Pasteboard : public QObject, public Pasteboard {
     void finishClear();
     bool write(SelectionContents contents);
     void rememberRead(const QList<PasteboardItem> &items);
+    bool isRead() const;
+    QCoro::Task<> readingIsOver(std::chrono::milliseconds limit);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
 
     X11Connection &connection_;
@@ -60,6 +64,9 @@ class X11Pasteboard : public QObject, public Pasteboard {
     xcb_timestamp_t releasedAt_ = XCB_CURRENT_TIME;
     quint64 pastesBefore_ = 0;
     quint64 servedPaste_ = 0;
+    QElapsedTimer sinceServed_;
+    /// Of what is on the pasteboard since `setString`, before the chord.
+    QSet<xcb_window_t> earlyReaders_;
 };
 
 } // namespace quillmender
