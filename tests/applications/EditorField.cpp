@@ -102,7 +102,14 @@ bool EditorField::select(const Scenario &scenario) {
         break;
     }
     }
-    return becomesTrue([&] { return selected() == scenario.picked; }, oneStep);
+    return becomesTrue(
+        [&] {
+            const auto found = selected();
+            // Tk counts the end of the last line to everything.
+            return found && (scenario.pick == Pick::everything ? normalised(*found) : *found) ==
+                                scenario.picked;
+        },
+        oneStep);
 }
 
 void EditorField::press(const QList<xcb_keysym_t> &chord, qsizetype times) {
