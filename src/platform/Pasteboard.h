@@ -39,10 +39,11 @@ class Pasteboard {
     /// record its history. False when it was refused.
     virtual bool setString(const QString &text) = 0;
 
-    /// Completes when the application that was pasted into has asked for what `setString` put
-    /// here, or after `limit`, whichever is first. Completes at once where the system cannot tell.
-    /// False when the application does not attend to its events, so that it has not even seen the
-    /// chord; whatever it asks for when it does see it, is refused.
+    /// Completes when the application that was pasted into has read what `setString` put here, or
+    /// after `limit`, whichever is first. Completes at once, with true, where the system cannot
+    /// tell. False when the application has not asked for it: it has no use for a paste, as a
+    /// document that is only shown; or it does not attend to its events and has not even seen the
+    /// chord, in which case whatever it asks for when it does see it is refused.
     virtual QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) = 0;
 
     /// Called once, when the program ends: completes when what it put here will outlive it, or

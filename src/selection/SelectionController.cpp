@@ -200,8 +200,8 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
         isCancelled = true;
     }
     // Cancelled or not: what was told to paste must not find the user's old contents there.
-    const bool isSeen = co_await pasteboard.stringWasRead(pasteLimit - pasteDelay);
-    co_return isSeen && !isCancelled;
+    const bool isRead = co_await pasteboard.stringWasRead(pasteLimit - pasteDelay);
+    co_return isRead && !isCancelled;
 }
 
 } // namespace quillmender

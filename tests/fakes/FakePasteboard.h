@@ -44,7 +44,7 @@ class FakePasteboard : public Pasteboard {
     }
     QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override {
         log_->append(QStringLiteral("pasteboard.stringWasRead %1").arg(limit.count()));
-        co_return std::as_const(isChordSeen);
+        co_return std::as_const(isStringRead);
     }
     QCoro::Task<> handOver() override {
         log_->append(QStringLiteral("pasteboard.handOver"));
@@ -60,8 +60,8 @@ class FakePasteboard : public Pasteboard {
     QList<PasteboardItem> contents;
     std::optional<QString> text;
     qint64 count = 7;
+    bool isStringRead = true;
     bool acceptsWrites = true;
-    bool isChordSeen = true;
 
   private:
     CallLog log_;

@@ -31,6 +31,8 @@ QVariant ScriptedField::answerTo(const QDBusMessage &message) {
         return QVariant::fromValue(QDBusVariant(int(text.size())));
     if (message.member() == QStringLiteral("GetText")) {
         const int end = arguments.value(1).toInt();
+        if (end < 0 && !knowsItsEnd)
+            return QString();
         return text.mid(first, end < 0 ? -1 : end - first);
     }
     if (message.member() == QStringLiteral("DeleteText")) {

@@ -19,6 +19,8 @@ class ScriptedField : public QDBusVirtualObject {
     QString text;
     /// What InsertText does to the text, given a position; nothing: refuses.
     std::function<void(qsizetype, const QString &)> insert;
+    /// Whether it understands -1 for the end of its text.
+    bool knowsItsEnd = true;
     bool refusesDeletion = false;
     bool answersDeletion = true;
     QStringList calls; ///< the changing ones, in order

@@ -120,6 +120,27 @@ TEST_F(WriterTest, ChangeSinceTheReadingStopsTheWrite) {
     EXPECT_TRUE(field->calls.isEmpty());
 }
 
+TEST_F(WriterTest, ParagraphOfItsOwnTakesNoLineBreak) {
+    field->insert = [&](qsizetype position, const QString &added) {
+        field->text.insert(position, added);
+    };
+    for (const char *text : {"one two\nthree", "one\r\ntwo three"}) {
+        EXPECT_EQ(write(element({1U << 7, 0}, Toolkit::libreOffice), QString::fromLatin1(text)),
+                  AccessibilityError::failure);
+    }
+    EXPECT_TRUE(field->calls.isEmpty());
+    EXPECT_EQ(write(element({1U << 7, 0}, Toolkit::libreOffice), newText),
+              AccessibilityError::success);
+    EXPECT_THAT(field->calls,
+                ElementsAre(QStringLiteral("DeleteText"), QStringLiteral("InsertText")));
+}
+
+TEST_F(WriterTest, FieldThatDoesNotKnowItsEndIsReadByItsLength) {
+    field->knowsItsEnd = false;
+    EXPECT_EQ(write(element(), newText), AccessibilityError::success);
+    EXPECT_EQ(field->text, newText);
+}
+
 TEST_F(WriterTest, WhatCannotBeWrittenIsNotTouched) {
     constexpr uint editable = 1U << 7;
     constexpr uint readOnly = 1U << (43 - 32);

@@ -304,7 +304,15 @@ TEST_F(PasteboardWriteTest, KnowsWhenThePasteWasServed) {
 TEST_F(PasteboardWriteTest, WaitsForAPasteNoLongerThanTheLimit) {
     ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
     services_->pastes = {1, peer_->window()};
-    QCoro::waitFor(pasteboard().stringWasRead(50ms));
+    EXPECT_FALSE(QCoro::waitFor(pasteboard().stringWasRead(50ms)));
+}
+
+TEST_F(PasteboardWriteTest, TakesForAPasteWhatTheApplicationReadBeforeItsChord) {
+    ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
+    TestRequestor reader(*peer_);
+    reader.fetch("UTF8_STRING");
+    services_->pastes = {1, reader.window()};
+    EXPECT_TRUE(QCoro::waitFor(pasteboard().stringWasRead(50ms)));
 }
 
 TEST_F(PasteboardWriteTest, HandsTheUsersContentsToAClipboardManager) {

@@ -138,9 +138,9 @@ TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
     expectFailure("the source lost the focus");
     EXPECT_EQ(log->count(QStringLiteral("post 9 up tap 0")), 0);
     keyEvents.acceptsPosts = true;
-    pasteboard.isChordSeen = false;
-    expectFailure("the source hangs");
-    pasteboard.isChordSeen = true;
+    pasteboard.isStringRead = false;
+    expectFailure("the source hangs or has no use for it");
+    pasteboard.isStringRead = true;
     clock.cancelledSleep = clock.sleeps + 1;
     expectFailure("first sleep cancelled");
     clock.cancelledSleep = clock.sleeps + 2;

@@ -44,10 +44,16 @@ QCoro::Task<Toolkit> Applications::toolkitOf(QString service, BudgetRef budget) 
     if (known != toolkits_.cend())
         co_return known.value();
     const Call call = toolkitQuestion(service, budget);
+    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+    const Call nameCall = bus_.property(budget, root, atspi::accessible, "Name");
     const auto answer = co_await call.answer();
+    const auto name = co_await nameCall.answer();
     if (!answer)
         co_return Toolkit::unknown;
-    co_return learnToolkit(service, *answer);
+    // Within GTK's or Qt's windows it says that it is theirs, and its texts are still its own.
+    const bool isOffice = firstValue(name).toString() == QStringLiteral("soffice");
+    co_return remember(service, isOffice ? Toolkit::libreOffice
+                                         : toolkitNamed(firstValue(answer).toString()));
 }
 
 QDBusPendingCall Applications::askToolkit(const QString &service) {
@@ -56,6 +62,11 @@ QDBusPendingCall Applications::askToolkit(const QString &service) {
 
 Toolkit Applications::learnToolkit(const QString &service, const QVariantList &answer) {
     const Toolkit toolkit = toolkitNamed(firstValue(answer).toString());
+    // Others may turn out to be LibreOffice.
+    return toolkit == Toolkit::chromium ? remember(service, toolkit) : toolkit;
+}
+
+Toolkit Applications::remember(const QString &service, Toolkit toolkit) {
     if (toolkits_.size() >= maximumKnown)
         toolkits_.clear();
     toolkits_.insert(service, toolkit);

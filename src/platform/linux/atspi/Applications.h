@@ -35,6 +35,7 @@ class Applications {
     void clear();
 
   private:
+    Toolkit remember(const QString &service, Toolkit toolkit);
     Call toolkitQuestion(const QString &service, const BudgetRef &budget);
 
     AtspiBus &bus_;

@@ -44,6 +44,12 @@ QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, Budge
 
 QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef element) {
     Selection reported = co_await selection(element->traits.object, element->budget);
+    if (element->toolkit == Toolkit::libreOffice && reported.answered) {
+        const bool goesOn =
+            co_await flow_.isSelectedBeside(element->traits.object, element->budget);
+        if (goesOn)
+            reported.kind = Selection::Kind::unreadable;
+    }
     if (element->toolkit != Toolkit::chromium || reported.kind == Selection::Kind::unreadable)
         co_return reported;
 
@@ -70,13 +76,18 @@ QCoro::Task<std::optional<int>> TextReader::characterCount(TextElementRef elemen
     co_return intValue(answer);
 }
 
-QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, OffsetPair offsets,
-                                                      qint64 characters) {
+QCoro::Task<QVariant> TextReader::between(TextElementRef element, OffsetPair offsets,
+                                          qint64 characters) {
     const Call call =
         bus_.call(element->budget, element->traits.object, atspi::text, "GetText",
                   {int(offsets.start), int(offsets.end)}, Budget::transferAllowance(characters));
     const auto answer = co_await call.answer();
-    const QVariant text = firstValue(answer);
+    co_return firstValue(answer);
+}
+
+QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, OffsetPair offsets,
+                                                      qint64 characters) {
+    const QVariant text = co_await between(element, offsets, characters);
     if (text.metaType() != QMetaType::fromType<QString>())
         co_return std::nullopt;
     if (element->toolkit == Toolkit::gecko)
@@ -89,10 +100,10 @@ QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef ele
     const std::optional<int> count = co_await characterCount(element);
     if (!count)
         co_return std::nullopt;
-    const Call call = bus_.call(element->budget, element->traits.object, atspi::text, "GetText",
-                                {0, -1}, Budget::transferAllowance(*count));
-    const auto answer = co_await call.answer();
-    const QVariant raw = firstValue(answer);
+    QVariant raw = co_await between(element, {0, -1}, *count);
+    // The entry of GTK 4 has nothing between its start and "the end".
+    if (*count > 0 && raw.toString().isEmpty())
+        raw = co_await between(element, {0, *count}, *count);
     if (raw.metaType() != QMetaType::fromType<QString>())
         co_return std::nullopt;
     const bool padded = element->toolkit == Toolkit::gecko;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/atspi/AtspiElement.h"
+#include "platform/linux/atspi/TextFlow.h"
 
 namespace quillmender {
 
@@ -16,7 +17,7 @@ class TextReader {
         bool answered = false;
     };
 
-    explicit TextReader(AtspiBus &bus) : bus_(bus) {}
+    explicit TextReader(AtspiBus &bus) : bus_(bus), flow_(bus) {}
 
     /// noValue when nothing is selected; cannotComplete when something is but nobody can tell what.
     QCoro::Task<AttributeResult> selectedText(TextElementRef element);
@@ -44,7 +45,10 @@ class TextReader {
 
   private:
     QCoro::Task<Selection> selection(ObjectRef object, BudgetRef budget);
+    QCoro::Task<QVariant> between(TextElementRef element, OffsetPair offsets, qint64 characters);
+
     AtspiBus &bus_;
+    TextFlow flow_;
 };
 
 /// Stands in a text for an object that is not text.

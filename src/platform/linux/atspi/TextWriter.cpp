@@ -16,6 +16,12 @@ bool canBeWritten(const TextElement &element) {
            !element.traits.states.has(State::readOnly) && !element.isPassword();
 }
 
+/// A paragraph of Writer is an object of its own, and a line break in it would make two of it.
+bool staysWhole(const TextElement &element, const TextSplice &splice) {
+    return element.toolkit != Toolkit::libreOffice ||
+           !(splice.inserted.contains(u'\n') || splice.inserted.contains(u'\r'));
+}
+
 /// What the bus can carry unchanged, and a text field too.
 bool canBeCarried(const QString &text) {
     return text.isValidUtf16() && !text.contains(QChar(u'\0')) &&
@@ -50,13 +56,15 @@ QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QStrin
         co_return AccessibilityError::failure;
 
     const TextSplice splice = computeSplice(known->text, text);
+    if (!staysWhole(*element, splice))
+        co_return AccessibilityError::failure;
     const bool unchanged = co_await stillHolds(element, *known, splice);
     if (!unchanged)
         co_return AccessibilityError::cannotComplete;
     if (splice.isEmpty())
         co_return AccessibilityError::success;
 
-    const Outcome outcome = co_await change(element, *known, splice, text);
+    const Outcome outcome = co_await apply(element, *known, splice);
     if (outcome == Outcome::silent)
         co_return AccessibilityError::cannotComplete;
     co_return co_await verify(element, *known, splice, text);
@@ -89,18 +97,6 @@ QCoro::Task<bool> TextWriter::sliceIs(TextElementRef element, DecodedText known,
         co_return false;
     const auto shown = co_await reader_.slice(element, {*fromOffset, *toOffset}, to - from);
     co_return shown == known.text.mid(from, to - from);
-}
-
-QCoro::Task<TextWriter::Outcome> TextWriter::change(TextElementRef element, DecodedText from,
-                                                    TextSplice splice, QString whole) {
-    if (element->toolkit != Toolkit::libreOffice)
-        co_return co_await apply(element, from, splice);
-    // Here the whole is one step of the undo history, and the parts would be two.
-    const Call call =
-        bus_.call(element->budget, element->traits.object, atspi::editableText, "SetTextContents",
-                  {whole}, Budget::transferAllowance(whole.size()));
-    const auto answer = co_await call.answer();
-    co_return answer ? Outcome::done : Outcome::silent;
 }
 
 QCoro::Task<TextWriter::Outcome> TextWriter::apply(TextElementRef element, DecodedText from,

@@ -21,8 +21,6 @@ class TextWriter {
 
     QCoro::Task<bool> stillHolds(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> sliceIs(TextElementRef element, DecodedText known, qint64 start, qint64 end);
-    QCoro::Task<Outcome> change(TextElementRef element, DecodedText from, TextSplice splice,
-                                QString whole);
     QCoro::Task<Outcome> apply(TextElementRef element, DecodedText from, TextSplice splice);
     QCoro::Task<AccessibilityError> verify(TextElementRef element, DecodedText old,
                                            TextSplice splice, QString wanted);

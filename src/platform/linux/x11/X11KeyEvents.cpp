@@ -3,6 +3,7 @@
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
+#include "platform/linux/x11/TkWindows.h"
 #include "platform/linux/x11/WindowPing.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrontmostSource.h"
@@ -57,7 +58,7 @@ std::chrono::milliseconds patience(Chord chord) {
 } // namespace
 
 X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
-                           const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
+                           X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
                            WindowPing &ping, ChordWatch &chords, const FocusRecord &focus,
                            PasteRecord &pastes)
     : connection_(connection),
@@ -90,6 +91,9 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
         qCInfo(x11Log, "window 0x%x does not attend to its events", application->window());
         co_return ChordReadiness::withheld;
     }
+    const bool takesChord = co_await prepareTk(application->window(), chord);
+    if (!takesChord)
+        co_return ChordReadiness::withheld;
     if (chord == Chord::paste && isTerminal_)
         co_await pasteboard_.lendPrimary();
     const bool isReleased = co_await heldKeys_.release();
@@ -103,6 +107,18 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
 bool X11KeyEvents::isTargetInFront() const {
     return target_ && activeWindow_.isInFront(target_->window()) &&
            isStillItself(connection_, *target_);
+}
+
+QCoro::Task<bool> X11KeyEvents::prepareTk(xcb_window_t window, Chord chord) {
+    deletesFirst_ = false;
+    if (!isTkWindow(connection_, window))
+        co_return true;
+    const std::optional<QString> selected = co_await frontmost_.primarySelection();
+    if (chord == Chord::copy)
+        co_return !isMask(selected.value_or(QString()));
+    // What was captured is selected still, or its place is not known any more.
+    deletesFirst_ = selected && !selected->isEmpty();
+    co_return deletesFirst_;
 }
 
 QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
@@ -160,6 +176,11 @@ bool X11KeyEvents::press(quint16 keyCode) {
     if (!modifier || !key) {
         qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
         return false;
+    }
+    const auto deletion = keymap_.find(XKB_KEY_Delete);
+    if (isPaste && deletesFirst_ && deletion) {
+        send(XCB_KEY_PRESS, deletion->key);
+        send(XCB_KEY_RELEASE, deletion->key);
     }
     pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt};
     if (key->group) {

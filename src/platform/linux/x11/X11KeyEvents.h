@@ -23,7 +23,7 @@ class X11KeyEvents : public KeyEvents {
   public:
     /// `pastes` is written and `chords` started, the rest is asked.
     X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
-                 const X11FrontmostSource &frontmost, X11Pasteboard &pasteboard, WindowPing &ping,
+                 X11FrontmostSource &frontmost, X11Pasteboard &pasteboard, WindowPing &ping,
                  ChordWatch &chords, const FocusRecord &focus, PasteRecord &pastes);
 
     QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
@@ -41,6 +41,8 @@ class X11KeyEvents : public KeyEvents {
         std::optional<quint8> groupBefore;
     };
 
+    /// Whether the chord can be typed as far as Tk is concerned.
+    QCoro::Task<bool> prepareTk(xcb_window_t window, Chord chord);
     QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
     bool press(quint16 keyCode);
     bool isTargetInFront() const;
@@ -50,7 +52,7 @@ class X11KeyEvents : public KeyEvents {
     X11Connection &connection_;
     X11Keymap &keymap_;
     ActiveWindow &activeWindow_;
-    const X11FrontmostSource &frontmost_;
+    X11FrontmostSource &frontmost_;
     X11Pasteboard &pasteboard_;
     WindowPing &ping_;
     ChordWatch &chords_;
@@ -59,6 +61,7 @@ class X11KeyEvents : public KeyEvents {
     HeldKeys heldKeys_;
     std::shared_ptr<const X11RunningApplication> target_;
     bool isTerminal_ = false;
+    bool deletesFirst_ = false;
     std::optional<Pressed> pressed_;
 };
 

@@ -9,8 +9,10 @@
 #include "platform/linux/x11/X11Log.h"
 
 #include <QCoroSignal>
+#include <QDeadlineTimer>
 #include <xcb/xfixes.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace quillmender {
@@ -158,6 +160,7 @@ bool X11Pasteboard::setString(const QString &text) {
         write(makeTemporaryText(connection_, text), SelectionOwner::Audience::sourceOfPaste);
     isTemporary_ = isWritten;
     pastesBefore_ = pastes_.count;
+    earlyReaders_.clear();
     return isWritten;
 }
 
@@ -174,9 +177,12 @@ bool X11Pasteboard::write(SelectionContents contents, SelectionOwner::Audience a
 
 void X11Pasteboard::handleServed(xcb_window_t requestor, quint64 paste) {
     const bool isOfPaste = paste == pastes_.count && paste != pastesBefore_;
-    if (!isOfPaste || !isSameApplication(connection_, requestor, pastes_.window))
+    if (paste == pastesBefore_)
+        earlyReaders_.insert(requestor);
+    if (!isOfPaste || !isActingFor(connection_, requestor, pastes_.window))
         return;
     servedPaste_ = pastes_.count;
+    sinceServed_.start();
     Q_EMIT pasteServed();
 }
 
@@ -187,13 +193,34 @@ bool X11Pasteboard::isRead() const {
 QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
     if (!isRead() && isTemporary_)
         co_await qCoro(this, &X11Pasteboard::pasteServed, limit);
-    const xcb_window_t late = chords_.pending(Chord::paste);
-    if (isRead() || late == XCB_WINDOW_NONE)
+    if (isRead()) {
+        co_await readingIsOver(limit);
         co_return true;
-    qCInfo(x11Log, "window 0x%x did not attend to the paste", late);
-    stopRefusing_.stop();
-    refuse(late);
-    co_return false;
+    }
+    const xcb_window_t late = chords_.pending(Chord::paste);
+    if (late != XCB_WINDOW_NONE) {
+        qCInfo(x11Log, "window 0x%x did not attend to the paste", late);
+        stopRefusing_.stop();
+        refuse(late);
+        co_return false;
+    }
+    const bool wasReadEarly =
+        std::any_of(earlyReaders_.cbegin(), earlyReaders_.cend(), [this](xcb_window_t reader) {
+            return isActingFor(connection_, reader, pastes_.window);
+        });
+    if (!wasReadEarly)
+        qCInfo(x11Log, "window 0x%x did not ask for what was to be pasted", pastes_.window);
+    co_return wasReadEarly;
+}
+
+QCoro::Task<> X11Pasteboard::readingIsOver(std::chrono::milliseconds limit) {
+    // Chromium reads more than once for one paste, and pastes what it read last.
+    constexpr auto quiet = 80ms;
+    const QDeadlineTimer deadline(limit);
+    while (!deadline.hasExpired() && !sinceServed_.hasExpired(quiet.count())) {
+        const std::chrono::milliseconds rest(quiet.count() - sinceServed_.elapsed());
+        co_await qCoro(this, &X11Pasteboard::pasteServed, std::max(rest, 1ms));
+    }
 }
 
 void X11Pasteboard::refuse(xcb_window_t window) {

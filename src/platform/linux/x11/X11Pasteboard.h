@@ -5,7 +5,9 @@
 #include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionOwner.h"
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 
 namespace quillmender {
@@ -50,6 +52,8 @@ class X11Pasteboard : public QObject, public Pasteboard {
     void finishClear();
     bool write(SelectionContents contents, SelectionOwner::Audience audience);
     void rememberRead(const QList<PasteboardItem> &items);
+    bool isRead() const;
+    QCoro::Task<> readingIsOver(std::chrono::milliseconds limit);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
     bool isRead() const;
     void refuse(xcb_window_t window);
@@ -71,6 +75,9 @@ class X11Pasteboard : public QObject, public Pasteboard {
     xcb_timestamp_t releasedAt_ = XCB_CURRENT_TIME;
     quint64 pastesBefore_ = 0;
     quint64 servedPaste_ = 0;
+    QElapsedTimer sinceServed_;
+    /// Of what is on the pasteboard since `setString`, before the chord.
+    QSet<xcb_window_t> earlyReaders_;
 };
 
 } // namespace quillmender

@@ -1,0 +1,69 @@
+#include "platform/linux/atspi/TextFlow.h"
+
+#include <QDBusArgument>
+
+namespace quillmender {
+
+namespace {
+
+// Of the protocol's RelationType enumeration.
+constexpr uint flowsTo = 10;
+constexpr uint flowsFrom = 11;
+
+// Nobody leaves more blank lines than that within one selection.
+constexpr int mostEmptyParagraphs = 20;
+
+} // namespace
+
+QCoro::Task<bool> TextFlow::isSelectedBeside(ObjectRef paragraph, BudgetRef budget) {
+    const bool isBefore = co_await isSelectedTowards(flowsFrom, paragraph, budget);
+    if (isBefore)
+        co_return true;
+    co_return co_await isSelectedTowards(flowsTo, paragraph, budget);
+}
+
+QCoro::Task<bool> TextFlow::isSelectedTowards(uint relation, ObjectRef paragraph,
+                                              BudgetRef budget) {
+    for (int passed = 0; passed < mostEmptyParagraphs; ++passed) {
+        paragraph = co_await neighbour(relation, paragraph, budget);
+        if (paragraph.isNull())
+            co_return false;
+        const Call lengthCall = bus_.property(budget, paragraph, atspi::text, "CharacterCount");
+        const Call countCall = bus_.call(budget, paragraph, atspi::text, "GetNSelections");
+        const Call selectionCall = bus_.call(budget, paragraph, atspi::text, "GetSelection", {0});
+        const auto length = co_await lengthCall.answer();
+        const auto count = co_await countCall.answer();
+        const auto selection = co_await selectionCall.answer();
+        if (intValue(length).value_or(-1) != 0) {
+            co_return intValue(count).value_or(0) > 0 && selection &&
+                selection->value(0).toInt() != selection->value(1).toInt();
+        }
+    }
+    co_return false;
+}
+
+QCoro::Task<ObjectRef> TextFlow::neighbour(uint relation, ObjectRef paragraph, BudgetRef budget) {
+    const Call call = bus_.call(budget, paragraph, atspi::accessible, "GetRelationSet");
+    const auto answer = co_await call.answer();
+    const QVariant relations = firstValue(answer);
+    if (relations.metaType() != QMetaType::fromType<QDBusArgument>())
+        co_return ObjectRef();
+    const auto list = relations.value<QDBusArgument>();
+    if (list.currentSignature() != QStringLiteral("a(ua(so))"))
+        co_return ObjectRef();
+    ObjectRef found;
+    list.beginArray();
+    while (!list.atEnd()) {
+        uint kind = 0;
+        QList<ObjectRef> targets;
+        list.beginStructure();
+        list >> kind >> targets;
+        list.endStructure();
+        if (kind == relation && !targets.isEmpty())
+            found = targets.first();
+    }
+    list.endArray();
+    co_return found;
+}
+
+} // namespace quillmender

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "desktop/harness/Desktop.h"
+
+#include <X11/keysym.h>
+#include <functional>
+
+namespace quillmender::applications {
+
+class RunningApplication;
+
+/// The chords by which an application is used.
+struct Keys {
+    using Chord = QList<xcb_keysym_t>;
+
+    QList<Chord> selectAll{{XK_Control_L, XK_a}};
+    Chord copy{XK_Control_L, XK_c};
+    Chord paste{XK_Control_L, XK_v};
+    Chord undo{XK_Control_L, XK_z};
+};
+
+/// What a program in a terminal is asked for what was written into it.
+struct PromptKeys {
+    using Strokes = std::function<void(harness::InputDriver &)>;
+
+    /// Makes a place for new words, which are then typed.
+    Strokes clear;
+    /// Lets what was typed and pasted be written to the file `prompt.txt`, at its end.
+    Strokes save;
+};
+
+/// One text field of a real application: how it is started and what it can do.
+struct Application {
+    enum class Kind {
+        /// Its text can be selected, copied, pasted and undone by keys.
+        editor,
+        /// A program in a terminal: what is pasted arrives where its cursor is.
+        prompt,
+        /// A document of its own, in which a formatted word must stay so.
+        formatted,
+        /// Its text can be selected and copied only.
+        reader,
+        /// Never read.
+        password,
+    };
+
+    using Prepare = std::function<void(harness::Desktop &, RunningApplication &)>;
+
+    /// How it is asked for on the command line.
+    QString id;
+    QString name;
+    QString field;
+    /// Whose version is told.
+    QString package;
+    std::function<harness::Command(harness::Desktop &)> command;
+    Kind kind = Kind::editor;
+    bool hasOneLine = false;
+    /// Whether a text of 1 MB is tried.
+    bool takesLargeTexts = false;
+    /// Kept off the accessibility bus, as one that was started before there was one.
+    bool isOffTheBus = false;
+    /// What the title of its window begins or ends with when it is ready; empty for any.
+    QString title{};
+    /// Brings the cursor into the field.
+    Prepare prepare{};
+    Keys keys{};
+    PromptKeys prompt{};
+};
+
+} // namespace quillmender::applications

@@ -1,0 +1,153 @@
+#include "applications/ApplicationRun.h"
+
+#include "desktop/harness/ClipboardOwner.h"
+#include "desktop/harness/ClipboardProbe.h"
+#include "desktop/harness/HarnessError.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace quillmender::applications {
+
+using harness::ClipboardOwner;
+using harness::ClipboardProbe;
+
+namespace {
+
+QString shortened(const QString &text) {
+    constexpr qsizetype most = 80;
+    QString shown = text.left(most);
+    shown.replace(u'\n', QStringLiteral("\u23ce"));
+    return text.size() > most ? shown + QStringLiteral("\u2026 (%1)").arg(text.size()) : shown;
+}
+
+} // namespace
+
+QString installedVersion(const QString &package) {
+    QProcess query;
+    query.start(QStringLiteral("dpkg-query"),
+                {QStringLiteral("--show"), QStringLiteral("--showformat=${Version}"), package});
+    query.waitForFinished();
+    return query.exitCode() == 0 ? QString::fromUtf8(query.readAllStandardOutput()) : QString();
+}
+
+ApplicationRun::ApplicationRun(const Application &application, QString artifacts)
+    : application_(application),
+      artifacts_(std::move(artifacts)),
+      product_(desktop_) {}
+
+ApplicationRun::~ApplicationRun() {
+    harness::setTimeoutObserver({});
+}
+
+QList<Observation> ApplicationRun::run(const QString &wanted,
+                                       const std::function<void(const Observation &)> &tell) {
+    QList<Observation> seen;
+    try {
+        harness::setTimeoutObserver([this] { keepArtifacts(QStringLiteral("start")); });
+        start();
+    } catch (const harness::HarnessError &error) {
+        Observation failure;
+        failure.scenario = QStringLiteral("start");
+        failure.remark = QString::fromUtf8(error.what());
+        seen.append(failure);
+        tell(failure);
+        return seen;
+    }
+    for (const Scenario &scenario : field_->scenarios()) {
+        if (!scenario.name.contains(wanted))
+            continue;
+        seen.append(observe(scenario));
+        tell(seen.last());
+    }
+    return seen;
+}
+
+void ApplicationRun::start() {
+    harness::Command command = application_.command(desktop_);
+    if (application_.isOffTheBus) {
+        command.environment.insert(QStringLiteral("AT_SPI_BUS_ADDRESS"),
+                                   QStringLiteral("unix:path=/nonexistent"));
+    }
+    running_.emplace(desktop_, command, application_.title);
+    if (application_.prepare)
+        application_.prepare(desktop_, *running_);
+    field_ = Field::make(application_, desktop_, *running_);
+}
+
+Observation ApplicationRun::observe(const Scenario &scenario) {
+    Observation seen;
+    seen.scenario = scenario.name;
+    harness::setTimeoutObserver([&] { keepArtifacts(scenario.name); });
+    const qsizetype logBefore = product_.log().size();
+    bool isUnderWay = false;
+    try {
+        running_->activate();
+        field_->prepare(scenario);
+        const ClipboardOwner clipboard(desktop_.display(), ClipboardOwner::textHtmlAndImage());
+        const auto before = ClipboardProbe(desktop_.display()).read();
+        isUnderWay = true;
+        const Outcome outcome = product_.run(scenario.answer);
+        const auto after = ClipboardProbe(desktop_.display()).read();
+        seen.clipboardIdentical = after == before && after.targets.size() == before.targets.size();
+        running_->activate();
+        judge(scenario, outcome, seen);
+    } catch (const harness::HarnessError &error) {
+        seen.remark = QString::fromUtf8(error.what());
+        seen.verdict = isUnderWay ? Observation::Verdict::wrong : Observation::Verdict::notTried;
+    }
+    // The program itself must have nothing to complain of.
+    const QByteArray log = product_.log().mid(logBefore);
+    if (log.contains("warning") || log.contains("critical"))
+        seen.remark += QStringLiteral(" The program warned.");
+    if (seen.verdict != Observation::Verdict::replaced)
+        keepArtifacts(scenario.name);
+    return seen;
+}
+
+void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Observation &seen) {
+    seen.capture = outcome.scope.isEmpty()
+                       ? QString()
+                       : QStringLiteral("%1 by %2").arg(outcome.scope, outcome.capturedBy);
+    seen.route = outcome.writtenBy;
+    seen.message = outcome.message;
+    seen.hotKeyToPanelMs = outcome.hotKeyToPanelMs;
+    seen.answerToTextMs = outcome.answerToTextMs;
+
+    const bool isReplaced = outcome.message.isEmpty();
+    const QString wanted = isReplaced ? field_->expected(scenario) : scenario.text;
+    if (isReplaced) {
+        if (const auto selected = field_->selected())
+            seen.isInsertedSelected =
+                withPlainLineEnds(*selected) == withPlainLineEnds(scenario.answer);
+        else
+            seen.isInsertedSelected = false;
+    }
+    const auto text = field_->read(wanted);
+    const bool isRight = text && normalised(*text) == normalised(wanted);
+    if (application_.kind == Application::Kind::password && !outcome.scope.isEmpty()) {
+        seen.remark = QStringLiteral("a password field was captured");
+    } else if (!isRight) {
+        seen.remark = QStringLiteral("wanted \"%1\", found \"%2\"")
+                          .arg(shortened(wanted), shortened(text.value_or(QStringLiteral("?"))));
+    } else if (!outcome.prompt.isEmpty() && !outcome.prompt.endsWith(scenario.picked)) {
+        seen.remark = QStringLiteral("sent \"%1\"").arg(shortened(outcome.prompt.right(80)));
+    } else if (!seen.clipboardIdentical) {
+        seen.remark = QStringLiteral("the clipboard is not what it was");
+    } else {
+        seen.verdict = isReplaced ? Observation::Verdict::replaced : Observation::Verdict::refused;
+        if (isReplaced && !scenario.isLarge())
+            seen.undoSteps = field_->undo(scenario.text);
+        return;
+    }
+    seen.verdict = Observation::Verdict::wrong;
+}
+
+void ApplicationRun::keepArtifacts(const QString &scenario) {
+    QString name = scenario;
+    name.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9]+")), QStringLiteral("-"));
+    desktop_.keepArtifacts(
+        QStringLiteral("%1/%2/%3").arg(artifacts_, application_.id, name.toLower()));
+}
+
+} // namespace quillmender::applications

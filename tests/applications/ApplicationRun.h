@@ -1,0 +1,37 @@
+#pragma once
+
+#include "applications/Field.h"
+#include "applications/Observation.h"
+#include "applications/RunningApplication.h"
+
+namespace quillmender::applications {
+
+/// One application on a desktop of its own, and the sessions with it.
+class ApplicationRun {
+  public:
+    /// Pictures and logs of what went wrong go into folders below `artifacts`.
+    ApplicationRun(const Application &application, QString artifacts);
+    ~ApplicationRun();
+
+    /// All scenarios of the field whose names contain `wanted`; each is told when it is over.
+    QList<Observation> run(const QString &wanted,
+                           const std::function<void(const Observation &)> &tell);
+
+  private:
+    void start();
+    Observation observe(const Scenario &scenario);
+    void judge(const Scenario &scenario, const Outcome &outcome, Observation &seen);
+    void keepArtifacts(const QString &scenario);
+
+    const Application &application_;
+    QString artifacts_;
+    harness::Desktop desktop_;
+    ProductSession product_;
+    std::optional<RunningApplication> running_;
+    std::unique_ptr<Field> field_;
+};
+
+/// As the package manager tells it; empty when the package is not installed.
+QString installedVersion(const QString &package);
+
+} // namespace quillmender::applications

@@ -1,0 +1,158 @@
+#include "applications/EditorField.h"
+
+#include "desktop/harness/ClipboardOwner.h"
+#include "desktop/harness/ClipboardProbe.h"
+#include "desktop/harness/HarnessError.h"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+
+namespace quillmender::applications {
+
+using namespace std::chrono_literals;
+using harness::becomesTrue;
+using harness::ClipboardOwner;
+using harness::ClipboardProbe;
+
+namespace {
+
+// How long an application may take over one key before the next attempt.
+constexpr std::chrono::milliseconds oneStep = 3s;
+// How long it must not have asked for the clipboard until it has what it wants.
+constexpr auto quiet = 100ms;
+constexpr int mostUndoSteps = 5;
+
+int countCharacters(const QString &text) {
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    int count = 0;
+    while (finder.toNextBoundary() >= 0)
+        ++count;
+    return count;
+}
+
+} // namespace
+
+QList<Scenario> EditorField::scenarios() const {
+    QList<Scenario> possible;
+    for (const Scenario &scenario : editingScenarios()) {
+        const bool fits = !scenario.hasSeveralLines() || !application_.hasOneLine;
+        if (fits && (!scenario.isLarge() || application_.takesLargeTexts))
+            possible.append(scenario);
+    }
+    return possible;
+}
+
+void EditorField::prepare(const Scenario &scenario) {
+    const auto isReady = [&] { return place(scenario.text) && select(scenario); };
+    if (!becomesTrue(isReady, 30s))
+        throw harness::HarnessError(QStringLiteral("the text cannot be put into the field"));
+}
+
+bool EditorField::place(const QString &text) {
+    const ClipboardOwner offer(desktop_.display(), ClipboardOwner::plainText(text));
+    selectAll();
+    input().chord({XK_Delete});
+    input().chord(application_.keys.paste);
+    const auto isTextRead = [&] {
+        const QList<QByteArray> requests = offer.requests();
+        return std::any_of(requests.begin(), requests.end(), [](const QByteArray &target) {
+            return target == "UTF8_STRING" || target.startsWith("text/plain");
+        });
+    };
+    if (!becomesTrue(isTextRead, oneStep))
+        return false;
+    // Chromium reads more than once for one paste, and pastes what it read last.
+    qsizetype requests = 0;
+    do
+        requests = offer.requests().size();
+    while (becomesTrue([&] { return offer.requests().size() > requests; }, quiet));
+    return normalised(read(text).value_or(QString())) == text;
+}
+
+bool EditorField::select(const Scenario &scenario) {
+    const bool isAtStart = scenario.text.startsWith(scenario.picked);
+    const qsizetype length = countCharacters(scenario.picked);
+    switch (scenario.pick) {
+    case Pick::nothing:
+        input().chord({XK_Right});
+        return true;
+    case Pick::everything:
+        selectAll();
+        break;
+    case Pick::wordForwards:
+        input().chord({XK_Right});
+        input().chord({XK_Home});
+        press({XK_Right}, scenario.text.indexOf(scenario.picked));
+        press({XK_Shift_L, XK_Right}, length);
+        break;
+    case Pick::wordBackwards:
+        input().chord({XK_Right});
+        input().chord({isAtStart ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
+        press({XK_Right}, isAtStart ? length : 0);
+        press({XK_Shift_L, XK_Left}, length);
+        break;
+    case Pick::lineForwards:
+    case Pick::lineBackwards: {
+        const bool forwards = scenario.pick == Pick::lineForwards;
+        input().chord({XK_Control_L, XK_Home});
+        press({XK_Down}, scenario.text.left(scenario.text.indexOf(scenario.picked)).count(u'\n'));
+        input().chord({forwards ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
+        input().chord({XK_Shift_L, forwards ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
+        break;
+    }
+    }
+    return becomesTrue(
+        [&] {
+            const auto found = selected();
+            // Tk counts the end of the last line to everything.
+            return found && (scenario.pick == Pick::everything ? normalised(*found) : *found) ==
+                                scenario.picked;
+        },
+        oneStep);
+}
+
+void EditorField::press(const QList<xcb_keysym_t> &chord, qsizetype times) {
+    for (; times > 0; --times)
+        input().chord(chord);
+}
+
+void EditorField::selectAll() {
+    for (const Keys::Chord &chord : application_.keys.selectAll)
+        input().chord(chord);
+}
+
+std::optional<QString> EditorField::read(const QString &wanted) {
+    std::optional<QString> found;
+    becomesTrue(
+        [&] {
+            selectAll();
+            found = selected();
+            return normalised(found.value_or(QString())) == normalised(wanted);
+        },
+        oneStep);
+    return found;
+}
+
+std::optional<QString> EditorField::selected() {
+    ClipboardProbe probe(desktop_.display());
+    const ClipboardOwner marker(desktop_.display(), ClipboardOwner::plainText({}));
+    input().chord(application_.keys.copy);
+    const auto isCopied = [&] {
+        return probe.owner() != marker.window() && probe.owner() != XCB_WINDOW_NONE;
+    };
+    if (!becomesTrue(isCopied, oneStep))
+        return std::nullopt;
+    return probe.text();
+}
+
+std::optional<int> EditorField::undo(const QString &wanted) {
+    for (int steps = 1; steps <= mostUndoSteps; ++steps) {
+        input().chord(application_.keys.undo);
+        if (normalised(read(wanted).value_or(QString())) == normalised(wanted))
+            return steps;
+    }
+    return std::nullopt;
+}
+
+} // namespace quillmender::applications

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "applications/Field.h"
+
+namespace quillmender::applications {
+
+/// A field that knows select all, copy, paste and undo.
+class EditorField : public Field {
+  public:
+    EditorField(const Application &application, harness::Desktop &desktop)
+        : application_(application),
+          desktop_(desktop) {}
+
+    QList<Scenario> scenarios() const override;
+    void prepare(const Scenario &scenario) override;
+    std::optional<QString> read(const QString &wanted) override;
+    std::optional<QString> selected() override;
+    std::optional<int> undo(const QString &wanted) override;
+
+  protected:
+    harness::InputDriver &input() { return desktop_.input(); }
+    bool select(const Scenario &scenario);
+
+  private:
+    bool place(const QString &text);
+    void selectAll();
+    void press(const QList<xcb_keysym_t> &chord, qsizetype times);
+
+    const Application &application_;
+    harness::Desktop &desktop_;
+};
+
+} // namespace quillmender::applications

@@ -1,0 +1,53 @@
+#include "applications/Observation.h"
+
+namespace quillmender::applications {
+
+namespace {
+
+template <typename Value>
+void put(QJsonObject &object, const char *name, const std::optional<Value> &value) {
+    if (value)
+        object[QLatin1String(name)] = *value;
+}
+
+std::optional<int> number(const QJsonObject &object, const char *name) {
+    const QJsonValue value = object[QLatin1String(name)];
+    return value.isDouble() ? std::optional(value.toInt()) : std::nullopt;
+}
+
+} // namespace
+
+QJsonObject Observation::toJson() const {
+    QJsonObject object{{QStringLiteral("scenario"), scenario},
+                       {QStringLiteral("verdict"), static_cast<int>(verdict)},
+                       {QStringLiteral("capture"), capture},
+                       {QStringLiteral("route"), route},
+                       {QStringLiteral("message"), message},
+                       {QStringLiteral("remark"), remark},
+                       {QStringLiteral("clipboardIdentical"), clipboardIdentical}};
+    put(object, "isInsertedSelected", isInsertedSelected);
+    put(object, "undoSteps", undoSteps);
+    put(object, "hotKeyToPanelMs", hotKeyToPanelMs);
+    put(object, "answerToTextMs", answerToTextMs);
+    return object;
+}
+
+Observation Observation::fromJson(const QJsonObject &object) {
+    Observation result;
+    result.scenario = object[QStringLiteral("scenario")].toString();
+    result.verdict = static_cast<Verdict>(object[QStringLiteral("verdict")].toInt());
+    result.capture = object[QStringLiteral("capture")].toString();
+    result.route = object[QStringLiteral("route")].toString();
+    result.message = object[QStringLiteral("message")].toString();
+    result.remark = object[QStringLiteral("remark")].toString();
+    result.clipboardIdentical = object[QStringLiteral("clipboardIdentical")].toBool();
+    const QJsonValue selected = object[QStringLiteral("isInsertedSelected")];
+    if (selected.isBool())
+        result.isInsertedSelected = selected.toBool();
+    result.undoSteps = number(object, "undoSteps");
+    result.hotKeyToPanelMs = number(object, "hotKeyToPanelMs");
+    result.answerToTextMs = number(object, "answerToTextMs");
+    return result;
+}
+
+} // namespace quillmender::applications

@@ -1,0 +1,119 @@
+#include "applications/Catalog.h"
+
+namespace quillmender::applications {
+
+namespace {
+
+/// What runs in the terminal.
+struct Inside {
+    const char *id;
+    const char *field;
+    QStringList command;
+    PromptKeys keys;
+};
+
+using harness::InputDriver;
+
+// Full of the same word, so that a double click anywhere selects it.
+constexpr int lines = 200;
+constexpr int wordsInALine = 40;
+
+QByteArray wall() {
+    QByteArray words;
+    for (int word = 0; word < wordsInALine; ++word)
+        words += "recieve ";
+    QByteArray all;
+    for (int line = 0; line < lines; ++line)
+        all += words + '\n';
+    return all;
+}
+
+// Control + G writes down what stands at the prompt.
+QByteArray shellStart() {
+    return "PS1='$ '\nHISTFILE=\ncat wall.txt\n"
+           "bind -x '\"\\C-g\": printf %s \"$READLINE_LINE\" > tmp; mv tmp prompt.txt'\n";
+}
+
+Application inTerminal(const QString &terminal, const QString &package,
+                       const QStringList &arguments, const Inside &inside) {
+    return {
+        .id = terminal + u'-' + QLatin1String(inside.id),
+        .name = terminal,
+        .field = QLatin1String(inside.field),
+        .package = package,
+        .command =
+            [=](harness::Desktop &desktop) {
+                writeHomeFile(desktop, QStringLiteral("wall.txt"), wall());
+                writeHomeFile(desktop, QStringLiteral("start.sh"), shellStart());
+                harness::Command command = desktop.command(terminal, arguments + inside.command);
+                command.environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/bash"));
+                return command;
+            },
+        .kind = Application::Kind::prompt,
+        .prompt = inside.keys};
+}
+
+} // namespace
+
+QList<Application> terminals() {
+    const auto text = [](const char *words) { return QString::fromLatin1(words); };
+    const Inside shell{"shell",
+                       "shell",
+                       {text("bash"), text("--rcfile"), text("start.sh"), text("-i")},
+                       {[](InputDriver &input) {
+                            input.chord({XK_Control_L, XK_e});
+                            input.chord({XK_Control_L, XK_u});
+                        },
+                        [](InputDriver &input) { input.chord({XK_Control_L, XK_g}); }}};
+    const PromptKeys vimKeys{[=](InputDriver &input) {
+                                 input.chord({XK_Escape});
+                                 input.type(text(":e! wall.txt\nGo"));
+                             },
+                             [=](InputDriver &input) {
+                                 input.chord({XK_Escape});
+                                 input.type(text(":w! prompt.txt\nA"));
+                             }};
+    const Inside vim{
+        "vim",
+        "vim, inserting",
+        {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("wall.txt")},
+        vimKeys};
+    const Inside nano{"nano",
+                      "nano",
+                      {text("nano"), text("--nonewlines"), text("wall.txt")},
+                      {[](InputDriver &input) {
+                           input.chord({XK_Alt_L, XK_slash});
+                           input.chord({XK_Control_L, XK_k});
+                       },
+                       [=](InputDriver &input) {
+                           input.chord({XK_Control_L, XK_o});
+                           for (size_t letter = 0; letter < sizeof("wall.txt"); ++letter)
+                               input.chord({XK_BackSpace});
+                           input.type(text("prompt.txt\ny"));
+                       }}};
+    const QStringList execute{text("-e")};
+    // It has no window of its own: a server that is found on the session bus makes it.
+    Application gnome = inTerminal(text("gnome-terminal"), text("gnome-terminal"), {}, shell);
+    const auto writeFiles = gnome.command;
+    gnome.command = [=](harness::Desktop &desktop) {
+        harness::Command command = writeFiles(desktop);
+        command.program = text("sh");
+        command.arguments = {
+            text("-c"),
+            text("/usr/libexec/gnome-terminal-server --app-id sample.Terminal & "
+                 "gdbus wait --session --timeout 60 sample.Terminal && "
+                 "gnome-terminal --app-id sample.Terminal --wait -- bash --rcfile start.sh -i")};
+        return command;
+    };
+    return {
+        inTerminal(text("xterm"), text("xterm"), execute, shell),
+        inTerminal(text("xterm"), text("vim"), execute, vim),
+        inTerminal(text("xterm"), text("nano"), execute, nano),
+        inTerminal(text("konsole"), text("konsole"), execute, shell),
+        gnome,
+        inTerminal(
+            text("qterminal"), text("qterminal"), {},
+            {shell.id, shell.field, {text("-e"), text("bash --rcfile start.sh -i")}, shell.keys})};
+}
+
+} // namespace quillmender::applications
