@@ -4,6 +4,10 @@
 # and those of their list.
 # Usage: cmake -DSDK=<folder> -DSHARED=<list> -P MakeSdk.cmake
 
+# The one library of headers that has no folder of its own here.
+file(MAKE_DIRECTORY ${SDK}/include)
+file(CREATE_LINK /usr/include/nlohmann ${SDK}/include/nlohmann SYMBOLIC)
+
 # Uses the lists `symbols`, `classes` and `reexports` of its caller.
 function(write_stub file installName)
     list(TRANSFORM symbols PREPEND "_")
@@ -61,7 +65,7 @@ foreach(entry IN LISTS SHARED)
     read_list(${lists}/${name}.txt)
     foreach(path IN LISTS paths)
         execute_process(
-            COMMAND llvm-nm-19 --dynamic --defined-only --format=just-symbols ${path}
+            COMMAND /usr/lib/llvm-19/bin/llvm-nm --dynamic --defined-only --format=just-symbols ${path}
             OUTPUT_VARIABLE exported COMMAND_ERROR_IS_FATAL ANY)
         string(STRIP "${exported}" exported)
         string(REPLACE "\n" ";" exported "${exported}")

@@ -20,9 +20,7 @@ macro(quillmender_find_package method)
     foreach(module IN ITEMS Core Gui Widgets Network)
         use_stub(Qt6::${module} libQt6${module})
     endforeach()
-    foreach(module IN ITEMS Core Network)
-        use_stub(QCoro6::${module} libQCoro6${module})
-    endforeach()
+    use_stub(QCoro6::Core libQCoro6Core)
     # Packages name the folder of all headers of this system, its C library among them. It is left
     # out, but for the one library that has no folder of its own.
     list(APPEND CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES /usr/include)

@@ -6,11 +6,11 @@ set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLMENDER_MACOS_ARCH QUILLMENDER_MACO
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR ${QUILLMENDER_MACOS_ARCH})
 set(CMAKE_OSX_SYSROOT ${QUILLMENDER_MACOS_SDK})
-set(CMAKE_CXX_COMPILER clang++-19)
+set(CMAKE_CXX_COMPILER /usr/lib/llvm-19/bin/clang++)
 set(CMAKE_CXX_COMPILER_TARGET ${QUILLMENDER_MACOS_ARCH}-apple-macos13)
-set(CMAKE_AR llvm-ar-19 CACHE STRING "")
-set(CMAKE_RANLIB llvm-ranlib-19 CACHE STRING "")
-set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-19 CACHE STRING "")
+set(CMAKE_AR /usr/lib/llvm-19/bin/llvm-ar CACHE STRING "")
+set(CMAKE_RANLIB /usr/lib/llvm-19/bin/llvm-ranlib CACHE STRING "")
+set(CMAKE_INSTALL_NAME_TOOL /usr/lib/llvm-19/bin/llvm-install-name-tool CACHE STRING "")
 
 # The order matters: what stands in for the SDK's headers comes before the C library that fills in
 # for the rest of it.
