@@ -19,6 +19,11 @@ if(NOT QCoro6_FOUND)
             DOWNLOAD_EXTRACT_TIMESTAMP ON
             SYSTEM)
         FetchContent_MakeAvailable(qcoro)
+        # An installed QCoro has these headers in its own path; one that is built along has not.
+        target_include_directories(QCoro6Coro SYSTEM INTERFACE
+            $<BUILD_INTERFACE:${qcoro_BINARY_DIR}/qcoro/QCoro>)
+        target_include_directories(QCoro6Core SYSTEM INTERFACE
+            $<BUILD_INTERFACE:${qcoro_BINARY_DIR}/qcoro/core/QCoro>)
     endblock()
 endif()
 
