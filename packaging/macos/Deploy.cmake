@@ -13,12 +13,13 @@ endif()
 install(CODE "
     execute_process(
         COMMAND \"${MACDEPLOYQT}\"
-                \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Quillmender.app\" \"${signing}\"
+                \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Quillmender.app\"
+                -always-overwrite \"${signing}\"
         COMMAND_ERROR_IS_FATAL ANY)"
     COMPONENT Quillmender)
 
 add_custom_target(bundle
     COMMAND ${CMAKE_COMMAND} --install ${PROJECT_BINARY_DIR} --component Quillmender
             --prefix ${PROJECT_BINARY_DIR}/bundle
-    DEPENDS quillmender
+    DEPENDS quillmender quillmender_macos_contract
     VERBATIM)

@@ -5,6 +5,8 @@ set(CPACK_PACKAGE_VENDOR Orvelline)
 set(CPACK_PACKAGE_FILE_NAME Quillmender-${PROJECT_VERSION})
 set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_DMG_VOLUME_NAME Quillmender)
+# Only our component: what was fetched would install itself too.
+set(CPACK_MONOLITHIC_INSTALL ON)
 set(CPACK_INSTALL_CMAKE_PROJECTS "${PROJECT_BINARY_DIR};quillmender;Quillmender;/")
 set(CPACK_VERBATIM_VARIABLES ON)
 include(CPack)

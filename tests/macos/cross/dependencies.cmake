@@ -1,7 +1,5 @@
 # For CMAKE_PROJECT_TOP_LEVEL_INCLUDES: packages are those of this system, their libraries the stubs
 # of QUILLMENDER_MACOS_SDK.
-# Qt's headers are those of a build for this system, whose Gui module asks for it.
-add_library(WrapOpenGL::WrapOpenGL INTERFACE IMPORTED)
 
 function(use_stub target library)
     if(NOT TARGET ${target})
