@@ -35,8 +35,8 @@ class Pasteboard {
     /// The plain text, if there is any.
     virtual QCoro::Task<std::optional<QString>> string() = 0;
 
-    /// Puts plain text on a cleared pasteboard, marked as not worth keeping for programs that
-    /// record its history. False when it was refused.
+    /// Puts plain text on a cleared pasteboard; on Linux marked as not worth keeping for programs
+    /// that record its history. False when it was refused.
     virtual bool setString(const QString &text) = 0;
 
     /// Completes when the application that was pasted into has read what `setString` put here, or

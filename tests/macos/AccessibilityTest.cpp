@@ -3,17 +3,26 @@
 #include "doubles/cf/Data.h"
 #include "doubles/cf/Number.h"
 
+#include <unistd.h>
+
 namespace quillmender {
 namespace {
 
 using testing::ElementsAre;
 
+TEST_F(AccessibilityTest, waitsForOneSecondAtMost) {
+    const MacAccessibility another;
+    EXPECT_THAT(calls(), ElementsAre("AXUIElementCreateSystemWide",
+                                     "AXUIElementSetMessagingTimeout system-wide 1.000000"));
+}
+
 TEST_F(AccessibilityTest, asksTheSystemWideElementForTheFocusedOne) {
     const AttributeResult result =
         copy(accessibility.createSystemWide(), attribute::focusedElement);
-    EXPECT_THAT(calls(),
-                ElementsAre("AXUIElementCreateSystemWide",
-                            "AXUIElementCopyAttributeValue system-wide AXFocusedUIElement"));
+    EXPECT_THAT(calls(), ElementsAre("AXUIElementCreateSystemWide",
+                                     "AXUIElementCopyAttributeValue system-wide AXFocusedUIElement",
+                                     "AXUIElementGetPid editor",
+                                     "AXUIElementCopyAttributeValue editor AXSubrole"));
     EXPECT_EQ(result.error, AccessibilityError::success);
     EXPECT_NE(std::get<AccessibilityElementRef>(result.value), nullptr);
 }
@@ -24,6 +33,48 @@ TEST_F(AccessibilityTest, keepsAnElementThatTheApplicationHasLetGo) {
     const AccessibilityElementRef element = focused();
     CFRelease(editor->ref());
     EXPECT_EQ(std::get<QString>(copy(element, attribute::value).value), QStringLiteral("kept"));
+}
+
+TEST_F(AccessibilityTest, neverReadsAPassword) {
+    editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
+    editor->give("AXSelectedText", doubles::makeString(u"secret"));
+    editor->give("AXValue", doubles::makeString(u"secret"));
+    editor->give("AXSelectedTextRange", doubles::makeRange(0, 6));
+    const AccessibilityElementRef element = focused();
+    for (const char *text : {attribute::selectedText, attribute::value}) {
+        const AttributeResult result = copy(element, text);
+        EXPECT_EQ(result.error, AccessibilityError::noValue);
+        EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
+    }
+    EXPECT_THAT(calls(), ElementsAre());
+    EXPECT_EQ(std::get<TextRange>(copy(element, attribute::selectedTextRange).value),
+              (TextRange{0, 6}));
+}
+
+TEST_F(AccessibilityTest, readsTheTextOfAnyOtherSubrole) {
+    editor->give("AXValue", doubles::makeString(u"words"));
+    const auto text = [&] { return std::get<QString>(copy(focused(), attribute::value).value); };
+    editor->give("AXSubrole", doubles::makeString(u"AXSearchField"));
+    EXPECT_EQ(text(), QStringLiteral("words"));
+    editor->give("AXSubrole", doubles::makeData("AXSecureTextField"));
+    EXPECT_EQ(text(), QStringLiteral("words"));
+    editor->failReading("AXSubrole", kAXErrorAttributeUnsupported);
+    EXPECT_EQ(text(), QStringLiteral("words"));
+}
+
+TEST_F(AccessibilityTest, itsOwnWindowsHaveNoFocus) {
+    editor->process = ::getpid();
+    const AttributeResult result =
+        copy(accessibility.createSystemWide(), attribute::focusedElement);
+    EXPECT_EQ(result.error, AccessibilityError::success);
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
+    EXPECT_EQ(calls().back(), "AXUIElementGetPid editor");
+}
+
+TEST_F(AccessibilityTest, anElementOfNobodyKnownIsTakenForAnothersOwn) {
+    editor->process = ::getpid();
+    editor->tellsItsProcess = false;
+    EXPECT_NE(focused(), nullptr);
 }
 
 TEST_F(AccessibilityTest, readsTexts) {

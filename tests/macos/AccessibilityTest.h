@@ -14,7 +14,10 @@ namespace quillmender {
 /// The macOS accessibility on a system with one focused element, "editor".
 class AccessibilityTest : public DoublesTest {
   protected:
-    AccessibilityTest() { server.focused = editor->ref(); }
+    AccessibilityTest() {
+        server.focused = editor->ref();
+        calls();
+    }
     ~AccessibilityTest() override { CFRelease(editor->ref()); }
 
     AccessibilityElementRef focused() {

@@ -1,6 +1,8 @@
 #include "SelectionTest.h"
 #include "doubles/cf/Data.h"
 
+#include <unistd.h>
+
 namespace quillmender {
 namespace {
 
@@ -31,6 +33,11 @@ class CaptureTest : public SelectionTest {
         QStringLiteral("pasteboard.clear"),
         QStringLiteral("pasteboard.writeItems 1"),
     };
+    /// Whose the focused element is, and whether it holds a password.
+    const QStringList examination = {
+        QStringLiteral("AXUIElementGetPid editor"),
+        QStringLiteral("AXUIElementCopyAttributeValue editor AXSubrole"),
+    };
     const QString selectedText =
         QStringLiteral("AXUIElementCopyAttributeValue editor AXSelectedText");
     const QString wholeValue = QStringLiteral("AXUIElementCopyAttributeValue editor AXValue");
@@ -41,7 +48,7 @@ class CaptureTest : public SelectionTest {
 TEST_F(CaptureTest, takesTheSelectionTrimmedWithTheElementsRange) {
     setText(u"a  word  b", CFRangeMake(1, 8));
     const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + QStringList({selectedText, range}));
+    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, range}));
     EXPECT_EQ(session->selectedText, QStringLiteral("word"));
     EXPECT_EQ(session->selectedRange, (TextRange{1, 8}));
     EXPECT_EQ(session->captureScope, CaptureScope::selection);
@@ -51,7 +58,7 @@ TEST_F(CaptureTest, takesTheSelectionTrimmedWithTheElementsRange) {
 TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
     setText(u"  \U0001F642lo  ");
     const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + QStringList({selectedText, wholeValue}));
+    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, wholeValue}));
     EXPECT_EQ(session->selectedText, QStringLiteral("  \U0001F642lo  "));
     EXPECT_EQ(session->selectedRange, (TextRange{0, 8}));
     EXPECT_EQ(session->captureScope, CaptureScope::fullField);
@@ -99,10 +106,27 @@ TEST_F(CaptureTest, copiesWhenNeitherTextIsUsable) {
     editor->give("AXSelectedTextRange", doubles::makeRange(3, 6));
     copyYields(QStringLiteral("copied"));
     const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + QStringList({selectedText, wholeValue}) + copyChord +
-                        copiedAndRestored + QStringList({range}));
+    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, wholeValue}) +
+                        copyChord + copiedAndRestored + QStringList({range}));
     EXPECT_NE(session->focusedElement, nullptr);
     EXPECT_EQ(session->selectedRange, (TextRange{3, 6}));
+}
+
+TEST_F(CaptureTest, copiesWhenItsOwnPanelHasTheKeyboard) {
+    editor->process = ::getpid();
+    setText(u"an instruction typed into the panel");
+    copyYields(QStringLiteral("copied"));
+    const auto session = capture();
+    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
+    EXPECT_EQ(session->focusedElement, nullptr);
+}
+
+TEST_F(CaptureTest, aPasswordIsNotCaptured) {
+    editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
+    setText(u"secret", CFRangeMake(0, 6));
+    EXPECT_EQ(failureOf([this] { capture(); }), AppFailure::Case::noSelectionFound);
+    EXPECT_FALSE(log->contains(selectedText));
+    EXPECT_FALSE(log->contains(wholeValue));
 }
 
 TEST_F(CaptureTest, aCopyThatDoesNotArriveFailsRestored) {

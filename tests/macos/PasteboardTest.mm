@@ -102,12 +102,11 @@ TEST_F(PasteboardTest, RefusedWriteIsToldAndHurtsNobody) {
     EXPECT_FALSE(pasteboard.setString(QStringLiteral("text")));
 }
 
-TEST_F(PasteboardTest, StringIsWrittenAsPlainTextMarkedTransient) {
+TEST_F(PasteboardTest, StringIsWrittenAsPlainTextAndNothingElse) {
     pasteboard.clearContents();
     EXPECT_TRUE(pasteboard.setString(QStringLiteral("r\u00e9ponse")));
     EXPECT_THAT(calls(), ElementsAre("NSPasteboard clearContents",
-                                     "NSPasteboard setString r\u00e9ponse public.utf8-plain-text",
-                                     "NSPasteboard setData org.nspasteboard.TransientType"));
+                                     "NSPasteboard setString r\u00e9ponse public.utf8-plain-text"));
     EXPECT_EQ(system.text(), "r\u00e9ponse");
 }
 

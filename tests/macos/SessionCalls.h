@@ -23,6 +23,12 @@ inline QStringList snapshotOfTheUsersOwn() {
             QStringLiteral("AXUIElementCopyAttributeValue system-wide AXFocusedUIElement")};
 }
 
+/// Whose the focused element is, and whether it holds a password.
+inline QStringList examination() {
+    return {QStringLiteral("AXUIElementGetPid editor"),
+            QStringLiteral("AXUIElementCopyAttributeValue editor AXSubrole")};
+}
+
 inline QStringList read(const QString &attribute) {
     return {QStringLiteral("AXUIElementCopyAttributeValue editor ") + attribute};
 }
@@ -68,8 +74,7 @@ inline QStringList request() {
 
 inline QStringList answerOnThePasteboard(const QString &answer) {
     return {QStringLiteral("NSPasteboard clearContents"),
-            QStringLiteral("NSPasteboard setString %1 public.utf8-plain-text").arg(answer),
-            QStringLiteral("NSPasteboard setData org.nspasteboard.TransientType")};
+            QStringLiteral("NSPasteboard setString %1 public.utf8-plain-text").arg(answer)};
 }
 
 inline QStringList panelHidden() {

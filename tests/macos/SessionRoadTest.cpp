@@ -88,7 +88,8 @@ TEST_F(SessionRoadTest, SelectionIsReadAndWrittenBackThroughAccessibility) {
     start();
     select(u"one word here", 4, 4);
     EXPECT_EQ(joined(capture()),
-              joined(snapshotOfTheUsersOwn() + read(QStringLiteral("AXSelectedText")) +
+              joined(snapshotOfTheUsersOwn() + examination() +
+                     read(QStringLiteral("AXSelectedText")) +
                      read(QStringLiteral("AXSelectedTextRange")) + panelShown()));
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("word"));
 

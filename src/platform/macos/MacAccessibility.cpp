@@ -4,10 +4,44 @@
 #include "platform/macos/MacElement.h"
 
 #include <ApplicationServices/ApplicationServices.h>
+#include <unistd.h>
 
 namespace quillmender {
 
 namespace {
+
+constexpr float messagingTimeoutSeconds = 1;
+
+CFRef<CFTypeRef> copied(AXUIElementRef element, const char *attribute) {
+    const CFRef<CFStringRef> name = toCFString(QLatin1String(attribute));
+    CFTypeRef value = nullptr;
+    const AXError error = AXUIElementCopyAttributeValue(element, name.get(), &value);
+    auto owned = CFRef<CFTypeRef>::adopted(value);
+    return error == kAXErrorSuccess ? std::move(owned) : CFRef<CFTypeRef>();
+}
+
+bool isOfThisProcess(AXUIElementRef element) {
+    pid_t process = 0;
+    return AXUIElementGetPid(element, &process) == kAXErrorSuccess && process == ::getpid();
+}
+
+// Asked when the element is found and not at each read, so that reading a text stays one call.
+bool isSecureTextField(AXUIElementRef element) {
+    const CFRef<CFTypeRef> subrole = copied(element, "AXSubrole");
+    return subrole && stringFrom(subrole.get()) == QLatin1String("AXSecureTextField");
+}
+
+AccessibilityValue elementFrom(AXUIElementRef element) {
+    if (isOfThisProcess(element))
+        return std::monostate();
+    return std::make_shared<const MacElement>(CFRef<AXUIElementRef>::retained(element),
+                                              isSecureTextField(element));
+}
+
+bool isText(const QString &attribute) {
+    return attribute == QLatin1String(attribute::selectedText) ||
+           attribute == QLatin1String(attribute::value);
+}
 
 std::optional<TextRange> rangeFrom(CFTypeRef value) {
     if (CFGetTypeID(value) != AXValueGetTypeID())
@@ -27,10 +61,8 @@ AccessibilityValue valueFrom(CFTypeRef value) {
         return *text;
     if (const auto range = rangeFrom(value))
         return *range;
-    if (CFGetTypeID(value) == AXUIElementGetTypeID()) {
-        return std::make_shared<const MacElement>(
-            CFRef<AXUIElementRef>::retained(static_cast<AXUIElementRef>(value)));
-    }
+    if (CFGetTypeID(value) == AXUIElementGetTypeID())
+        return elementFrom(static_cast<AXUIElementRef>(value));
     return std::monostate();
 }
 
@@ -44,6 +76,12 @@ AccessibilityError errorFrom(AXError error) {
 }
 
 } // namespace
+
+MacAccessibility::MacAccessibility() {
+    const auto systemWide = CFRef<AXUIElementRef>::adopted(AXUIElementCreateSystemWide());
+    // Set for this element it is set for all. Refused, the system's own time-out remains.
+    AXUIElementSetMessagingTimeout(systemWide.get(), messagingTimeoutSeconds);
+}
 
 bool MacAccessibility::isProcessTrusted() {
     return AXIsProcessTrusted() != 0;
@@ -66,13 +104,15 @@ AccessibilityElementRef MacAccessibility::createSystemWide() {
 
 QCoro::Task<AttributeResult> MacAccessibility::copyAttributeValue(AccessibilityElementRef element,
                                                                   QString attribute) {
-    const AXUIElementRef target = MacElement::of(element);
+    const MacElement *const target = MacElement::of(element);
     const CFRef<CFStringRef> name = toCFString(attribute);
     if (!target || !name)
         co_return AttributeResult{AccessibilityError::illegalArgument, {}};
+    if (target->isSecure() && isText(attribute))
+        co_return AttributeResult{AccessibilityError::noValue, {}};
 
     CFTypeRef copied = nullptr;
-    const AXError error = AXUIElementCopyAttributeValue(target, name.get(), &copied);
+    const AXError error = AXUIElementCopyAttributeValue(target->get(), name.get(), &copied);
     const auto value = CFRef<CFTypeRef>::adopted(copied);
     if (error != kAXErrorSuccess)
         co_return AttributeResult{errorFrom(error), {}};
@@ -82,7 +122,7 @@ QCoro::Task<AttributeResult> MacAccessibility::copyAttributeValue(AccessibilityE
 QCoro::Task<AccessibilityError> MacAccessibility::setAttributeValue(AccessibilityElementRef element,
                                                                     QString attribute,
                                                                     AccessibilityValue value) {
-    const AXUIElementRef target = MacElement::of(element);
+    const MacElement *const target = MacElement::of(element);
     const CFRef<CFStringRef> name = toCFString(attribute);
     if (!target || !name)
         co_return AccessibilityError::illegalArgument;
@@ -96,7 +136,7 @@ QCoro::Task<AccessibilityError> MacAccessibility::setAttributeValue(Accessibilit
         co_return AccessibilityError::illegalArgument;
     if (!systemValue)
         co_return AccessibilityError::failure;
-    co_return errorFrom(AXUIElementSetAttributeValue(target, name.get(), systemValue.get()));
+    co_return errorFrom(AXUIElementSetAttributeValue(target->get(), name.get(), systemValue.get()));
 }
 
 QCoro::Task<> MacAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {

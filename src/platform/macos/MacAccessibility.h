@@ -5,9 +5,13 @@
 namespace quillmender {
 
 /// The system's own accessibility interface. A call to an application that does not answer ends
-/// with `cannotComplete` after the system's time-out for such messages.
+/// with `cannotComplete` after a second. An element of this process is nothing, wherever one is
+/// asked for: its own panel may have the keyboard while another application's text is captured.
 class MacAccessibility : public Accessibility {
   public:
+    /// Sets that second for all calls of this process.
+    MacAccessibility();
+
     bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;
     AccessibilityElementRef createSystemWide() override;

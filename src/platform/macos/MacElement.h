@@ -10,18 +10,23 @@ namespace quillmender {
 /// An element of the system's accessibility interface, held as long as this lives.
 class MacElement : public AccessibilityElement {
   public:
-    explicit MacElement(CFRef<AXUIElementRef> element) : element_(std::move(element)) {}
+    explicit MacElement(CFRef<AXUIElementRef> element, bool isSecure = false)
+        : element_(std::move(element)),
+          isSecure_(isSecure) {}
 
     AXUIElementRef get() const { return element_.get(); }
 
+    /// Whether it is a field for a password.
+    bool isSecure() const { return isSecure_; }
+
     /// Null when the element is null or not of this platform.
-    static AXUIElementRef of(const AccessibilityElementRef &element) {
-        const auto *own = dynamic_cast<const MacElement *>(element.get());
-        return own ? own->get() : nullptr;
+    static const MacElement *of(const AccessibilityElementRef &element) {
+        return dynamic_cast<const MacElement *>(element.get());
     }
 
   private:
     CFRef<AXUIElementRef> element_;
+    bool isSecure_;
 };
 
 } // namespace quillmender

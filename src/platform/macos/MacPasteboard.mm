@@ -86,12 +86,7 @@ QCoro::Task<std::optional<QString>> MacPasteboard::string() {
 
 bool MacPasteboard::setString(const QString &text) {
     @autoreleasepool {
-        const bool accepted = [pasteboard_.get() setString:toNSString(text).get()
-                                                   forType:NSPasteboardTypeString];
-        // By convention, programs that keep a history of the pasteboard pass over what has this
-        // type.
-        [pasteboard_.get() setData:[NSData data] forType:@"org.nspasteboard.TransientType"];
-        return accepted;
+        return [pasteboard_.get() setString:toNSString(text).get() forType:NSPasteboardTypeString];
     }
 }
 

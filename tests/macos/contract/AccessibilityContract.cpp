@@ -19,6 +19,8 @@ QUILLMENDER_CONTRACT_FUNCTION(AXUIElementCopyAttributeValue,
                               AXError (*)(AXUIElementRef, CFStringRef, CFTypeRef *));
 QUILLMENDER_CONTRACT_FUNCTION(AXUIElementSetAttributeValue,
                               AXError (*)(AXUIElementRef, CFStringRef, CFTypeRef));
+QUILLMENDER_CONTRACT_FUNCTION(AXUIElementGetPid, AXError (*)(AXUIElementRef, pid_t *));
+QUILLMENDER_CONTRACT_FUNCTION(AXUIElementSetMessagingTimeout, AXError (*)(AXUIElementRef, float));
 QUILLMENDER_CONTRACT_FUNCTION(AXValueGetTypeID, CFTypeID (*)());
 QUILLMENDER_CONTRACT_FUNCTION(AXValueCreate, AXValueRef (*)(AXValueType, const void *));
 QUILLMENDER_CONTRACT_FUNCTION(AXValueGetType, AXValueType (*)(AXValueRef));

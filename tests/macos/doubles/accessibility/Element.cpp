@@ -83,6 +83,22 @@ AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attrib
     return object ? object->copy(describe(attribute), value) : kAXErrorIllegalArgument;
 }
 
+AXError AXUIElementGetPid(AXUIElementRef element, pid_t *pid) {
+    CallLog::shared().add("AXUIElementGetPid " + describe(element));
+    const auto *object = checked<Element>(element, "AXUIElementGetPid");
+    if (!object || !object->tellsItsProcess)
+        return kAXErrorIllegalArgument;
+    *pid = object->process;
+    return kAXErrorSuccess;
+}
+
+AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float timeoutInSeconds) {
+    CallLog::shared().add("AXUIElementSetMessagingTimeout " + describe(element) + " " +
+                          std::to_string(timeoutInSeconds));
+    return checked<Element>(element, "AXUIElementSetMessagingTimeout") ? kAXErrorSuccess
+                                                                       : kAXErrorIllegalArgument;
+}
+
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                      CFTypeRef value) {
     CallLog::shared().add("AXUIElementSetAttributeValue " + describe(element) + " " +

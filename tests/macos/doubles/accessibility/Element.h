@@ -35,6 +35,9 @@ class Element : public Object {
     virtual AXError copy(const std::string &attribute, CFTypeRef *value) const;
     AXError set(const std::string &attribute, CFTypeRef value);
 
+    pid_t process = 7; ///< whose element it is
+    bool tellsItsProcess = true;
+
     AXUIElementRef ref() const { return refOf<AXUIElementRef>(this); }
     std::string description() const override { return name_; }
 

@@ -4,6 +4,7 @@
 // sizes and values that the framework documents. Includes nothing that a macOS SDK lacks.
 
 #include <CoreFoundation/CoreFoundation.h>
+#include <sys/types.h>
 
 #ifdef __cplusplus
 extern "C" {
@@ -85,6 +86,9 @@ AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attrib
                                       CFTypeRef *value);
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                      CFTypeRef value);
+
+AXError AXUIElementGetPid(AXUIElementRef element, pid_t *pid);
+AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float timeoutInSeconds);
 
 CFTypeID AXValueGetTypeID(void);
 AXValueRef AXValueCreate(AXValueType theType, const void *valuePtr);

@@ -1,0 +1,8 @@
+#pragma once
+
+// Stands in for the SDK's header.
+
+#include <Availability.h>
+
+#define MAC_OS_X_VERSION_MAX_ALLOWED __MAC_OS_X_VERSION_MAX_ALLOWED
+#define MAC_OS_X_VERSION_MIN_REQUIRED __MAC_OS_X_VERSION_MIN_REQUIRED
