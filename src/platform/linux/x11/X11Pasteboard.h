@@ -55,7 +55,6 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool isRead() const;
     QCoro::Task<> readingIsOver(std::chrono::milliseconds limit);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
-    bool isRead() const;
     void refuse(xcb_window_t window);
     void expectLateCopy(const QList<PasteboardItem> &items);
     void handleLateCopy(xcb_window_t owner);
