@@ -16,6 +16,7 @@ struct Keys {
     QList<Chord> selectAll{{XK_Control_L, XK_a}};
     Chord copy{XK_Control_L, XK_c};
     Chord paste{XK_Control_L, XK_v};
+    /// Empty where undo takes more back than the text.
     Chord undo{XK_Control_L, XK_z};
 };
 

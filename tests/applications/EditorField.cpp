@@ -147,6 +147,8 @@ std::optional<QString> EditorField::selected() {
 }
 
 std::optional<int> EditorField::undo(const QString &wanted) {
+    if (application_.keys.undo.isEmpty())
+        return std::nullopt;
     for (int steps = 1; steps <= mostUndoSteps; ++steps) {
         input().chord(application_.keys.undo);
         if (normalised(read(wanted).value_or(QString())) == normalised(wanted))

@@ -93,7 +93,8 @@ Application gimp() {
                 [](harness::Desktop &desktop, RunningApplication &running) {
                     desktop.input().chord({XK_t});
                     desktop.input().click(running.geometry().center());
-                }};
+                },
+            .keys = {.undo = {}}};
 }
 
 Application thunderbird() {
