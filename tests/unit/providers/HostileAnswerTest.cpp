@@ -71,7 +71,8 @@ TEST_F(HostileAnswerTest, ABodyOfExactlyTheBoundIsRead) {
     const auto padding = HttpRequest::usualLargestAnswer - body.size();
     server.setAnswer(ScriptedAnswer()
                          .send("HTTP/1.1 200 OK\r\nContent-Length: " +
-                               QByteArray::number(HttpRequest::usualLargestAnswer) + "\r\n\r\n" + body)
+                               QByteArray::number(HttpRequest::usualLargestAnswer) + "\r\n\r\n" +
+                               body)
                          .send(QByteArray(mebibyte, ' '), padding / mebibyte)
                          .send(QByteArray(padding % mebibyte, ' ')));
     EXPECT_EQ(transform(configuration(AIProvider::openAI)), QStringLiteral("A"));
