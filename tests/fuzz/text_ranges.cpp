@@ -3,8 +3,8 @@
 #include "platform/linux/atspi/TextUnits.h"
 #include "selection/CharacterBoundary.h"
 
-#include <QStringList>
 #include <QList>
+#include <QStringList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
