@@ -60,6 +60,11 @@ bool tryApplication(const Application &application, const QString &scenario,
     });
 }
 
+bool isKnown(const QString &name) {
+    const QList<Application> all = catalog();
+    return std::ranges::find(all, name, &Application::id) != all.end();
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -91,6 +96,12 @@ int main(int argc, char *argv[]) {
     if (parser.isSet(results))
         report.emplace(parser.value(results));
     const QStringList wanted = parser.positionalArguments();
+    for (const QString &name : wanted) {
+        if (!isKnown(name)) {
+            std::cerr << name.toStdString() << " is not known; --list names all" << std::endl;
+            return 2;
+        }
+    }
     bool isGood = true;
     for (const Application &application : catalog()) {
         if (parser.isSet(list)) {
