@@ -17,11 +17,7 @@ else()
     endif()
 endif()
 if(missing)
-    set(reason "not tested: the fuzz targets (missing: ${missing})")
-    message(WARNING "${reason}; scripts/install-dependencies macos")
-    add_test(NAME fuzz_targets COMMAND ${CMAKE_COMMAND} -E echo "${reason}")
-    set_tests_properties(fuzz_targets PROPERTIES
-        SKIP_REGULAR_EXPRESSION "^not tested" LABELS fuzz)
+    quillmender_skipped_test(fuzz_targets fuzz "the fuzz targets" "${missing}")
     return()
 endif()
 

@@ -18,12 +18,7 @@ else()
     endforeach()
 endif()
 if(missing)
-    list(JOIN missing ", " missing)
-    set(reason "not tested: the macOS code on doubles of its frameworks (missing: ${missing})")
-    message(WARNING "${reason}; scripts/install-dependencies macos")
-    add_test(NAME macos_doubles COMMAND ${CMAKE_COMMAND} -E echo "${reason}")
-    set_tests_properties(macos_doubles PROPERTIES
-        SKIP_REGULAR_EXPRESSION "^not tested" LABELS macos)
+    quillmender_skipped_test(macos_doubles macos "the macOS code on doubles of its frameworks" "${missing}")
     return()
 endif()
 

@@ -19,3 +19,13 @@ function(quillmender_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
 endfunction()
+
+# Stands in for tests that this machine lacks something for: it is skipped, and says what is missing.
+function(quillmender_skipped_test name label what missing)
+    list(JOIN missing ", " missing)
+    set(reason "not tested: ${what} (missing: ${missing})")
+    message(WARNING "${reason}; scripts/install-dependencies macos")
+    add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -E echo "${reason}")
+    set_tests_properties(${name} PROPERTIES
+        SKIP_REGULAR_EXPRESSION "^not tested" LABELS ${label})
+endfunction()
