@@ -1,10 +1,9 @@
 #include "applications/EditorField.h"
 
+#include "desktop/harness/CharacterCount.h"
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
 #include "desktop/harness/HarnessError.h"
-
-#include <QTextBoundaryFinder>
 
 #include <algorithm>
 
@@ -22,14 +21,6 @@ constexpr std::chrono::milliseconds oneStep = 3s;
 // How long it must not have asked for the clipboard until it has what it wants.
 constexpr auto quiet = 100ms;
 constexpr int mostUndoSteps = 5;
-
-int countCharacters(const QString &text) {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    int count = 0;
-    while (finder.toNextBoundary() >= 0)
-        ++count;
-    return count;
-}
 
 } // namespace
 
@@ -72,7 +63,7 @@ bool EditorField::place(const QString &text) {
 
 bool EditorField::select(const Scenario &scenario) {
     const bool isAtStart = scenario.text.startsWith(scenario.picked);
-    const qsizetype length = countCharacters(scenario.picked);
+    const qsizetype length = harness::countCharacters(scenario.picked);
     switch (scenario.pick) {
     case Pick::nothing:
         input().chord({XK_Right});
