@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -29,6 +30,19 @@ TEST_F(HostileBusTest, SwitchIsTheAnswerAndCanBeSet) {
     EXPECT_TRUE(desktop().accessibilityBus()->isEnabled());
     desktop().accessibilityBus()->setEnabled(false);
     EXPECT_FALSE(accessibility().isProcessTrusted());
+}
+
+TEST_F(HostileBusTest, SwitchThatGivesNoAnswerIsOff) {
+    start();
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted"));
+    // The program that keeps the switch, and not the bus itself.
+    const auto keeper = pid_t(desktop().accessibilityBus()->process().pid());
+    kill(keeper, SIGSTOP);
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    kill(keeper, SIGCONT);
+    waitUntil([&] { return accessibility().isProcessTrusted(); },
+              QStringLiteral("the bus is trusted again"));
 }
 
 TEST_F(HostileBusTest, AbsentBusIsHarmless) {

@@ -65,6 +65,8 @@ QString AtspiBus::busAddress(QDeadlineTimer deadline) const {
     const QDBusMessage question = QDBusMessage::createMethodCall(busService, busPath, busService,
                                                                  QStringLiteral("GetAddress"));
     const QDBusMessage reply = ask(session_, question, deadline);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return {};
     return reply.arguments().value(0).toString();
 }
 
@@ -92,7 +94,8 @@ bool AtspiBus::isEnabledAndAnswers(QDeadlineTimer deadline) {
     QDBusPendingCall isEnabled = session_.asyncCall(question, timeLeft(deadline));
     const bool isAlive = answers(deadline);
     isEnabled.waitForFinished();
-    return isAlive && firstValue(isEnabled.reply().arguments()).toBool();
+    // The arguments of an error are its text, and a text counts as true.
+    return isAlive && !isEnabled.isError() && firstValue(isEnabled.reply().arguments()).toBool();
 }
 
 bool AtspiBus::answers(QDeadlineTimer deadline) {
