@@ -139,7 +139,7 @@ TEST_P(EditorTest, RangeIsSelectedAgainBeforeAPaste) {
 
 TEST_P(EditorTest, FocusIsFoundWithoutHavingSeenItsEvent) {
     startDesktop({});
-    TestApplication application = GetParam().start(desktop(), sample);
+    const TestApplication application = GetParam().start(desktop(), sample);
     application.focusedText();
     adopt();
     element = waitForFocusedElement();

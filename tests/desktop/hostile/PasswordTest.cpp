@@ -6,7 +6,6 @@
 namespace quillmender {
 namespace {
 
-using harness::ClipboardOwner;
 using harness::TestApplication;
 using harness::waitUntil;
 

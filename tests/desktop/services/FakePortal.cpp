@@ -19,12 +19,14 @@ QDBusArgument &operator<<(QDBusArgument &argument, const AccentChannels &channel
     return argument;
 }
 
+// NOLINTBEGIN(bugprone-return-const-ref-from-parameter): the signature that the bus library wants
 const QDBusArgument &operator>>(const QDBusArgument &argument, AccentChannels &channels) {
     argument.beginStructure();
     argument >> channels.red >> channels.green >> channels.blue;
     argument.endStructure();
     return argument;
 }
+// NOLINTEND(bugprone-return-const-ref-from-parameter)
 
 namespace {
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");

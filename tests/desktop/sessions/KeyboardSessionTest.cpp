@@ -165,10 +165,29 @@ TEST_F(HotKeyUseTest, TakenByAnotherProgramAndFreedLater) {
     waitUntilPanelIsGone();
     allowLog();
 
-    other.reset();
-    menu->choose(QStringLiteral("Quit Quillmender"));
-    waitUntil([&] { return !program().process().isRunning(); }, QStringLiteral("it has ended"));
-    startProgram();
+    const auto isTaken = [&] {
+        const auto cookie = xcb_grab_key_checked(other->get(), 1, other->root(), controlAndAlt,
+                                                 space, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const harness::XcbPointer<xcb_generic_error_t> error(
+            xcb_request_check(other->get(), cookie));
+        xcb_ungrab_key(other->get(), space, other->root(), controlAndAlt);
+        other->roundTrip();
+        return error != nullptr;
+    };
+    EXPECT_FALSE(isTaken());
+    // The user goes on in another window, and comes back.
+    {
+        const auto second = TestApplication::mousepad(desktop(), QStringLiteral("a note"));
+        bool isSecond = false;
+        const auto isTakenAfterASwitch = [&] {
+            isSecond = !isSecond;
+            desktop().windows().activate(isSecond ? second.window() : editor.window());
+            return isTaken();
+        };
+        waitUntil(isTakenAfterASwitch, QStringLiteral("the program has taken the freed key"));
+    }
+    desktop().windows().activate(editor.window());
+    waitUntil([&] { return text.selectedText() == wrong; }, QStringLiteral("it is selected"));
     pressHotKey();
     waitForPanel(wrong);
 }

@@ -142,8 +142,8 @@ TEST_F(SoakTest, ManySessionsLeaveNothingBehind) {
               << " sessions: " << late << "\n";
 
     // A leak of one thing in a session would show as many as there were sessions.
-    const qint64 leak = std::max(4, (sessions - warmUp) / 4);
-    constexpr qint64 leakKiB = 3 * 1024;
+    const int leak = std::max(4, (sessions - warmUp) / 4);
+    constexpr qint64 leakKiB = 3072;
     EXPECT_LT(late.memoryKiB - early.memoryKiB, leakKiB);
     EXPECT_LT(late.descriptors - early.descriptors, leak);
     EXPECT_LT(late.threads - early.threads, leak);

@@ -58,12 +58,11 @@ HotKeyRegistration X11HotKeys::registerHotKey(quint32 keyCode, quint32 modifiers
     HotKey hotKey{symbolOf(keyCode), modifiers, id, {}, 0, {}};
     if (hotKey.symbol == XKB_KEY_NoSymbol)
         return {invalidParameter, 0};
-    if (!grab(hotKey)) {
+    const bool isFree = grab(hotKey);
+    if (!isFree)
         qCWarning(x11Log, "the hot key is taken by another program");
-        return {hotKeyExists, 0};
-    }
     hotKeys_.emplace(++lastRef_, std::move(hotKey));
-    return {noErr, lastRef_};
+    return {isFree ? noErr : hotKeyExists, lastRef_};
 }
 
 qint32 X11HotKeys::unregisterHotKey(HotKeyRef ref) {
@@ -134,8 +133,21 @@ void X11HotKeys::ungrab(HotKey &hotKey) {
     xcb_flush(connection_.xcb());
 }
 
+// The server tells nobody that a grab has ended. What held it has mostly had a window, or the user
+// goes on in another one: both change a property of the root window.
+void X11HotKeys::tryAgain() {
+    for (auto &[ref, hotKey] : hotKeys_) {
+        if (!hotKey.isGrabbed() && grab(hotKey))
+            qCInfo(x11Log, "the hot key is free again");
+    }
+}
+
 void X11HotKeys::handleKeymapChange() {
     for (auto &[ref, hotKey] : hotKeys_) {
+        if (!hotKey.isGrabbed()) {
+            grab(hotKey);
+            continue;
+        }
         const bool isSame = hotKey.keys == keymap_.keysOf(hotKey.symbol) &&
                             hotKey.state == stateOf(hotKey.modifiers) &&
                             hotKey.lockStates == lockStates();
@@ -153,6 +165,9 @@ void X11HotKeys::handleEvent(const xcb_generic_event_t *event) {
     else if (eventType(event) == XCB_KEY_RELEASE &&
              eventCast<xcb_key_release_event_t>(event).detail == heldKey_)
         heldKey_ = 0;
+    else if (eventType(event) == XCB_PROPERTY_NOTIFY &&
+             eventCast<xcb_property_notify_event_t>(event).window == connection_.root())
+        tryAgain();
 }
 
 void X11HotKeys::handlePress(const xcb_key_press_event_t &press) {

@@ -28,7 +28,8 @@ class X11HotKeys : public QObject, public HotKeys {
                                                  void *userData) override;
     qint32 removeEventHandler(EventHandlerRef handler) override;
 
-    /// Known key codes: 8, 9 and 49. The status is not 0 when another client has the key.
+    /// Known key codes: 8, 9 and 49. The status is not 0 when another client has the key; the
+    /// registration stands all the same, and takes the key when it is seen to be free.
     HotKeyRegistration registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyId id,
                                       quint32 options) override;
     qint32 unregisterHotKey(HotKeyRef hotKey) override;
@@ -45,11 +46,14 @@ class X11HotKeys : public QObject, public HotKeys {
         QList<xcb_keycode_t> keys;
         quint16 state = 0;
         QList<quint16> lockStates;
+
+        bool isGrabbed() const { return !keys.isEmpty(); }
     };
 
     void handleEvent(const xcb_generic_event_t *event);
     void handlePress(const xcb_key_press_event_t &press);
     void handleKeymapChange();
+    void tryAgain();
     bool grab(HotKey &hotKey);
     void ungrab(HotKey &hotKey);
     quint16 stateOf(quint32 modifiers);
