@@ -1,6 +1,7 @@
 #include "desktop/sessions/SessionFixture.h"
 #include "desktop/sessions/StatusMenuReader.h"
 #include "desktop/sessions/TextKeys.h"
+#include "support/StickyKeys.h"
 
 #include <QFile>
 #include <QProcess>
@@ -26,6 +27,18 @@ std::ostream &operator<<(std::ostream &stream, const Layout &layout) {
     return stream << layout.name;
 }
 
+/// One that is captured by the copy chord and answered by the paste chord.
+TestApplication editorOffTheBus(harness::Desktop &desktop) {
+    QFile file(desktop.folders().home() + QStringLiteral("/letter.txt"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(letter.toUtf8());
+    file.close();
+    return {desktop,
+            QStringLiteral("env"),
+            {QStringLiteral("NO_AT_BRIDGE=1"), QStringLiteral("mousepad"),
+             QStringLiteral("--disable-server"), file.fileName()}};
+}
+
 /// Whole sessions through the copy and the paste chord on other people's keyboards.
 class LayoutSessionTest : public SessionFixture, public testing::WithParamInterface<Layout> {
   protected:
@@ -36,17 +49,6 @@ class LayoutSessionTest : public SessionFixture, public testing::WithParamInterf
         process.start(command.program, command.arguments);
         ASSERT_TRUE(process.waitForFinished(20'000));
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-    }
-
-    TestApplication editorOffTheBus() {
-        QFile file(desktop().folders().home() + QStringLiteral("/letter.txt"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(letter.toUtf8());
-        file.close();
-        return {desktop(),
-                QStringLiteral("env"),
-                {QStringLiteral("NO_AT_BRIDGE=1"), QStringLiteral("mousepad"),
-                 QStringLiteral("--disable-server"), file.fileName()}};
     }
 
     void runSession() {
@@ -66,7 +68,7 @@ TEST_P(LayoutSessionTest, CopiesAndPastes) {
     startDesktop();
     setLayout(GetParam().arguments);
     startProgram();
-    const TestApplication editor = editorOffTheBus();
+    const TestApplication editor = editorOffTheBus(desktop());
     runSession();
     // What stands there is asked for on a keyboard that the test can type on.
     setLayout({QStringLiteral("us"), QStringLiteral("-option"), QString()});
@@ -75,7 +77,7 @@ TEST_P(LayoutSessionTest, CopiesAndPastes) {
 
 TEST_P(LayoutSessionTest, FollowsAChangeWhileItRuns) {
     start();
-    const TestApplication editor = editorOffTheBus();
+    const TestApplication editor = editorOffTheBus(desktop());
     setLayout(GetParam().arguments);
     runSession();
     setLayout({QStringLiteral("us"), QStringLiteral("-option"), QString()});
@@ -115,6 +117,26 @@ TEST_F(HotKeyUseTest, PressedFiftyTimesCapturesWhatIsThere) {
     waitUntilPanelIsGone();
     EXPECT_EQ(text.text(), QStringLiteral("Hello, you receive it."));
     expectClipboardNeverTaken();
+}
+
+TEST_F(HotKeyUseTest, OneKeyAfterTheOtherWithStickyKeys) {
+    start();
+    const auto editor = editorOffTheBus(desktop());
+    selectByKeyboard(input(), letter, wrong);
+    waitUntilSelected(wrong);
+    answerWith(QStringLiteral("receive"));
+    harness::XcbConnection keyboard(desktop().display());
+    switchStickyKeysOn(keyboard.get());
+    keyboard.roundTrip();
+    for (const xcb_keysym_t key : {XK_Control_L, XK_Alt_L, XK_space})
+        input().chord({key});
+    waitForPanel(wrong);
+    click(QStringLiteral("Fix My Grammar"));
+    EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
+    waitUntilPanelIsGone();
+    expectClipboardUntouched();
+    EXPECT_TRUE(stickyKeysAreOn(keyboard.get()));
+    expectTextByCopying(QStringLiteral("Hello, you receive it."));
 }
 
 TEST_F(HotKeyUseTest, AnOpenMenuKeepsTheKeyboardAndTheProgramWaits) {

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Keymap.h"
+#include "support/StickyKeys.h"
 
 #include <xcb/xtest.h>
 
@@ -24,6 +25,12 @@ class KeyTyper {
         connection_.serverTime();
     }
     quint8 group() const { return keymap_.activeGroup(); }
+
+    void switchStickyKeysOn() {
+        quillmender::switchStickyKeysOn(connection_.xcb());
+        connection_.serverTime();
+    }
+    bool hasStickyKeys() const { return stickyKeysAreOn(connection_.xcb()); }
     /// The modifiers that are in effect.
     quint16 state() const {
         const auto reply = adoptXcb(xcb_query_pointer_reply(

@@ -63,6 +63,20 @@ class KeyEventsTest : public X11Test {
         }
     }
 
+    /// One key that goes down and up with these modifiers, and nothing else.
+    void expectTap(xkb_keysym_t symbol, quint16 state) {
+        ASSERT_TRUE(waitFor([&] { return window_->keys().size() >= seen_ + 2; }));
+        services_->connection->serverTime();
+        finishTurn();
+        ASSERT_THAT(window_->keys(), SizeIs(seen_ + 2));
+        for (const bool isDown : {true, false}) {
+            const TestWindow::Key &key = window_->keys()[seen_++];
+            EXPECT_EQ(key.isDown, isDown);
+            EXPECT_EQ(key.code, typer_->key(symbol));
+            EXPECT_EQ(key.state & 0xff, state);
+        }
+    }
+
     std::unique_ptr<TestWindow> window_;
     std::unique_ptr<KeyTyper> typer_;
     std::size_t seen_ = 0;
@@ -120,6 +134,37 @@ TEST_F(KeyEventsTest, WaitsForTheUserToLetGo) {
     EXPECT_TRUE(waitFor([&] { return readiness == ChordReadiness::ready; }));
     // The user's own press and release, and no other.
     EXPECT_TRUE(waitFor([&] { return window_->keys().size() == 2; }));
+}
+
+TEST_F(KeyEventsTest, LeavesStickyKeysOn) {
+    typer_->switchStickyKeysOn();
+    typer_->tap(XKB_KEY_Control_L);
+    typer_->tap(XKB_KEY_Alt_L);
+    typer_->tap(XKB_KEY_space);
+    ASSERT_EQ(prepare(Chord::copy), ChordReadiness::ready);
+    seen_ = 6;
+    ASSERT_TRUE(waitFor([&] { return window_->keys().size() == seen_; }));
+    post(keycode::c);
+    expectTap(XKB_KEY_c, XCB_MOD_MASK_CONTROL);
+    EXPECT_EQ(typer_->state(), 0);
+    EXPECT_TRUE(typer_->hasStickyKeys());
+}
+
+TEST_F(KeyEventsTest, PutsLockedModifiersBack) {
+    typer_->switchStickyKeysOn();
+    for (const auto symbol : {XKB_KEY_Control_L, XKB_KEY_Alt_L}) {
+        typer_->tap(static_cast<xkb_keysym_t>(symbol));
+        typer_->tap(static_cast<xkb_keysym_t>(symbol));
+    }
+    constexpr quint16 locked = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+    ASSERT_EQ(typer_->state(), locked);
+    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    seen_ = 8;
+    ASSERT_TRUE(waitFor([&] { return window_->keys().size() == seen_; }));
+    post(keycode::v);
+    expectTap(XKB_KEY_v, XCB_MOD_MASK_CONTROL);
+    EXPECT_EQ(typer_->state(), locked);
+    EXPECT_TRUE(typer_->hasStickyKeys());
 }
 
 TEST_F(KeyEventsTest, TypesInTheLatinGroupOfAKeyboardWithTwo) {

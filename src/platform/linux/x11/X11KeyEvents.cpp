@@ -170,7 +170,8 @@ bool X11KeyEvents::press(quint16 keyCode) {
 
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
-    const auto modifier = keymap_.find(isInsert ? XKB_KEY_Shift_L : XKB_KEY_Control_L);
+    const xkb_keysym_t modifierSymbol = isInsert ? XKB_KEY_Shift_L : XKB_KEY_Control_L;
+    const auto modifier = keymap_.find(modifierSymbol);
     const auto letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
     const auto key = keymap_.find(isInsert ? XKB_KEY_Insert : letter);
     if (!modifier || !key) {
@@ -182,12 +183,19 @@ bool X11KeyEvents::press(quint16 keyCode) {
         send(XCB_KEY_PRESS, deletion->key);
         send(XCB_KEY_RELEASE, deletion->key);
     }
-    pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt};
+    pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt, std::nullopt};
     if (key->group) {
         pressed_->groupBefore = keymap_.activeGroup();
         keymap_.lockGroup(*key->group);
     }
-    send(XCB_KEY_PRESS, pressed_->modifier);
+    if (keymap_.hasStickyKeys()) {
+        // Two keys at a time would switch the user's sticky keys off, and a modifier that is locked
+        // would be unlocked by its key.
+        pressed_->locksBefore = keymap_.lockedModifiers();
+        keymap_.lockModifiers(static_cast<quint8>(keymap_.modifierOf(modifierSymbol)));
+    } else {
+        send(XCB_KEY_PRESS, pressed_->modifier);
+    }
     send(XCB_KEY_PRESS, pressed_->key);
     if (isPaste) {
         ++pastes_.count;
@@ -200,7 +208,10 @@ void X11KeyEvents::release(quint16 keyCode) {
     if (!pressed_ || pressed_->keyCode != keyCode)
         return;
     send(XCB_KEY_RELEASE, pressed_->key);
-    send(XCB_KEY_RELEASE, pressed_->modifier);
+    if (pressed_->locksBefore)
+        keymap_.lockModifiers(*pressed_->locksBefore);
+    else
+        send(XCB_KEY_RELEASE, pressed_->modifier);
     if (pressed_->groupBefore)
         keymap_.lockGroup(*pressed_->groupBefore);
     pressed_.reset();

@@ -39,6 +39,7 @@ class X11KeyEvents : public KeyEvents {
         xcb_keycode_t modifier = 0;
         xcb_keycode_t key = 0;
         std::optional<quint8> groupBefore;
+        std::optional<quint8> locksBefore;
     };
 
     /// Whether the chord can be typed as far as Tk is concerned.

@@ -182,4 +182,31 @@ void X11Keymap::lockGroup(quint8 group) {
     xcb_xkb_latch_lock_state(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
 }
 
+bool X11Keymap::hasStickyKeys() const {
+    if (firstEvent_ == 0)
+        return false;
+    const auto controls = adoptXcb(xcb_xkb_get_controls_reply(
+        connection_.xcb(), xcb_xkb_get_controls(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD),
+        nullptr));
+    return controls && (controls->enabledControls & XCB_XKB_BOOL_CTRL_STICKY_KEYS) != 0;
+}
+
+quint8 X11Keymap::modifiersWithoutLamp() {
+    quint16 withLamp = XCB_MOD_MASK_LOCK;
+    for (const xkb_keysym_t lock : {XKB_KEY_Num_Lock, XKB_KEY_Scroll_Lock})
+        withLamp |= modifierOf(lock);
+    return static_cast<quint8>(~withLamp);
+}
+
+quint8 X11Keymap::lockedModifiers() {
+    const auto state = adoptXcb(xcb_xkb_get_state_reply(
+        connection_.xcb(), xcb_xkb_get_state(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    return state ? state->lockedMods & modifiersWithoutLamp() : 0;
+}
+
+void X11Keymap::lockModifiers(quint8 modifiers) {
+    xcb_xkb_latch_lock_state(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD, modifiersWithoutLamp(),
+                             modifiers, 0, 0, 0, 0, 0);
+}
+
 } // namespace quillmender

@@ -41,12 +41,23 @@ class X11Keymap : public QObject {
     quint8 activeGroup() const;
     void lockGroup(quint8 group);
 
+    /// Whether a modifier that was pressed and let go counts for the next key (StickyKeys of the
+    /// XKB protocol).
+    bool hasStickyKeys() const;
+
+    /// The modifiers, bits of an event's state, that are locked without the locks that a keyboard
+    /// shows with a lamp: Caps, Num and Scroll Lock.
+    quint8 lockedModifiers();
+    /// Leaves the locks with a lamp as they are.
+    void lockModifiers(quint8 modifiers);
+
   Q_SIGNALS:
     void changed();
 
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void load();
+    quint8 modifiersWithoutLamp();
     bool types(xcb_keycode_t key, quint32 group, xkb_keysym_t symbol) const;
 
     X11Connection &connection_;
