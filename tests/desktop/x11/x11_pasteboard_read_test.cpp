@@ -3,6 +3,7 @@
 #include "desktop/x11/X11Test.h"
 
 #include <QElapsedTimer>
+#include <QTimer>
 
 namespace quillmender {
 
@@ -114,6 +115,22 @@ TEST_F(PasteboardReadTest, KeepsWhatArrivesWhenOneTargetNeverDoes) {
     owner_->offer("UTF8_STRING", text("x"));
     EXPECT_THAT(types(wait(pasteboard().items())),
                 ElementsAre(QStringLiteral("text/html"), QStringLiteral("UTF8_STRING")));
+}
+
+TEST_F(PasteboardReadTest, KeepsEveryTargetOfAnOwnerThatTakesItsTime) {
+    QStringList offered;
+    for (int i = 0; i < 8; ++i) {
+        const QByteArray name = "text/x-slow-" + QByteArray::number(i);
+        offered.append(QString::fromLatin1(name));
+        // One after the other, as a program does that makes them up itself.
+        const int delay = 100 * (i + 1);
+        const auto answerLate = [this, name, delay](const xcb_selection_request_event_t &request) {
+            QTimer::singleShot(delay, owner_.get(),
+                               [this, name, request] { owner_->answer(request, text(name)); });
+        };
+        owner_->offerSpecially(name.constData(), answerLate);
+    }
+    EXPECT_EQ(types(wait(pasteboard().items())), offered);
 }
 
 TEST_F(PasteboardReadTest, GivesUpOnASilentOwner) {

@@ -46,15 +46,21 @@ void ConversionGroup::handleEvent(const xcb_generic_event_t *event) {
     const auto &change = eventCast<xcb_xfixes_selection_notify_event_t>(event);
     if (change.selection != selection_ || change.window != connection_.root())
         return;
-    isOwnerReplaced_ = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    // One that gives the selection up, as a file manager does whose cut files have been read, may
+    // have answered before: that is all there will ever be.
+    isOwnerReplaced_ = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
+                       change.owner != XCB_WINDOW_NONE;
     settle();
 }
 
 void ConversionGroup::handleAdvance() {
+    qsizetype answers = 0;
     qsizetype received = 0;
-    for (const auto &conversion : conversions_)
+    for (const auto &conversion : conversions_) {
+        answers += conversion->isFinished() ? 1 : 0;
         received += conversion->received();
-    budget_.noteProgress(received);
+    }
+    budget_.noteProgress(answers, received);
     if (std::ranges::all_of(conversions_, [](const auto &each) { return each->isFinished(); }))
         settle();
     else
