@@ -1,5 +1,6 @@
-# Each fuzz target for half a minute, wherever clang and libFuzzer are: a build of its own of the
-# same sources, with that compiler, the sanitizers and the fuzzer's instrumentation.
+# Each fuzz target for half a minute and a soak of the program, wherever clang and libFuzzer are: a
+# build of its own of the same sources, with that compiler, the sanitizers and the fuzzer's
+# instrumentation.
 include(ExternalProject)
 
 set(targets answers action_documents release_manifest templates text_ranges selection_protocol)
@@ -31,7 +32,7 @@ ExternalProject_Add(fuzz_build
         -DCMAKE_CXX_COMPILER=${QUILLMENDER_FUZZ_COMPILER}
         -DQUILLMENDER_FUZZ=ON -DQUILLMENDER_SANITIZE=ON
         -DQUILLMENDER_TESTS=OFF -DQUILLMENDER_BENCH=OFF
-    BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> --target fuzz_targets
+    BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> --target fuzz_targets quillmender
     BUILD_ALWAYS ON
     INSTALL_COMMAND ""
     USES_TERMINAL_BUILD ON)
@@ -46,3 +47,10 @@ foreach(target ${targets})
             ${found} ${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${target})
     set_tests_properties(fuzz_${target} PROPERTIES TIMEOUT 180 LABELS fuzz)
 endforeach()
+
+# The program of the same build, session after session: it must end without a word of a sanitizer,
+# the one for leaks among them.
+add_test(NAME soak_sanitized COMMAND soak_test)
+set_tests_properties(soak_sanitized PROPERTIES
+    TIMEOUT 900 LABELS "desktop;soak"
+    ENVIRONMENT "QUILLMENDER_PROGRAM=${fuzzBuild}/bin/quillmender;QUILLMENDER_SOAK_LEAK_KIB=65536;ASAN_OPTIONS=quarantine_size_mb=1")

@@ -55,7 +55,7 @@ ProductProcess::Setup ProductProcess::openAi(const QString &endpoint) {
 }
 
 QString ProductProcess::path() {
-    return QStringLiteral(QUILLMENDER_PROGRAM);
+    return qEnvironmentVariable("QUILLMENDER_PROGRAM", QStringLiteral(QUILLMENDER_PROGRAM));
 }
 
 void ProductProcess::waitUntilReady() {

@@ -30,7 +30,7 @@ class ProductProcess {
     /// The usual one: OpenAI at the endpoint, with an API key.
     static Setup openAi(const QString &endpoint);
 
-    /// Of its executable.
+    /// Of its executable: $QUILLMENDER_PROGRAM if that is set, else what this build has made.
     static QString path();
 
     qint64 pid() const { return process_.pid(); }

@@ -88,7 +88,7 @@ TEST_F(UpdateWireTest, ASlowServerIsNotWaitedForForever) {
 }
 
 TEST_F(UpdateWireTest, AnEndlessAnswerIsCutOff) {
-    constexpr qint64 mebibyte = 1024 * 1024;
+    constexpr qint64 mebibyte = 1'048'576;
     EXPECT_FALSE(
         findsUpdateIn(ScriptedAnswer()
                           .send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n")
