@@ -1,5 +1,6 @@
 #include "applications/ApplicationRun.h"
 
+#include "applications/HiddenBus.h"
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
 #include "desktop/harness/HarnessError.h"
@@ -65,14 +66,21 @@ QList<Observation> ApplicationRun::run(const QString &wanted,
 
 void ApplicationRun::start() {
     harness::Command command = application_.command(desktop_);
-    if (application_.isOffTheBus) {
-        command.environment.insert(QStringLiteral("AT_SPI_BUS_ADDRESS"),
-                                   QStringLiteral("unix:path=/nonexistent"));
-    }
+    std::optional<HiddenBus> hiding;
+    if (application_.isOffTheBus)
+        hiding.emplace(desktop_, command);
     running_.emplace(desktop_, command, application_.title);
+    hiding.reset();
+    if (application_.isOffTheBus && isOnTheBus())
+        throw harness::HarnessError(QStringLiteral("it has found the accessibility bus"));
     if (application_.prepare)
         application_.prepare(desktop_, *running_);
     field_ = Field::make(application_, desktop_, *running_);
+}
+
+bool ApplicationRun::isOnTheBus() {
+    const qint64 process = desktop_.windows().processId(running_->window());
+    return desktop_.accessible().application(process).has_value();
 }
 
 Observation ApplicationRun::observe(const Scenario &scenario) {
@@ -105,10 +113,16 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
     return seen;
 }
 
+QString ApplicationRun::capturedBy(const Outcome &outcome) {
+    // The program does not tell the two apart, but only one of them needs the bus.
+    const bool isPrimary = application_.kind == Application::Kind::prompt &&
+                           outcome.capturedBy == QStringLiteral("accessibility") && !isOnTheBus();
+    return isPrimary ? QStringLiteral("PRIMARY") : outcome.capturedBy;
+}
+
 void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Observation &seen) {
-    seen.capture = outcome.scope.isEmpty()
-                       ? QString()
-                       : QStringLiteral("%1 by %2").arg(outcome.scope, outcome.capturedBy);
+    if (!outcome.scope.isEmpty())
+        seen.capture = QStringLiteral("%1 by %2").arg(outcome.scope, capturedBy(outcome));
     seen.route = outcome.writtenBy;
     seen.message = outcome.message;
     seen.hotKeyToPanelMs = outcome.hotKeyToPanelMs;
