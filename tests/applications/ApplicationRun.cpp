@@ -1,5 +1,6 @@
 #include "applications/ApplicationRun.h"
 
+#include "applications/ClipboardText.h"
 #include "applications/HiddenBus.h"
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
@@ -138,6 +139,10 @@ void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Obs
             seen.isInsertedSelected = false;
     }
     const auto text = field_->read(wanted);
+    if (scenario.hasWindowsLineEnds())
+        seen.lineEndsBefore = lineEndsOf(field_->placed());
+    if (scenario.hasWindowsLineEnds() || scenario.answer.contains(QStringLiteral("\r\n")))
+        seen.lineEndsAfter = lineEndsOf(text.value_or(QString()));
     const bool isRight = text && normalised(*text) == normalised(wanted);
     if (application_.kind == Application::Kind::password && !outcome.scope.isEmpty()) {
         seen.remark = QStringLiteral("a password field was captured");
@@ -146,7 +151,10 @@ void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Obs
                           .arg(shortened(wanted), shortened(text.value_or(QStringLiteral("?"))));
     } else if (!outcome.prompt.isEmpty() && !outcome.prompt.endsWith(scenario.picked)) {
         seen.remark = QStringLiteral("sent \"%1\"").arg(shortened(outcome.prompt.right(80)));
-    } else if (!seen.clipboardIdentical) {
+    } else if (seen.lineEndsBefore != seen.lineEndsAfter && !seen.lineEndsBefore.isEmpty()) {
+        seen.remark = QStringLiteral("the line ends were %1 and are %2")
+                          .arg(seen.lineEndsBefore, seen.lineEndsAfter);
+    } else if (!seen.clipboardIdentical.value_or(false)) {
         seen.remark = QStringLiteral("the clipboard is not what it was");
     } else {
         seen.verdict = isReplaced ? Observation::Verdict::replaced : Observation::Verdict::refused;

@@ -1,5 +1,6 @@
 #include "applications/EditorField.h"
 
+#include "applications/ClipboardText.h"
 #include "desktop/harness/CharacterCount.h"
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
@@ -27,7 +28,8 @@ constexpr int mostUndoSteps = 5;
 QList<Scenario> EditorField::scenarios() const {
     QList<Scenario> possible;
     for (const Scenario &scenario : editingScenarios()) {
-        const bool fits = !scenario.hasSeveralLines() || !application_.hasOneLine;
+        const bool fits = (!scenario.hasSeveralLines() || !application_.hasOneLine) &&
+                          (!scenario.hasTabs() || application_.keepsTabs);
         if (fits && (!scenario.isLarge() || application_.takesLargeTexts))
             possible.append(scenario);
     }
@@ -58,11 +60,13 @@ bool EditorField::place(const QString &text) {
     do
         requests = offer.requests().size();
     while (becomesTrue([&] { return offer.requests().size() > requests; }, quiet));
-    return normalised(read(text).value_or(QString())) == text;
+    placed_ = read(text).value_or(QString());
+    return normalised(placed_) == normalised(text);
 }
 
 bool EditorField::select(const Scenario &scenario) {
     const bool isAtStart = scenario.text.startsWith(scenario.picked);
+    const bool isAtEnd = scenario.text.endsWith(scenario.picked);
     const qsizetype length = harness::countCharacters(scenario.picked);
     switch (scenario.pick) {
     case Pick::nothing:
@@ -73,8 +77,12 @@ bool EditorField::select(const Scenario &scenario) {
         break;
     case Pick::wordForwards:
         input().chord({XK_Right});
-        input().chord({XK_Home});
-        press({XK_Right}, scenario.text.indexOf(scenario.picked));
+        input().chord({isAtEnd ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
+        // How many strokes an emoji takes differs from one toolkit to the next.
+        if (isAtEnd)
+            press({XK_Left}, length);
+        else
+            press({XK_Right}, scenario.text.indexOf(scenario.picked));
         press({XK_Shift_L, XK_Right}, length);
         break;
     case Pick::wordBackwards:
@@ -134,7 +142,8 @@ std::optional<QString> EditorField::selected() {
     };
     if (!becomesTrue(isCopied, oneStep))
         return std::nullopt;
-    return probe.text();
+    const auto copied = probe.readTarget("UTF8_STRING");
+    return copied ? meantText(copied->bytes) : QString();
 }
 
 std::optional<int> EditorField::undo(const QString &wanted) {

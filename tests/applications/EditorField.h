@@ -13,6 +13,7 @@ class EditorField : public Field {
 
     QList<Scenario> scenarios() const override;
     void prepare(const Scenario &scenario) override;
+    QString placed() const override { return placed_; }
     std::optional<QString> read(const QString &wanted) override;
     std::optional<QString> selected() override;
     std::optional<int> undo(const QString &wanted) override;
@@ -28,6 +29,7 @@ class EditorField : public Field {
 
     const Application &application_;
     harness::Desktop &desktop_;
+    QString placed_;
 };
 
 } // namespace quillmender::applications

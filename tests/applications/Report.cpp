@@ -89,7 +89,7 @@ QString Report::row(const Application &application, const Entry &entry) {
     QStringList undo;
     QList<int> toPanel;
     QList<int> toText;
-    qsizetype right = 0;
+    qsizetype sessions = 0;
     qsizetype replaced = 0;
     qsizetype selected = 0;
     qsizetype identical = 0;
@@ -97,10 +97,10 @@ QString Report::row(const Application &application, const Entry &entry) {
         const QString by = each.capture.section(QStringLiteral(" by "), 1);
         (each.capture.startsWith(QStringLiteral("whole")) ? fields : selections).append(by);
         routes.append(each.route);
-        if (each.verdict == Verdict::replaced || each.verdict == Verdict::refused)
-            ++right;
-        if (each.clipboardIdentical)
-            ++identical;
+        if (each.clipboardIdentical) {
+            ++sessions;
+            identical += *each.clipboardIdentical ? 1 : 0;
+        }
         if (each.verdict == Verdict::replaced) {
             ++replaced;
             selected += each.isInsertedSelected.value_or(false) ? 1 : 0;
@@ -117,8 +117,7 @@ QString Report::row(const Application &application, const Entry &entry) {
     return QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 | %9 | %10 | %11 | %12 |")
         .arg(application.name, application.field, entry.version, tally(selections), tally(fields),
              tally(routes), ofAll(replaced, all), ofAll(selected, replaced), tally(undo))
-        .arg(ofAll(identical, all), median(toPanel), median(toText))
-        .append(right == all ? QString() : QString());
+        .arg(ofAll(identical, sessions), median(toPanel), median(toText));
 }
 
 QStringList Report::exceptions(const Application &application, const Entry &entry) {

@@ -18,6 +18,8 @@ struct Scenario {
     QString answer;
 
     bool hasSeveralLines() const { return text.contains(u'\n'); }
+    bool hasTabs() const { return text.contains(u'\t'); }
+    bool hasWindowsLineEnds() const { return text.contains(QStringLiteral("\r\n")); }
     bool isLarge() const;
 
     /// The text when the answer stands where the selection was.

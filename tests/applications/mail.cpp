@@ -42,7 +42,10 @@ user_pref('app.donation.eoy.version.viewed', 999);
 user_pref('network.proxy.type', 0);
 )";
 
-/// `format` as Thunderbird's command line numbers it.
+// As Thunderbird's command line numbers them.
+constexpr int htmlFormat = 1;
+constexpr int plainFormat = 2;
+
 Application thunderbird(const char *id, const char *field, int format) {
     return {.id = QStringLiteral("thunderbird-") + QLatin1String(id),
             .name = QStringLiteral("Thunderbird"),
@@ -60,14 +63,16 @@ Application thunderbird(const char *id, const char *field, int format) {
                                         "format=%1")
                              .arg(format)});
                 },
+            .keepsTabs = format != htmlFormat,
             .title = QStringLiteral("Sample letter")};
 }
 
 } // namespace
 
 QList<Application> mailComposers() {
-    const Application formatted = thunderbird("html", "composer, HTML", 1);
-    return {formatted, thunderbird("plain", "composer, plain text", 2), offTheBus(formatted)};
+    const Application formatted = thunderbird("html", "composer, HTML", htmlFormat);
+    return {formatted, thunderbird("plain", "composer, plain text", plainFormat),
+            offTheBus(formatted)};
 }
 
 } // namespace quillmender::applications
