@@ -37,8 +37,12 @@ QString meantText(const QByteArray &bytes) {
 }
 
 QString lineEndsOf(const QString &text) {
-    const qsizetype windows = text.count(QStringLiteral("\r\n"));
-    const qsizetype all = text.count(u'\n');
+    qsizetype end = text.size();
+    while (end > 0 && (text[end - 1] == u'\n' || text[end - 1] == u'\r'))
+        --end;
+    const QStringView lines = QStringView(text).left(end);
+    const qsizetype windows = lines.count(QStringLiteral("\r\n"));
+    const qsizetype all = lines.count(u'\n');
     if (all == 0)
         return {};
     if (windows == 0)

@@ -9,7 +9,7 @@ namespace quillmender::applications {
 /// surrogate pair on its own, which is not UTF-8; here the halves are joined again.
 QString meantText(const QByteArray &bytes);
 
-/// "LF", "CR LF" or "both"; empty for a text of one line.
+/// Between its lines: "LF", "CR LF" or "both"; empty for a text of one line.
 QString lineEndsOf(const QString &text);
 
 } // namespace quillmender::applications

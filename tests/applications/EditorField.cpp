@@ -67,6 +67,7 @@ bool EditorField::place(const QString &text) {
 bool EditorField::select(const Scenario &scenario) {
     const bool isAtStart = scenario.text.startsWith(scenario.picked);
     const bool isAtEnd = scenario.text.endsWith(scenario.picked);
+    const QString before = scenario.text.left(scenario.text.indexOf(scenario.picked));
     const qsizetype length = harness::countCharacters(scenario.picked);
     switch (scenario.pick) {
     case Pick::nothing:
@@ -82,7 +83,7 @@ bool EditorField::select(const Scenario &scenario) {
         if (isAtEnd)
             press({XK_Left}, length);
         else
-            press({XK_Right}, scenario.text.indexOf(scenario.picked));
+            press({XK_Right}, before.size());
         press({XK_Shift_L, XK_Right}, length);
         break;
     case Pick::wordBackwards:
@@ -91,11 +92,16 @@ bool EditorField::select(const Scenario &scenario) {
         press({XK_Right}, isAtStart ? length : 0);
         press({XK_Shift_L, XK_Left}, length);
         break;
+    case Pick::wordOfLine:
+        goToLine(before);
+        input().chord({XK_Home});
+        press({XK_Right}, before.size() - before.lastIndexOf(u'\n') - 1);
+        press({XK_Shift_L, XK_Right}, length);
+        break;
     case Pick::lineForwards:
     case Pick::lineBackwards: {
         const bool forwards = scenario.pick == Pick::lineForwards;
-        input().chord({XK_Control_L, XK_Home});
-        press({XK_Down}, scenario.text.left(scenario.text.indexOf(scenario.picked)).count(u'\n'));
+        goToLine(before);
         input().chord({forwards ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
         input().chord({XK_Shift_L, forwards ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
         break;
@@ -109,6 +115,11 @@ bool EditorField::select(const Scenario &scenario) {
                                 scenario.picked;
         },
         oneStep);
+}
+
+void EditorField::goToLine(const QString &before) {
+    input().chord({XK_Control_L, XK_Home});
+    press({XK_Down}, before.count(u'\n'));
 }
 
 void EditorField::press(const QList<xcb_keysym_t> &chord, qsizetype times) {

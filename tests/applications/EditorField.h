@@ -25,6 +25,8 @@ class EditorField : public Field {
   private:
     bool place(const QString &text);
     void selectAll();
+    /// To the line that the text before it leads to.
+    void goToLine(const QString &before);
     void press(const QList<xcb_keysym_t> &chord, qsizetype times);
 
     const Application &application_;

@@ -1,6 +1,7 @@
 #include "applications/Report.h"
 
 #include "applications/Catalog.h"
+#include "applications/LineEndsReport.h"
 
 #include <QDir>
 #include <QFile>
@@ -147,12 +148,14 @@ QStringList Report::exceptions(const Application &application, const Entry &entr
 QString Report::markdown() const {
     QStringList rows;
     QStringList others;
+    LineEndsReport lineEnds;
     for (const Application &application : catalog()) {
         const auto known = entry(application);
         if (!known)
             continue;
         rows += row(application, *known);
         others += exceptions(application, *known);
+        lineEnds.add(application, known->seen);
     }
     QFile introduction(QStringLiteral(QUILLMENDER_REPORT_INTRODUCTION));
     QString text;
@@ -163,7 +166,7 @@ QString Report::markdown() const {
         "| "
         "replaced | new text selected | undo steps | clipboard identical | hot key to panel, ms | "
         "answer to text, ms |\n|---|---|---|---|---|---|---|---|---|---|---|---|\n");
-    text += rows.join(u'\n') + u'\n';
+    text += rows.join(u'\n') + u'\n' + lineEnds.markdown();
     if (!others.isEmpty())
         text += QStringLiteral("\n## Sessions that did not replace the text\n\n") +
                 others.join(u'\n') + u'\n';

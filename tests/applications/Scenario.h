@@ -6,7 +6,16 @@
 namespace quillmender::applications {
 
 /// What is selected in a text before a session, and how.
-enum class Pick { nothing, everything, wordForwards, wordBackwards, lineForwards, lineBackwards };
+enum class Pick {
+    nothing,
+    everything,
+    wordForwards,
+    wordBackwards,
+    lineForwards,
+    lineBackwards,
+    /// Forwards, in a text of several lines.
+    wordOfLine
+};
 
 /// A text, what the user selects in it, and the provider's answer.
 struct Scenario {
