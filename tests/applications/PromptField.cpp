@@ -20,7 +20,10 @@ QList<Scenario> PromptField::scenarios() const {
             {QStringLiteral("a word on the screen, answered beyond ASCII"), typed,
              Pick::wordForwards, word, QStringLiteral("Gr\u00fc\u00dfe \u5f00\u59cb")},
             {QStringLiteral("a word on the screen, answered with two lines"), typed,
-             Pick::wordForwards, word, QStringLiteral("one\ntwo")}};
+             Pick::wordForwards, word, QStringLiteral("one\ntwo")},
+            // Where an editor indents by itself, it must not do so with what is pasted.
+            {QStringLiteral("a word on the screen, answered with two lines behind an indent"),
+             QStringLiteral("  ") + typed, Pick::wordForwards, word, QStringLiteral("one\ntwo")}};
 }
 
 QString PromptField::expected(const Scenario &scenario) const {

@@ -74,11 +74,11 @@ QList<Application> terminals() {
                                  input.chord({XK_Escape});
                                  input.type(text(":w! prompt.txt\nA"));
                              }};
-    const Inside vim{
-        "vim",
-        "vim, inserting",
-        {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("wall.txt")},
-        vimKeys};
+    const Inside vim{"vim",
+                     "vim, inserting",
+                     {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("--cmd"),
+                      text("set autoindent"), text("wall.txt")},
+                     vimKeys};
     const auto alt = [=](InputDriver &input, const char *key) {
         input.chord({XK_Escape});
         input.type(text(key));
@@ -91,11 +91,11 @@ QList<Application> terminals() {
         for (const char *command : {"t", "\\", "/"})
             alt(input, command);
     };
-    const Inside nano{
-        "nano",
-        "nano",
-        {text("nano"), text("--ignorercfiles"), text("--nonewlines"), text("prompt.txt")},
-        {clearNano, [](InputDriver &input) { input.chord({XK_Control_L, XK_s}); }}};
+    const Inside nano{"nano",
+                      "nano",
+                      {text("nano"), text("--ignorercfiles"), text("--autoindent"),
+                       text("--nonewlines"), text("prompt.txt")},
+                      {clearNano, [](InputDriver &input) { input.chord({XK_Control_L, XK_s}); }}};
     const QStringList execute{text("-e")};
     // It has no window of its own: a server that is found on the session bus makes it.
     Application gnome = inTerminal(text("gnome-terminal"), text("gnome-terminal"), {}, shell);
