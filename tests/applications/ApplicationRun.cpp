@@ -114,11 +114,11 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
     return seen;
 }
 
-QString ApplicationRun::capturedBy(const Outcome &outcome) {
-    // The program does not tell the two apart, but only one of them needs the bus.
-    const bool isPrimary = application_.kind == Application::Kind::prompt &&
-                           outcome.capturedBy == QStringLiteral("accessibility") && !isOnTheBus();
-    return isPrimary ? QStringLiteral("PRIMARY") : outcome.capturedBy;
+QString ApplicationRun::capturedBy(const Outcome &outcome) const {
+    // Over the bus or as PRIMARY: the program does not tell the two apart.
+    const bool isTerminals = application_.kind == Application::Kind::prompt &&
+                             outcome.capturedBy != QStringLiteral("copying");
+    return isTerminals ? QStringLiteral("the terminal") : outcome.capturedBy;
 }
 
 void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Observation &seen) {

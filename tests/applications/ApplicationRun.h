@@ -21,7 +21,7 @@ class ApplicationRun {
     void start();
     bool isOnTheBus();
     Observation observe(const Scenario &scenario);
-    QString capturedBy(const Outcome &outcome);
+    QString capturedBy(const Outcome &outcome) const;
     void judge(const Scenario &scenario, const Outcome &outcome, Observation &seen);
     void keepArtifacts(const QString &scenario);
 
