@@ -78,7 +78,7 @@ std::optional<Report::Entry> Report::entry(const Application &application) const
         return std::nullopt;
     const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
     Entry result{object[QStringLiteral("version")].toString(), {}};
-    for (const QJsonValue &each : object[QStringLiteral("sessions")].toArray())
+    for (const auto &each : object[QStringLiteral("sessions")].toArray())
         result.seen.append(Observation::fromJson(each.toObject()));
     return result;
 }

@@ -62,7 +62,7 @@ bool tryApplication(const Application &application, const QString &scenario,
 }
 
 bool isKnown(const QString &name) {
-    const QList<Application> all = catalog();
+    const QList<Application> &all = catalog();
     return std::ranges::find(all, name, &Application::id) != all.end();
 }
 
