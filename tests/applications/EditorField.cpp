@@ -71,13 +71,14 @@ bool EditorField::select(const Scenario &scenario) {
     const qsizetype length = harness::countCharacters(scenario.picked);
     switch (scenario.pick) {
     case Pick::nothing:
-        input().chord({XK_Right});
+        // An arrow key would leave a table's cell.
+        input().chord({XK_End});
         return true;
     case Pick::everything:
         selectAll();
         break;
     case Pick::wordForwards:
-        input().chord({XK_Right});
+        input().chord({XK_End});
         input().chord({isAtEnd ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
         // How many strokes an emoji takes differs from one toolkit to the next.
         if (isAtEnd)
@@ -87,7 +88,7 @@ bool EditorField::select(const Scenario &scenario) {
         press({XK_Shift_L, XK_Right}, length);
         break;
     case Pick::wordBackwards:
-        input().chord({XK_Right});
+        input().chord({XK_End});
         input().chord({isAtStart ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
         press({XK_Right}, isAtStart ? length : 0);
         press({XK_Shift_L, XK_Left}, length);
