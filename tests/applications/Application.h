@@ -56,6 +56,8 @@ struct Application {
     std::function<harness::Command(harness::Desktop &)> command;
     Kind kind = Kind::editor;
     bool hasOneLine = false;
+    /// Whether a tab stays one in it.
+    bool keepsTabs = true;
     /// Whether a text of 1 MB is tried.
     bool takesLargeTexts = false;
     /// Kept off the accessibility bus, as one that was started before there was one.

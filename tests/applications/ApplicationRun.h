@@ -19,7 +19,9 @@ class ApplicationRun {
 
   private:
     void start();
+    bool isOnTheBus();
     Observation observe(const Scenario &scenario);
+    QString capturedBy(const Outcome &outcome) const;
     void judge(const Scenario &scenario, const Outcome &outcome, Observation &seen);
     void keepArtifacts(const QString &scenario);
 

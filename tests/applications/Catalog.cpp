@@ -9,7 +9,7 @@ namespace quillmender::applications {
 
 const QList<Application> &catalog() {
     static const QList<Application> all =
-        editors() + toolkitFields() + browsers() + office() + terminals();
+        editors() + toolkitFields() + browsers() + office() + mailComposers() + terminals();
     return all;
 }
 

@@ -12,6 +12,7 @@ QList<Application> editors();
 QList<Application> toolkitFields();
 QList<Application> browsers();
 QList<Application> office();
+QList<Application> mailComposers();
 QList<Application> terminals();
 
 /// The same application off the accessibility bus.

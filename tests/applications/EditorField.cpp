@@ -1,5 +1,6 @@
 #include "applications/EditorField.h"
 
+#include "applications/ClipboardText.h"
 #include "desktop/harness/CharacterCount.h"
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
@@ -27,7 +28,8 @@ constexpr int mostUndoSteps = 5;
 QList<Scenario> EditorField::scenarios() const {
     QList<Scenario> possible;
     for (const Scenario &scenario : editingScenarios()) {
-        const bool fits = !scenario.hasSeveralLines() || !application_.hasOneLine;
+        const bool fits = (!scenario.hasSeveralLines() || !application_.hasOneLine) &&
+                          (!scenario.hasTabs() || application_.keepsTabs);
         if (fits && (!scenario.isLarge() || application_.takesLargeTexts))
             possible.append(scenario);
     }
@@ -58,36 +60,49 @@ bool EditorField::place(const QString &text) {
     do
         requests = offer.requests().size();
     while (becomesTrue([&] { return offer.requests().size() > requests; }, quiet));
-    return normalised(read(text).value_or(QString())) == text;
+    placed_ = read(text).value_or(QString());
+    return normalised(placed_) == normalised(text);
 }
 
 bool EditorField::select(const Scenario &scenario) {
     const bool isAtStart = scenario.text.startsWith(scenario.picked);
+    const bool isAtEnd = scenario.text.endsWith(scenario.picked);
+    const QString before = scenario.text.left(scenario.text.indexOf(scenario.picked));
     const qsizetype length = harness::countCharacters(scenario.picked);
     switch (scenario.pick) {
     case Pick::nothing:
-        input().chord({XK_Right});
+        // An arrow key would leave a table's cell.
+        input().chord({XK_End});
         return true;
     case Pick::everything:
         selectAll();
         break;
     case Pick::wordForwards:
-        input().chord({XK_Right});
-        input().chord({XK_Home});
-        press({XK_Right}, scenario.text.indexOf(scenario.picked));
+        input().chord({XK_End});
+        input().chord({isAtEnd ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
+        // How many strokes an emoji takes differs from one toolkit to the next.
+        if (isAtEnd)
+            press({XK_Left}, length);
+        else
+            press({XK_Right}, before.size());
         press({XK_Shift_L, XK_Right}, length);
         break;
     case Pick::wordBackwards:
-        input().chord({XK_Right});
+        input().chord({XK_End});
         input().chord({isAtStart ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
         press({XK_Right}, isAtStart ? length : 0);
         press({XK_Shift_L, XK_Left}, length);
         break;
+    case Pick::wordOfLine:
+        goToLine(before);
+        input().chord({XK_Home});
+        press({XK_Right}, before.size() - before.lastIndexOf(u'\n') - 1);
+        press({XK_Shift_L, XK_Right}, length);
+        break;
     case Pick::lineForwards:
     case Pick::lineBackwards: {
         const bool forwards = scenario.pick == Pick::lineForwards;
-        input().chord({XK_Control_L, XK_Home});
-        press({XK_Down}, scenario.text.left(scenario.text.indexOf(scenario.picked)).count(u'\n'));
+        goToLine(before);
         input().chord({forwards ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
         input().chord({XK_Shift_L, forwards ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
         break;
@@ -101,6 +116,11 @@ bool EditorField::select(const Scenario &scenario) {
                                 scenario.picked;
         },
         oneStep);
+}
+
+void EditorField::goToLine(const QString &before) {
+    input().chord({XK_Control_L, XK_Home});
+    press({XK_Down}, before.count(u'\n'));
 }
 
 void EditorField::press(const QList<xcb_keysym_t> &chord, qsizetype times) {
@@ -134,7 +154,8 @@ std::optional<QString> EditorField::selected() {
     };
     if (!becomesTrue(isCopied, oneStep))
         return std::nullopt;
-    return probe.text();
+    const auto copied = probe.readTarget("UTF8_STRING");
+    return copied ? meantText(copied->bytes) : QString();
 }
 
 std::optional<int> EditorField::undo(const QString &wanted) {

@@ -13,6 +13,7 @@ class EditorField : public Field {
 
     QList<Scenario> scenarios() const override;
     void prepare(const Scenario &scenario) override;
+    QString placed() const override { return placed_; }
     std::optional<QString> read(const QString &wanted) override;
     std::optional<QString> selected() override;
     std::optional<int> undo(const QString &wanted) override;
@@ -24,10 +25,13 @@ class EditorField : public Field {
   private:
     bool place(const QString &text);
     void selectAll();
+    /// To the line that the text before it leads to.
+    void goToLine(const QString &before);
     void press(const QList<xcb_keysym_t> &chord, qsizetype times);
 
     const Application &application_;
     harness::Desktop &desktop_;
+    QString placed_;
 };
 
 } // namespace quillmender::applications

@@ -26,6 +26,9 @@ class Field {
     /// HarnessError when the field does not take it.
     virtual void prepare(const Scenario &scenario) = 0;
 
+    /// The text as the field handed it out when it was made ready; empty when that is not known.
+    virtual QString placed() const { return {}; }
+
     /// What a session that went well leaves in the field.
     virtual QString expected(const Scenario &scenario) const { return scenario.replaced(); }
 

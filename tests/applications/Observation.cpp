@@ -15,6 +15,11 @@ std::optional<int> number(const QJsonObject &object, const char *name) {
     return value.isDouble() ? std::optional(value.toInt()) : std::nullopt;
 }
 
+std::optional<bool> boolean(const QJsonObject &object, const char *name) {
+    const QJsonValue value = object[QLatin1String(name)];
+    return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+}
+
 } // namespace
 
 QJsonObject Observation::toJson() const {
@@ -24,7 +29,9 @@ QJsonObject Observation::toJson() const {
                        {QStringLiteral("route"), route},
                        {QStringLiteral("message"), message},
                        {QStringLiteral("remark"), remark},
-                       {QStringLiteral("clipboardIdentical"), clipboardIdentical}};
+                       {QStringLiteral("lineEndsBefore"), lineEndsBefore},
+                       {QStringLiteral("lineEndsAfter"), lineEndsAfter}};
+    put(object, "clipboardIdentical", clipboardIdentical);
     put(object, "isInsertedSelected", isInsertedSelected);
     put(object, "undoSteps", undoSteps);
     put(object, "hotKeyToPanelMs", hotKeyToPanelMs);
@@ -40,10 +47,10 @@ Observation Observation::fromJson(const QJsonObject &object) {
     result.route = object[QStringLiteral("route")].toString();
     result.message = object[QStringLiteral("message")].toString();
     result.remark = object[QStringLiteral("remark")].toString();
-    result.clipboardIdentical = object[QStringLiteral("clipboardIdentical")].toBool();
-    const QJsonValue selected = object[QStringLiteral("isInsertedSelected")];
-    if (selected.isBool())
-        result.isInsertedSelected = selected.toBool();
+    result.lineEndsBefore = object[QStringLiteral("lineEndsBefore")].toString();
+    result.lineEndsAfter = object[QStringLiteral("lineEndsAfter")].toString();
+    result.clipboardIdentical = boolean(object, "clipboardIdentical");
+    result.isInsertedSelected = boolean(object, "isInsertedSelected");
     result.undoSteps = number(object, "undoSteps");
     result.hotKeyToPanelMs = number(object, "hotKeyToPanelMs");
     result.answerToTextMs = number(object, "answerToTextMs");

@@ -26,7 +26,12 @@ struct Observation {
     QString message;
     /// What is wrong, or why it was not tried.
     QString remark;
-    bool clipboardIdentical = false;
+    /// Absent when there was no session.
+    std::optional<bool> clipboardIdentical;
+    /// Of the text, where it was made with the line ends of Windows, as its field hands it out.
+    QString lineEndsBefore;
+    /// The same after the session, and where only the answer has them.
+    QString lineEndsAfter;
     std::optional<bool> isInsertedSelected;
     std::optional<int> undoSteps;
     std::optional<int> hotKeyToPanelMs;

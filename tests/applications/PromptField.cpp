@@ -1,6 +1,7 @@
 #include "applications/PromptField.h"
 
 #include "applications/RunningApplication.h"
+#include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/ClipboardProbe.h"
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/Waiter.h"
@@ -11,6 +12,7 @@ namespace quillmender::applications {
 
 using namespace std::chrono_literals;
 using harness::becomesTrue;
+using harness::ClipboardOwner;
 
 QList<Scenario> PromptField::scenarios() const {
     const QString typed = QStringLiteral("echo ");
@@ -20,7 +22,10 @@ QList<Scenario> PromptField::scenarios() const {
             {QStringLiteral("a word on the screen, answered beyond ASCII"), typed,
              Pick::wordForwards, word, QStringLiteral("Gr\u00fc\u00dfe \u5f00\u59cb")},
             {QStringLiteral("a word on the screen, answered with two lines"), typed,
-             Pick::wordForwards, word, QStringLiteral("one\ntwo")}};
+             Pick::wordForwards, word, QStringLiteral("one\ntwo")},
+            // Where an editor indents by itself, it must not do so with what is pasted.
+            {QStringLiteral("a word on the screen, answered with two lines behind an indent"),
+             QStringLiteral("  ") + typed, Pick::wordForwards, word, QStringLiteral("one\ntwo")}};
 }
 
 QString PromptField::expected(const Scenario &scenario) const {
@@ -32,11 +37,17 @@ void PromptField::prepare(const Scenario &scenario) {
     int attempt = 0;
     const auto isSelected = [&] {
         const QPoint middle = running_.geometry().center();
-        // The middle may lie between two words.
+        // The middle may lie between two words, or behind the last of a line.
         constexpr int step = 13;
-        desktop_.input().doubleClick(middle + QPoint(step * (++attempt % 5), 0));
+        ++attempt;
+        // What was selected before must not pass for what is selected now.
+        const ClipboardOwner marker(desktop_.display(), {}, "PRIMARY");
+        desktop_.input().doubleClick(middle + QPoint(step * (attempt % 5), step * (attempt % 3)));
         return becomesTrue(
-            [&] { return primary.owner() != XCB_WINDOW_NONE && primary.text() == scenario.picked; },
+            [&] {
+                return primary.owner() != XCB_WINDOW_NONE && !marker.ownsSelection() &&
+                       primary.text() == scenario.picked;
+            },
             500ms);
     };
     const auto isTyped = [&] {

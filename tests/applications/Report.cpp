@@ -1,6 +1,7 @@
 #include "applications/Report.h"
 
 #include "applications/Catalog.h"
+#include "applications/LineEndsReport.h"
 
 #include <QDir>
 #include <QFile>
@@ -77,7 +78,7 @@ std::optional<Report::Entry> Report::entry(const Application &application) const
         return std::nullopt;
     const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
     Entry result{object[QStringLiteral("version")].toString(), {}};
-    for (const QJsonValue &each : object[QStringLiteral("sessions")].toArray())
+    for (const auto &each : object[QStringLiteral("sessions")].toArray())
         result.seen.append(Observation::fromJson(each.toObject()));
     return result;
 }
@@ -89,7 +90,7 @@ QString Report::row(const Application &application, const Entry &entry) {
     QStringList undo;
     QList<int> toPanel;
     QList<int> toText;
-    qsizetype right = 0;
+    qsizetype sessions = 0;
     qsizetype replaced = 0;
     qsizetype selected = 0;
     qsizetype identical = 0;
@@ -97,10 +98,10 @@ QString Report::row(const Application &application, const Entry &entry) {
         const QString by = each.capture.section(QStringLiteral(" by "), 1);
         (each.capture.startsWith(QStringLiteral("whole")) ? fields : selections).append(by);
         routes.append(each.route);
-        if (each.verdict == Verdict::replaced || each.verdict == Verdict::refused)
-            ++right;
-        if (each.clipboardIdentical)
-            ++identical;
+        if (each.clipboardIdentical) {
+            ++sessions;
+            identical += *each.clipboardIdentical ? 1 : 0;
+        }
         if (each.verdict == Verdict::replaced) {
             ++replaced;
             selected += each.isInsertedSelected.value_or(false) ? 1 : 0;
@@ -117,8 +118,7 @@ QString Report::row(const Application &application, const Entry &entry) {
     return QStringLiteral("| %1 | %2 | %3 | %4 | %5 | %6 | %7 | %8 | %9 | %10 | %11 | %12 |")
         .arg(application.name, application.field, entry.version, tally(selections), tally(fields),
              tally(routes), ofAll(replaced, all), ofAll(selected, replaced), tally(undo))
-        .arg(ofAll(identical, all), median(toPanel), median(toText))
-        .append(right == all ? QString() : QString());
+        .arg(ofAll(identical, sessions), median(toPanel), median(toText));
 }
 
 QStringList Report::exceptions(const Application &application, const Entry &entry) {
@@ -148,12 +148,14 @@ QStringList Report::exceptions(const Application &application, const Entry &entr
 QString Report::markdown() const {
     QStringList rows;
     QStringList others;
+    LineEndsReport lineEnds;
     for (const Application &application : catalog()) {
         const auto known = entry(application);
         if (!known)
             continue;
         rows += row(application, *known);
         others += exceptions(application, *known);
+        lineEnds.add(application, known->seen);
     }
     QFile introduction(QStringLiteral(QUILLMENDER_REPORT_INTRODUCTION));
     QString text;
@@ -164,7 +166,7 @@ QString Report::markdown() const {
         "| "
         "replaced | new text selected | undo steps | clipboard identical | hot key to panel, ms | "
         "answer to text, ms |\n|---|---|---|---|---|---|---|---|---|---|---|---|\n");
-    text += rows.join(u'\n') + u'\n';
+    text += rows.join(u'\n') + u'\n' + lineEnds.markdown();
     if (!others.isEmpty())
         text += QStringLiteral("\n## Sessions that did not replace the text\n\n") +
                 others.join(u'\n') + u'\n';

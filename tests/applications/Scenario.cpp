@@ -37,6 +37,7 @@ QList<Scenario> editingScenarios() {
     const QString wholeField = QStringLiteral("Gr\u00fc\u00dfe %1, you recieve it.").arg(family());
     const QString tabs = QStringLiteral("one\ttwo\nthree\tfuor");
     const QString lines = QStringLiteral("first line\nsecond lien\nthird line");
+    const QString linesOfWindows = QStringLiteral("first line\r\nsecond lien\r\nthird line");
     return {
         {QStringLiteral("ASCII, a word in the middle, forwards"),
          QStringLiteral("Hello, you recieve it tomorrow."), Pick::wordForwards,
@@ -52,8 +53,10 @@ QList<Scenario> editingScenarios() {
          QStringLiteral("\u0643\u064a\u0641 \u062d\u0627\u0644\u0643\u0643"),
          QStringLiteral("\u0643\u064a\u0641 \u062d\u0627\u0644\u0643\u061f")},
         {QStringLiteral("emoji with joiners before, forwards"),
-         family() + QStringLiteral(" \U0001F600 you recieve"), Pick::wordBackwards,
+         family() + QStringLiteral(" \U0001F600 you recieve"), Pick::wordForwards,
          QStringLiteral("recieve"), QStringLiteral("receive \U0001F389") + family()},
+        {QStringLiteral("emoji with joiners, everything"), wholeField, Pick::everything, wholeField,
+         QStringLiteral("%1 Gr\u00fc\u00dfe, you receive it.").arg(family())},
         {QStringLiteral("a line among others, forwards"), lines, Pick::lineForwards,
          QStringLiteral("second lien"), QStringLiteral("second line")},
         {QStringLiteral("a line among others, backwards"), lines, Pick::lineBackwards,
@@ -62,6 +65,8 @@ QList<Scenario> editingScenarios() {
          QStringLiteral("one\ttwo\nthree\tfour")},
         {QStringLiteral("line ends of Windows in the answer"), lines, Pick::lineForwards,
          QStringLiteral("second lien"), QStringLiteral("zwei\r\nZeilen")},
+        {QStringLiteral("line ends of Windows in the text"), linesOfWindows, Pick::wordOfLine,
+         QStringLiteral("lien"), QStringLiteral("line")},
         {QStringLiteral("nothing selected: the whole field"), wholeField, Pick::nothing, wholeField,
          QStringLiteral("Gr\u00fc\u00dfe %1, you receive it today.").arg(family())},
         everythingLarge(),

@@ -6,7 +6,16 @@
 namespace quillmender::applications {
 
 /// What is selected in a text before a session, and how.
-enum class Pick { nothing, everything, wordForwards, wordBackwards, lineForwards, lineBackwards };
+enum class Pick {
+    nothing,
+    everything,
+    wordForwards,
+    wordBackwards,
+    lineForwards,
+    lineBackwards,
+    /// Forwards, in a text of several lines.
+    wordOfLine
+};
 
 /// A text, what the user selects in it, and the provider's answer.
 struct Scenario {
@@ -18,6 +27,8 @@ struct Scenario {
     QString answer;
 
     bool hasSeveralLines() const { return text.contains(u'\n'); }
+    bool hasTabs() const { return text.contains(u'\t'); }
+    bool hasWindowsLineEnds() const { return text.contains(QStringLiteral("\r\n")); }
     bool isLarge() const;
 
     /// The text when the answer stands where the selection was.

@@ -36,9 +36,10 @@ void tell(const Application &application, const Observation &seen) {
               << seen.route.toStdString() << " | selected "
               << (seen.isInsertedSelected ? (*seen.isInsertedSelected ? "yes" : "no") : "-")
               << " | undo " << number(seen.undoSteps) << " | clipboard "
-              << (seen.clipboardIdentical ? "identical" : "DIFFERENT") << " | "
-              << number(seen.hotKeyToPanelMs) << " ms, " << number(seen.answerToTextMs) << " ms | "
-              << seen.message.toStdString() << seen.remark.toStdString() << std::endl;
+              << (seen.clipboardIdentical ? (*seen.clipboardIdentical ? "identical" : "DIFFERENT")
+                                          : "-")
+              << " | " << number(seen.hotKeyToPanelMs) << " ms, " << number(seen.answerToTextMs)
+              << " ms | " << seen.message.toStdString() << seen.remark.toStdString() << std::endl;
 }
 
 /// Whether every session ended as it may.
@@ -61,7 +62,7 @@ bool tryApplication(const Application &application, const QString &scenario,
 }
 
 bool isKnown(const QString &name) {
-    const QList<Application> all = catalog();
+    const QList<Application> &all = catalog();
     return std::ranges::find(all, name, &Application::id) != all.end();
 }
 

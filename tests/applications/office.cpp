@@ -97,43 +97,6 @@ Application gimp() {
             .keys = {.undo = {}}};
 }
 
-Application thunderbird() {
-    return {.id = QStringLiteral("thunderbird"),
-            .name = QStringLiteral("Thunderbird"),
-            .field = QStringLiteral("composer"),
-            .package = QStringLiteral("thunderbird"),
-            .command =
-                [](harness::Desktop &desktop) {
-                    writeHomeFile(
-                        desktop, QStringLiteral("profile/user.js"),
-                        "user_pref('mail.accountmanager.accounts', 'account1');\n"
-                        "user_pref('mail.accountmanager.defaultaccount', 'account1');\n"
-                        "user_pref('mail.account.account1.server', 'server1');\n"
-                        "user_pref('mail.account.account1.identities', 'id1');\n"
-                        "user_pref('mail.server.server1.type', 'none');\n"
-                        "user_pref('mail.server.server1.hostname', 'Local Folders');\n"
-                        "user_pref('mail.server.server1.name', 'Local Folders');\n"
-                        "user_pref('mail.server.server1.userName', 'nobody');\n"
-                        "user_pref('mail.identity.id1.useremail', 'ada@example.invalid');\n"
-                        "user_pref('mail.identity.id1.fullName', 'Ada');\n"
-                        "user_pref('mail.identity.id1.smtpServer', 'smtp1');\n"
-                        "user_pref('mail.smtpservers', 'smtp1');\n"
-                        "user_pref('mail.smtpserver.smtp1.hostname', '127.0.0.1');\n"
-                        "user_pref('mail.spellcheck.inline', false);\n"
-                        "user_pref('mail.provider.suppress_dialog_on_startup', true);\n"
-                        "user_pref('mail.shell.checkDefaultClient', false);\n"
-                        "user_pref('datareporting.policy.dataSubmissionEnabled', false);\n"
-                        "user_pref('app.donation.eoy.version.viewed', 999);\n");
-                    return desktop.command(
-                        QStringLiteral("thunderbird"),
-                        {QStringLiteral("--no-remote"), QStringLiteral("--profile"),
-                         desktop.folders().home() + QStringLiteral("/profile"),
-                         QStringLiteral("-compose"),
-                         QStringLiteral("to='bob@example.invalid',subject='Sample letter'")});
-                },
-            .title = QStringLiteral("Sample letter")};
-}
-
 } // namespace
 
 QList<Application> office() {
@@ -148,7 +111,7 @@ QList<Application> office() {
     cell.keys.selectAll = {{XK_Home}, {XK_Shift_L, XK_End}};
     Application formatted = writer("formatted", "formatted paragraph", FormattedField::document());
     formatted.kind = Application::Kind::formatted;
-    return {document, formatted, cell, thunderbird(), evince(), gimp()};
+    return {document, formatted, cell, evince(), gimp()};
 }
 
 } // namespace quillmender::applications

@@ -14,17 +14,16 @@ struct Inside {
 
 using harness::InputDriver;
 
-// Full of the same word, so that a double click anywhere selects it.
+// Full of the same word, so that a double click selects it nearly everywhere. Some lines end in the
+// middle of the screen: a terminal counts its columns, and a text does not have them all.
 constexpr int lines = 200;
-constexpr int wordsInALine = 40;
+constexpr int manyWords = 40;
+constexpr int fewWords = 3;
 
 QByteArray wall() {
-    QByteArray words;
-    for (int word = 0; word < wordsInALine; ++word)
-        words += "recieve ";
     QByteArray all;
     for (int line = 0; line < lines; ++line)
-        all += words + '\n';
+        all += QByteArray("recieve ").repeated(line % 3 == 0 ? fewWords : manyWords) + '\n';
     return all;
 }
 
@@ -44,6 +43,7 @@ Application inTerminal(const QString &terminal, const QString &package,
         .command =
             [=](harness::Desktop &desktop) {
                 writeHomeFile(desktop, QStringLiteral("wall.txt"), wall());
+                writeHomeFile(desktop, QStringLiteral("prompt.txt"), wall());
                 writeHomeFile(desktop, QStringLiteral("start.sh"), shellStart());
                 harness::Command command = desktop.command(terminal, arguments + inside.command);
                 command.environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/bash"));
@@ -73,24 +73,28 @@ QList<Application> terminals() {
                                  input.chord({XK_Escape});
                                  input.type(text(":w! prompt.txt\nA"));
                              }};
-    const Inside vim{
-        "vim",
-        "vim, inserting",
-        {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("wall.txt")},
-        vimKeys};
+    const Inside vim{"vim",
+                     "vim, inserting",
+                     {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("--cmd"),
+                      text("set autoindent"), text("wall.txt")},
+                     vimKeys};
+    const auto alt = [=](InputDriver &input, const char *key) {
+        input.chord({XK_Escape});
+        input.type(text(key));
+    };
+    // What is behind the words goes, and the place of it comes from the middle of the screen to
+    // its lower end.
+    const auto clearNano = [=](InputDriver &input) {
+        alt(input, "g");
+        input.type(QString::number(lines + 1) + text(",1\n"));
+        for (const char *command : {"t", "\\", "/"})
+            alt(input, command);
+    };
     const Inside nano{"nano",
                       "nano",
-                      {text("nano"), text("--nonewlines"), text("wall.txt")},
-                      {[](InputDriver &input) {
-                           input.chord({XK_Alt_L, XK_slash});
-                           input.chord({XK_Control_L, XK_k});
-                       },
-                       [=](InputDriver &input) {
-                           input.chord({XK_Control_L, XK_o});
-                           for (size_t letter = 0; letter < sizeof("wall.txt"); ++letter)
-                               input.chord({XK_BackSpace});
-                           input.type(text("prompt.txt\ny"));
-                       }}};
+                      {text("nano"), text("--ignorercfiles"), text("--autoindent"),
+                       text("--nonewlines"), text("prompt.txt")},
+                      {clearNano, [](InputDriver &input) { input.chord({XK_Control_L, XK_s}); }}};
     const QStringList execute{text("-e")};
     // It has no window of its own: a server that is found on the session bus makes it.
     Application gnome = inTerminal(text("gnome-terminal"), text("gnome-terminal"), {}, shell);
