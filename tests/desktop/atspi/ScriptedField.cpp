@@ -18,6 +18,10 @@ ScriptedField::~ScriptedField() {
 }
 
 bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
+    if (message.member() == QStringLiteral("GetSelection")) {
+        connection.send(message.createReply(QVariantList{selectionStart, selectionEnd}));
+        return true;
+    }
     const QVariant answer = answerTo(message);
     if (answer.isValid())
         connection.send(message.createReply(answer));
@@ -29,6 +33,8 @@ QVariant ScriptedField::answerTo(const QDBusMessage &message) {
     const int first = arguments.value(0).toInt();
     if (message.member() == QStringLiteral("Get"))
         return QVariant::fromValue(QDBusVariant(int(text.size())));
+    if (message.member() == QStringLiteral("GetNSelections"))
+        return selectionEnd > selectionStart ? 1 : 0;
     if (message.member() == QStringLiteral("GetText")) {
         const int end = arguments.value(1).toInt();
         if (end < 0 && !knowsItsEnd)

@@ -17,6 +17,8 @@ class ScriptedField : public QDBusVirtualObject {
     static QString path() { return QStringLiteral("/field"); }
 
     QString text;
+    int selectionStart = 0;
+    int selectionEnd = 0;
     /// What InsertText does to the text, given a position; nothing: refuses.
     std::function<void(qsizetype, const QString &)> insert;
     /// Whether it understands -1 for the end of its text.

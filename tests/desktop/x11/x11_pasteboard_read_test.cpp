@@ -234,6 +234,18 @@ TEST_F(PasteboardReadTest, CountsChangesOfOwnerEvenWithTheSameText) {
     EXPECT_TRUE(waitFor([&] { return pasteboard().changeCount() != next; }));
 }
 
+TEST_F(PasteboardReadTest, JoinsSurrogatesThatWereEncodedOneByOne) {
+    owner_->offer("UTF8_STRING",
+                  text("a \xed\xa0\xbd\xed\xb8\x80\xed\xa0\xbd\xed\xb2\xa9 \xed\x95\x9c"));
+    EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("a \U0001F600\U0001F4A9 \uD55C"));
+    // What has no other half is no character.
+    owner_->offer("UTF8_STRING", text("b \xed\xa0\xbd c \xed\xa0"));
+    const auto broken = wait(pasteboard().string());
+    ASSERT_TRUE(broken);
+    EXPECT_TRUE(broken->isValidUtf16());
+    EXPECT_TRUE(broken->startsWith(QStringLiteral("b \uFFFD")));
+}
+
 TEST_F(PasteboardReadTest, PrefersUtf8AndFallsBackToLatin1AndCompoundText) {
     const auto string = [this] { return wait(pasteboard().string()); };
     owner_->offer("COMPOUND_TEXT",

@@ -83,16 +83,17 @@ AtspiAccessibility::terminalAttribute(std::shared_ptr<const TerminalElement> ter
                                       QString attribute) {
     if (!isNamed(attribute, attribute::selectedText))
         co_return failed(AccessibilityError::attributeUnsupported);
-    if (!terminal->object.isNull()) {
-        const QString selected =
-            co_await reader_.plainSelection(terminal->object, terminal->budget);
-        if (!selected.isEmpty())
-            co_return AttributeResult{AccessibilityError::success, selected};
-    }
+    // Konsole counts its selection in columns of full lines and tells a text without them: what it
+    // says on the bus is another place than the selection.
     const std::optional<QString> primary = co_await frontmost_.primarySelection();
-    if (!primary || primary->isEmpty())
+    if (primary && !primary->isEmpty())
+        co_return AttributeResult{AccessibilityError::success, *primary};
+    if (terminal->object.isNull())
         co_return failed(AccessibilityError::noValue);
-    co_return AttributeResult{AccessibilityError::success, *primary};
+    const QString selected = co_await reader_.plainSelection(terminal->object, terminal->budget);
+    if (selected.isEmpty())
+        co_return failed(AccessibilityError::noValue);
+    co_return AttributeResult{AccessibilityError::success, selected};
 }
 
 QCoro::Task<AttributeResult> AtspiAccessibility::textAttribute(TextElementRef element,

@@ -10,6 +10,33 @@ namespace {
 
 constexpr auto utf8MimeType = "text/plain;charset=utf-8";
 
+/// The half of a surrogate pair that the three bytes at the position encode; 0 when they are none.
+char16_t surrogateAt(const QByteArray &bytes, qsizetype position) {
+    const auto byte = [&](qsizetype offset) {
+        return static_cast<unsigned char>(bytes.at(position + offset));
+    };
+    const bool fits = position + 3 <= bytes.size();
+    if (!fits || byte(0) != 0xed || (byte(1) & 0xe0U) != 0xa0 || (byte(2) & 0xc0U) != 0x80)
+        return 0;
+    return static_cast<char16_t>(0xd000U | (byte(1) & 0x3fU) << 6 | (byte(2) & 0x3fU));
+}
+
+/// Tk encodes both halves of a surrogate pair, which is no UTF-8, and means the character.
+QString decodeUtf8(const QByteArray &bytes) {
+    QString text;
+    qsizetype decoded = 0;
+    for (qsizetype position = bytes.indexOf('\xed'); position >= 0;
+         position = bytes.indexOf('\xed', position + 1)) {
+        const QChar high(surrogateAt(bytes, position));
+        const QChar low(surrogateAt(bytes, position + 3));
+        if (position < decoded || !high.isHighSurrogate() || !low.isLowSurrogate())
+            continue;
+        text += QString::fromUtf8(bytes.mid(decoded, position - decoded)) + high + low;
+        decoded = position + 6;
+    }
+    return text + QString::fromUtf8(bytes.mid(decoded));
+}
+
 /// Compound text in its initial state is Latin-1; of its escapes we know the ones around UTF-8.
 std::optional<QString> decodeCompoundText(const QByteArray &bytes) {
     const QByteArray toUtf8("\x1b%G");
@@ -53,7 +80,7 @@ std::optional<QString> decodeText(X11Connection &connection, const X11Property &
         return QString::fromLatin1(bytes);
     if (property.type == connection.atom("UTF8_STRING") ||
         property.type == connection.atom(utf8MimeType))
-        return QString::fromUtf8(bytes);
+        return decodeUtf8(bytes);
     if (property.type == connection.atom("COMPOUND_TEXT"))
         return decodeCompoundText(bytes);
     return std::nullopt;
