@@ -13,9 +13,9 @@ struct Size {
 
 const QList<Size> &sizes() {
     static const QList<Size> list{{QStringLiteral("1 KB"), 1000},
-                                  {QStringLiteral("100 KB"), 100 * 1000},
-                                  {QStringLiteral("1 MB"), 1000 * 1000},
-                                  {QStringLiteral("10 MB"), 10 * 1000 * 1000}};
+                                  {QStringLiteral("100 KB"), 100'000},
+                                  {QStringLiteral("1 MB"), 1'000'000},
+                                  {QStringLiteral("10 MB"), 10'000'000}};
     return list;
 }
 

@@ -89,10 +89,11 @@ QList<Application> browsers() {
     QList<Application> all;
     for (const bool isOff : {false, true}) {
         for (const Element &element : elements) {
-            for (Application each : {page(QStringLiteral("firefox"), QStringLiteral("Firefox"),
-                                          QStringLiteral("firefox-esr"), firefox, element),
-                                     page(QStringLiteral("chromium"), QStringLiteral("Chromium"),
-                                          QStringLiteral("chromium"), chromium, element)})
+            for (const Application &each :
+                 {page(QStringLiteral("firefox"), QStringLiteral("Firefox"),
+                       QStringLiteral("firefox-esr"), firefox, element),
+                  page(QStringLiteral("chromium"), QStringLiteral("Chromium"),
+                       QStringLiteral("chromium"), chromium, element)})
                 all += isOff ? offTheBus(each) : each;
         }
     }

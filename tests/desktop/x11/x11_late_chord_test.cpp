@@ -118,7 +118,7 @@ TEST_F(LateChordTest, LateCopyLeavesAnEmptyClipboardEmpty) {
     user_.reset();
     ASSERT_TRUE(waitFor([this] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
     copyAndRestore({});
-    ScriptedOwner late(server_.display());
+    const ScriptedOwner late(server_.display());
     EXPECT_TRUE(waitFor([this] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
 }
 

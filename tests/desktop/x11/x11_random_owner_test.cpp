@@ -30,7 +30,7 @@ class RandomOwnerTest : public X11Test, public testing::WithParamInterface<Chara
         const auto items = wait(pasteboard().items());
         // A machine that stands still for so long lets deadlines pass without anybody's fault.
         const bool isJudged = longestLag_ < 300;
-        const auto offers = owner.offers();
+        const auto &offers = owner.offers();
         if (offers.isEmpty()) {
             EXPECT_TRUE(items.isEmpty());
             return;
