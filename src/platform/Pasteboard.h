@@ -32,7 +32,8 @@ class Pasteboard {
     /// Puts the items on a cleared pasteboard, in their order. False when it was refused.
     virtual bool writeItems(const QList<PasteboardItem> &items) = 0;
 
-    /// The plain text, if there is any.
+    /// The plain text, if there is any; on Linux none when it is a line that an editor has copied
+    /// because nothing was selected.
     virtual QCoro::Task<std::optional<QString>> string() = 0;
 
     /// Puts plain text on a cleared pasteboard; on Linux marked as not worth keeping for programs

@@ -246,6 +246,27 @@ TEST_F(PasteboardReadTest, JoinsSurrogatesThatWereEncodedOneByOne) {
     EXPECT_TRUE(broken->startsWith(QStringLiteral("b \uFFFD")));
 }
 
+TEST_F(PasteboardReadTest, TakesALineThatNobodySelectedForNoText) {
+    owner_->offer("UTF8_STRING", text("the line with the cursor\n"));
+    EXPECT_EQ(wait(pasteboard().string()), std::nullopt);
+    // One that is selected, by hand or with three clicks.
+    ScriptedOwner primary(server_.display(), "PRIMARY");
+    primary.offer("UTF8_STRING", text("something else"));
+    EXPECT_EQ(wait(pasteboard().string()), std::nullopt);
+    primary.offer("UTF8_STRING", text("the line with the cursor"));
+    EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("the line with the cursor\n"));
+}
+
+TEST_F(PasteboardReadTest, KeepsLinesThatLookLikeIt) {
+    for (const char *kept : {"a word", "two\nlines\n", "two\nlines"}) {
+        owner_->offer("UTF8_STRING", text(kept));
+        EXPECT_EQ(wait(pasteboard().string()), QString::fromLatin1(kept));
+    }
+    owner_->offer("application/x-openoffice-embed-source-xml", text("a table"));
+    owner_->offer("UTF8_STRING", text("a cell\n"));
+    EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("a cell\n"));
+}
+
 TEST_F(PasteboardReadTest, PrefersUtf8AndFallsBackToLatin1AndCompoundText) {
     const auto string = [this] { return wait(pasteboard().string()); };
     owner_->offer("COMPOUND_TEXT",

@@ -107,6 +107,12 @@ QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp
     co_return targets;
 }
 
+QCoro::Task<QList<QByteArray>> SelectionReader::offered() {
+    const OwnerWatch watch(connection_, selection_);
+    const Targets targets = co_await readTargets(connection_.serverTime());
+    co_return connection_.atomNames(targets.list);
+}
+
 QList<xcb_atom_t> SelectionReader::dataTargets(const QList<quint32> &offered) {
     QSet<xcb_atom_t> seen;
     for (const char *name : sideEffectTargets)

@@ -22,6 +22,9 @@ class SelectionReader {
     /// one owner only: when another takes over meanwhile, its contents are read instead.
     QCoro::Task<SelectionContents> readAll();
 
+    /// The names of the data targets.
+    QCoro::Task<QList<QByteArray>> offered();
+
     /// The best plain text on offer.
     QCoro::Task<std::optional<QString>> readText();
 

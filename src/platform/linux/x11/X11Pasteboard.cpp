@@ -3,6 +3,7 @@
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/ClipboardHandover.h"
+#include "platform/linux/x11/CopiedLine.h"
 #include "platform/linux/x11/SelectionReader.h"
 #include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -98,7 +99,15 @@ QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
     if (owner_.isStillOwner())
         co_return findText(connection_, owner_.contents());
     SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
-    co_return co_await reader.readText();
+    const std::optional<QString> text = co_await reader.readText();
+    if (!text)
+        co_return std::nullopt;
+    const bool isOfEditor = co_await isCopiedLine(connection_, *text);
+    if (isOfEditor) {
+        qCInfo(x11Log, "a line was copied without being selected");
+        co_return std::nullopt;
+    }
+    co_return text;
 }
 
 void X11Pasteboard::clearContents() {
