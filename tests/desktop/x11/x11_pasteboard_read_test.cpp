@@ -249,11 +249,12 @@ TEST_F(PasteboardReadTest, JoinsSurrogatesThatWereEncodedOneByOne) {
 TEST_F(PasteboardReadTest, TakesALineThatNobodySelectedForNoText) {
     owner_->offer("UTF8_STRING", text("the line with the cursor\n"));
     EXPECT_EQ(wait(pasteboard().string()), std::nullopt);
-    // One that is selected, by hand or with three clicks.
     ScriptedOwner primary(server_.display(), "PRIMARY");
-    primary.offer("UTF8_STRING", text("something else"));
-    EXPECT_EQ(wait(pasteboard().string()), std::nullopt);
-    primary.offer("UTF8_STRING", text("the line with the cursor"));
+    for (const char *other : {"something else", "the line with the cursor"}) {
+        primary.offer("UTF8_STRING", text(other));
+        EXPECT_EQ(wait(pasteboard().string()), std::nullopt) << other;
+    }
+    primary.offer("UTF8_STRING", text("the line with the cursor\n"));
     EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("the line with the cursor\n"));
 }
 

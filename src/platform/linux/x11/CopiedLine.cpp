@@ -19,12 +19,6 @@ xcb_window_t ownerOf(const X11Connection &connection, xcb_atom_t selection) {
     return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-QStringView withoutLineEnd(QStringView text) {
-    while (text.endsWith(u'\n') || text.endsWith(u'\r'))
-        text.chop(1);
-    return text;
-}
-
 bool isOneEndedLine(QStringView text) {
     return text.endsWith(u'\n') && text.indexOf(u'\n') == text.size() - 1;
 }
@@ -46,7 +40,8 @@ QCoro::Task<bool> isCopiedLine(X11Connection &connection, QString text) {
         isSameApplication(connection, primaryOwner, ownerOf(connection, clipboard))) {
         SelectionReader primary(connection, XCB_ATOM_PRIMARY);
         const std::optional<QString> selected = co_await primary.readText();
-        if (selected && withoutLineEnd(*selected) == withoutLineEnd(text))
+        // A selection of old may have the same words, but the line end is the editor's own.
+        if (selected == text)
             co_return false;
     }
     SelectionReader reader(connection, clipboard);
