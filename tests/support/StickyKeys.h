@@ -3,10 +3,17 @@
 #include <QtGlobal>
 #include <xcb/xcb.h>
 
-// The header is C and names a member so.
+// A member of one of its structs is called as a C++ keyword.
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicitParts
 #include <xcb/xkb.h>
 #undef explicit
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 
 #include <array>
 #include <cstdlib>

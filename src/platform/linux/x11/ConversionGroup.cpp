@@ -46,11 +46,20 @@ void ConversionGroup::handleEvent(const xcb_generic_event_t *event) {
     const auto &change = eventCast<xcb_xfixes_selection_notify_event_t>(event);
     if (change.selection != selection_ || change.window != connection_.root())
         return;
-    // One that gives the selection up, as a file manager does whose cut files have been read, may
-    // have answered before: that is all there will ever be.
-    isOwnerReplaced_ = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
-                       change.owner != XCB_WINDOW_NONE;
-    settle();
+    const bool isSet = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    // A file manager gives cut files up while it hands them over: its answers are under way.
+    isGivenUp_ = isSet && change.owner == XCB_WINDOW_NONE;
+    isOwnerReplaced_ = isSet && !isGivenUp_;
+    if (isGivenUp_)
+        waitForAnswers();
+    else
+        settle();
+}
+
+void ConversionGroup::waitForAnswers() {
+    constexpr std::chrono::milliseconds afterGivingUp(200);
+    const std::chrono::milliseconds remaining = budget_.remaining();
+    deadline_.start(isGivenUp_ ? std::min(remaining, afterGivingUp) : remaining);
 }
 
 void ConversionGroup::handleAdvance() {
@@ -64,7 +73,7 @@ void ConversionGroup::handleAdvance() {
     if (std::ranges::all_of(conversions_, [](const auto &each) { return each->isFinished(); }))
         settle();
     else
-        deadline_.start(budget_.remaining());
+        waitForAnswers();
 }
 
 void ConversionGroup::settle() {

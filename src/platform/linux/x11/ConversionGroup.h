@@ -39,6 +39,7 @@ class ConversionGroup : public QObject {
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void handleAdvance();
+    void waitForAnswers();
     void settle();
 
     X11Connection &connection_;
@@ -47,6 +48,7 @@ class ConversionGroup : public QObject {
     QTimer deadline_;
     std::vector<std::unique_ptr<SelectionConversion>> conversions_;
     bool isOwnerReplaced_ = false;
+    bool isGivenUp_ = false;
     bool isSettled_ = false;
 };
 
