@@ -107,6 +107,7 @@ TEST_F(HostileBusTest, BusThatAcceptsAndSaysNothingIsNotTrusted) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("silent"));
     const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_GE(listener, 0);
     sockaddr_un name{};
     name.sun_family = AF_UNIX;
     qstrncpy(name.sun_path, path.toUtf8().constData(), sizeof name.sun_path);

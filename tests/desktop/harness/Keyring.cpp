@@ -32,12 +32,14 @@ QDBusArgument &operator<<(QDBusArgument &argument, const SessionSecret &secret) 
     return argument;
 }
 
+// NOLINTBEGIN(bugprone-return-const-ref-from-parameter): the signature that the bus library wants
 const QDBusArgument &operator>>(const QDBusArgument &argument, SessionSecret &secret) {
     argument.beginStructure();
     argument >> secret.session >> secret.parameters >> secret.value >> secret.contentType;
     argument.endStructure();
     return argument;
 }
+// NOLINTEND(bugprone-return-const-ref-from-parameter)
 
 QList<QVariant> ask(const QDBusConnection &bus, const QString &interface, const QString &method,
                     const QList<QVariant> &arguments) {
