@@ -42,7 +42,7 @@ TEST_P(ErrorAnswerTest, OnlyABodyThatIsNotUtf8GivesTheFallback) {
     const QStringList expected{QStringLiteral("Unknown OpenAI error."),
                                QStringLiteral("Unknown Anthropic error."),
                                QStringLiteral("Unknown Gemini error.")};
-    const auto fallback = expected.at(static_cast<int>(GetParam()));
+    const auto &fallback = expected.at(static_cast<int>(GetParam()));
     for (const QByteArray body : {"caf\xE9", "\xC0\xAF", "\xED\xA0\x80", "cut \xC3"})
         EXPECT_EQ(messageFor(ScriptedAnswer::http(502, body)), fallback);
 }
@@ -75,7 +75,7 @@ TEST_P(ErrorAnswerTest, AChallengeForCredentialsIsAnAnswerLikeAnyOther) {
 }
 
 TEST_P(ErrorAnswerTest, ARedirectIsNotFollowed) {
-    LoopbackServer elsewhere;
+    const LoopbackServer elsewhere;
     for (const auto status : {301, 302, 303, 307, 308}) {
         EXPECT_EQ(messageFor(ScriptedAnswer::http(
                       status, "moved", "text/plain",
