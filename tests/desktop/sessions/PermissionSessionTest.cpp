@@ -7,7 +7,6 @@ namespace {
 
 using harness::Desktop;
 using harness::TestApplication;
-using harness::waitUntil;
 
 const QString message = QStringLiteral(
     "Quillmender needs Accessibility access to read and replace selected text across apps.");
