@@ -5,6 +5,7 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quillmender {
 

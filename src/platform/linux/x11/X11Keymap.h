@@ -45,7 +45,7 @@ class X11Keymap : public QObject {
     /// XKB protocol).
     bool hasStickyKeys() const;
 
-    /// The modifiers, bits of an event's state, that are locked without the locks that a keyboard
+    /// The modifiers, bits of an event's state, that are locked; never the locks that a keyboard
     /// shows with a lamp: Caps, Num and Scroll Lock.
     quint8 lockedModifiers();
     /// Leaves the locks with a lamp as they are.
