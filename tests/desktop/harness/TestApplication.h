@@ -23,7 +23,7 @@ class TestApplication {
     static TestApplication xterm(Desktop &desktop, const QString &text = {});
     /// A page in a browser; `html` is its body.
     static TestApplication chromium(Desktop &desktop, const QString &html);
-    /// Our own small Qt program; `kind` is "plain", "line" or "password".
+    /// Our own small Qt program; `kind` is "plain", "line", "password" or "commands".
     static TestApplication sampleEditor(Desktop &desktop, const QString &kind,
                                         const QString &text = {});
 

@@ -15,7 +15,7 @@ const QString right = QStringLiteral("receive \u00e7a \U0001F389");
 const QString letter = QStringLiteral("Gr\u00fc\u00dfe \U0001F600: you recieve it.");
 const QString mended = QStringLiteral("Gr\u00fc\u00dfe \U0001F600: you %1 it.").arg(right);
 
-/// Applications that the accessibility bus does not know: the text is copied out and pasted in.
+/// Applications whose text the accessibility bus does not know: it is copied out and pasted in.
 class CopySessionTest : public SessionFixture {
   protected:
     /// Starts an application before accessibility is switched on, and the program after that.
@@ -31,6 +31,10 @@ class CopySessionTest : public SessionFixture {
 
     void runSession(const TestApplication &application) {
         EXPECT_FALSE(desktop().accessible().application(application.pid()).has_value());
+        runCopySession(application);
+    }
+
+    void runCopySession(const TestApplication &application) {
         answerWith(right);
         pressHotKey();
         waitForPanel(wrong);
@@ -67,6 +71,16 @@ TEST_F(CopySessionTest, QtEditor) {
     waitUntilSelected(wrong);
     runSession(editor);
     expectTextByCopying(mended);
+}
+
+TEST_F(CopySessionTest, FieldThatCarriesOutCommandsWithTheNextKey) {
+    start();
+    const TestApplication field =
+        TestApplication::sampleEditor(desktop(), QStringLiteral("commands"), wrong);
+    waitUntil([&] { return desktop().accessible().application(field.pid()).has_value(); },
+              QStringLiteral("the application shows its keys to the accessibility bus"));
+    runCopySession(field);
+    EXPECT_EQ(field.title(), right);
 }
 
 TEST_F(CopySessionTest, ChromiumTextarea) {

@@ -6,8 +6,36 @@ namespace quillmender {
 
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
+
+/// Answers as it is told, when the keys that it was told to expect have reached the window.
+class ScriptedDetour : public KeyDetour {
+  public:
+    explicit ScriptedDetour(const TestWindow &window) : window_(window) {}
+
+    QCoro::Task<bool> isPassed() override {
+        const Turn turn = turns.takeFirst();
+        EXPECT_TRUE(waitFor([&] { return window_.keys().size() >= turn.keys; }));
+        seen.push_back(window_.keys().size());
+        if (turn.then)
+            turn.then();
+        co_return turn.answer;
+    }
+
+    struct Turn {
+        std::size_t keys = 0;
+        bool answer = true;
+        std::function<void()> then = {};
+    };
+
+    QList<Turn> turns;
+    std::vector<std::size_t> seen;
+
+  private:
+    const TestWindow &window_;
+};
 
 class KeyEventsTest : public X11Test {
   protected:
@@ -75,6 +103,14 @@ class KeyEventsTest : public X11Test {
             EXPECT_EQ(key.code, typer_->key(symbol));
             EXPECT_EQ(key.state & 0xff, state);
         }
+    }
+
+    /// The application's keys take a detour from now on, which goes as the turns say.
+    ScriptedDetour &detour(const QList<ScriptedDetour::Turn> &turns) {
+        const auto detour = std::make_shared<ScriptedDetour>(*window_);
+        detour->turns = turns;
+        focus_.detour = detour;
+        return *detour;
     }
 
     std::unique_ptr<TestWindow> window_;
@@ -165,6 +201,61 @@ TEST_F(KeyEventsTest, PutsLockedModifiersBack) {
     expectTap(XKB_KEY_v, XCB_MOD_MASK_CONTROL);
     EXPECT_EQ(typer_->state(), locked);
     EXPECT_TRUE(typer_->hasStickyKeys());
+}
+
+TEST_F(KeyEventsTest, LeavesTheKeyUntilItsModifierIsBack) {
+    const ScriptedDetour &way = detour({{}, {.keys = 1}});
+    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    EXPECT_THAT(way.seen, ElementsAre(0U, 1U)) << "first asked with nothing down";
+    post(keycode::v);
+    expectChord(XKB_KEY_Control_L, XCB_MOD_MASK_CONTROL, XKB_KEY_v);
+    finishTurn();
+    EXPECT_THAT(window_->keys(), SizeIs(4));
+}
+
+TEST_F(KeyEventsTest, LetsGoOfAModifierWhoseKeyDoesNotCome) {
+    detour({{}, {.keys = 1}});
+    ASSERT_EQ(prepare(Chord::copy), ChordReadiness::ready);
+    ASSERT_TRUE(waitFor([&] { return window_->keys().size() == 2; }));
+    EXPECT_FALSE(window_->keys().back().isDown);
+    EXPECT_EQ(typer_->state(), 0);
+}
+
+TEST_F(KeyEventsTest, WithholdsWhereKeysAreStuck) {
+    const ScriptedDetour &way = detour({{.answer = false}});
+    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld);
+    EXPECT_THAT(way.seen, SizeIs(1));
+    detour({{}, {.keys = 1, .answer = false}});
+    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld);
+    ASSERT_TRUE(waitFor([&] { return window_->keys().size() == 2; }));
+    EXPECT_EQ(typer_->state(), 0) << "the modifier alone went down, and up again";
+}
+
+TEST_F(KeyEventsTest, TypesNothingWhereTheFocusWentDuringTheDetour) {
+    TestWindow other(*peer_);
+    other.map();
+    ASSERT_TRUE(waitFor([&] { return other.isViewable(); }));
+    window_->setFocus();
+    ASSERT_TRUE(waitFor([&] { return window_->hasFocus(); }));
+    detour({{}, {.keys = 1, .then = [&] {
+                     other.setFocus();
+                     EXPECT_TRUE(waitFor([&] { return other.hasFocus(); }));
+                 }}});
+    prepare(Chord::paste);
+    post(keycode::v);
+    ASSERT_TRUE(waitFor([&] { return other.keys().size() == 1; }));
+    EXPECT_FALSE(other.keys().front().isDown) << "the modifier is let go, and that is all";
+    EXPECT_EQ(typer_->state(), 0);
+    EXPECT_THAT(window_->keys(), SizeIs(1));
+}
+
+TEST_F(KeyEventsTest, HoldsNothingAheadWithStickyKeys) {
+    typer_->switchStickyKeysOn();
+    const ScriptedDetour &way = detour({{}});
+    ASSERT_EQ(prepare(Chord::copy), ChordReadiness::ready);
+    EXPECT_THAT(way.seen, SizeIs(1));
+    post(keycode::c);
+    expectTap(XKB_KEY_c, XCB_MOD_MASK_CONTROL);
 }
 
 TEST_F(KeyEventsTest, TypesInTheLatinGroupOfAKeyboardWithTwo) {

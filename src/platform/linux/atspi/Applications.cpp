@@ -40,6 +40,8 @@ QCoro::Task<qint64> Applications::processOf(QString service, BudgetRef budget) {
 }
 
 QCoro::Task<Toolkit> Applications::toolkitOf(QString service, BudgetRef budget) {
+    if (service.isEmpty())
+        co_return Toolkit::unknown;
     const auto known = toolkits_.constFind(service);
     if (known != toolkits_.cend())
         co_return known.value();

@@ -1,5 +1,7 @@
 #include "platform/linux/atspi/AtspiAccessibility.h"
 
+#include "platform/linux/atspi/RegistryDetour.h"
+
 namespace quillmender {
 
 namespace {
@@ -21,6 +23,10 @@ AtspiAccessibility::AtspiAccessibility(FrontmostSource &frontmost, FocusRecord &
     : frontmost_(frontmost),
       record_(record),
       bus_(session) {}
+
+AtspiAccessibility::~AtspiAccessibility() {
+    record_.detour.reset();
+}
 
 bool AtspiAccessibility::isProcessTrusted() {
     return bus_.isEnabledAndAnswers(QDeadlineTimer(trustDeadlineMs));
@@ -55,7 +61,7 @@ QCoro::Task<AttributeResult> AtspiAccessibility::copyAttributeValue(Accessibilit
 }
 
 QCoro::Task<AttributeResult> AtspiAccessibility::focusedElement(BudgetRef budget) {
-    record_.role = FocusRecord::Role::unknown;
+    record_ = FocusRecord();
     const bool inTerminal = frontmost_.isTerminal();
     std::optional<Traits> found;
     if (bus_.isConnected())
@@ -69,10 +75,17 @@ QCoro::Task<AttributeResult> AtspiAccessibility::focusedElement(BudgetRef budget
             std::make_shared<const TerminalElement>(object, budget);
         co_return AttributeResult{AccessibilityError::success, terminal};
     }
+    QString service;
+    if (found)
+        service = found->object.service;
+    else
+        service = co_await finder_.serviceInFront(budget);
+    const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
+    if (toolkit == Toolkit::qt)
+        record_.detour = std::make_shared<RegistryDetour>(bus_, service);
     if (!found)
         co_return failed(AccessibilityError::noValue);
 
-    const Toolkit toolkit = co_await applications_.toolkitOf(found->object.service, budget);
     const auto element = std::make_shared<const TextElement>(*found, toolkit, budget);
     record_.role = element->isPassword() ? FocusRecord::Role::password : FocusRecord::Role::text;
     co_return AttributeResult{AccessibilityError::success, AccessibilityElementRef(element)};

@@ -21,6 +21,7 @@ class AtspiAccessibility : public Accessibility {
     /// `record` is set at each query of the focused element.
     AtspiAccessibility(FrontmostSource &frontmost, FocusRecord &record,
                        const QDBusConnection &session = QDBusConnection::sessionBus());
+    ~AtspiAccessibility() override;
 
     bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;

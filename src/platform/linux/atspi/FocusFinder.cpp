@@ -53,6 +53,18 @@ QCoro::Task<std::optional<Traits>> FocusFinder::find(BudgetRef budget) {
     co_return std::nullopt;
 }
 
+QCoro::Task<QString> FocusFinder::serviceInFront(BudgetRef budget) {
+    const qint64 process = frontmost_.processId();
+    if (process == 0 || process == QCoreApplication::applicationPid() || !bus_.isConnected())
+        co_return QString();
+    const QStringList heardOf = co_await servicesOf(process, memory_.services(), budget);
+    if (!heardOf.isEmpty())
+        co_return heardOf.constFirst();
+    const QStringList listed = co_await applications_.services(budget);
+    const QStringList services = co_await servicesOf(process, listed, budget);
+    co_return services.value(0);
+}
+
 QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList candidates,
                                                  BudgetRef budget) {
     QStringList services;

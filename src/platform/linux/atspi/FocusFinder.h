@@ -24,6 +24,9 @@ class FocusFinder {
     /// An object with text, a password field among them; nothing when there is none.
     QCoro::Task<std::optional<Traits>> find(BudgetRef budget);
 
+    /// The frontmost application's name on the bus; empty when it is not there.
+    QCoro::Task<QString> serviceInFront(BudgetRef budget);
+
   private:
     struct Recollection {
         std::optional<Traits> focused;  ///< has the focus now, and text

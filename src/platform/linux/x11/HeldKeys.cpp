@@ -28,14 +28,14 @@ QList<xcb_keycode_t> HeldKeys::now() const {
 }
 
 QCoro::Task<bool> HeldKeys::release() {
-    const bool isUp = co_await waitUntilUp(300ms);
-    if (!isUp) {
+    bool isReleased = co_await waitUntilUp(300ms);
+    if (!isReleased) {
         for (const xcb_keycode_t key : now())
             xcb_test_fake_input(connection_.xcb(), XCB_KEY_RELEASE, key, XCB_CURRENT_TIME,
                                 XCB_WINDOW_NONE, 0, 0, 0);
+        // A keyboard that keeps its keys down all the same gets as long again for the user's hand.
+        isReleased = co_await waitUntilUp(300ms);
     }
-    // A keyboard that keeps its keys down all the same gets as long again for the user's hand.
-    const bool isReleased = isUp || co_await waitUntilUp(300ms);
     if (!isReleased)
         qCWarning(x11Log, "modifiers stay down");
     xcb_ungrab_keyboard(connection_.xcb(), XCB_CURRENT_TIME);

@@ -13,7 +13,6 @@
 
 #include <QCoroSignal>
 #include <QDeadlineTimer>
-#include <xcb/xtest.h>
 
 namespace quillmender {
 
@@ -49,6 +48,8 @@ class HeldServer {
     const X11Connection &connection_;
 };
 
+constexpr std::chrono::milliseconds detourPatience = 100ms;
+
 /// How long an application may take to attend to its events. A paste is worth more: the user has
 /// waited for its text already.
 std::chrono::milliseconds patience(Chord chord) {
@@ -70,7 +71,11 @@ X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveW
       chords_(chords),
       focus_(focus),
       pastes_(pastes),
-      heldKeys_(connection, keymap) {}
+      heldKeys_(connection, keymap),
+      keys_(connection, keymap) {
+    abandonment_.setSingleShot(true);
+    abandonment_.callOnTimeout([this] { keys_.release(); });
+}
 
 QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef target, Chord chord) {
     target_.reset();
@@ -91,6 +96,15 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
         qCInfo(x11Log, "window 0x%x does not attend to its events", application->window());
         co_return ChordReadiness::withheld;
     }
+    // Kept for as long as it is asked.
+    const std::shared_ptr<KeyDetour> detour = focus_.detour;
+    if (detour) {
+        const bool isClear = co_await detour->isPassed();
+        if (!isClear) {
+            qCInfo(x11Log, "keys for window 0x%x are stuck", application->window());
+            co_return ChordReadiness::withheld;
+        }
+    }
     const bool takesChord = co_await prepareTk(application->window(), chord);
     if (!takesChord)
         co_return ChordReadiness::withheld;
@@ -101,7 +115,37 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     target_ = application;
     if (!isReleased || !isTargetInFront())
         co_return ChordReadiness::withheld;
+    if (detour) {
+        const bool isModifierBack = co_await holdModifier(chord, detour.get());
+        if (!isModifierBack)
+            co_return ChordReadiness::withheld;
+    }
     co_return ChordReadiness::ready;
+}
+
+xkb_keysym_t X11KeyEvents::modifierOf(Chord chord) const {
+    return chord == Chord::paste && isTerminal_ ? XKB_KEY_Shift_L : XKB_KEY_Control_L;
+}
+
+QCoro::Task<bool> X11KeyEvents::holdModifier(Chord chord, KeyDetour *detour) {
+    if (!pressAhead(modifierOf(chord)))
+        co_return isTargetInFront();
+    // Toolkits may answer before they handle what came with the question.
+    bool isBack = true;
+    for (int i = 0; i < 2 && isBack; ++i)
+        isBack = co_await ping_.isAttentive(target_->window(), detourPatience);
+    if (isBack)
+        isBack = co_await detour->isPassed();
+    if (!isBack)
+        keys_.release();
+    // Who has asked for the chord types it before anything else happens, or never.
+    abandonment_.start();
+    co_return isBack;
+}
+
+bool X11KeyEvents::pressAhead(xkb_keysym_t modifier) {
+    const HeldServer server(connection_);
+    return isTargetInFront() && keys_.hold(modifier);
 }
 
 bool X11KeyEvents::isTargetInFront() const {
@@ -165,38 +209,22 @@ bool X11KeyEvents::post(quint32, const KeyEventRef &event) {
 
 bool X11KeyEvents::press(quint16 keyCode) {
     const HeldServer server(connection_);
-    if (!isTargetInFront())
+    if (!isTargetInFront()) {
+        keys_.release();
         return false;
-
+    }
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
-    const xkb_keysym_t modifierSymbol = isInsert ? XKB_KEY_Shift_L : XKB_KEY_Control_L;
-    const auto modifier = keymap_.find(modifierSymbol);
-    const auto letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
-    const auto key = keymap_.find(isInsert ? XKB_KEY_Insert : letter);
-    if (!modifier || !key) {
+    if (isPaste && deletesFirst_)
+        keys_.tap(XKB_KEY_Delete);
+    const xkb_keysym_t letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
+    if (!keys_.press(modifierOf(isPaste ? Chord::paste : Chord::copy),
+                     isInsert ? xkb_keysym_t{XKB_KEY_Insert} : letter)) {
         qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
+        keys_.release();
         return false;
     }
-    const auto deletion = keymap_.find(XKB_KEY_Delete);
-    if (isPaste && deletesFirst_ && deletion) {
-        send(XCB_KEY_PRESS, deletion->key);
-        send(XCB_KEY_RELEASE, deletion->key);
-    }
-    pressed_ = Pressed{keyCode, modifier->key, key->key, std::nullopt, std::nullopt};
-    if (key->group) {
-        pressed_->groupBefore = keymap_.activeGroup();
-        keymap_.lockGroup(*key->group);
-    }
-    if (keymap_.hasStickyKeys()) {
-        // Two keys at a time would switch the user's sticky keys off, and a modifier that is locked
-        // would be unlocked by its key.
-        pressed_->locksBefore = keymap_.lockedModifiers();
-        keymap_.lockModifiers(static_cast<quint8>(keymap_.modifierOf(modifierSymbol)));
-    } else {
-        send(XCB_KEY_PRESS, pressed_->modifier);
-    }
-    send(XCB_KEY_PRESS, pressed_->key);
+    pressed_ = keyCode;
     if (isPaste) {
         ++pastes_.count;
         pastes_.window = target_->window();
@@ -205,22 +233,11 @@ bool X11KeyEvents::press(quint16 keyCode) {
 }
 
 void X11KeyEvents::release(quint16 keyCode) {
-    if (!pressed_ || pressed_->keyCode != keyCode)
+    if (pressed_ != keyCode)
         return;
-    send(XCB_KEY_RELEASE, pressed_->key);
-    if (pressed_->locksBefore)
-        keymap_.lockModifiers(*pressed_->locksBefore);
-    else
-        send(XCB_KEY_RELEASE, pressed_->modifier);
-    if (pressed_->groupBefore)
-        keymap_.lockGroup(*pressed_->groupBefore);
     pressed_.reset();
-    xcb_flush(connection_.xcb());
+    keys_.release();
     chords_.start(target_->window(), keyCode == keycode::v ? Chord::paste : Chord::copy);
-}
-
-void X11KeyEvents::send(quint8 type, xcb_keycode_t key) {
-    xcb_test_fake_input(connection_.xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
 }
 
 } // namespace quillmender

@@ -2,9 +2,12 @@
 
 #include "platform/KeyEvents.h"
 #include "platform/linux/FocusRecord.h"
+#include "platform/linux/x11/ChordKeys.h"
 #include "platform/linux/x11/HeldKeys.h"
 #include "platform/linux/x11/PasteRecord.h"
 #include "platform/linux/x11/X11Keymap.h"
+
+#include <QTimer>
 
 #include <optional>
 
@@ -34,21 +37,18 @@ class X11KeyEvents : public KeyEvents {
     bool post(quint32 tap, const KeyEventRef &event) override;
 
   private:
-    struct Pressed {
-        quint16 keyCode = 0;
-        xcb_keycode_t modifier = 0;
-        xcb_keycode_t key = 0;
-        std::optional<quint8> groupBefore;
-        std::optional<quint8> locksBefore;
-    };
-
     /// Whether the chord can be typed as far as Tk is concerned.
     QCoro::Task<bool> prepareTk(xcb_window_t window, Chord chord);
     QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
+    xkb_keysym_t modifierOf(Chord chord) const;
+    /// The modifier first: an application that decides at once what a key is for, and acts when
+    /// the key comes back, would act on the modifier that comes back meanwhile as well.
+    QCoro::Task<bool> holdModifier(Chord chord, KeyDetour *detour);
+    /// False when nothing was pressed.
+    bool pressAhead(xkb_keysym_t modifier);
     bool press(quint16 keyCode);
     bool isTargetInFront() const;
     void release(quint16 keyCode);
-    void send(quint8 type, xcb_keycode_t key);
 
     X11Connection &connection_;
     X11Keymap &keymap_;
@@ -63,7 +63,9 @@ class X11KeyEvents : public KeyEvents {
     std::shared_ptr<const X11RunningApplication> target_;
     bool isTerminal_ = false;
     bool deletesFirst_ = false;
-    std::optional<Pressed> pressed_;
+    ChordKeys keys_;
+    std::optional<quint16> pressed_;
+    QTimer abandonment_;
 };
 
 } // namespace quillmender

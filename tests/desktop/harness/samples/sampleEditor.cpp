@@ -1,9 +1,11 @@
+#include "CommandField.h"
+
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
-// Usage: sample-editor plain|line|password [text]
+// Usage: sample-editor plain|line|password|commands [text]
 int main(int argc, char *argv[]) {
     const QApplication application(argc, argv);
     const QString kind = application.arguments().value(1);
@@ -15,6 +17,9 @@ int main(int argc, char *argv[]) {
     QWidget *editor = nullptr;
     if (kind == QStringLiteral("plain")) {
         editor = new QPlainTextEdit(text);
+    } else if (kind == QStringLiteral("commands")) {
+        editor = new CommandField(text);
+        window.setWindowTitle(text);
     } else {
         auto *line = new QLineEdit(text);
         if (kind == QStringLiteral("password"))

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QCoroTask>
+
+namespace quillmender {
+
+/// Somebody whom an application shows its keys before it acts on them.
+class KeyDetour {
+  public:
+    KeyDetour() = default;
+    KeyDetour(const KeyDetour &) = delete;
+    KeyDetour &operator=(const KeyDetour &) = delete;
+    virtual ~KeyDetour() = default;
+
+    /// Waits until the keys that the application has read so far are back with it. False when
+    /// somebody on the way gives no sign of life for 250 ms: keys are stuck there.
+    virtual QCoro::Task<bool> isPassed() = 0;
+};
+
+} // namespace quillmender

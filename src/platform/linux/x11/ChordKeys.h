@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QtGlobal>
+#include <xcb/xcb.h>
+
+#include <optional>
+#include <xkbcommon/xkbcommon.h>
+
+namespace quillmender {
+
+class X11Connection;
+class X11Keymap;
+
+/// The keys of one chord at a time, typed through the XTest extension. Nothing of it stays down
+/// when the object ends.
+class ChordKeys {
+  public:
+    ChordKeys(X11Connection &connection, X11Keymap &keymap)
+        : connection_(connection),
+          keymap_(keymap) {}
+    ChordKeys(const ChordKeys &) = delete;
+    ChordKeys &operator=(const ChordKeys &) = delete;
+    ~ChordKeys() { release(); }
+
+    /// The modifier alone goes down, ahead of its key. False when no key of it may go down: sticky
+    /// keys are on, or the keyboard map has none.
+    bool hold(xkb_keysym_t modifier);
+
+    /// False, with nothing typed, when the keyboard map lacks a key.
+    bool press(xkb_keysym_t modifier, xkb_keysym_t key);
+
+    /// Lets go of what is down.
+    void release();
+
+    void tap(xkb_keysym_t key);
+
+  private:
+    void send(quint8 type, xcb_keycode_t key);
+
+    X11Connection &connection_;
+    X11Keymap &keymap_;
+    std::optional<xcb_keycode_t> modifier_;
+    std::optional<xcb_keycode_t> key_;
+    std::optional<quint8> groupBefore_;
+    std::optional<quint8> locksBefore_;
+};
+
+} // namespace quillmender

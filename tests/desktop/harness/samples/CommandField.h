@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QWidget>
+
+/// A field that treats editing commands as browser engines in Qt's windows do: it knows the command
+/// when it is asked about the shortcut, and carries it out with the next key that comes. Its text,
+/// which is selected at first, is the window's title; the accessibility bus does not see it.
+class CommandField : public QWidget {
+  public:
+    explicit CommandField(const QString &text) : text_(text) { setFocusPolicy(Qt::StrongFocus); }
+
+  protected:
+    bool event(QEvent *event) override {
+        if (event->type() != QEvent::ShortcutOverride)
+            return QWidget::event(event);
+        const QKeySequence::StandardKey command = commandOf(*static_cast<QKeyEvent *>(event));
+        if (command == QKeySequence::UnknownKey)
+            return QWidget::event(event);
+        pending_ = command;
+        event->accept();
+        return true;
+    }
+
+    void keyPressEvent(QKeyEvent *event) override {
+        if (pending_ == QKeySequence::UnknownKey)
+            pending_ = commandOf(*event);
+        if (pending_ == QKeySequence::Copy && isSelected_)
+            QApplication::clipboard()->setText(text_);
+        if (pending_ == QKeySequence::Paste) {
+            text_ = (isSelected_ ? QString() : text_) + QApplication::clipboard()->text();
+            isSelected_ = false;
+            window()->setWindowTitle(text_);
+        }
+        pending_ = QKeySequence::UnknownKey;
+    }
+
+  private:
+    static QKeySequence::StandardKey commandOf(const QKeyEvent &event) {
+        for (const auto command : {QKeySequence::Copy, QKeySequence::Paste}) {
+            if (event.matches(command))
+                return command;
+        }
+        return QKeySequence::UnknownKey;
+    }
+
+    QString text_;
+    bool isSelected_ = true;
+    QKeySequence::StandardKey pending_ = QKeySequence::UnknownKey;
+};
