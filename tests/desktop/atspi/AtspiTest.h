@@ -31,7 +31,7 @@ class AtspiTest : public harness::DesktopTest {
 
     DesktopFrontmost &frontmost() { return *frontmost_; }
     AtspiAccessibility &accessibility() { return *accessibility_; }
-    FocusRecord::Role recordedRole() const { return record_.role; }
+    const FocusRecord &record() const { return record_; }
 
     AttributeResult get(const AccessibilityElementRef &element, const char *attribute);
     AccessibilityError set(const AccessibilityElementRef &element, const char *attribute,

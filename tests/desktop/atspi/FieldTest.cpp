@@ -129,7 +129,7 @@ TEST_F(FieldTest, OnlyTheFrontmostApplicationCounts) {
 
     const TestApplication front = TestApplication::xterm(desktop());
     EXPECT_EQ(focusedElement(), nullptr);
-    EXPECT_EQ(recordedRole(), FocusRecord::Role::unknown);
+    EXPECT_EQ(record().role, FocusRecord::Role::unknown);
 
     frontmost().pretendedProcess = QCoreApplication::applicationPid();
     EXPECT_EQ(focusedElement(), nullptr);

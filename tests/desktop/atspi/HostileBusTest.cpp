@@ -54,7 +54,7 @@ TEST_F(HostileBusTest, AbsentBusIsHarmless) {
     EXPECT_FALSE(accessibility().isProcessTrusted());
     EXPECT_FALSE(accessibility().isProcessTrustedWithPrompt());
     EXPECT_EQ(focusedElement(), nullptr);
-    EXPECT_EQ(recordedRole(), FocusRecord::Role::unknown);
+    EXPECT_EQ(record().role, FocusRecord::Role::unknown);
 }
 
 TEST_F(HostileBusTest, BusMayComeLater) {

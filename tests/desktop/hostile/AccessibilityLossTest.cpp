@@ -11,7 +11,12 @@ using harness::waitUntil;
 
 const QString registryName = QStringLiteral("org.a11y.atspi.Registry");
 
-class AccessibilityLossTest : public HostileFixture {};
+class AccessibilityLossTest : public HostileFixture {
+  protected:
+    uint registry() {
+        return desktop().accessibilityBus()->connection().interface()->servicePid(registryName);
+    }
+};
 
 TEST_F(AccessibilityLossTest, BusThatFallsSilentIsSaidToBeMissing) {
     start();
@@ -57,8 +62,6 @@ TEST_F(AccessibilityLossTest, KilledRegistryIsStartedAgain) {
     waitUntilPanelIsGone();
     forgetSource();
 
-    const QDBusConnectionInterface *bus = desktop().accessibilityBus()->connection().interface();
-    const auto registry = [&] { return bus->servicePid(registryName).value(); };
     const uint killed = registry();
     ASSERT_NE(killed, 0);
     ::kill(static_cast<pid_t>(killed), SIGKILL);
@@ -75,6 +78,34 @@ TEST_F(AccessibilityLossTest, KilledRegistryIsStartedAgain) {
     waitUntilPanelIsGone();
     expectText(mended);
     expectClipboardNeverTaken();
+}
+
+TEST_F(AccessibilityLossTest, RegistryThatHangsGetsNoKeysToBringLater) {
+    start();
+    const auto field =
+        harness::TestApplication::sampleEditor(desktop(), QStringLiteral("commands"), wrong);
+    waitUntil([&] { return desktop().accessible().application(field.pid()).has_value(); },
+              QStringLiteral("the application is on the bus"));
+    askForAnswer();
+    const auto stopped = static_cast<pid_t>(registry());
+    ASSERT_NE(stopped, 0);
+    ::kill(stopped, SIGSTOP);
+    provider().release();
+    waitForTemporaryText();
+    waitUntilClipboardIsBack();
+    ::kill(stopped, SIGCONT);
+    EXPECT_FALSE(isSessionReplaced());
+    expectClipboardUntouched();
+    click(QStringLiteral("Close"));
+    waitUntilPanelIsGone();
+
+    // The field has come to this key, and so to all before it.
+    waitUntil([&] { return desktop().windows().active() == field.window(); },
+              QStringLiteral("the field is in front"));
+    input().chord({XK_Control_L, XK_c});
+    harness::ClipboardProbe probe(desktop().display());
+    waitUntil([&] { return probe.text() == wrong; }, QStringLiteral("the field has copied"));
+    EXPECT_EQ(field.title(), wrong);
 }
 
 } // namespace

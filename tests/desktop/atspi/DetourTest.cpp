@@ -1,0 +1,83 @@
+#include "desktop/atspi/AtspiTest.h"
+#include "desktop/harness/Waiter.h"
+
+#include <QCoroTask>
+#include <QDBusConnectionInterface>
+
+#include <csignal>
+
+namespace quillmender {
+namespace {
+
+using harness::TestApplication;
+using harness::waitUntil;
+
+class DetourTest : public AtspiTest {
+  protected:
+    /// A Qt field with or without a text on the bus.
+    TestApplication openQtField(const char *kind) {
+        return TestApplication::sampleEditor(desktop(), QString::fromLatin1(kind),
+                                             QStringLiteral("words"));
+    }
+
+    void waitForDetour() {
+        waitUntil(
+            [&] {
+                focusedElement();
+                return record().detour != nullptr;
+            },
+            QStringLiteral("a detour is known"));
+    }
+
+    bool isPassed() { return QCoro::waitFor(record().detour->isPassed()); }
+};
+
+TEST_F(DetourTest, QtTextsHaveOne) {
+    start();
+    const TestApplication field = openQtField("line");
+    waitForFocusedElement();
+    waitForDetour();
+    EXPECT_TRUE(isPassed());
+}
+
+TEST_F(DetourTest, QtFieldsWithoutTextHaveOne) {
+    start();
+    const TestApplication field = openQtField("commands");
+    waitForDetour();
+    EXPECT_EQ(focusedElement(), nullptr);
+    EXPECT_TRUE(isPassed());
+}
+
+TEST_F(DetourTest, OthersHaveNone) {
+    start();
+    const TestApplication qt = openQtField("line");
+    waitForDetour();
+    const auto editor = TestApplication::mousepad(desktop(), QStringLiteral("other"));
+    waitForElementHolding(QStringLiteral("other"));
+    EXPECT_EQ(record().detour, nullptr);
+}
+
+TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
+    start();
+    TestApplication field = openQtField("line");
+    waitForDetour();
+    field.process().suspend();
+    EXPECT_FALSE(isPassed());
+    field.process().resume();
+    waitUntil([&] { return isPassed(); }, QStringLiteral("the application goes on"));
+
+    const uint registry = desktop()
+                              .accessibilityBus()
+                              ->connection()
+                              .interface()
+                              ->servicePid(QStringLiteral("org.a11y.atspi.Registry"))
+                              .value();
+    ASSERT_NE(registry, 0);
+    ::kill(static_cast<pid_t>(registry), SIGSTOP);
+    EXPECT_FALSE(isPassed());
+    ::kill(static_cast<pid_t>(registry), SIGCONT);
+    waitUntil([&] { return isPassed(); }, QStringLiteral("the registry goes on"));
+}
+
+} // namespace
+} // namespace quillmender
