@@ -52,9 +52,14 @@ Outcome ProductSession::run(const QString &answer) {
     const qsizetype logBefore = log().size();
     const auto said = [&] { return log().mid(logBefore); };
 
+    harness::InputDriver &input = desktop_.input();
+    for (const xcb_keysym_t modifier : {XK_Control_L, XK_Alt_L})
+        input.press(modifier);
     QElapsedTimer sinceHotKey;
     sinceHotKey.start();
-    desktop_.input().chord({XK_Control_L, XK_Alt_L, XK_space});
+    input.chord({XK_space});
+    for (const xcb_keysym_t modifier : {XK_Alt_L, XK_Control_L})
+        input.release(modifier);
     waitUntil([&] { return isPanelActive(); }, QStringLiteral("the panel is shown and active"));
     outcome.hotKeyToPanelMs = static_cast<int>(sinceHotKey.elapsed());
 

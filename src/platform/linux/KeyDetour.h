@@ -2,6 +2,8 @@
 
 #include <QCoroTask>
 
+#include <chrono>
+
 namespace quillmender {
 
 /// Somebody whom an application shows its keys before it acts on them.
@@ -13,8 +15,8 @@ class KeyDetour {
     virtual ~KeyDetour() = default;
 
     /// Waits until the keys that the application has read so far are back with it. False when
-    /// somebody on the way gives no sign of life for 250 ms: keys are stuck there.
-    virtual QCoro::Task<bool> isPassed() = 0;
+    /// somebody on the way takes longer than `patience`, 250 ms at least: keys are stuck there.
+    virtual QCoro::Task<bool> isPassed(std::chrono::milliseconds patience) = 0;
 };
 
 } // namespace quillmender

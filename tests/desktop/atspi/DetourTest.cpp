@@ -1,4 +1,5 @@
 #include "desktop/atspi/AtspiTest.h"
+#include "desktop/atspi/KeyFollower.h"
 #include "desktop/harness/Waiter.h"
 
 #include <QCoroTask>
@@ -29,7 +30,9 @@ class DetourTest : public AtspiTest {
             QStringLiteral("a detour is known"));
     }
 
-    bool isPassed() { return QCoro::waitFor(record().detour->isPassed()); }
+    bool isPassed() {
+        return QCoro::waitFor(record().detour->isPassed(std::chrono::milliseconds(300)));
+    }
 };
 
 TEST_F(DetourTest, QtTextsHaveOne) {
@@ -77,6 +80,19 @@ TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
     EXPECT_FALSE(isPassed());
     ::kill(static_cast<pid_t>(registry), SIGCONT);
     waitUntil([&] { return isPassed(); }, QStringLiteral("the registry goes on"));
+}
+
+TEST_F(DetourTest, WaitsForAScreenReader) {
+    start();
+    const TestApplication field = openQtField("line");
+    waitForDetour();
+    KeyFollower reader(desktop().accessibilityBus()->connection());
+    desktop().input().chord({'x'});
+    waitUntil([&] { return reader.isAsked(); }, QStringLiteral("the reader is shown the key"));
+    EXPECT_FALSE(isPassed());
+    reader.letGo();
+    EXPECT_TRUE(isPassed());
+    EXPECT_EQ(field.focusedText().text(), QStringLiteral("wordsx"));
 }
 
 } // namespace

@@ -15,7 +15,7 @@ class ScriptedDetour : public KeyDetour {
   public:
     explicit ScriptedDetour(const TestWindow &window) : window_(window) {}
 
-    QCoro::Task<bool> isPassed() override {
+    QCoro::Task<bool> isPassed(std::chrono::milliseconds) override {
         const Turn turn = turns.takeFirst();
         EXPECT_TRUE(waitFor([&] { return window_.keys().size() >= turn.keys; }));
         seen.push_back(window_.keys().size());

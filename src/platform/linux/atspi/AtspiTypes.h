@@ -76,6 +76,8 @@ inline constexpr auto editableText = "org.a11y.atspi.EditableText";
 inline constexpr auto text = "org.a11y.atspi.Text";
 inline constexpr auto registry = "org.a11y.atspi.Registry";
 inline constexpr auto rootPath = "/org/a11y/atspi/accessible/root";
+inline constexpr auto deviceEventController = "org.a11y.atspi.DeviceEventController";
+inline constexpr auto deviceEventControllerPath = "/org/a11y/atspi/registry/deviceeventcontroller";
 } // namespace atspi
 
 QDBusArgument &operator<<(QDBusArgument &argument, const ObjectRef &object);

@@ -6,7 +6,6 @@
 namespace quillmender {
 
 namespace {
-constexpr qint64 perCallMs = 250;
 constexpr qint64 forgivenAfterMs = 1000;
 constexpr qint64 charactersPerMs = 500;
 } // namespace
@@ -37,7 +36,7 @@ std::chrono::milliseconds Budget::nextCall(std::chrono::milliseconds allowance) 
     limitMs_ += allowance.count();
     earnedMs_ = std::max<qint64>(earnedMs_, allowance.count());
     const qint64 left = limitMs_ - spentMs();
-    return std::chrono::milliseconds(std::clamp<qint64>(left, 0, perCallMs + earnedMs_));
+    return std::chrono::milliseconds(std::clamp<qint64>(left, 0, perCall.count() + earnedMs_));
 }
 
 void Budget::renew() {

@@ -26,6 +26,9 @@ class Budget {
         std::shared_ptr<Budget> budget_;
     };
 
+    /// A call's, when nothing is allowed besides.
+    static constexpr std::chrono::milliseconds perCall{250};
+
     /// The time that carrying `characters` may take besides: several times what the slowest
     /// toolkit needs on an idle machine, nothing for everyday texts.
     static std::chrono::milliseconds transferAllowance(qint64 characters);

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/RegistryDetour.h"
 
-#include <array>
+#include <algorithm>
 #include <utility>
 
 namespace quillmender {
@@ -9,19 +9,22 @@ RegistryDetour::RegistryDetour(AtspiBus &bus, QString service)
     : bus_(bus),
       service_(std::move(service)) {}
 
-QCoro::Task<bool> RegistryDetour::isPassed() {
+QCoro::Task<bool> RegistryDetour::isPassed(std::chrono::milliseconds patience) {
     const auto budget = std::make_shared<Budget>();
-    // Both attend to one message after the other: the registry has answered the application before
-    // it answers this question, and the application reads that before the second one.
-    const std::array way{QString(QLatin1String(atspi::registry)), service_};
-    for (const QString &service : way) {
-        const ObjectRef root{service, QLatin1String(atspi::rootPath)};
-        const Call question = bus_.property(budget, root, atspi::accessible, "Name");
-        co_await question.answer();
-        if (budget->isSilent(service))
-            co_return false;
-    }
-    co_return true;
+    const auto allowance = std::max(patience, Budget::perCall) - Budget::perCall;
+    // The registry attends to keys and to questions about keys in their order, while it answers
+    // others in between. The application has read its answer before it reads the second question.
+    const ObjectRef registry{QLatin1String(atspi::registry),
+                             QLatin1String(atspi::deviceEventControllerPath)};
+    const Call first = bus_.call(budget, registry, atspi::deviceEventController,
+                                 "GetKeystrokeListeners", {}, allowance);
+    co_await first.answer();
+    if (budget->isSilent(registry.service))
+        co_return false;
+    const ObjectRef application{service_, QLatin1String(atspi::rootPath)};
+    const Call second = bus_.property(budget, application, atspi::accessible, "Name");
+    co_await second.answer();
+    co_return !budget->isSilent(service_);
 }
 
 } // namespace quillmender

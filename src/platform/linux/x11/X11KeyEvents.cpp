@@ -48,7 +48,7 @@ class HeldServer {
     const X11Connection &connection_;
 };
 
-constexpr std::chrono::milliseconds detourPatience = 100ms;
+constexpr std::chrono::milliseconds detourPatience = 250ms;
 
 /// How long an application may take to attend to its events. A paste is worth more: the user has
 /// waited for its text already.
@@ -99,7 +99,7 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     // Kept for as long as it is asked.
     const std::shared_ptr<KeyDetour> detour = focus_.detour;
     if (detour) {
-        const bool isClear = co_await detour->isPassed();
+        const bool isClear = co_await detour->isPassed(patience(chord));
         if (!isClear) {
             qCInfo(x11Log, "keys for window 0x%x are stuck", application->window());
             co_return ChordReadiness::withheld;
@@ -135,7 +135,7 @@ QCoro::Task<bool> X11KeyEvents::holdModifier(Chord chord, KeyDetour *detour) {
     for (int i = 0; i < 2 && isBack; ++i)
         isBack = co_await ping_.isAttentive(target_->window(), detourPatience);
     if (isBack)
-        isBack = co_await detour->isPassed();
+        isBack = co_await detour->isPassed(detourPatience);
     if (!isBack)
         keys_.release();
     // Who has asked for the chord types it before anything else happens, or never.
