@@ -36,18 +36,19 @@ QDBusArgument &operator<<(QDBusArgument &out, const KeyDefinition &key) {
     return out;
 }
 
-const QDBusArgument &operator>>(const QDBusArgument &in, KeyDefinition &key) {
-    in.beginStructure();
-    in >> key.code >> key.symbol >> key.name >> key.unused;
-    in.endStructure();
-    return in;
-}
-
 QDBusArgument &operator<<(QDBusArgument &out, const ListenerMode &mode) {
     out.beginStructure();
     out << mode.isSynchronous << mode.isPreemptive << mode.isGlobal;
     out.endStructure();
     return out;
+}
+
+// NOLINTBEGIN(bugprone-return-const-ref-from-parameter): the signature that the bus library wants
+const QDBusArgument &operator>>(const QDBusArgument &in, KeyDefinition &key) {
+    in.beginStructure();
+    in >> key.code >> key.symbol >> key.name >> key.unused;
+    in.endStructure();
+    return in;
 }
 
 const QDBusArgument &operator>>(const QDBusArgument &in, ListenerMode &mode) {
@@ -56,6 +57,7 @@ const QDBusArgument &operator>>(const QDBusArgument &in, ListenerMode &mode) {
     in.endStructure();
     return in;
 }
+// NOLINTEND(bugprone-return-const-ref-from-parameter)
 
 } // namespace
 
