@@ -18,11 +18,15 @@ bool ChordKeys::hold(xkb_keysym_t modifier) {
     return true;
 }
 
-bool ChordKeys::press(xkb_keysym_t modifier, xkb_keysym_t key) {
+bool ChordKeys::canPress(xkb_keysym_t modifier, xkb_keysym_t key) {
+    return keymap_.find(modifier) && keymap_.find(key);
+}
+
+void ChordKeys::press(xkb_keysym_t modifier, xkb_keysym_t key) {
     const auto modifierPosition = keymap_.find(modifier);
     const auto position = keymap_.find(key);
     if (!modifierPosition || !position)
-        return false;
+        return;
     key_ = position->key;
     if (position->group) {
         groupBefore_ = keymap_.activeGroup();
@@ -38,7 +42,6 @@ bool ChordKeys::press(xkb_keysym_t modifier, xkb_keysym_t key) {
         modifier_ = modifierPosition->key;
     }
     send(XCB_KEY_PRESS, *key_);
-    return true;
 }
 
 void ChordKeys::release() {

@@ -26,8 +26,11 @@ class ChordKeys {
     /// keys are on, or the keyboard map has none.
     bool hold(xkb_keysym_t modifier);
 
-    /// False, with nothing typed, when the keyboard map lacks a key.
-    bool press(xkb_keysym_t modifier, xkb_keysym_t key);
+    /// False when the keyboard map lacks a key.
+    bool canPress(xkb_keysym_t modifier, xkb_keysym_t key);
+
+    /// Types nothing when it cannot.
+    void press(xkb_keysym_t modifier, xkb_keysym_t key);
 
     /// Lets go of what is down.
     void release();

@@ -116,7 +116,8 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     if (!isReleased || !isTargetInFront())
         co_return ChordReadiness::withheld;
     if (detour) {
-        const bool isModifierBack = co_await holdModifier(chord, detour.get());
+        const bool isModifierBack =
+            co_await holdModifier(chord, application->window(), detour.get());
         if (!isModifierBack)
             co_return ChordReadiness::withheld;
     }
@@ -127,13 +128,13 @@ xkb_keysym_t X11KeyEvents::modifierOf(Chord chord) const {
     return chord == Chord::paste && isTerminal_ ? XKB_KEY_Shift_L : XKB_KEY_Control_L;
 }
 
-QCoro::Task<bool> X11KeyEvents::holdModifier(Chord chord, KeyDetour *detour) {
+QCoro::Task<bool> X11KeyEvents::holdModifier(Chord chord, xcb_window_t window, KeyDetour *detour) {
     if (!pressAhead(modifierOf(chord)))
         co_return isTargetInFront();
     // Toolkits may answer before they handle what came with the question.
     bool isBack = true;
     for (int i = 0; i < 2 && isBack; ++i)
-        isBack = co_await ping_.isAttentive(target_->window(), detourPatience);
+        isBack = co_await ping_.isAttentive(window, detourPatience);
     if (isBack)
         isBack = co_await detour->isPassed(detourPatience);
     if (!isBack)
@@ -215,15 +216,18 @@ bool X11KeyEvents::press(quint16 keyCode) {
     }
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
-    if (isPaste && deletesFirst_)
-        keys_.tap(XKB_KEY_Delete);
+    const xkb_keysym_t modifier = modifierOf(isPaste ? Chord::paste : Chord::copy);
     const xkb_keysym_t letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
-    if (!keys_.press(modifierOf(isPaste ? Chord::paste : Chord::copy),
-                     isInsert ? xkb_keysym_t{XKB_KEY_Insert} : letter)) {
+    const xkb_keysym_t key = isInsert ? xkb_keysym_t{XKB_KEY_Insert} : letter;
+    // Asked before anything is deleted for the sake of the paste.
+    if (!keys_.canPress(modifier, key)) {
         qCWarning(x11Log, "no key for chord %d in the keyboard map", keyCode);
         keys_.release();
         return false;
     }
+    if (isPaste && deletesFirst_)
+        keys_.tap(XKB_KEY_Delete);
+    keys_.press(modifier, key);
     pressed_ = keyCode;
     if (isPaste) {
         ++pastes_.count;

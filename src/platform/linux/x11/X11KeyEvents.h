@@ -43,7 +43,7 @@ class X11KeyEvents : public KeyEvents {
     xkb_keysym_t modifierOf(Chord chord) const;
     /// The modifier first: an application that decides at once what a key is for, and acts when
     /// the key comes back, would act on the modifier that comes back meanwhile as well.
-    QCoro::Task<bool> holdModifier(Chord chord, KeyDetour *detour);
+    QCoro::Task<bool> holdModifier(Chord chord, xcb_window_t window, KeyDetour *detour);
     /// False when nothing was pressed.
     bool pressAhead(xkb_keysym_t modifier);
     bool press(quint16 keyCode);
