@@ -3,7 +3,7 @@
 # instrumentation.
 include(ExternalProject)
 
-set(targets answers action_documents release_manifest templates text_ranges selection_protocol)
+set(targets accessible_answers answers action_documents release_manifest templates text_ranges selection_protocol)
 find_program(QUILLMENDER_FUZZ_COMPILER clang++-19)
 set(missing "")
 if(NOT QUILLMENDER_FUZZ_COMPILER)

@@ -10,22 +10,52 @@ ScriptedField::ScriptedField(const QString &busAddress, const QString &initialTe
     : text(initialText),
       insert([this](qsizetype position, const QString &added) { text.insert(position, added); }),
       connection_(QDBusConnection::connectToBus(busAddress, QUuid::createUuid().toString())) {
-    connection_.registerVirtualObject(path(), this);
+    connection_.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+    stalled_.setSingleShot(true);
+    connect(&stalled_, &QTimer::timeout, this, &ScriptedField::attendToWaiting);
 }
 
 ScriptedField::~ScriptedField() {
     QDBusConnection::disconnectFromBus(connection_.name());
 }
 
-bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnection &connection) {
-    if (message.member() == QStringLiteral("GetSelection")) {
-        connection.send(message.createReply(QVariantList{selectionStart, selectionEnd}));
+bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnection &) {
+    if (nonsense.isValid()) {
+        connection_.send(message.createReply(nonsense));
         return true;
+    }
+    const bool isHeldUp = stall.count() > 0 && isChange(message);
+    if (isHeldUp && !stalled_.isActive())
+        stalled_.start(stall);
+    if (stalled_.isActive())
+        waiting_.append(message);
+    else
+        attend(message);
+    return true;
+}
+
+bool ScriptedField::isChange(const QDBusMessage &message) const {
+    return message.interface() == QStringLiteral("org.a11y.atspi.EditableText");
+}
+
+void ScriptedField::attend(const QDBusMessage &message) {
+    if (message.member() == QStringLiteral("GetSelection")) {
+        connection_.send(message.createReply(QVariantList{selectionStart, selectionEnd}));
+        return;
     }
     const QVariant answer = answerTo(message);
     if (answer.isValid())
-        connection.send(message.createReply(answer));
-    return true;
+        connection_.send(message.createReply(answer));
+}
+
+void ScriptedField::attendToWaiting() {
+    while (!waiting_.isEmpty()) {
+        attend(waiting_.takeFirst());
+        if (!waiting_.isEmpty() && isChange(waiting_.constFirst())) {
+            stalled_.start(stall);
+            return;
+        }
+    }
 }
 
 QVariant ScriptedField::answerTo(const QDBusMessage &message) {

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace quillmender {
@@ -25,15 +28,25 @@ class ScriptedField : public QDBusVirtualObject {
     bool knowsItsEnd = true;
     bool refusesDeletion = false;
     bool answersDeletion = true;
+    /// How long each of its changing calls is held up before it is attended to; everything that
+    /// comes meanwhile waits behind it.
+    std::chrono::milliseconds stall{0};
+    /// The answer to everything, if there is one.
+    QVariant nonsense;
     QStringList calls; ///< the changing ones, in order
 
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
 
   private:
+    bool isChange(const QDBusMessage &message) const;
+    void attend(const QDBusMessage &message);
+    void attendToWaiting();
     QVariant answerTo(const QDBusMessage &message);
 
     QDBusConnection connection_;
+    QList<QDBusMessage> waiting_;
+    QTimer stalled_;
 };
 
 } // namespace quillmender

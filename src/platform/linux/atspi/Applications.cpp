@@ -1,5 +1,7 @@
 #include "platform/linux/atspi/Applications.h"
 
+#include "platform/linux/atspi/Decoding.h"
+
 namespace quillmender {
 
 namespace {
@@ -85,7 +87,7 @@ QCoro::Task<QStringList> Applications::services(BudgetRef budget) {
     const Call call = bus_.call(budget, registry, atspi::accessible, "GetChildren");
     const auto answer = co_await call.answer();
     QStringList services;
-    const auto roots = qdbus_cast<QList<ObjectRef>>(firstValue(answer));
+    const auto roots = decodeObjects(firstValue(answer), maximumKnown);
     for (const ObjectRef &root : roots)
         services.append(root.service);
     co_return services;

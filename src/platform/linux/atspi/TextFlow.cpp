@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/TextFlow.h"
 
-#include <QDBusArgument>
+#include "platform/linux/atspi/Decoding.h"
 
 namespace quillmender {
 
@@ -45,25 +45,7 @@ QCoro::Task<bool> TextFlow::isSelectedTowards(uint relation, ObjectRef paragraph
 QCoro::Task<ObjectRef> TextFlow::neighbour(uint relation, ObjectRef paragraph, BudgetRef budget) {
     const Call call = bus_.call(budget, paragraph, atspi::accessible, "GetRelationSet");
     const auto answer = co_await call.answer();
-    const QVariant relations = firstValue(answer);
-    if (relations.metaType() != QMetaType::fromType<QDBusArgument>())
-        co_return ObjectRef();
-    const auto list = relations.value<QDBusArgument>();
-    if (list.currentSignature() != QStringLiteral("a(ua(so))"))
-        co_return ObjectRef();
-    ObjectRef found;
-    list.beginArray();
-    while (!list.atEnd()) {
-        uint kind = 0;
-        QList<ObjectRef> targets;
-        list.beginStructure();
-        list >> kind >> targets;
-        list.endStructure();
-        if (kind == relation && !targets.isEmpty())
-            found = targets.first();
-    }
-    list.endArray();
-    co_return found;
+    co_return decodeRelation(firstValue(answer), relation);
 }
 
 } // namespace quillmender

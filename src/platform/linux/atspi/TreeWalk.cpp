@@ -1,5 +1,7 @@
 #include "platform/linux/atspi/TreeWalk.h"
 
+#include "platform/linux/atspi/Decoding.h"
+
 #include <vector>
 
 namespace quillmender {
@@ -38,7 +40,7 @@ QCoro::Task<QList<Traits>> examine(AtspiBus &bus, QList<ObjectRef> objects, Budg
         const auto states = co_await calls[index].states.answer();
         const auto interfaces = co_await calls[index].interfaces.answer();
         traits.role = uint(intValue(role).value_or(int(atspi_role::unknown)));
-        traits.states = StateSet(qdbus_cast<QList<uint>>(firstValue(states)));
+        traits.states = decodeStates(firstValue(states));
         traits.interfaces = firstValue(interfaces).toStringList();
         found.append(traits);
     }
@@ -48,7 +50,7 @@ QCoro::Task<QList<Traits>> examine(AtspiBus &bus, QList<ObjectRef> objects, Budg
 QCoro::Task<QList<ObjectRef>> childrenOf(AtspiBus &bus, ObjectRef object, BudgetRef budget) {
     const Call call = bus.call(budget, object, atspi::accessible, "GetChildren");
     const auto answer = co_await call.answer();
-    co_return qdbus_cast<QList<ObjectRef>>(firstValue(answer)).mid(0, maximumChildren);
+    co_return decodeObjects(firstValue(answer), maximumChildren);
 }
 
 QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectRef> tops,
@@ -71,8 +73,8 @@ QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectR
             if (!node.states.has(State::visible) || node.states.has(State::managesDescendants))
                 continue;
             const auto answer = co_await childCalls[index].answer();
-            for (const auto &child :
-                 qdbus_cast<QList<ObjectRef>>(firstValue(answer)).mid(0, maximumChildren)) {
+            const QList<ObjectRef> children = decodeObjects(firstValue(answer), maximumChildren);
+            for (const ObjectRef &child : children) {
                 if (!child.isNull())
                     waiting.append(child);
             }
@@ -95,7 +97,7 @@ QCoro::Task<QList<ObjectRef>> matchFocused(AtspiBus &bus, QString service, Budge
     arguments << QVariant::fromValue(rule) << canonicalOrder << maximumMatches << true;
     const Call call = bus.call(budget, root, atspi::collection, "GetMatches", arguments);
     const auto answer = co_await call.answer();
-    co_return qdbus_cast<QList<ObjectRef>>(firstValue(answer));
+    co_return decodeObjects(firstValue(answer), maximumMatches);
 }
 
 } // namespace quillmender
