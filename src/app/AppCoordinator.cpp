@@ -5,6 +5,7 @@
 #include "model/AppFailure.h"
 #include "model/TextRules.h"
 #include "model/UserMessage.h"
+#include "selection/UncertainReplacement.h"
 
 #include <QLoggingCategory>
 #include <QPointer>
@@ -20,6 +21,8 @@ Q_LOGGING_CATEGORY(log, "quillmender.session", QtWarningMsg)
 constexpr int updateItem = 2;
 // An alert takes the keyboard, which a session may be about to use.
 constexpr std::chrono::minutes alertPatience(1);
+// Even a capture from an application that hangs has shown the panel by then.
+constexpr std::chrono::milliseconds captureIsLate(1500);
 
 QString selectedTextTitle() {
     return QStringLiteral("Selected Text");
@@ -112,14 +115,19 @@ void AppCoordinator::openAvailableUpdate() {
 }
 
 void AppCoordinator::beginWorkflow() {
+    if (isEnding_)
+        return;
     // A second press before the panel is there asks for the same panel.
-    if (!isCapturing_ && !isEnding_)
-        captureTask();
+    if (isCapturing_ && !sinceCapture_.hasExpired(captureIsLate.count()))
+        return;
+    captureTask();
 }
 
 QCoro::Task<> AppCoordinator::captureTask() {
     const auto operation = operations_.begin();
+    const quint64 capture = ++latestCapture_;
     isCapturing_ = true;
+    sinceCapture_.start();
     permissionManager_.refresh();
     if (!permissionManager_.accessibilityGranted()) {
         publish(currentSession_, nullptr);
@@ -128,14 +136,19 @@ QCoro::Task<> AppCoordinator::captureTask() {
         publish(currentActionTitle_, QString());
     } else {
         try {
-            auto capture = selectionController_.captureSelection();
+            auto selection = selectionController_.captureSelection();
             // The first panel is made while other programs answer.
             panel();
-            captured(co_await capture);
+            const SelectionSessionRef session = co_await selection;
+            if (capture == latestCapture_)
+                captured(session);
         } catch (...) {
-            captureFailed(std::current_exception());
+            if (capture == latestCapture_)
+                captureFailed(std::current_exception());
         }
     }
+    if (capture != latestCapture_)
+        co_return;
     isCapturing_ = false;
     if (!isEnding_)
         showPanel();
@@ -215,14 +228,24 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
         if (!replaced)
             co_await selectionController_.performPasteReplacement(session, answer);
         qCInfo(log, "replaced by %s", replaced ? "accessibility" : "pasting");
+    } catch (const UncertainReplacement &) {
+        qCInfo(log, "it is not known whether the text was replaced");
+        if (currentSession_ == session)
+            publish(currentSession_, nullptr);
+        transformFailed(std::current_exception());
+        co_return;
     } catch (...) {
-        qCInfo(log, "the text was not replaced");
-        publish(isWorking_, false);
-        publish(errorMessage_, userMessage(std::current_exception()));
+        transformFailed(std::current_exception());
         co_return;
     }
     publish(isWorking_, false);
     hidePanel();
+}
+
+void AppCoordinator::transformFailed(const std::exception_ptr &error) {
+    qCInfo(log, "the text was not replaced");
+    publish(isWorking_, false);
+    publish(errorMessage_, userMessage(error));
 }
 
 void AppCoordinator::requestAccessibilityAccess() {

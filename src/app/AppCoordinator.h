@@ -14,6 +14,8 @@
 #include "ui/Alert.h"
 #include "ui/PickerPanel.h"
 
+#include <QElapsedTimer>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,6 +55,7 @@ class AppCoordinator : public ActionPickerModel {
     void start();
 
     /// Captures what the user works on and shows the panel, whatever came of it. Returns at once.
+    /// Does nothing while a capture is under way, but for one that is late: that one is given up.
     void beginWorkflow() override;
     void run(const PromptAction &action) override;
     void runCustomInstruction() override;
@@ -98,7 +101,7 @@ class AppCoordinator : public ActionPickerModel {
     PickerPanel &panel();
     QCoro::Task<> captureTask();
     QCoro::Task<> transformTask(SelectionSessionRef session, QString title, Request request);
-    void fail(const std::exception_ptr &error);
+    void transformFailed(const std::exception_ptr &error);
     void captured(SelectionSessionRef session);
     void captureFailed(const std::exception_ptr &error);
 
@@ -125,6 +128,8 @@ class AppCoordinator : public ActionPickerModel {
     std::unique_ptr<PickerPanel> panelController_;
     SelectionSessionRef currentSession_;
     bool isCapturing_ = false;
+    QElapsedTimer sinceCapture_;
+    quint64 latestCapture_ = 0;
     bool isEnding_ = false;
     bool hasPresentedUpdateAlert_ = false;
     RunningOperations operations_;

@@ -17,12 +17,13 @@ namespace quillmender {
 /// One capture: all that it takes to put another text back where this one came from.
 struct SelectionSession {
     RunningApplicationRef sourceApp;        ///< never null
-    AccessibilityElementRef focusedElement; ///< null when none was reported
+    AccessibilityElementRef focusedElement; ///< null when none was reported, or one of another app
     std::optional<TextRange> selectedRange; ///< of the captured text in the element's value
     QString selectedText;
     PasteboardSnapshot originalPasteboard; ///< as it was before the capture began
     SelectionAcquisitionMethod acquisitionMethod = SelectionAcquisitionMethod::accessibility;
     CaptureScope captureScope = CaptureScope::selection;
+    ChordContextRef chordContext; ///< for the chords of this session; null when nothing is known
 };
 
 /// Shared by all who work on the capture; none of them changes it.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/ChordContext.h"
 #include "platform/TextRange.h"
+#include "platform/Workspace.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -18,6 +20,10 @@ class AccessibilityElement {
     AccessibilityElement(const AccessibilityElement &) = delete;
     AccessibilityElement &operator=(const AccessibilityElement &) = delete;
     virtual ~AccessibilityElement() = default;
+
+    /// Whether it was found in that application (on X11: in that window of it). True where the
+    /// system cannot tell.
+    virtual bool isOf(const RunningApplicationRef &) const { return true; }
 };
 
 using AccessibilityElementRef = std::shared_ptr<const AccessibilityElement>;
@@ -71,12 +77,18 @@ class Accessibility {
     /// The element that is asked for the focused element. Never null.
     virtual AccessibilityElementRef createSystemWide() = 0;
 
+    /// What a chord needs to know of the focused element, once it was asked for. Null where chords
+    /// need nothing.
+    virtual ChordContextRef chordContext(const AccessibilityElementRef &systemWide) = 0;
+
     /// A password field answers `noValue` for its text, whatever it holds.
     virtual QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,
                                                             QString attribute) = 0;
 
     /// Success means that the element was seen to hold the new value afterwards, where the system
-    /// can tell.
+    /// can tell. `cannotComplete` means that an order is out whose outcome could not be learned in
+    /// some seconds: it may be carried out yet, and no other way may be tried. After every other
+    /// error the element holds what it held before.
     virtual QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef element,
                                                               QString attribute,
                                                               AccessibilityValue value) = 0;

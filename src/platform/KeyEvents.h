@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ChordContext.h"
 #include "platform/Workspace.h"
 
 #include <QCoroTask>
@@ -62,9 +63,11 @@ class KeyEvents {
     virtual ~KeyEvents() = default;
 
     /// Waits until the chord can be typed into the application: it is in front and the user has
-    /// let go of the modifiers of the hot key (after 300 ms they are released for them). Ready at
+    /// let go of the modifiers of the hot key (after 300 ms they are released for them). The
+    /// context is of the capture that the chord belongs to; null when nothing is known. Ready at
     /// once on macOS, where events carry their own flags.
-    virtual QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) = 0;
+    virtual QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord,
+                                                     ChordContextRef context) = 0;
 
     /// Null when it cannot be created.
     virtual KeyEventSourceRef createSource(qint32 state) = 0;

@@ -15,6 +15,11 @@ class RunningApplication {
     RunningApplication(const RunningApplication &) = delete;
     RunningApplication &operator=(const RunningApplication &) = delete;
     virtual ~RunningApplication() = default;
+
+    /// 0 when it is not known.
+    virtual qint64 processId() const { return 0; }
+
+    virtual bool isSame(const RunningApplication &other) const { return this == &other; }
 };
 
 using RunningApplicationRef = std::shared_ptr<const RunningApplication>;

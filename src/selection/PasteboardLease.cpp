@@ -8,6 +8,7 @@ QCoro::Task<PasteboardLease::Held> PasteboardLease::acquire() {
     while (isHeld_)
         co_await qCoro(this, &PasteboardLease::released);
     isHeld_ = true;
+    ++turn_;
     co_return Held(this);
 }
 

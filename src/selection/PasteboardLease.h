@@ -21,11 +21,15 @@ class PasteboardLease : public QObject {
     /// Completes when nobody else holds it; the result gives it back when it is destroyed.
     QCoro::Task<Held> acquire();
 
+    /// Which one in the row of holders the present one is, or the last one was.
+    quint64 turn() const { return turn_; }
+
   Q_SIGNALS:
     void released();
 
   private:
     bool isHeld_ = false;
+    quint64 turn_ = 0;
 };
 
 } // namespace quillmender

@@ -20,9 +20,11 @@ void PasteboardManager::restore(const PasteboardSnapshot &snapshot) {
 }
 
 QCoro::Task<KeystrokeResult> PasteboardManager::postCommandKeystroke(RunningApplicationRef target,
-                                                                     quint16 keyCode) {
+                                                                     quint16 keyCode,
+                                                                     ChordContextRef context) {
     const Chord chord = keyCode == keycode::c ? Chord::copy : Chord::paste;
-    const ChordReadiness readiness = co_await keyEvents_.prepareChord(std::move(target), chord);
+    const ChordReadiness readiness =
+        co_await keyEvents_.prepareChord(std::move(target), chord, std::move(context));
     if (readiness == ChordReadiness::withheld)
         co_return KeystrokeResult::withheld;
 

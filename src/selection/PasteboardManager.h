@@ -26,9 +26,10 @@ class PasteboardManager {
     /// Replaces whatever is on the pasteboard now. Never fails; writes its best.
     void restore(const PasteboardSnapshot &snapshot);
 
-    /// Types Command and the key of `keyCode` into the application once it is ready for it.
-    QCoro::Task<KeystrokeResult> postCommandKeystroke(RunningApplicationRef target,
-                                                      quint16 keyCode);
+    /// Types Command and the key of `keyCode` into the application once it is ready for it. The
+    /// context is of the capture that it is typed for.
+    QCoro::Task<KeystrokeResult> postCommandKeystroke(RunningApplicationRef target, quint16 keyCode,
+                                                      ChordContextRef context);
 
   private:
     Pasteboard &pasteboard_;

@@ -3,6 +3,7 @@
 #include "model/AppFailure.h"
 #include "model/TextRules.h"
 #include "selection/CharacterBoundary.h"
+#include "selection/UncertainReplacement.h"
 
 namespace quillmender {
 
@@ -32,14 +33,15 @@ SelectionController::SelectionController(PasteboardManager &pasteboardManager,
       clock_(clock) {}
 
 QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
-    auto session = std::make_shared<SelectionSession>();
+    const quint64 capture = ++latestCapture_;
+    const auto session = std::make_shared<SelectionSession>();
     session->sourceApp = workspace_.frontmostApplication();
     if (!session->sourceApp)
         throw AppFailure::missingFrontmostApplication();
 
-    const PasteboardLease::Held lease = co_await lease_.acquire();
-    session->originalPasteboard = co_await pasteboardManager_.snapshot();
-    session->focusedElement = co_await focusedElement();
+    co_await snapshotPasteboard(session);
+    const quint64 turn = lease_.turn();
+    const bool isFocusElsewhere = co_await findFocus(session);
 
     if (session->focusedElement) {
         const auto selected = co_await stringAttribute(QLatin1String(attribute::selectedText),
@@ -63,7 +65,14 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
         }
     }
 
-    session->selectedText = co_await copySelection(session->sourceApp, session->originalPasteboard);
+    // Somebody who has pressed the hot key again waits for another window's text.
+    if (capture != latestCapture_)
+        throw CancellationError();
+    const PasteboardLease::Held lease = co_await lease_.acquire();
+    // What others did with it in between counts as no copy, and is not to be undone.
+    if (lease_.turn() != turn + 1)
+        session->originalPasteboard = co_await pasteboardManager_.snapshot();
+    session->selectedText = co_await copySelection(session, isFocusElsewhere);
     if (session->selectedText.isEmpty())
         throw AppFailure::noSelectionFound();
     if (session->focusedElement)
@@ -73,10 +82,26 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     co_return session;
 }
 
-QCoro::Task<AccessibilityElementRef> SelectionController::focusedElement() {
+QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
+    const PasteboardLease::Held lease = co_await lease_.acquire();
+    session->originalPasteboard = co_await pasteboardManager_.snapshot();
+}
+
+/// True when another application or window than the session's has the focus.
+QCoro::Task<bool> SelectionController::findFocus(NewSession session) {
     const AccessibilityElementRef systemWide = accessibility_.createSystemWide();
+    const AccessibilityElementRef element = co_await focusedElement(systemWide);
+    if (element && !element->isOf(session->sourceApp))
+        co_return true;
+    session->focusedElement = element;
+    session->chordContext = accessibility_.chordContext(systemWide);
+    co_return false;
+}
+
+QCoro::Task<AccessibilityElementRef>
+SelectionController::focusedElement(AccessibilityElementRef systemWide) {
     const AttributeResult result = co_await accessibility_.copyAttributeValue(
-        systemWide, QLatin1String(attribute::focusedElement));
+        std::move(systemWide), QLatin1String(attribute::focusedElement));
     const auto *element = std::get_if<AccessibilityElementRef>(&result.value);
     if (result.error != AccessibilityError::success || !element)
         co_return AccessibilityElementRef();
@@ -103,33 +128,37 @@ SelectionController::selectedRange(AccessibilityElementRef element) {
     co_return *range;
 }
 
-QCoro::Task<QString> SelectionController::copySelection(RunningApplicationRef sourceApp,
-                                                        PasteboardSnapshot snapshot) {
-    workspace_.activate(sourceApp, noActivationOptions);
+QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere) {
+    workspace_.activate(session->sourceApp, noActivationOptions);
     co_await clock_.sleepFor(activationDelay);
-    const KeystrokeResult keystroke =
-        co_await pasteboardManager_.postCommandKeystroke(sourceApp, keycode::c);
+    if (isFocusElsewhere)
+        co_await findFocus(session);
+    const KeystrokeResult keystroke = co_await pasteboardManager_.postCommandKeystroke(
+        session->sourceApp, keycode::c, session->chordContext);
     if (keystroke == KeystrokeResult::failed)
         throw AppFailure::replacementFailed();
     if (keystroke == KeystrokeResult::withheld)
         co_return {};
 
     QString candidate;
-    std::exception_ptr cancellation;
+    std::exception_ptr error;
     try {
-        const bool changed = co_await waitForPasteboardChange(snapshot.changeCount);
-        if (changed) {
-            const auto text = co_await pasteboardManager_.pasteboard().string();
-            if (text)
-                candidate = trimmed(*text);
-        }
-    } catch (const CancellationError &) {
-        cancellation = std::current_exception();
+        candidate = co_await copiedText(session->originalPasteboard.changeCount);
+    } catch (...) {
+        error = std::current_exception();
     }
-    pasteboardManager_.restore(snapshot);
-    if (cancellation)
-        std::rethrow_exception(cancellation);
+    pasteboardManager_.restore(session->originalPasteboard);
+    if (error)
+        std::rethrow_exception(error);
     co_return candidate;
+}
+
+QCoro::Task<QString> SelectionController::copiedText(qint64 changeCount) {
+    const bool changed = co_await waitForPasteboardChange(changeCount);
+    if (!changed)
+        co_return {};
+    const auto text = co_await pasteboardManager_.pasteboard().string();
+    co_return trimmed(text.value_or(QString()));
 }
 
 QCoro::Task<bool> SelectionController::waitForPasteboardChange(qint64 changeCount) {
@@ -155,6 +184,8 @@ QCoro::Task<bool> SelectionController::replaceViaAccessibility(SelectionSessionR
     changed.replace(range.location, range.length, replacement);
     const AccessibilityError written = co_await accessibility_.setAttributeValue(
         session->focusedElement, QLatin1String(attribute::value), AccessibilityValue(changed));
+    if (written == AccessibilityError::cannotComplete)
+        throw UncertainReplacement();
     if (written != AccessibilityError::success)
         co_return false;
 
@@ -171,7 +202,7 @@ QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef s
     bool pasted = false;
     try {
         pasted = co_await paste(session, std::move(replacement));
-    } catch (const CancellationError &) {
+    } catch (...) {
         pasted = false;
     }
     pasteboardManager_.restore(session->originalPasteboard);
@@ -188,15 +219,15 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
     co_await clock_.sleepFor(activationDelay);
     if (session->focusedElement && session->selectedRange)
         co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
-    const KeystrokeResult keystroke =
-        co_await pasteboardManager_.postCommandKeystroke(session->sourceApp, keycode::v);
+    const KeystrokeResult keystroke = co_await pasteboardManager_.postCommandKeystroke(
+        session->sourceApp, keycode::v, session->chordContext);
     if (keystroke != KeystrokeResult::posted)
         co_return false;
 
     bool isCancelled = false;
     try {
         co_await clock_.sleepFor(pasteDelay);
-    } catch (const CancellationError &) {
+    } catch (...) {
         isCancelled = true;
     }
     // Cancelled or not: what was told to paste must not find the user's old contents there.

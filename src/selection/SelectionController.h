@@ -15,19 +15,19 @@
 namespace quillmender {
 
 /// Reads the text that the user is working on in the application in front, and later writes the
-/// answer in its place. Keeps nothing between calls; operations that borrow the pasteboard take
-/// turns. Main thread only.
+/// answer in its place. Operations that borrow the pasteboard take turns. Main thread only.
 class SelectionController {
   public:
     SelectionController(PasteboardManager &pasteboardManager, Accessibility &accessibility,
                         Workspace &workspace, Clock &clock);
 
     /// The selected text, else the whole focused field, else what a copy chord yields. The
-    /// pasteboard is afterwards as it was. Throws AppFailure, or CancellationError from a sleep.
+    /// pasteboard is afterwards as it was. Throws AppFailure, or CancellationError from a sleep and
+    /// when a later capture has begun before this one came to the copy chord.
     QCoro::Task<SelectionSessionRef> captureSelection();
 
     /// Rewrites the focused element's value and selects the inserted text. False, with nothing
-    /// changed, when this route cannot be used.
+    /// changed, when this route cannot be used. Throws UncertainReplacement.
     QCoro::Task<bool> replaceViaAccessibility(SelectionSessionRef session, QString replacement);
 
     /// Pastes the text into the source application and restores the pasteboard of the capture.
@@ -35,12 +35,16 @@ class SelectionController {
     QCoro::Task<> performPasteReplacement(SelectionSessionRef session, QString replacement);
 
   private:
-    QCoro::Task<AccessibilityElementRef> focusedElement();
+    using NewSession = std::shared_ptr<SelectionSession>;
+
+    QCoro::Task<> snapshotPasteboard(NewSession session);
+    QCoro::Task<bool> findFocus(NewSession session);
+    QCoro::Task<AccessibilityElementRef> focusedElement(AccessibilityElementRef systemWide);
     QCoro::Task<std::optional<QString>> stringAttribute(QString name,
                                                         AccessibilityElementRef element);
     QCoro::Task<std::optional<TextRange>> selectedRange(AccessibilityElementRef element);
-    QCoro::Task<QString> copySelection(RunningApplicationRef sourceApp,
-                                       PasteboardSnapshot snapshot);
+    QCoro::Task<QString> copySelection(NewSession session, bool isFocusElsewhere);
+    QCoro::Task<QString> copiedText(qint64 changeCount);
     QCoro::Task<bool> waitForPasteboardChange(qint64 changeCount);
     QCoro::Task<bool> paste(SelectionSessionRef session, QString replacement);
 
@@ -49,6 +53,7 @@ class SelectionController {
     Workspace &workspace_;
     Clock &clock_;
     PasteboardLease lease_;
+    quint64 latestCapture_ = 0;
 };
 
 } // namespace quillmender

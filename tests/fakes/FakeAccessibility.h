@@ -1,11 +1,21 @@
 #pragma once
 
 #include "fakes/CallLog.h"
+#include "fakes/Gate.h"
 #include "platform/Accessibility.h"
 
 #include <QMap>
 
 namespace quillmender::fakes {
+
+/// An element of one application; of any when that is null.
+struct FakeElement : AccessibilityElement {
+    bool isOf(const RunningApplicationRef &other) const override {
+        return !application || application == other;
+    }
+
+    RunningApplicationRef application;
+};
 
 /// One focused element with settable attributes.
 class FakeAccessibility : public Accessibility {
@@ -25,13 +35,17 @@ class FakeAccessibility : public Accessibility {
         log_->append(QStringLiteral("createSystemWide"));
         return systemWide_;
     }
-    QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,
+    ChordContextRef chordContext(const AccessibilityElementRef &) override { return context; }
+    QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef asked,
                                                     QString attribute) override {
         log_->append(QStringLiteral("copy ") + attribute);
-        if (element == systemWide_) {
+        if (gate)
+            co_await *gate;
+        if (asked == systemWide_) {
             if (!hasFocusedElement)
                 co_return AttributeResult{AccessibilityError::noValue, {}};
-            co_return AttributeResult{AccessibilityError::success, element_};
+            co_return AttributeResult{AccessibilityError::success,
+                                      AccessibilityElementRef(element)};
         }
         const auto found = attributes.find(attribute);
         if (found == attributes.end())
@@ -47,7 +61,7 @@ class FakeAccessibility : public Accessibility {
             shown = QStringLiteral("%1+%2").arg(range->location).arg(range->length);
         log_->append(QStringLiteral("set %1 %2").arg(attribute, shown));
         if (refusedAttributes.contains(attribute))
-            co_return AccessibilityError::failure;
+            co_return refusal;
         attributes[attribute] = value;
         co_return AccessibilityError::success;
     }
@@ -62,11 +76,14 @@ class FakeAccessibility : public Accessibility {
     bool hasFocusedElement = true;
     QMap<QString, AccessibilityValue> attributes;
     QStringList refusedAttributes;
+    AccessibilityError refusal = AccessibilityError::failure;
+    ChordContextRef context;
+    Gate *gate = nullptr; ///< that every reading waits at
+    std::shared_ptr<FakeElement> element = std::make_shared<FakeElement>();
 
   private:
     CallLog log_;
     AccessibilityElementRef systemWide_ = std::make_shared<const AccessibilityElement>();
-    AccessibilityElementRef element_ = std::make_shared<const AccessibilityElement>();
 };
 
 } // namespace quillmender::fakes

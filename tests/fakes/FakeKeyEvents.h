@@ -11,7 +11,9 @@ class FakeKeyEvents : public KeyEvents {
   public:
     explicit FakeKeyEvents(CallLog log) : log_(std::move(log)) {}
 
-    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef, Chord chord) override {
+    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef, Chord chord,
+                                             ChordContextRef context) override {
+        contexts.append(context);
         log_->append(chord == Chord::copy ? QStringLiteral("prepareChord copy")
                                           : QStringLiteral("prepareChord paste"));
         co_return readiness;
@@ -42,6 +44,7 @@ class FakeKeyEvents : public KeyEvents {
         return acceptsPosts;
     }
 
+    QList<ChordContextRef> contexts; ///< of the chords that were prepared
     ChordReadiness readiness = ChordReadiness::ready;
     bool createsSource = true;
     bool createsDown = true;

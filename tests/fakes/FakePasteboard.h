@@ -3,6 +3,7 @@
 #include "fakes/CallLog.h"
 #include "platform/Pasteboard.h"
 
+#include <exception>
 #include <utility>
 
 namespace quillmender::fakes {
@@ -34,6 +35,8 @@ class FakePasteboard : public Pasteboard {
     }
     QCoro::Task<std::optional<QString>> string() override {
         log_->append(QStringLiteral("pasteboard.string"));
+        if (failure)
+            std::rethrow_exception(failure);
         co_return std::as_const(text);
     }
     bool setString(const QString &string) override {
@@ -44,6 +47,8 @@ class FakePasteboard : public Pasteboard {
     }
     QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override {
         log_->append(QStringLiteral("pasteboard.stringWasRead %1").arg(limit.count()));
+        if (failure)
+            std::rethrow_exception(failure);
         co_return std::as_const(isStringRead);
     }
     QCoro::Task<> handOver() override {
@@ -62,6 +67,7 @@ class FakePasteboard : public Pasteboard {
     qint64 count = 7;
     bool isStringRead = true;
     bool acceptsWrites = true;
+    std::exception_ptr failure; ///< of what waits for others
 
   private:
     CallLog log_;

@@ -158,8 +158,26 @@ TEST_F(AccessibilityTest, writesATextAndARange) {
 
 TEST_F(AccessibilityTest, aRefusedWriteIsAnError) {
     const AccessibilityElementRef element = focused();
-    editor->failWriting("AXValue", kAXErrorCannotComplete);
+    editor->failWriting("AXValue", kAXErrorAttributeUnsupported);
     EXPECT_EQ(set(element, attribute::value, QStringLiteral("new")),
+              AccessibilityError::attributeUnsupported);
+}
+
+TEST_F(AccessibilityTest, anUnansweredWriteIsJudgedByWhatIsShownThen) {
+    const AccessibilityElementRef element = focused();
+    editor->failWriting("AXValue", kAXErrorCannotComplete);
+    editor->give("AXValue", doubles::makeString(u"new"));
+    calls();
+    EXPECT_EQ(set(element, attribute::value, QStringLiteral("new")), AccessibilityError::success);
+    EXPECT_THAT(calls(), ElementsAre("AXUIElementSetAttributeValue editor AXValue new",
+                                     "AXUIElementCopyAttributeValue editor AXValue"));
+    editor->give("AXValue", doubles::makeString(u"old"));
+    EXPECT_EQ(set(element, attribute::value, QStringLiteral("new")), AccessibilityError::failure);
+    editor->failReading("AXValue", kAXErrorCannotComplete);
+    EXPECT_EQ(set(element, attribute::value, QStringLiteral("new")),
+              AccessibilityError::cannotComplete);
+    editor->failWriting("AXSelectedTextRange", kAXErrorCannotComplete);
+    EXPECT_EQ(set(element, attribute::selectedTextRange, TextRange{0, 1}),
               AccessibilityError::cannotComplete);
 }
 

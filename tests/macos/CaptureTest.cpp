@@ -94,6 +94,22 @@ TEST_F(CaptureTest, copiesWhenNoElementHasTheFocus) {
     EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
 }
 
+TEST_F(CaptureTest, copiesWhenTheFocusIsInAnotherApplication) {
+    struct Process : RunningApplication {
+        qint64 processId() const override { return 7; }
+    };
+    workspace.frontmost = std::make_shared<const Process>();
+    setText(u"of another", CFRangeMake(0, 10));
+    EXPECT_NE(capture()->focusedElement, nullptr);
+    editor->process = 8;
+    log->clear();
+    copyYields(QStringLiteral("copied"));
+    const auto session = capture();
+    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
+    EXPECT_EQ(session->focusedElement, nullptr);
+    EXPECT_FALSE(log->contains(selectedText));
+}
+
 TEST_F(CaptureTest, copiesWhenTheFocusedElementIsNull) {
     server.focused = nullptr;
     copyYields(QStringLiteral("copied"));

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 class KeyEventsTest : public DoublesTest {
   protected:
     KeystrokeResult type(quint16 keyCode) {
-        return fakes::await(manager.postCommandKeystroke(nullptr, keyCode));
+        return fakes::await(manager.postCommandKeystroke(nullptr, keyCode, nullptr));
     }
 
     doubles::EventServer server;

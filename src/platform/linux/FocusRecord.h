@@ -1,13 +1,14 @@
 #pragma once
 
+#include "platform/ChordContext.h"
 #include "platform/linux/KeyDetour.h"
 
 #include <memory>
 
 namespace quillmender {
 
-/// What accessibility last learned of the focused element; key events ask it before they type.
-struct FocusRecord {
+/// What accessibility learned of the focused element when a capture asked for it.
+struct FocusRecord : ChordContext {
     enum class Role { unknown, text, password, terminal };
 
     Role role = Role::unknown;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Workspace.h"
+
 #include <QCoroTask>
 #include <QString>
 
@@ -16,6 +18,9 @@ class FrontmostSource {
     FrontmostSource &operator=(const FrontmostSource &) = delete;
     virtual ~FrontmostSource() = default;
 
+    /// Null when there is none, or nobody can tell.
+    virtual RunningApplicationRef application() const = 0;
+
     /// Process identifier; 0 when there is no such application or it does not say.
     virtual qint64 processId() const = 0;
 
@@ -23,7 +28,8 @@ class FrontmostSource {
     /// the category TerminalEmulator, or its window class is a known terminal's.
     virtual bool isTerminal() const = 0;
 
-    /// The text of the PRIMARY selection when that application owns it.
+    /// The text of the PRIMARY selection when that application owns it. Not to be asked while the
+    /// focus is in a password field: browsers put what is selected there on PRIMARY too.
     virtual QCoro::Task<std::optional<QString>> primarySelection() = 0;
 };
 

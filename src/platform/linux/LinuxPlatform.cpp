@@ -1,6 +1,5 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
-#include "platform/linux/FocusRecord.h"
 #include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/atspi/AtspiAccessibility.h"
 #include "platform/linux/services/AutostartLoginItem.h"
@@ -24,7 +23,6 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 
 // What the services refer to beyond each other.
 struct Shared {
-    FocusRecord focus;
     NoFrontmostSource noFrontmost;
     std::unique_ptr<X11Services> x11;
 };
@@ -47,7 +45,7 @@ void addWindowSystem(Platform &platform, Shared &shared) {
 
 std::unique_ptr<Platform> makePlatform() {
     const auto shared = std::make_shared<Shared>();
-    shared->x11 = X11Services::create(shared->focus);
+    shared->x11 = X11Services::create();
     qCInfo(log, "window system: %s; accessibility: AT-SPI; secrets: Secret Service",
            shared->x11 ? "X11" : "none");
 
@@ -66,7 +64,7 @@ std::unique_ptr<Platform> makePlatform() {
         frontmost = shared->x11->frontmost.get();
         windowSystem = shared->x11->windowSystem.get();
     }
-    platform->accessibility = std::make_unique<AtspiAccessibility>(*frontmost, shared->focus);
+    platform->accessibility = std::make_unique<AtspiAccessibility>(*frontmost);
     platform->presence = std::make_unique<LinuxPresence>(windowSystem);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;

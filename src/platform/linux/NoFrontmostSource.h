@@ -7,6 +7,7 @@ namespace quillmender {
 /// A window system that tells nothing of the application in front.
 class NoFrontmostSource : public FrontmostSource {
   public:
+    RunningApplicationRef application() const override { return nullptr; }
     qint64 processId() const override { return 0; }
     bool isTerminal() const override { return false; }
     QCoro::Task<std::optional<QString>> primarySelection() override { co_return std::nullopt; }

@@ -20,9 +20,10 @@ CFRef<CFTypeRef> copied(AXUIElementRef element, const char *attribute) {
     return error == kAXErrorSuccess ? std::move(owned) : CFRef<CFTypeRef>();
 }
 
-bool isOfThisProcess(AXUIElementRef element) {
+// 0 when the system does not say.
+pid_t processOf(AXUIElementRef element) {
     pid_t process = 0;
-    return AXUIElementGetPid(element, &process) == kAXErrorSuccess && process == ::getpid();
+    return AXUIElementGetPid(element, &process) == kAXErrorSuccess ? process : 0;
 }
 
 // Asked when the element is found and not at each read, so that reading a text stays one call.
@@ -32,10 +33,11 @@ bool isSecureTextField(AXUIElementRef element) {
 }
 
 AccessibilityValue elementFrom(AXUIElementRef element) {
-    if (isOfThisProcess(element))
+    const pid_t process = processOf(element);
+    if (process == ::getpid())
         return std::monostate();
     return std::make_shared<const MacElement>(CFRef<AXUIElementRef>::retained(element),
-                                              isSecureTextField(element));
+                                              isSecureTextField(element), process);
 }
 
 bool isText(const QString &attribute) {
@@ -73,6 +75,16 @@ CFRef<CFTypeRef> packed(const TextRange &range) {
 
 AccessibilityError errorFrom(AXError error) {
     return static_cast<AccessibilityError>(error);
+}
+
+// What came of an order that was not answered in time. An application attends to what it is asked
+// in its order: what it shows now, it shows after the order.
+AccessibilityError outcome(AXUIElementRef element, const QString &wanted) {
+    const CFRef<CFTypeRef> shown = copied(element, attribute::value);
+    if (!shown)
+        return AccessibilityError::cannotComplete;
+    return stringFrom(shown.get()) == wanted ? AccessibilityError::success
+                                             : AccessibilityError::failure;
 }
 
 } // namespace
@@ -136,7 +148,12 @@ QCoro::Task<AccessibilityError> MacAccessibility::setAttributeValue(Accessibilit
         co_return AccessibilityError::illegalArgument;
     if (!systemValue)
         co_return AccessibilityError::failure;
-    co_return errorFrom(AXUIElementSetAttributeValue(target->get(), name.get(), systemValue.get()));
+    const AXError error =
+        AXUIElementSetAttributeValue(target->get(), name.get(), systemValue.get());
+    const auto *wanted = std::get_if<QString>(&value);
+    if (error == kAXErrorCannotComplete && wanted && attribute == QLatin1String(attribute::value))
+        co_return outcome(target->get(), *wanted);
+    co_return errorFrom(error);
 }
 
 QCoro::Task<> MacAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {

@@ -15,6 +15,7 @@ class MacAccessibility : public Accessibility {
     bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;
     AccessibilityElementRef createSystemWide() override;
+    ChordContextRef chordContext(const AccessibilityElementRef &) override { return nullptr; }
 
     /// Texts, ranges and elements have a value; success with anything else has `std::monostate`.
     QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,

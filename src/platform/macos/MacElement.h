@@ -10,9 +10,16 @@ namespace quillmender {
 /// An element of the system's accessibility interface, held as long as this lives.
 class MacElement : public AccessibilityElement {
   public:
-    explicit MacElement(CFRef<AXUIElementRef> element, bool isSecure = false)
+    /// `processId` is 0 when it is nobody's or nobody knows whose it is.
+    explicit MacElement(CFRef<AXUIElementRef> element, bool isSecure = false, qint64 processId = 0)
         : element_(std::move(element)),
-          isSecure_(isSecure) {}
+          isSecure_(isSecure),
+          processId_(processId) {}
+
+    bool isOf(const RunningApplicationRef &application) const override {
+        const qint64 other = application ? application->processId() : 0;
+        return processId_ == 0 || other == 0 || other == processId_;
+    }
 
     AXUIElementRef get() const { return element_.get(); }
 
@@ -27,6 +34,7 @@ class MacElement : public AccessibilityElement {
   private:
     CFRef<AXUIElementRef> element_;
     bool isSecure_;
+    qint64 processId_;
 };
 
 } // namespace quillmender

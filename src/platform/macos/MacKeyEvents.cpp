@@ -22,7 +22,8 @@ struct MacEvent : KeyEvent {
 
 } // namespace
 
-QCoro::Task<ChordReadiness> MacKeyEvents::prepareChord(RunningApplicationRef, Chord) {
+QCoro::Task<ChordReadiness> MacKeyEvents::prepareChord(RunningApplicationRef, Chord,
+                                                       ChordContextRef) {
     co_return ChordReadiness::ready;
 }
 

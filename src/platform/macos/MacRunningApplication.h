@@ -13,6 +13,8 @@ class MacRunningApplication : public RunningApplication {
     explicit MacRunningApplication(NSRunningApplication *application)
         : application_(ObjcRef<NSRunningApplication>::retained(application)) {}
 
+    qint64 processId() const override { return [application_.get() processIdentifier]; }
+
     NSRunningApplication *get() const { return application_.get(); }
 
   private:

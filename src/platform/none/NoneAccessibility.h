@@ -10,6 +10,7 @@ class NoneAccessibility : public Accessibility {
     bool isProcessTrusted() override { return false; }
     bool isProcessTrustedWithPrompt() override { return false; }
     AccessibilityElementRef createSystemWide() override;
+    ChordContextRef chordContext(const AccessibilityElementRef &) override { return nullptr; }
     QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,
                                                     QString attribute) override;
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef element,

@@ -2,7 +2,7 @@
 
 namespace quillmender {
 
-QCoro::Task<ChordReadiness> NoneKeyEvents::prepareChord(RunningApplicationRef, Chord) {
+QCoro::Task<ChordReadiness> NoneKeyEvents::prepareChord(RunningApplicationRef, Chord, ChordContextRef) {
     co_return ChordReadiness::ready;
 }
 

@@ -7,7 +7,8 @@ namespace quillmender {
 /// No synthetic input: no source of events can be made.
 class NoneKeyEvents : public KeyEvents {
   public:
-    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
+    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord,
+                                             ChordContextRef context) override;
     KeyEventSourceRef createSource(qint32) override { return nullptr; }
     KeyEventRef createKeyboardEvent(const KeyEventSourceRef &, quint16, bool) override {
         return nullptr;

@@ -27,8 +27,8 @@ void AtspiTest::start(const harness::Desktop::Options &options) {
 
 void AtspiTest::adopt() {
     frontmost_ = std::make_unique<DesktopFrontmost>(desktop());
-    accessibility_ = std::make_unique<AtspiAccessibility>(*frontmost_, record_,
-                                                          desktop().sessionBus().connection());
+    accessibility_ =
+        std::make_unique<AtspiAccessibility>(*frontmost_, desktop().sessionBus().connection());
 }
 
 void AtspiTest::TearDown() {
@@ -48,8 +48,10 @@ AccessibilityError AtspiTest::set(const AccessibilityElementRef &element, const 
 }
 
 AccessibilityElementRef AtspiTest::focusedElement() {
-    const AttributeResult result =
-        get(accessibility_->createSystemWide(), attribute::focusedElement);
+    const AccessibilityElementRef systemWide = accessibility_->createSystemWide();
+    const AttributeResult result = get(systemWide, attribute::focusedElement);
+    record_ =
+        std::dynamic_pointer_cast<const FocusRecord>(accessibility_->chordContext(systemWide));
     const auto *element = std::get_if<AccessibilityElementRef>(&result.value);
     return result.error == AccessibilityError::success && element != nullptr ? *element : nullptr;
 }
@@ -59,7 +61,7 @@ AccessibilityElementRef AtspiTest::waitForFocusedElement(FocusRecord::Role role)
     harness::waitUntil(
         [&] {
             element = focusedElement();
-            return element != nullptr && record_.role == role;
+            return element != nullptr && record_->role == role;
         },
         QStringLiteral("there is a focused element"));
     return element;

@@ -11,12 +11,14 @@ class DesktopFrontmost : public FrontmostSource {
   public:
     explicit DesktopFrontmost(harness::Desktop &desktop) : desktop_(desktop) {}
 
+    RunningApplicationRef application() const override { return pretendedApplication; }
     qint64 processId() const override;
     bool isTerminal() const override { return terminal; }
     QCoro::Task<std::optional<QString>> primarySelection() override;
 
     bool terminal = false;
     std::optional<qint64> pretendedProcess;
+    RunningApplicationRef pretendedApplication;
 
   private:
     harness::Desktop &desktop_;
@@ -31,7 +33,8 @@ class AtspiTest : public harness::DesktopTest {
 
     DesktopFrontmost &frontmost() { return *frontmost_; }
     AtspiAccessibility &accessibility() { return *accessibility_; }
-    const FocusRecord &record() const { return record_; }
+    /// What was learned when the focused element was last asked for.
+    const FocusRecord &record() const { return *record_; }
 
     AttributeResult get(const AccessibilityElementRef &element, const char *attribute);
     AccessibilityError set(const AccessibilityElementRef &element, const char *attribute,
@@ -53,7 +56,7 @@ class AtspiTest : public harness::DesktopTest {
 
   private:
     std::unique_ptr<DesktopFrontmost> frontmost_;
-    FocusRecord record_;
+    std::shared_ptr<const FocusRecord> record_ = std::make_shared<FocusRecord>();
     std::unique_ptr<AtspiAccessibility> accessibility_;
 };
 

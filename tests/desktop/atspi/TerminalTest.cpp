@@ -21,8 +21,9 @@ class TerminalTest : public AtspiTest {
 
     std::optional<QString> selectedText() {
         const ObjectRef object{screen_->service(), ScriptedField::path()};
-        return text(std::make_shared<const TerminalElement>(object, std::make_shared<Budget>()),
-                    attribute::selectedText);
+        return text(
+            std::make_shared<const TerminalElement>(nullptr, object, std::make_shared<Budget>()),
+            attribute::selectedText);
     }
 
     std::optional<ScriptedField> screen_;

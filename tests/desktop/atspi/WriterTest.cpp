@@ -35,7 +35,8 @@ class WriterTest : public harness::DesktopTest {
         traits.states = StateSet(states);
         traits.interfaces = {QStringLiteral("org.a11y.atspi.Text"),
                              QStringLiteral("org.a11y.atspi.EditableText")};
-        return std::make_shared<const TextElement>(traits, toolkit, std::make_shared<Budget>());
+        return std::make_shared<const TextElement>(nullptr, traits, toolkit,
+                                                   std::make_shared<Budget>());
     }
 
     AccessibilityError write(const TextElementRef &target, const QString &text) {
@@ -90,11 +91,49 @@ TEST_F(WriterTest, RefusedDeletionChangesNothing) {
     EXPECT_THAT(field->calls, ElementsAre(QStringLiteral("DeleteText")));
 }
 
-TEST_F(WriterTest, UnansweredDeletionIsFollowedByItsInsertion) {
-    field->answersDeletion = false;
+TEST_F(WriterTest, StallIsWaitedForAndTheTextIsWrittenOnce) {
+    for (const int stall : {400, 1200, 2500}) {
+        SCOPED_TRACE(stall);
+        field->text = oldText;
+        field->calls.clear();
+        field->stall = std::chrono::milliseconds(stall);
+        EXPECT_EQ(write(element(), newText), AccessibilityError::success);
+        EXPECT_EQ(field->text, newText);
+        EXPECT_THAT(field->calls,
+                    ElementsAre(QStringLiteral("DeleteText"), QStringLiteral("InsertText")));
+    }
+}
+
+TEST_F(WriterTest, NobodyKnowsWhatComesOfAnOrderThatIsNotAttendedTo) {
+    field->stall = std::chrono::seconds(8);
     EXPECT_EQ(write(element(), newText), AccessibilityError::cannotComplete);
+    EXPECT_EQ(field->text, oldText);
+    field->stall = std::chrono::milliseconds(0);
     waitUntil([this] { return field->text == newText; },
-              QStringLiteral("the words are in their place"));
+              QStringLiteral("the orders are carried out after all"));
+    EXPECT_THAT(field->calls,
+                ElementsAre(QStringLiteral("DeleteText"), QStringLiteral("InsertText")));
+}
+
+TEST_F(WriterTest, LateRefusalIsFollowedByNothing) {
+    field->stall = std::chrono::milliseconds(1200);
+    field->refusesDeletion = true;
+    EXPECT_EQ(write(element(), newText), AccessibilityError::cannotComplete);
+    EXPECT_EQ(field->text, oldText);
+    EXPECT_THAT(field->calls, ElementsAre(QStringLiteral("DeleteText")));
+}
+
+TEST_F(WriterTest, RepairThatIsRefusedLeavesAnUnknownText) {
+    field->insert = [](qsizetype, const QString &) {};
+    EXPECT_EQ(write(element(), newText), AccessibilityError::cannotComplete);
+}
+
+TEST_F(WriterTest, DeletionThatIsNeverAnsweredIsFollowedByItsInsertion) {
+    field->answersDeletion = false;
+    EXPECT_EQ(write(element(), newText), AccessibilityError::success);
+    EXPECT_EQ(field->text, newText);
+    EXPECT_THAT(field->calls,
+                ElementsAre(QStringLiteral("DeleteText"), QStringLiteral("InsertText")));
 }
 
 TEST_F(WriterTest, ChangeElsewhereAtTheSameTimeIsNoFailure) {
@@ -114,9 +153,9 @@ TEST_F(WriterTest, ChangeSinceTheReadingStopsTheWrite) {
         QCoro::waitFor(reader->wholeText(target));
     }
     field->text = QStringLiteral("one two! hree");
-    EXPECT_EQ(write(target, newText), AccessibilityError::cannotComplete);
+    EXPECT_EQ(write(target, newText), AccessibilityError::failure);
     field->text = oldText + QStringLiteral(" four");
-    EXPECT_EQ(write(target, newText), AccessibilityError::cannotComplete);
+    EXPECT_EQ(write(target, newText), AccessibilityError::failure);
     EXPECT_TRUE(field->calls.isEmpty());
 }
 

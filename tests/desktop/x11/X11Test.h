@@ -18,7 +18,7 @@ namespace quillmender {
 class X11Test : public testing::Test {
   protected:
     void SetUp() override {
-        services_ = X11Services::create(focus_, server_.display());
+        services_ = X11Services::create(server_.display());
         ASSERT_NE(services_, nullptr);
         peer_ = X11Connection::open(server_.display());
         ASSERT_NE(peer_, nullptr);
@@ -56,7 +56,8 @@ class X11Test : public testing::Test {
         return program;
     }
 
-    FocusRecord focus_;
+    /// What a chord is told of the focused element.
+    std::shared_ptr<FocusRecord> focus_ = std::make_shared<FocusRecord>();
     XServerProcess server_;
     std::unique_ptr<X11Services> services_;
     std::unique_ptr<X11Connection> peer_;

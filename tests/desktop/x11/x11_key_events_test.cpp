@@ -54,7 +54,7 @@ class KeyEventsTest : public X11Test {
     }
 
     ChordReadiness prepare(Chord chord) {
-        return wait(services_->keyEvents->prepareChord(application(), chord));
+        return wait(services_->keyEvents->prepareChord(application(), chord, focus_));
     }
 
     void post(quint16 code) {
@@ -109,7 +109,7 @@ class KeyEventsTest : public X11Test {
     ScriptedDetour &detour(const QList<ScriptedDetour::Turn> &turns) {
         const auto detour = std::make_shared<ScriptedDetour>(*window_);
         detour->turns = turns;
-        focus_.detour = detour;
+        focus_->detour = detour;
         return *detour;
     }
 
@@ -161,7 +161,7 @@ TEST_F(KeyEventsTest, WaitsForTheUserToLetGo) {
     typer_->down(XKB_KEY_Alt_L);
     std::optional<ChordReadiness> readiness;
     const auto prepareInBackground = [&]() -> QCoro::Task<> {
-        readiness = co_await services_->keyEvents->prepareChord(application(), Chord::copy);
+        readiness = co_await services_->keyEvents->prepareChord(application(), Chord::copy, focus_);
     };
     const auto task = prepareInBackground();
     finishTurn();
@@ -288,21 +288,21 @@ TEST_F(KeyEventsTest, WithholdsWhenAnotherWindowIsInFront) {
     other.setFocus();
     EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld);
     EXPECT_THAT(other.keys(), IsEmpty());
-    EXPECT_EQ(wait(services_->keyEvents->prepareChord(nullptr, Chord::paste)),
+    EXPECT_EQ(wait(services_->keyEvents->prepareChord(nullptr, Chord::paste, focus_)),
               ChordReadiness::withheld);
 }
 
 TEST_F(KeyEventsTest, WithholdsCopyWhereItIsUnsafe) {
-    focus_.role = FocusRecord::Role::password;
+    focus_->role = FocusRecord::Role::password;
     EXPECT_EQ(prepare(Chord::copy), ChordReadiness::withheld);
     EXPECT_EQ(prepare(Chord::paste), ChordReadiness::ready);
-    focus_.role = FocusRecord::Role::terminal;
+    focus_->role = FocusRecord::Role::terminal;
     EXPECT_EQ(prepare(Chord::copy), ChordReadiness::withheld);
     EXPECT_THAT(window_->keys(), IsEmpty());
 }
 
 TEST_F(KeyEventsTest, PastesIntoATerminalFromBothSelections) {
-    focus_.role = FocusRecord::Role::terminal;
+    focus_->role = FocusRecord::Role::terminal;
     ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
     ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
     EXPECT_EQ(ownerOf("PRIMARY"), services_->connection->window());

@@ -31,7 +31,7 @@ class LateChordTest : public X11Test {
     }
 
     ChordReadiness prepare(Chord chord) {
-        return wait(services_->keyEvents->prepareChord(application(), chord));
+        return wait(services_->keyEvents->prepareChord(application(), chord, focus_));
     }
 
     void type(quint16 code) {

@@ -101,6 +101,36 @@ TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
     EXPECT_TRUE(panel->isVisible);
 }
 
+TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
+    capture(QStringLiteral("text"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    accessibility->refusal = AccessibilityError::cannotComplete;
+    coordinator->run(coordinator->actions().constFirst());
+    answerText("answer");
+    EXPECT_EQ(coordinator->errorMessage(), AppFailure::replacementFailed().errorDescription());
+    EXPECT_FALSE(log->contains(QStringLiteral("prepareChord paste")));
+    EXPECT_TRUE(log->filter(QStringLiteral("setString")).isEmpty());
+    EXPECT_TRUE(panel->isVisible);
+    EXPECT_EQ(coordinator->currentSession(), nullptr);
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("text"));
+
+    log->clear();
+    coordinator->run(coordinator->actions().constFirst());
+    EXPECT_EQ(coordinator->errorMessage(), AppFailure::noSelectionFound().errorDescription());
+    EXPECT_EQ(*log, QStringList());
+}
+
+TEST_F(SessionRunTest, anUncertainWriteBackLeavesALaterSessionAlone) {
+    capture(QStringLiteral("first"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    accessibility->refusal = AccessibilityError::cannotComplete;
+    coordinator->run(coordinator->actions().constFirst());
+    capture(QStringLiteral("second"));
+    const SelectionSessionRef second = coordinator->currentSession();
+    answerText("answer");
+    EXPECT_EQ(coordinator->currentSession(), second);
+}
+
 TEST_F(SessionRunTest, aMissingKeyStartsNoRequest) {
     secrets->items.clear();
     capture(QStringLiteral("me goes"));

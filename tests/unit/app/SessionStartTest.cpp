@@ -105,6 +105,28 @@ TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
+TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
+    fakes::Gate gate;
+    accessibility->gate = &gate;
+    select(QStringLiteral("of an application that hangs"));
+    coordinator->beginWorkflow();
+    const auto captures = [this] { return log->count(QStringLiteral("copy AXFocusedUIElement")); };
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            coordinator->beginWorkflow();
+            return captures() > 1;
+        },
+        20'000));
+    EXPECT_EQ(captures(), 2);
+
+    accessibility->gate = nullptr;
+    select(QStringLiteral("of another"));
+    EXPECT_FALSE(panel->isVisible);
+    gate.open();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("of another"));
+    EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
+}
+
 TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
     accessibility->trusted = false;
     coordinator->beginWorkflow();

@@ -15,13 +15,33 @@ TEST(BudgetTest, OneCallHasItsLimit) {
 
 TEST(BudgetTest, LargeTextsHaveMoreTime) {
     EXPECT_EQ(Budget::transferAllowance(400), milliseconds(0));
-    EXPECT_EQ(Budget::transferAllowance(10'000'000), milliseconds(20000));
+    EXPECT_EQ(Budget::transferAllowance(1'000'000), milliseconds(2000));
     const auto budget = std::make_shared<Budget>();
     const Budget::Use use(budget);
     EXPECT_EQ(budget->nextCall(milliseconds(500)), milliseconds(750));
     EXPECT_EQ(budget->nextCall(), milliseconds(750));
     budget->renew();
     EXPECT_EQ(budget->nextCall(), milliseconds(750));
+}
+
+TEST(BudgetTest, NobodyWaitsLongerThanSomeSeconds) {
+    EXPECT_EQ(Budget::transferAllowance(2'147'483'647), milliseconds(4000));
+    EXPECT_EQ(Budget::transferAllowance(-1), milliseconds(0));
+    const auto budget = std::make_shared<Budget>();
+    const Budget::Use use(budget);
+    for (int call = 0; call < 100; ++call)
+        EXPECT_LE(budget->nextCall(Budget::transferAllowance(2'147'483'647)), milliseconds(5600));
+}
+
+TEST(BudgetTest, AnOrderIsAwaitedLonger) {
+    const auto budget = std::make_shared<Budget>();
+    const Budget::Use use(budget);
+    budget->noteSilence(QStringLiteral(":1.1"));
+    budget->awaitOrder();
+    EXPECT_EQ(budget->nextCall(), Budget::orderPatience);
+    EXPECT_FALSE(budget->isSilent(QStringLiteral(":1.1")));
+    budget->renew();
+    EXPECT_EQ(budget->nextCall(), milliseconds(250));
 }
 
 TEST(BudgetTest, SilenceIsRemembered) {

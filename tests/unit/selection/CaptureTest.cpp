@@ -94,6 +94,73 @@ TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
+TEST_F(CaptureTest, anElementOfAnotherApplicationCountsAsAbsent) {
+    setText(QStringLiteral("of another"), QStringLiteral("of another"), TextRange{0, 10});
+    accessibility.element->application = std::make_shared<const RunningApplication>();
+    copyYields(QStringLiteral("copied"));
+    const auto session = capture();
+    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
+    EXPECT_EQ(session->focusedElement, nullptr);
+    EXPECT_EQ(session->chordContext, nullptr);
+    EXPECT_FALSE(log->contains(QStringLiteral("copy AXSelectedText")));
+}
+
+TEST_F(CaptureTest, theFocusIsAskedForAgainWhenItWasElsewhere) {
+    setText(QString(), QString(), TextRange{2, 6});
+    accessibility.context = std::make_shared<const ChordContext>();
+    accessibility.element->application = std::make_shared<const RunningApplication>();
+    clock.duringSleep = [this](int) { accessibility.element->application = workspace.frontmost; };
+    copyYields(QStringLiteral("copied"));
+    const auto session = capture();
+    const auto asked = log->lastIndexOf(QStringLiteral("copy AXFocusedUIElement"));
+    EXPECT_GT(asked, log->indexOf(QStringLiteral("sleep 120")));
+    EXPECT_LT(asked, log->indexOf(QStringLiteral("prepareChord copy")));
+    EXPECT_EQ(keyEvents.contexts, QList<ChordContextRef>{accessibility.context});
+    EXPECT_EQ(session->chordContext, accessibility.context);
+    EXPECT_EQ(session->focusedElement, accessibility.element);
+    EXPECT_EQ(session->selectedRange, (TextRange{2, 6}));
+}
+
+TEST_F(CaptureTest, aLaterCaptureKeepsAnEarlierOneFromCopying) {
+    fakes::Gate gate;
+    accessibility.gate = &gate;
+    accessibility.hasFocusedElement = false;
+    const auto first = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
+    fakes::collect(controller.captureSelection(), first);
+    const auto second = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
+    fakes::collect(controller.captureSelection(), second);
+    copyYields(QStringLiteral("copied"));
+    gate.open();
+    ASSERT_TRUE(first->isDone && second->isDone);
+    EXPECT_THROW(std::rethrow_exception(first->error), CancellationError);
+    ASSERT_FALSE(second->error);
+    EXPECT_EQ((*second->value)->selectedText, QStringLiteral("copied"));
+    EXPECT_EQ(log->count(QStringLiteral("prepareChord copy")), 1);
+}
+
+TEST_F(CaptureTest, whatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) {
+    fakes::Gate gate;
+    accessibility.gate = &gate;
+    accessibility.hasFocusedElement = false;
+    const auto outcome = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
+    fakes::collect(controller.captureSelection(), outcome);
+    fakes::await(controller.performPasteReplacement(session(std::nullopt), QStringLiteral("x")));
+    pasteboard.contents = {twoItems().last()};
+    gate.open();
+    ASSERT_TRUE(outcome->isDone);
+    EXPECT_THROW(std::rethrow_exception(outcome->error), AppFailure);
+    EXPECT_EQ(pasteboard.contents, QList<PasteboardItem>{twoItems().last()});
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.string")));
+}
+
+TEST_F(CaptureTest, anythingThatGoesWrongAfterTheChordRestores) {
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral("copied"));
+    pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
+    EXPECT_THROW(capture(), std::runtime_error);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
 TEST_F(CaptureTest, keepsElementAndRangeOfACopiedSelection) {
     setText(QString(), QStringLiteral("   "), TextRange{3, 6});
     copyYields(QStringLiteral("copied"));

@@ -1,4 +1,5 @@
 #include "SelectionFixture.h"
+#include "selection/UncertainReplacement.h"
 
 namespace quillmender {
 namespace {
@@ -65,6 +66,19 @@ TEST_F(ReplacementTest, aRefusedValueIsNotFollowedByASelection) {
     accessibility.refusedAttributes = {QStringLiteral("AXValue")};
     EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
     EXPECT_EQ(log->last(), QStringLiteral("set AXValue new"));
+}
+
+TEST_F(ReplacementTest, anOrderOfUnknownOutcomeIsFollowedByNothing) {
+    setText(QString(), QStringLiteral("text"));
+    accessibility.refusedAttributes = {QStringLiteral("AXValue")};
+    accessibility.refusal = AccessibilityError::cannotComplete;
+    EXPECT_THROW(replace(session(TextRange{0, 4}), QStringLiteral("new")), UncertainReplacement);
+    EXPECT_EQ(log->last(), QStringLiteral("set AXValue new"));
+}
+
+TEST_F(ReplacementTest, theUserReadsThatTheOutcomeIsNoReplacement) {
+    EXPECT_EQ(UncertainReplacement().errorDescription(),
+              AppFailure::replacementFailed().errorDescription());
 }
 
 TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
@@ -153,6 +167,20 @@ TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
     const auto read = log->indexOf(QStringLiteral("pasteboard.stringWasRead 840"));
     ASSERT_GE(read, 0);
     EXPECT_EQ(log->lastIndexOf(QStringLiteral("pasteboard.clear")), read + 1);
+}
+
+TEST_F(ReplacementTest, anythingThatGoesWrongRestores) {
+    pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
+    EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+TEST_F(ReplacementTest, theChordIsOfItsOwnSession) {
+    const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
+    made->chordContext = std::make_shared<const ChordContext>();
+    accessibility.context = std::make_shared<const ChordContext>();
+    paste(made, QStringLiteral("answer"));
+    EXPECT_EQ(keyEvents.contexts, QList<ChordContextRef>{made->chordContext});
 }
 
 TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {

@@ -16,17 +16,15 @@ AttributeResult failed(AccessibilityError error) {
     return {error, {}};
 }
 
+bool isSame(const RunningApplicationRef &one, const RunningApplicationRef &other) {
+    return one && other ? one->isSame(*other) : one == other;
+}
+
 } // namespace
 
-AtspiAccessibility::AtspiAccessibility(FrontmostSource &frontmost, FocusRecord &record,
-                                       const QDBusConnection &session)
+AtspiAccessibility::AtspiAccessibility(FrontmostSource &frontmost, const QDBusConnection &session)
     : frontmost_(frontmost),
-      record_(record),
       bus_(session) {}
-
-AtspiAccessibility::~AtspiAccessibility() {
-    record_.detour.reset();
-}
 
 bool AtspiAccessibility::isProcessTrusted() {
     return bus_.isEnabledAndAnswers(QDeadlineTimer(trustDeadlineMs));
@@ -41,13 +39,18 @@ AccessibilityElementRef AtspiAccessibility::createSystemWide() {
     return std::make_shared<const SystemWideElement>();
 }
 
+ChordContextRef AtspiAccessibility::chordContext(const AccessibilityElementRef &systemWide) {
+    const auto own = std::dynamic_pointer_cast<const SystemWideElement>(systemWide);
+    return own ? own->record : nullptr;
+}
+
 QCoro::Task<AttributeResult> AtspiAccessibility::copyAttributeValue(AccessibilityElementRef element,
                                                                     QString attribute) {
     if (const auto systemWide = std::dynamic_pointer_cast<const SystemWideElement>(element)) {
         if (!isNamed(attribute, attribute::focusedElement))
             co_return failed(AccessibilityError::attributeUnsupported);
         const Budget::Use use(systemWide->budget);
-        co_return co_await focusedElement(systemWide->budget);
+        co_return co_await focusedElement(systemWide);
     }
     if (const auto terminal = std::dynamic_pointer_cast<const TerminalElement>(element)) {
         const Budget::Use use(terminal->budget);
@@ -60,19 +63,25 @@ QCoro::Task<AttributeResult> AtspiAccessibility::copyAttributeValue(Accessibilit
     co_return failed(AccessibilityError::invalidElement);
 }
 
-QCoro::Task<AttributeResult> AtspiAccessibility::focusedElement(BudgetRef budget) {
-    record_ = FocusRecord();
+QCoro::Task<AttributeResult> AtspiAccessibility::focusedElement(SystemWideRef systemWide) {
+    const BudgetRef &budget = systemWide->budget;
+    const auto record = std::make_shared<FocusRecord>();
+    systemWide->record = record;
+    const RunningApplicationRef application = frontmost_.application();
     const bool inTerminal = frontmost_.isTerminal();
     std::optional<Traits> found;
     if (bus_.isConnected())
         found = co_await finder_.find(budget);
+    // What has the focus now may be in another window than what had it then.
+    if (!isSame(application, frontmost_.application()))
+        co_return failed(AccessibilityError::noValue);
     const bool isEntryOfTerminal = found && inTerminal && found->role != atspi_role::terminal &&
                                    found->states.has(State::editable);
     if ((inTerminal && !isEntryOfTerminal) || (found && found->role == atspi_role::terminal)) {
-        record_.role = FocusRecord::Role::terminal;
+        record->role = FocusRecord::Role::terminal;
         const ObjectRef object = found ? found->object : ObjectRef();
         const AccessibilityElementRef terminal =
-            std::make_shared<const TerminalElement>(object, budget);
+            std::make_shared<const TerminalElement>(application, object, budget);
         co_return AttributeResult{AccessibilityError::success, terminal};
     }
     QString service;
@@ -82,12 +91,12 @@ QCoro::Task<AttributeResult> AtspiAccessibility::focusedElement(BudgetRef budget
         service = co_await finder_.serviceInFront(budget);
     const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
     if (toolkit == Toolkit::qt)
-        record_.detour = std::make_shared<RegistryDetour>(bus_, service);
+        record->detour = std::make_shared<RegistryDetour>(bus_, service);
     if (!found)
         co_return failed(AccessibilityError::noValue);
 
-    const auto element = std::make_shared<const TextElement>(*found, toolkit, budget);
-    record_.role = element->isPassword() ? FocusRecord::Role::password : FocusRecord::Role::text;
+    const auto element = std::make_shared<const TextElement>(application, *found, toolkit, budget);
+    record->role = element->isPassword() ? FocusRecord::Role::password : FocusRecord::Role::text;
     co_return AttributeResult{AccessibilityError::success, AccessibilityElementRef(element)};
 }
 

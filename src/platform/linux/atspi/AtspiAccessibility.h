@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FrontmostSource.h"
 #include "platform/linux/atspi/AtspiElement.h"
 #include "platform/linux/atspi/FocusEvents.h"
 #include "platform/linux/atspi/FocusFinder.h"
@@ -18,14 +18,13 @@ namespace quillmender {
 /// the object.
 class AtspiAccessibility : public Accessibility {
   public:
-    /// `record` is set at each query of the focused element.
-    AtspiAccessibility(FrontmostSource &frontmost, FocusRecord &record,
-                       const QDBusConnection &session = QDBusConnection::sessionBus());
-    ~AtspiAccessibility() override;
+    explicit AtspiAccessibility(FrontmostSource &frontmost,
+                                const QDBusConnection &session = QDBusConnection::sessionBus());
 
     bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;
     AccessibilityElementRef createSystemWide() override;
+    ChordContextRef chordContext(const AccessibilityElementRef &systemWide) override;
     QCoro::Task<AttributeResult> copyAttributeValue(AccessibilityElementRef element,
                                                     QString attribute) override;
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef element,
@@ -34,13 +33,14 @@ class AtspiAccessibility : public Accessibility {
     QCoro::Task<> selectBeforePaste(AccessibilityElementRef element, TextRange range) override;
 
   private:
-    QCoro::Task<AttributeResult> focusedElement(BudgetRef budget);
+    using SystemWideRef = std::shared_ptr<const SystemWideElement>;
+
+    QCoro::Task<AttributeResult> focusedElement(SystemWideRef systemWide);
     QCoro::Task<AttributeResult> terminalAttribute(std::shared_ptr<const TerminalElement> terminal,
                                                    QString attribute);
     QCoro::Task<AttributeResult> textAttribute(TextElementRef element, QString attribute);
 
     FrontmostSource &frontmost_;
-    FocusRecord &record_;
     AtspiBus bus_;
     Applications applications_{bus_};
     FocusMemory memory_;

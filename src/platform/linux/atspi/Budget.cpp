@@ -8,14 +8,14 @@ namespace quillmender {
 namespace {
 constexpr qint64 forgivenAfterMs = 1000;
 constexpr qint64 charactersPerMs = 500;
+constexpr qint64 mostPerTextMs = 4000;
 } // namespace
 
 Budget::Use::Use(std::shared_ptr<Budget> budget) : budget_(std::move(budget)) {
     if (budget_->users_++ > 0)
         return;
     if (budget_->since_.isValid() && budget_->since_.elapsed() > forgivenAfterMs) {
-        budget_->spentMs_ = 0;
-        budget_->limitMs_ = wholeMs;
+        budget_->reset(wholeMs, perCall.count());
         budget_->earnedMs_ = 0;
         budget_->silent_.clear();
     }
@@ -29,19 +29,33 @@ Budget::Use::~Use() {
 }
 
 std::chrono::milliseconds Budget::transferAllowance(qint64 characters) {
-    return std::chrono::milliseconds(characters / charactersPerMs);
+    return std::chrono::milliseconds(
+        std::clamp<qint64>(characters / charactersPerMs, 0, mostPerTextMs));
 }
 
 std::chrono::milliseconds Budget::nextCall(std::chrono::milliseconds allowance) {
-    limitMs_ += allowance.count();
+    const qint64 granted = std::min<qint64>(allowance.count(), mostGrantedMs - grantedMs_);
+    grantedMs_ += granted;
+    limitMs_ += granted;
     earnedMs_ = std::max<qint64>(earnedMs_, allowance.count());
     const qint64 left = limitMs_ - spentMs();
-    return std::chrono::milliseconds(std::clamp<qint64>(left, 0, perCall.count() + earnedMs_));
+    return std::chrono::milliseconds(std::clamp<qint64>(left, 0, perCallMs_ + earnedMs_));
 }
 
 void Budget::renew() {
+    reset(wholeMs + earnedMs_, perCall.count());
+}
+
+void Budget::awaitOrder() {
+    reset(2 * orderPatience.count() + earnedMs_, orderPatience.count());
+    silent_.clear();
+}
+
+void Budget::reset(qint64 limitMs, qint64 perCallMs) {
     spentMs_ = 0;
-    limitMs_ = wholeMs + earnedMs_;
+    limitMs_ = limitMs;
+    perCallMs_ = perCallMs;
+    grantedMs_ = 0;
     since_.start();
 }
 

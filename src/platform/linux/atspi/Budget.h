@@ -10,8 +10,9 @@
 namespace quillmender {
 
 /// The time that one capture may spend waiting for other applications: 600 ms in all, 250 ms per
-/// call. An application that let one call run out of time is not asked again. After a second
-/// without use everything is forgiven, so that a write-back much later starts afresh.
+/// call, and up to five seconds more where large texts travel. An application that let one call run
+/// out of time is not asked again. After a second without use everything is forgiven, so that a
+/// write-back much later starts afresh.
 class Budget {
   public:
     /// Counts time against the budget while it lives.
@@ -29,8 +30,12 @@ class Budget {
     /// A call's, when nothing is allowed besides.
     static constexpr std::chrono::milliseconds perCall{250};
 
+    /// How long the outcome of an order is awaited.
+    static constexpr std::chrono::milliseconds orderPatience{5000};
+
     /// The time that carrying `characters` may take besides: several times what the slowest
-    /// toolkit needs on an idle machine, nothing for everyday texts.
+    /// toolkit needs on an idle machine, nothing for everyday texts. Four seconds at most: nobody
+    /// waits longer because an application says that it has a very long text.
     static std::chrono::milliseconds transferAllowance(qint64 characters);
 
     /// How long the next call may take; zero when the budget is spent. The allowance lengthens
@@ -41,6 +46,12 @@ class Budget {
     /// A write has as much time of its own.
     void renew();
 
+    /// From now on what is asked is what became of an order, which may be carried out whenever the
+    /// application comes round: the order and each question after it may take `orderPatience`, all
+    /// together twice as long. Until the budget is renewed.
+    void awaitOrder();
+
+    void forgive(const QString &service) { silent_.remove(service); }
     void noteSilence(const QString &service) { silent_.insert(service); }
     bool isSilent(const QString &service) const { return silent_.contains(service); }
 
@@ -49,12 +60,17 @@ class Budget {
 
     qint64 spentMs_ = 0;
     qint64 limitMs_ = wholeMs;
+    qint64 perCallMs_ = perCall.count();
     qint64 earnedMs_ = 0;
+    qint64 grantedMs_ = 0; ///< of what large texts may add to the limit
     int users_ = 0;
     QElapsedTimer since_;
     QSet<QString> silent_;
 
+    void reset(qint64 limitMs, qint64 perCallMs);
+
     static constexpr qint64 wholeMs = 600;
+    static constexpr qint64 mostGrantedMs = 5000;
 };
 
 using BudgetRef = std::shared_ptr<Budget>;

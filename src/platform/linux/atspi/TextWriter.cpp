@@ -1,5 +1,7 @@
 #include "platform/linux/atspi/TextWriter.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 
 namespace quillmender {
@@ -33,6 +35,11 @@ int insertLength(Toolkit toolkit, const QString &text) {
     return int(toolkit == Toolkit::qt ? text.size() : text.toUtf8().size());
 }
 
+/// An application that is well answers two orders in the time of any two calls.
+bool isPrompt(const QElapsedTimer &sinceSent, std::chrono::milliseconds allowance) {
+    return sinceSent.elapsed() <= 2 * (Budget::perCall + allowance).count();
+}
+
 qint64 outsidePair(const QString &text, qint64 offset) {
     const qint64 inside = std::clamp<qint64>(offset, 0, text.size());
     const bool splits = inside > 0 && inside < text.size() && text[inside].isLowSurrogate();
@@ -50,9 +57,7 @@ QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QStrin
     if (!element->memory.value)
         co_await reader_.wholeText(element);
     const std::optional<DecodedText> known = element->memory.value;
-    if (!known || !known->unit)
-        co_return AccessibilityError::cannotComplete;
-    if (known->text.contains(QChar(embeddedObject)))
+    if (!known || !known->unit || known->text.contains(QChar(embeddedObject)))
         co_return AccessibilityError::failure;
 
     const TextSplice splice = computeSplice(known->text, text);
@@ -60,14 +65,28 @@ QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QStrin
         co_return AccessibilityError::failure;
     const bool unchanged = co_await stillHolds(element, *known, splice);
     if (!unchanged)
-        co_return AccessibilityError::cannotComplete;
+        co_return AccessibilityError::failure;
     if (splice.isEmpty())
         co_return AccessibilityError::success;
 
-    const Outcome outcome = co_await apply(element, *known, splice);
-    if (outcome == Outcome::silent)
-        co_return AccessibilityError::cannotComplete;
-    co_return co_await verify(element, *known, splice, text);
+    element->budget->awaitOrder();
+    const Reply reply = co_await apply(element, *known, splice);
+    if (reply == Reply::unsent)
+        co_return AccessibilityError::failure;
+    if (reply == Reply::none) {
+        // There are toolkits that act and never answer. More than a look is not to be risked.
+        element->budget->renew();
+        element->budget->forgive(element->traits.object.service);
+        const auto shown = co_await reader_.wholeText(element);
+        co_return shown && shown->text == text ? AccessibilityError::success
+                                               : AccessibilityError::cannotComplete;
+    }
+    const Standing standing = co_await settle(element, *known, splice, text);
+    if (standing == Standing::written)
+        co_return AccessibilityError::success;
+    // Who was late with the answer may be late with the change as well.
+    const bool isOver = standing == Standing::untouched && reply == Reply::prompt;
+    co_return isOver ? AccessibilityError::failure : AccessibilityError::cannotComplete;
 }
 
 /// Compares the length, and the text around both ends of what is to go: the caller read the whole
@@ -99,53 +118,61 @@ QCoro::Task<bool> TextWriter::sliceIs(TextElementRef element, DecodedText known,
     co_return shown == known.text.mid(from, to - from);
 }
 
-QCoro::Task<TextWriter::Outcome> TextWriter::apply(TextElementRef element, DecodedText from,
-                                                   TextSplice splice) {
-    const ObjectRef &object = element->traits.object;
+QCoro::Task<TextWriter::Reply> TextWriter::apply(TextElementRef element, DecodedText from,
+                                                 TextSplice splice) {
     const auto start = fromUtf16(from.text, splice.start, *from.unit);
     const auto end = fromUtf16(from.text, splice.start + splice.removed.size(), *from.unit);
     if (!start || !end)
-        co_return Outcome::refused;
+        co_return Reply::unsent;
     const auto allowance =
         Budget::transferAllowance(splice.removed.size() + splice.inserted.size());
+    const QVariantList deletion = {int(*start), int(*end)};
     const QVariantList insertion = {int(*start), splice.inserted,
                                     insertLength(element->toolkit, splice.inserted)};
+    QElapsedTimer sinceSent;
+    sinceSent.start();
 
     if (!splice.removed.isEmpty()) {
-        const Call call = bus_.call(element->budget, object, atspi::editableText, "DeleteText",
-                                    {int(*start), int(*end)}, allowance);
-        const auto answer = co_await call.answer();
-        if (!answer && element->budget->isSilent(object.service)) {
+        const Answer deleted = co_await order(element, "DeleteText", deletion, allowance);
+        if (deleted == Answer::none) {
             // The order to delete may still be waiting in front of the application. The words
             // that belong in its place must then be waiting behind it.
             if (!splice.inserted.isEmpty())
-                bus_.post(object, atspi::editableText, "InsertText", insertion);
-            co_return Outcome::silent;
+                bus_.post(element->traits.object, atspi::editableText, "InsertText", insertion);
+            co_return Reply::none;
         }
-        if (!firstValue(answer).toBool())
-            co_return Outcome::refused;
+        if (deleted == Answer::no)
+            co_return isPrompt(sinceSent, allowance) ? Reply::prompt : Reply::late;
     }
     if (!splice.inserted.isEmpty()) {
-        const Call call = bus_.call(element->budget, object, atspi::editableText, "InsertText",
-                                    insertion, allowance);
-        const auto answer = co_await call.answer();
-        if (!answer && element->budget->isSilent(object.service))
-            co_return Outcome::silent;
-        if (!firstValue(answer).toBool())
-            co_return Outcome::refused;
+        const Answer inserted = co_await order(element, "InsertText", insertion, allowance);
+        if (inserted == Answer::none)
+            co_return Reply::none;
     }
-    co_return Outcome::done;
+    co_return isPrompt(sinceSent, allowance) ? Reply::prompt : Reply::late;
 }
 
-QCoro::Task<AccessibilityError> TextWriter::verify(TextElementRef element, DecodedText old,
-                                                   TextSplice splice, QString wanted) {
+QCoro::Task<TextWriter::Answer> TextWriter::order(TextElementRef element, const char *member,
+                                                  QVariantList arguments,
+                                                  std::chrono::milliseconds allowance) {
+    const ObjectRef &object = element->traits.object;
+    const Call call =
+        bus_.call(element->budget, object, atspi::editableText, member, arguments, allowance);
+    const auto answer = co_await call.answer();
+    if (!answer && element->budget->isSilent(object.service))
+        co_return Answer::none;
+    co_return firstValue(answer).toBool() ? Answer::yes : Answer::no;
+}
+
+QCoro::Task<TextWriter::Standing> TextWriter::settle(TextElementRef element, DecodedText old,
+                                                     TextSplice splice, QString wanted) {
     const auto shown = co_await reader_.wholeText(element);
     if (!shown || !shown->unit)
-        co_return AccessibilityError::cannotComplete;
+        co_return Standing::unknown;
     if (shown->text == wanted)
-        co_return AccessibilityError::success;
+        co_return Standing::written;
     if (shown->text == old.text)
-        co_return AccessibilityError::failure;
+        co_return Standing::untouched;
 
     const QString before = old.text.left(splice.start);
     const QString after = old.text.mid(splice.start + splice.removed.size());
@@ -154,15 +181,15 @@ QCoro::Task<AccessibilityError> TextWriter::verify(TextElementRef element, Decod
     if (surroundingsStand) {
         const TextSplice repair = computeSplice(shown->text, old.text);
         co_await apply(element, *shown, repair);
-        co_await reader_.wholeText(element);
-        co_return AccessibilityError::failure;
+        const auto repaired = co_await reader_.wholeText(element);
+        co_return repaired && repaired->text == old.text ? Standing::untouched : Standing::unknown;
     }
-    // Somebody changed the text elsewhere at the same time. If our words are in their place, a
-    // second attempt by another way would only double them.
+    // Somebody changed the text elsewhere at the same time. If our words are in their place, they
+    // are written.
     const bool oursIsThere =
         !splice.inserted.isEmpty() &&
         shown->text.mid(splice.start, splice.inserted.size()) == splice.inserted;
-    co_return oursIsThere ? AccessibilityError::success : AccessibilityError::failure;
+    co_return oursIsThere ? Standing::written : Standing::unknown;
 }
 
 } // namespace quillmender

@@ -13,17 +13,27 @@ class TextWriter {
     TextWriter(AtspiBus &bus, TextReader &reader) : bus_(bus), reader_(reader) {}
 
     /// `text` was made from the value that was read last through this element; if the object no
-    /// longer holds that value, nothing is touched.
+    /// longer holds that value, nothing is touched. Orders that are out are awaited for
+    /// `Budget::orderPatience`; `cannotComplete` when it is not known after that what the object
+    /// holds or will hold, every other error when it holds what it held before.
     QCoro::Task<AccessibilityError> write(TextElementRef element, QString text);
 
   private:
-    enum class Outcome { done, refused, silent };
+    /// To the orders of one change: late when the application stalled meanwhile.
+    enum class Reply { unsent, prompt, late, none };
+    /// To one order.
+    enum class Answer { yes, no, none };
+    /// What the object holds when an order is over.
+    enum class Standing { written, untouched, unknown };
 
     QCoro::Task<bool> stillHolds(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> sliceIs(TextElementRef element, DecodedText known, qint64 start, qint64 end);
-    QCoro::Task<Outcome> apply(TextElementRef element, DecodedText from, TextSplice splice);
-    QCoro::Task<AccessibilityError> verify(TextElementRef element, DecodedText old,
-                                           TextSplice splice, QString wanted);
+    QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);
+    QCoro::Task<Answer> order(TextElementRef element, const char *member, QVariantList arguments,
+                              std::chrono::milliseconds allowance);
+    /// Reads the text again; puts the old words back when only half of the change was made.
+    QCoro::Task<Standing> settle(TextElementRef element, DecodedText old, TextSplice splice,
+                                 QString wanted);
 
     AtspiBus &bus_;
     TextReader &reader_;

@@ -8,6 +8,10 @@
 
 namespace quillmender {
 
+RunningApplicationRef X11FrontmostSource::application() const {
+    return activeWindow_.frontmost();
+}
+
 qint64 X11FrontmostSource::processId() const {
     const auto application = activeWindow_.frontmost();
     return application ? application->processId() : 0;
@@ -29,7 +33,7 @@ bool X11FrontmostSource::isTerminalWindow(xcb_window_t window) const {
 
 QCoro::Task<std::optional<QString>> X11FrontmostSource::primarySelection() {
     const auto application = activeWindow_.frontmost();
-    if (!application || focus_.role == FocusRecord::Role::password)
+    if (!application)
         co_return std::nullopt;
     const auto owner = adoptXcb(xcb_get_selection_owner_reply(
         connection_.xcb(), xcb_get_selection_owner(connection_.xcb(), XCB_ATOM_PRIMARY), nullptr));

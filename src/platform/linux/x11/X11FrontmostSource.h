@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/FocusRecord.h"
 #include "platform/linux/FrontmostSource.h"
 #include "platform/linux/x11/TerminalCatalog.h"
 
@@ -14,16 +13,14 @@ class X11Connection;
 /// The application in front by what its window says: process and class.
 class X11FrontmostSource : public FrontmostSource {
   public:
-    X11FrontmostSource(X11Connection &connection, ActiveWindow &activeWindow,
-                       const FocusRecord &focus)
+    X11FrontmostSource(X11Connection &connection, ActiveWindow &activeWindow)
         : connection_(connection),
-          activeWindow_(activeWindow),
-          focus_(focus) {}
+          activeWindow_(activeWindow) {}
 
+    RunningApplicationRef application() const override;
     qint64 processId() const override;
     bool isTerminal() const override;
 
-    /// Absent too while the focus is in a password field.
     QCoro::Task<std::optional<QString>> primarySelection() override;
 
     bool isTerminalWindow(xcb_window_t window) const;
@@ -31,7 +28,6 @@ class X11FrontmostSource : public FrontmostSource {
   private:
     X11Connection &connection_;
     ActiveWindow &activeWindow_;
-    const FocusRecord &focus_;
     TerminalCatalog terminals_;
 };
 

@@ -60,8 +60,7 @@ std::chrono::milliseconds patience(Chord chord) {
 
 X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
                            X11FrontmostSource &frontmost, X11Pasteboard &pasteboard,
-                           WindowPing &ping, ChordWatch &chords, const FocusRecord &focus,
-                           PasteRecord &pastes)
+                           WindowPing &ping, ChordWatch &chords, PasteRecord &pastes)
     : connection_(connection),
       keymap_(keymap),
       activeWindow_(activeWindow),
@@ -69,7 +68,6 @@ X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveW
       pasteboard_(pasteboard),
       ping_(ping),
       chords_(chords),
-      focus_(focus),
       pastes_(pastes),
       heldKeys_(connection, keymap),
       keys_(connection, keymap) {
@@ -77,14 +75,17 @@ X11KeyEvents::X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveW
     abandonment_.callOnTimeout([this] { keys_.release(); });
 }
 
-QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef target, Chord chord) {
+QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef target, Chord chord,
+                                                       ChordContextRef context) {
     target_.reset();
     const auto application = std::dynamic_pointer_cast<const X11RunningApplication>(target);
     if (!application || !connection_.hasTest())
         co_return ChordReadiness::withheld;
-    isTerminal_ = focus_.role == FocusRecord::Role::terminal ||
-                  frontmost_.isTerminalWindow(application->window());
-    const bool isSecret = focus_.role == FocusRecord::Role::password;
+    const auto focus = std::dynamic_pointer_cast<const FocusRecord>(context);
+    const auto role = focus ? focus->role : FocusRecord::Role::unknown;
+    isTerminal_ =
+        role == FocusRecord::Role::terminal || frontmost_.isTerminalWindow(application->window());
+    const bool isSecret = role == FocusRecord::Role::password;
     if (chord == Chord::copy && (isTerminal_ || isSecret))
         co_return ChordReadiness::withheld;
     const bool isInFront = co_await waitUntilInFront(application->window());
@@ -96,8 +97,7 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
         qCInfo(x11Log, "window 0x%x does not attend to its events", application->window());
         co_return ChordReadiness::withheld;
     }
-    // Kept for as long as it is asked.
-    const std::shared_ptr<KeyDetour> detour = focus_.detour;
+    const std::shared_ptr<KeyDetour> detour = focus ? focus->detour : nullptr;
     if (detour) {
         const bool isClear = co_await detour->isPassed(patience(chord));
         if (!isClear) {

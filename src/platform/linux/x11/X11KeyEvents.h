@@ -27,9 +27,10 @@ class X11KeyEvents : public KeyEvents {
     /// `pastes` is written and `chords` started, the rest is asked.
     X11KeyEvents(X11Connection &connection, X11Keymap &keymap, ActiveWindow &activeWindow,
                  X11FrontmostSource &frontmost, X11Pasteboard &pasteboard, WindowPing &ping,
-                 ChordWatch &chords, const FocusRecord &focus, PasteRecord &pastes);
+                 ChordWatch &chords, PasteRecord &pastes);
 
-    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord) override;
+    QCoro::Task<ChordReadiness> prepareChord(RunningApplicationRef target, Chord chord,
+                                             ChordContextRef context) override;
     KeyEventSourceRef createSource(qint32 state) override;
     KeyEventRef createKeyboardEvent(const KeyEventSourceRef &source, quint16 keyCode,
                                     bool keyDown) override;
@@ -57,7 +58,6 @@ class X11KeyEvents : public KeyEvents {
     X11Pasteboard &pasteboard_;
     WindowPing &ping_;
     ChordWatch &chords_;
-    const FocusRecord &focus_;
     PasteRecord &pastes_;
     HeldKeys heldKeys_;
     std::shared_ptr<const X11RunningApplication> target_;

@@ -14,8 +14,13 @@ class X11RunningApplication : public RunningApplication {
         : window_(window),
           processId_(processId) {}
 
+    bool isSame(const RunningApplication &other) const override {
+        const auto *own = dynamic_cast<const X11RunningApplication *>(&other);
+        return own && own->window_ == window_ && own->processId_ == processId_;
+    }
+
     xcb_window_t window() const { return window_; }
-    qint64 processId() const { return processId_; }
+    qint64 processId() const override { return processId_; }
 
   private:
     xcb_window_t window_;

@@ -2,8 +2,7 @@
 
 namespace quillmender {
 
-std::unique_ptr<X11Services> X11Services::create(const FocusRecord &focus,
-                                                 const QByteArray &displayName) {
+std::unique_ptr<X11Services> X11Services::create(const QByteArray &displayName) {
     auto connection = X11Connection::open(displayName);
     if (!connection)
         return nullptr;
@@ -12,13 +11,13 @@ std::unique_ptr<X11Services> X11Services::create(const FocusRecord &focus,
     all.connection = std::move(connection);
     all.keymap = std::make_unique<X11Keymap>(*all.connection);
     all.activeWindow = std::make_unique<ActiveWindow>(*all.connection);
-    all.frontmost = std::make_unique<X11FrontmostSource>(*all.connection, *all.activeWindow, focus);
+    all.frontmost = std::make_unique<X11FrontmostSource>(*all.connection, *all.activeWindow);
     all.ping = std::make_unique<WindowPing>(*all.connection);
     all.chords = std::make_unique<ChordWatch>(*all.connection, *all.ping);
     all.pasteboard = std::make_unique<X11Pasteboard>(*all.connection, all.pastes, *all.chords);
     all.keyEvents = std::make_unique<X11KeyEvents>(*all.connection, *all.keymap, *all.activeWindow,
                                                    *all.frontmost, *all.pasteboard, *all.ping,
-                                                   *all.chords, focus, all.pastes);
+                                                   *all.chords, all.pastes);
     all.hotKeys = std::make_unique<X11HotKeys>(*all.connection, *all.keymap);
     all.workspace = std::make_unique<X11Workspace>(*all.connection, *all.activeWindow, all.pastes);
     all.windowSystem = std::make_unique<X11WindowSystem>(*all.connection, *all.activeWindow);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/FocusRecord.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/PasteRecord.h"
@@ -22,10 +21,8 @@ namespace quillmender {
 /// it; each can be moved out, and then needs the connection, keymap and active window of this
 /// object all the same.
 struct X11Services {
-    /// Null when there is no X server. An empty name is the session's display. The focus record is
-    /// read whenever a chord is prepared and must outlive the services.
-    static std::unique_ptr<X11Services> create(const FocusRecord &focus,
-                                               const QByteArray &displayName = {});
+    /// Null when there is no X server. An empty name is the session's display.
+    static std::unique_ptr<X11Services> create(const QByteArray &displayName = {});
 
     std::unique_ptr<X11Connection> connection;
     PasteRecord pastes;
