@@ -2,6 +2,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QPointer>
 
 #include <chrono>
 #include <memory>
@@ -15,7 +16,8 @@ class RunningOperations : public QObject {
 
   public:
     struct End {
-        void operator()(RunningOperations *operations) const;
+        QPointer<RunningOperations> operations;
+        void operator()(RunningOperations *) const;
     };
     /// An operation under way, until it is destroyed.
     using Mark = std::unique_ptr<RunningOperations, End>;

@@ -1,12 +1,12 @@
 #include "providers/QtHttpTransport.h"
 
 #include "platform/Clock.h"
+#include "platform/SignalWait.h"
 #include "providers/HttpExchange.h"
 #include "providers/OnceReadBody.h"
 #include "providers/SystemProxies.h"
 #include "providers/TransportError.h"
 
-#include <QCoroSignal>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
@@ -116,7 +116,7 @@ QCoro::Task<HttpResponse> QtHttpTransport::sendOnce(HttpRequest request) {
     QElapsedTimer time;
     time.start();
     if (!exchange.isFinished())
-        co_await qCoro(&exchange, &HttpExchange::finished);
+        co_await SignalWait(&exchange, &HttpExchange::finished);
     HttpResponse response = exchange.takeResponse();
     qCInfo(log, "%s %s: %lld bytes, status %d, %lld bytes, %lld ms", request.method.constData(),
            qUtf8Printable(request.url.host()), qint64(request.body.size()),

@@ -1,6 +1,7 @@
 #include "providers/SystemProxies.h"
 
-#include <QCoroSignal>
+#include "platform/SignalWait.h"
+
 #include <QFutureWatcher>
 #include <QHostAddress>
 #include <QNetworkProxyFactory>
@@ -34,7 +35,7 @@ QCoro::Task<QList<QNetworkProxy>> systemProxies(QUrl url) {
         promise.addResult(QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url)));
         promise.finish();
     }).detach();
-    co_await qCoro(&watcher, &QFutureWatcherBase::finished, longestWait);
+    co_await SignalWait(&watcher, &QFutureWatcherBase::finished, longestWait);
     if (!watcher.isFinished())
         co_return direct;
     co_return watcher.result();

@@ -2,6 +2,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
@@ -14,7 +15,8 @@ class PasteboardLease : public QObject {
 
   public:
     struct Release {
-        void operator()(PasteboardLease *lease) const;
+        QPointer<PasteboardLease> lease;
+        void operator()(PasteboardLease *) const;
     };
     using Held = std::unique_ptr<PasteboardLease, Release>;
 

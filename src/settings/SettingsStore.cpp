@@ -2,8 +2,8 @@
 
 #include "model/ActionDocuments.h"
 #include "model/TextRules.h"
+#include "platform/SignalWait.h"
 
-#include <QCoroSignal>
 #include <QDeadlineTimer>
 #include <QPointer>
 
@@ -125,8 +125,8 @@ QCoro::Task<LLMConfiguration> SettingsStore::snapshot() {
     loadAPIKeyIfNeeded(provider);
     while (loadingAPIKeyProviders_.contains(provider) &&
            !loadedAPIKeyProviders_.contains(provider) && !deadline.hasExpired())
-        co_await qCoro(this, &SettingsStore::apiKeySearchEnded,
-                       std::chrono::milliseconds(deadline.remainingTime()));
+        co_await SignalWait(this, &SettingsStore::apiKeySearchEnded,
+                            std::chrono::milliseconds(deadline.remainingTime()));
     co_return LLMConfiguration{provider, trimmed(fields_.at(provider).apiKey),
                                trimmed(fields.model), trimmed(fields.endpoint)};
 }

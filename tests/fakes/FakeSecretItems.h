@@ -2,8 +2,8 @@
 
 #include "fakes/CallLog.h"
 #include "platform/SecretItems.h"
+#include "platform/SignalWait.h"
 
-#include <QCoroSignal>
 #include <QFutureWatcher>
 #include <QMap>
 #include <QPromise>
@@ -24,7 +24,7 @@ class FakeSecretItems : public SecretItems {
         if (gate_) {
             QFutureWatcher<void> watcher;
             watcher.setFuture(gate_->future());
-            co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+            co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
         }
         co_return std::as_const(match);
     }

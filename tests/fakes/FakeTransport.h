@@ -2,9 +2,9 @@
 
 #include "fakes/CallLog.h"
 #include "model/DescribedError.h"
+#include "platform/SignalWait.h"
 #include "providers/HttpTransport.h"
 
-#include <QCoroSignal>
 #include <QObject>
 
 #include <optional>
@@ -27,7 +27,7 @@ class FakeTransport : public QObject, public HttpTransport {
     QCoro::Task<HttpResponse> send(HttpRequest request) override {
         log_->append(QStringLiteral("send"));
         requests.append(request);
-        co_await qCoro(this, &FakeTransport::answered);
+        co_await SignalWait(this, &FakeTransport::answered);
         if (error_)
             throw FakeTransportError(*error_);
         co_return std::as_const(response_);

@@ -2,7 +2,8 @@
 #undef signals
 #include "platform/linux/services/SecretServiceItems.h"
 
-#include <QCoroSignal>
+#include "platform/SignalWait.h"
+
 #include <QFutureWatcher>
 #include <QLoggingCategory>
 #include <QPromise>
@@ -141,10 +142,10 @@ QCoro::Task<SecretMatch> SecretServiceItems::copyMatching(SecretAttributes query
         promise->addResult(firstMatch(query, cancellation.cancellable));
         promise->finish();
     });
-    co_await qCoro(&watcher, &QFutureWatcherBase::finished, patience);
+    co_await SignalWait(&watcher, &QFutureWatcherBase::finished, patience);
     if (!watcher.isFinished()) {
         qCWarning(log, "the secret service has not answered yet");
-        co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+        co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
     }
     if (watcher.future().resultCount() == 0)
         co_return SecretMatch{secret::interactionNotAllowed, std::nullopt};

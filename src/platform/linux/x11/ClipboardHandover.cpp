@@ -1,10 +1,9 @@
 #include "platform/linux/x11/ClipboardHandover.h"
 
-#include "platform/linux/x11/DeleteLater.h"
+#include "platform/SignalWait.h"
+#include "platform/linux/x11/LaterPointer.h"
 #include "platform/linux/x11/SelectionConversion.h"
 #include "platform/linux/x11/X11Connection.h"
-
-#include <QCoroSignal>
 
 namespace quillmender {
 
@@ -20,7 +19,7 @@ QCoro::Task<> handOverClipboard(X11Connection &connection, SelectionContents con
     conversion->setParent(&connection);
     xcb_flush(connection.xcb());
     // Without a manager the server itself answers that nobody owns its selection.
-    co_await qCoro(conversion.get(), &SelectionConversion::advanced, 2s);
+    co_await SignalWait(conversion.get(), &SelectionConversion::advanced, 2s);
 }
 
 } // namespace quillmender

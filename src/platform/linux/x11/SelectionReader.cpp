@@ -1,11 +1,12 @@
 #include "platform/linux/x11/SelectionReader.h"
 
-#include "platform/linux/x11/DeleteLater.h"
+#include "platform/SignalWait.h"
+#include "platform/linux/x11/LaterPointer.h"
 #include "platform/linux/x11/SelectionText.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
-#include <QCoroSignal>
+#include <QPointer>
 #include <QSet>
 #include <xcb/xfixes.h>
 
@@ -23,7 +24,7 @@ constexpr int mostTargets = 1000;
 class OwnerWatch {
   public:
     OwnerWatch(X11Connection &connection, xcb_atom_t selection)
-        : connection_(connection),
+        : connection_(&connection),
           selection_(selection) {
         select(XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
@@ -31,17 +32,20 @@ class OwnerWatch {
     }
     OwnerWatch(const OwnerWatch &) = delete;
     OwnerWatch &operator=(const OwnerWatch &) = delete;
-    ~OwnerWatch() { select(0); }
+    ~OwnerWatch() {
+        if (connection_)
+            select(0);
+    }
 
   private:
     // On the root: the pasteboard's standing subscription, with events that may still be in the
     // queue, is on another window.
     void select(quint32 events) {
-        xcb_xfixes_select_selection_input(connection_.xcb(), connection_.root(), selection_,
+        xcb_xfixes_select_selection_input(connection_->xcb(), connection_->root(), selection_,
                                           events);
     }
 
-    X11Connection &connection_;
+    QPointer<X11Connection> connection_;
     xcb_atom_t selection_;
 };
 
@@ -75,7 +79,7 @@ QCoro::Task<std::optional<SelectionContents>> SelectionReader::readOnce() {
     const LaterPointer<ConversionGroup> group(
         new ConversionGroup(connection_, selection_, targets.budget));
     group->request(targets.list, time);
-    co_await qCoro(group.get(), &ConversionGroup::settled);
+    co_await SignalWait(group.get(), &ConversionGroup::settled);
     if (group->isOwnerReplaced())
         co_return std::nullopt;
     SelectionContents contents;
@@ -93,7 +97,7 @@ QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp
     const LaterPointer<ConversionGroup> group(
         new ConversionGroup(connection_, selection_, TransferBudget()));
     group->request({connection_.atom("TARGETS")}, time);
-    co_await qCoro(group.get(), &ConversionGroup::settled);
+    co_await SignalWait(group.get(), &ConversionGroup::settled);
     Targets targets;
     targets.isOwnerReplaced = group->isOwnerReplaced();
     targets.budget = group->budget();
@@ -139,7 +143,7 @@ QCoro::Task<std::optional<QString>> SelectionReader::readText() {
         const LaterPointer<ConversionGroup> group(
             new ConversionGroup(connection_, selection_, budget));
         group->request({target}, time);
-        co_await qCoro(group.get(), &ConversionGroup::settled);
+        co_await SignalWait(group.get(), &ConversionGroup::settled);
         budget = group->budget();
         const SelectionConversion &conversion = *group->conversions().front();
         if (conversion.isDone()) {

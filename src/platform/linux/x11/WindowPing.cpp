@@ -1,9 +1,9 @@
 #include "platform/linux/x11/WindowPing.h"
 
+#include "platform/SignalWait.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Property.h"
 
-#include <QCoroSignal>
 #include <QDeadlineTimer>
 #include <QTimer>
 
@@ -60,8 +60,8 @@ QCoro::Task<bool> WindowPing::isAttentive(xcb_window_t window, std::chrono::mill
         const auto left = deadline.remainingTimeAsDuration();
         if (left <= std::chrono::nanoseconds(0))
             co_return false;
-        co_await qCoro(this, &WindowPing::answered,
-                       std::chrono::ceil<std::chrono::milliseconds>(left));
+        co_await SignalWait(this, &WindowPing::answered,
+                            std::chrono::ceil<std::chrono::milliseconds>(left));
     }
     co_return true;
 }

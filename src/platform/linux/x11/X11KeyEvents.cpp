@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11KeyEvents.h"
 
+#include "platform/SignalWait.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
@@ -11,7 +12,6 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11RunningApplication.h"
 
-#include <QCoroSignal>
 #include <QDeadlineTimer>
 
 namespace quillmender {
@@ -174,7 +174,7 @@ QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
             co_return false;
         }
         // The focus may follow the window manager's announcement, which is all that is reported.
-        co_await qCoro(&activeWindow_, &ActiveWindow::changed, 10ms);
+        co_await SignalWait(&activeWindow_, &ActiveWindow::changed, 10ms);
     }
     co_return true;
 }

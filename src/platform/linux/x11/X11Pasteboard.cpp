@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 
+#include "platform/SignalWait.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/ClipboardHandover.h"
@@ -9,7 +10,6 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
-#include <QCoroSignal>
 #include <QDeadlineTimer>
 #include <xcb/xfixes.h>
 
@@ -201,7 +201,7 @@ bool X11Pasteboard::isRead() const {
 
 QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
     if (!isRead() && isTemporary_)
-        co_await qCoro(this, &X11Pasteboard::pasteServed, limit);
+        co_await SignalWait(this, &X11Pasteboard::pasteServed, limit);
     if (isRead()) {
         co_await readingIsOver(limit);
         co_return true;
@@ -228,7 +228,7 @@ QCoro::Task<> X11Pasteboard::readingIsOver(std::chrono::milliseconds limit) {
     const QDeadlineTimer deadline(limit);
     while (!deadline.hasExpired() && !sinceServed_.hasExpired(quiet.count())) {
         const std::chrono::milliseconds rest(quiet.count() - sinceServed_.elapsed());
-        co_await qCoro(this, &X11Pasteboard::pasteServed, std::max(rest, 1ms));
+        co_await SignalWait(this, &X11Pasteboard::pasteServed, std::max(rest, 1ms));
     }
 }
 
