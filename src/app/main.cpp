@@ -5,6 +5,7 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char *argv[]) {
     // Before the toolkit looks for a display.
@@ -21,7 +22,15 @@ int main(int argc, char *argv[]) {
         quillmender::AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 
     quillmender::AppDelegate delegate(quillmender::makePlatform());
-    if (!delegate.applicationDidFinishLaunching())
-        return 0;
+    const quillmender::InstanceClaim claim = delegate.applicationDidFinishLaunching();
+    switch (claim.outcome) {
+    case quillmender::InstanceClaim::Outcome::held:
+        break;
+    case quillmender::InstanceClaim::Outcome::otherActivated:
+        return EXIT_SUCCESS;
+    case quillmender::InstanceClaim::Outcome::failed:
+        std::fprintf(stderr, "quillmender: %s\n", qUtf8Printable(claim.reason));
+        return EXIT_FAILURE;
+    }
     return QApplication::exec();
 }
