@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/LogFilter.h"
+#include "platform/Process.h"
 
 #include <QApplication>
 
@@ -8,6 +9,7 @@
 #include <cstdlib>
 
 int main(int argc, char *argv[]) {
+    quillmender::prepareProcess();
     // Before the toolkit looks for a display.
     if (const auto answer = quillmender::commandLineAnswer({argv, argv + argc}))
         return std::fputs(answer->c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
