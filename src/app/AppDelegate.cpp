@@ -16,12 +16,14 @@ AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifes
 
 AppDelegate::~AppDelegate() = default;
 
-bool AppDelegate::applicationDidFinishLaunching() {
-    if (!platform_->instance->claim([this](const QString &action) { perform(action); }))
-        return false;
+InstanceClaim AppDelegate::applicationDidFinishLaunching() {
+    InstanceClaim claim =
+        platform_->instance->claim([this](const QString &action) { perform(action); });
+    if (claim.outcome != InstanceClaim::Outcome::held)
+        return claim;
     platform_->presence->setAccessoryPolicy();
     coordinator_.start();
-    return true;
+    return claim;
 }
 
 void AppDelegate::perform(const QString &action) {
@@ -31,7 +33,8 @@ void AppDelegate::perform(const QString &action) {
         coordinator_.openAbout();
     else if (action == QLatin1String(instanceAction::quit))
         coordinator_.quit();
-    else
+    else if (action == QLatin1String(instanceAction::activate) ||
+             action == QLatin1String(instanceAction::settings))
         coordinator_.openSettings();
 }
 

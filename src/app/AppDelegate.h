@@ -25,9 +25,9 @@ class AppDelegate {
     AppDelegate &operator=(const AppDelegate &) = delete;
     ~AppDelegate();
 
-    /// Becomes a program of the status area, then starts the coordinator. False, with nothing
-    /// started, when another copy already runs for this user.
-    bool applicationDidFinishLaunching();
+    /// Becomes a program of the status area, then starts the coordinator. Nothing is started
+    /// unless the claim to be this user's only copy is held.
+    InstanceClaim applicationDidFinishLaunching();
 
     static constexpr bool applicationShouldTerminateAfterLastWindowClosed() { return false; }
 

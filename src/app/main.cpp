@@ -1,12 +1,15 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/LogFilter.h"
+#include "platform/Process.h"
 
 #include <QApplication>
 
 #include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char *argv[]) {
+    quillmender::prepareProcess();
     // Before the toolkit looks for a display.
     if (const auto answer = quillmender::commandLineAnswer({argv, argv + argc}))
         return std::fputs(answer->c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
@@ -21,7 +24,15 @@ int main(int argc, char *argv[]) {
         quillmender::AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 
     quillmender::AppDelegate delegate(quillmender::makePlatform());
-    if (!delegate.applicationDidFinishLaunching())
-        return 0;
+    const quillmender::InstanceClaim claim = delegate.applicationDidFinishLaunching();
+    switch (claim.outcome) {
+    case quillmender::InstanceClaim::Outcome::held:
+        break;
+    case quillmender::InstanceClaim::Outcome::otherActivated:
+        return EXIT_SUCCESS;
+    case quillmender::InstanceClaim::Outcome::failed:
+        std::fprintf(stderr, "quillmender: %s\n", qUtf8Printable(claim.reason));
+        return EXIT_FAILURE;
+    }
     return QApplication::exec();
 }

@@ -30,7 +30,8 @@ TEST_F(SessionRoadTest, EveryServiceIsMade) {
                 platform->loginItem && platform->workspace && platform->accessibility &&
                 platform->pasteboard && platform->keyEvents && platform->hotKeys &&
                 platform->presence);
-    EXPECT_TRUE(platform->instance->claim([](const QString &) {}));
+    EXPECT_EQ(platform->instance->claim([](const QString &) {}).outcome,
+              InstanceClaim::Outcome::held);
     EXPECT_EQ(platform->bundleVersion, std::nullopt);
     doubles::Bundle::shared().shortVersion = "3.1";
     EXPECT_EQ(makePlatform()->bundleVersion, QStringLiteral("3.1"));

@@ -7,7 +7,7 @@ namespace quillmender {
 /// The system starts an application bundle once for each user, and reaches it by itself.
 class MacInstance : public Instance {
   public:
-    bool claim(std::function<void(const QString &action)>) override { return true; }
+    InstanceClaim claim(std::function<void(const QString &action)>) override { return {}; }
 };
 
 } // namespace quillmender

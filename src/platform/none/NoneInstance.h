@@ -7,7 +7,7 @@ namespace quillmender {
 /// Every copy runs by itself.
 class NoneInstance : public Instance {
   public:
-    bool claim(std::function<void(const QString &action)>) override { return true; }
+    InstanceClaim claim(std::function<void(const QString &action)>) override { return {}; }
 };
 
 } // namespace quillmender

@@ -13,7 +13,8 @@ int main(int argc, char *argv[]) {
 
     quillmender::AppDelegate delegate(quillmender::makePlatform(),
                                       QUrl(QString::fromLocal8Bit(argv[argc - 1])));
-    if (!delegate.applicationDidFinishLaunching())
+    if (delegate.applicationDidFinishLaunching().outcome !=
+        quillmender::InstanceClaim::Outcome::held)
         return 1;
     return QApplication::exec();
 }

@@ -98,6 +98,12 @@ class Program(unittest.TestCase):
         self.assertRegex(commands, r"platform (1|macos)\b")
         self.assertRegex(commands, r"minos 13\.0\b")
 
+    def test_is_loaded_at_any_address_and_checks_its_stack(self):
+        position_independent = 0x200000
+        (flags,) = struct.unpack("<I", PROGRAM.read_bytes()[24:28])
+        self.assertTrue(flags & position_independent)
+        self.assertIn("___stack_chk_fail", otool("-Iv"))
+
     def test_links_the_frameworks_and_no_others(self):
         libraries = otool("-L")
         found = {

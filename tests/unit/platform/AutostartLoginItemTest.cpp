@@ -260,10 +260,12 @@ TEST_F(AutostartLoginItemTest, AProgramThatNoEntryCanNameIsAnError) {
 }
 
 TEST_F(AutostartLoginItemTest, ADesktopStartsItFromAnyFolder) {
-    const QString program = writeProgram(QStringLiteral("opt/a \"b\" $c `d` \\e 'f' (g)/q;#&"));
+    const QString program =
+        writeProgram(QStringLiteral("opt/a \"b\" $c `d` \\e 'f' (g) 50%h %/q;#&"));
     QString quoted = program;
     for (const QChar special : QStringLiteral("\\\"$`"))
         quoted.replace(special, QStringLiteral("\\") + special);
+    quoted.replace(u'%', QStringLiteral("%%"));
     write(QStringLiteral("usr/applications/com.quillmender.Quillmender.desktop"),
           DesktopEntry::format(
               {{QStringLiteral("Exec"), u'"' + quoted + QStringLiteral("\" --from-entry %U")}}));
@@ -280,6 +282,11 @@ TEST_F(AutostartLoginItemTest, ADesktopStartsItFromAnyFolder) {
     QFile arguments(record);
     ASSERT_TRUE(arguments.open(QIODevice::ReadOnly));
     EXPECT_EQ(arguments.readAll(), "--from-entry\n");
+
+    QFile::remove(program);
+    write(QStringLiteral("usr/applications/com.quillmender.Quillmender.desktop"), enabledEntry);
+    writeProgram(QStringLiteral("bin/quillmender"));
+    EXPECT_EQ(item.status(), LoginItemStatus::notRegistered) << "it starts nothing any more";
 }
 
 /// The settings' toggle and its status line on real files.

@@ -9,7 +9,8 @@ TEST(ExecLineTest, QuotesWhatIsReservedAndNothingElse) {
     const QList<std::pair<QString, QString>> values{
         {QStringLiteral("/usr/bin/quillmender"), QStringLiteral("/usr/bin/quillmender")},
         {QStringLiteral("/opt/my tools/q"), QStringLiteral("\"/opt/my tools/q\"")},
-        {QStringLiteral("/opt/50%/q"), QStringLiteral("/opt/50%%/q")},
+        {QStringLiteral("/opt/50%/q"), QStringLiteral("/usr/bin/env /opt/50%%/q")},
+        {QStringLiteral("/opt/%u %/q"), QStringLiteral("/usr/bin/env \"/opt/%%u %%/q\"")},
         {QStringLiteral("/opt/a \"b\"/q"), QStringLiteral("\"/opt/a \\\"b\\\"/q\"")},
         {QStringLiteral("/opt/$HOME/`q`"), QStringLiteral("\"/opt/\\$HOME/\\`q\\`\"")},
         {QStringLiteral("/opt/a\\b"), QStringLiteral("\"/opt/a\\\\b\"")},
@@ -28,6 +29,15 @@ TEST(ExecLineTest, EveryReservedCharacterComesBack) {
     const QString all = QStringLiteral(" \t\n\"'\\><~|&;$*?#()`%%u");
     const QStringList command{QStringLiteral("/opt/") + all, all, QString()};
     EXPECT_EQ(execLine::parse(execLine::format(command).value()), command);
+}
+
+TEST(ExecLineTest, KeepsALauncherThatItDidNotWrite) {
+    for (const char *line :
+         {"/usr/bin/env", "/usr/bin/env /opt/q", "/usr/bin/env A=%%b /opt/q", "env /opt/50%%/q"})
+        EXPECT_EQ(execLine::parse(QLatin1String(line))
+                      ->join(u' ')
+                      .replace(QStringLiteral("%"), QStringLiteral("%%")),
+                  QLatin1String(line));
 }
 
 TEST(ExecLineTest, RefusesWhatCannotBeWritten) {

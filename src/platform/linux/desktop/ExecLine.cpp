@@ -6,6 +6,12 @@ namespace {
 
 const QString reserved = QStringLiteral(" \t\n\"'\\><~|&;$*?#()`");
 const QString escapedInQuotes = QStringLiteral("\"`$\\");
+// Most desktops look whether the program is there before they make one percent sign of two.
+const QString launcher = QStringLiteral("/usr/bin/env");
+
+bool needsLauncher(const QString &program) {
+    return program.contains(u'%') && !program.contains(u'=');
+}
 
 QString formatArgument(const QString &argument) {
     bool needsQuotes = argument.isEmpty();
@@ -85,6 +91,8 @@ std::optional<QStringList> parse(const QString &value) {
     auto command = Reader(value).arguments();
     if (!command || command->isEmpty() || command->constFirst().isEmpty())
         return std::nullopt;
+    if (command->constFirst() == launcher && command->size() > 1 && needsLauncher(command->at(1)))
+        command->removeFirst();
     return command;
 }
 
@@ -92,6 +100,8 @@ std::optional<QString> format(const QStringList &command) {
     if (command.isEmpty() || command.constFirst().isEmpty() || command.constFirst().contains(u'='))
         return std::nullopt;
     QStringList arguments;
+    if (needsLauncher(command.constFirst()))
+        arguments.append(launcher);
     for (const QString &argument : command)
         arguments.append(formatArgument(argument));
     return arguments.join(u' ');

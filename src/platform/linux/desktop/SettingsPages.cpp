@@ -1,9 +1,9 @@
 #include "platform/linux/desktop/SettingsPages.h"
 
 #include "platform/linux/desktop/AutostartFolder.h"
+#include "platform/linux/desktop/DetachedProgram.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <array>
@@ -78,17 +78,7 @@ QStringList command(SettingsPage page) {
 }
 
 bool open(SettingsPage page) {
-    QStringList arguments = command(page);
-    if (arguments.isEmpty())
-        return false;
-    QProcess process;
-    process.setProgram(arguments.takeFirst());
-    process.setArguments(arguments);
-    // What it prints is not ours to log.
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.setWorkingDirectory(QDir::homePath());
-    return process.startDetached();
+    return startDetached(command(page));
 }
 
 } // namespace quillmender::settingsPages

@@ -1,8 +1,8 @@
 #include "platform/linux/desktop/UrlOpener.h"
 
+#include "platform/linux/desktop/DetachedProgram.h"
 #include "platform/linux/desktop/SettingsPages.h"
 
-#include <QProcess>
 #include <QStandardPaths>
 
 namespace quillmender {
@@ -15,7 +15,7 @@ bool openUrlOnDesktop(const QUrl &url) {
     const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
     if (opener.isEmpty())
         return false;
-    return QProcess::startDetached(opener, {url.toString(QUrl::FullyEncoded)});
+    return startDetached({opener, url.toString(QUrl::FullyEncoded)});
 }
 
 } // namespace quillmender

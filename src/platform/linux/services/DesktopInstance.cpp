@@ -4,8 +4,11 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QLoggingCategory>
+
+#include <optional>
 
 namespace quillmender {
 
@@ -15,30 +18,50 @@ Q_LOGGING_CATEGORY(log, "quillmender.instance", QtWarningMsg)
 
 const auto serviceName = QStringLiteral("com.quillmender.Quillmender");
 const auto objectPath = QStringLiteral("/com/quillmender/Quillmender");
-const auto interfaceName = QStringLiteral("org.freedesktop.Application");
-constexpr int callDeadline = 2000;
+// Long enough for a copy that is busy for a moment.
+constexpr int callDeadline = 5000;
+
+/// Why the owner of the name is not a copy that has been activated; absent when it is one.
+std::optional<QString> activateOwner(const QDBusConnection &bus) {
+    const QDBusMessage call = QDBusMessage::createMethodCall(serviceName, objectPath, serviceName,
+                                                             QStringLiteral("ActivateInstance"));
+    const QDBusMessage answer = bus.call(call, QDBus::Block, callDeadline);
+    if (answer.type() == QDBusMessage::ReplyMessage &&
+        answer.arguments() == QVariantList{serviceName})
+        return std::nullopt;
+    const bool isLate = answer.type() == QDBusMessage::ErrorMessage &&
+                        QDBusError(answer).type() == QDBusError::NoReply;
+    return isLate ? QStringLiteral("cannot start: the program that owns the name %1 on the session "
+                                   "bus does not answer")
+                        .arg(serviceName)
+                  : QStringLiteral("cannot start: another program owns the name %1 on the session "
+                                   "bus")
+                        .arg(serviceName);
+}
 
 } // namespace
 
-bool DesktopInstance::claim(std::function<void(const QString &action)> onAction) {
+InstanceClaim DesktopInstance::claim(std::function<void(const QString &action)> onAction) {
+    using enum InstanceClaim::Outcome;
     onAction_ = std::move(onAction);
     onTerminationSignal([this] { perform(QString::fromLatin1(instanceAction::quit)); });
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
         qCInfo(log) << "no session bus";
-        return true;
+        return {};
     }
     new ApplicationAdaptor(this);
+    new InstanceAdaptor(this);
     bus.registerObject(objectPath, this);
     if (bus.registerService(serviceName))
-        return true;
-
-    bus.unregisterObject(objectPath);
-    QDBusMessage call = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName,
-                                                       QStringLiteral("Activate"));
-    call << QVariantMap();
-    bus.call(call, QDBus::Block, callDeadline);
-    return false;
+        return {};
+    const auto failure = activateOwner(bus);
+    if (!failure)
+        return {.outcome = otherActivated};
+    // The owner may have ended meanwhile.
+    if (bus.registerService(serviceName))
+        return {};
+    return {.outcome = failed, .reason = *failure};
 }
 
 void DesktopInstance::perform(const QString &action) {
@@ -60,7 +83,18 @@ void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &platformDa
 
 void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &,
                                         const QVariantMap &) {
-    instance_->perform(name);
+    // The name that means activation here is none that the desktop knows.
+    if (!name.isEmpty())
+        instance_->perform(name);
+}
+
+InstanceAdaptor::InstanceAdaptor(DesktopInstance *instance)
+    : QDBusAbstractAdaptor(instance),
+      instance_(instance) {}
+
+QString InstanceAdaptor::ActivateInstance() {
+    instance_->perform(QString::fromLatin1(instanceAction::activate));
+    return serviceName;
 }
 
 } // namespace quillmender

@@ -9,12 +9,13 @@
 namespace quillmender {
 
 /// The bus name `com.quillmender.Quillmender` with the interface `org.freedesktop.Application`
-/// (D-Bus activation of desktop entries). Without a session bus every copy runs.
+/// (D-Bus activation of desktop entries). Without a session bus every copy runs. Whoever owns the
+/// name and does not say in time that it is this program makes the claim fail.
 class DesktopInstance : public QObject, public Instance {
     Q_OBJECT
 
   public:
-    bool claim(std::function<void(const QString &action)> onAction) override;
+    InstanceClaim claim(std::function<void(const QString &action)> onAction) override;
 
     void perform(const QString &action);
 
@@ -22,7 +23,7 @@ class DesktopInstance : public QObject, public Instance {
     std::function<void(const QString &action)> onAction_;
 };
 
-/// The exported interface.
+/// The desktop's interface.
 class ApplicationAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
@@ -37,6 +38,23 @@ class ApplicationAdaptor : public QDBusAbstractAdaptor {
     void ActivateAction(const QString &name, const QVariantList &parameter,
                         const QVariantMap &platformData);
     // NOLINTEND(readability-identifier-naming)
+
+  private:
+    DesktopInstance *instance_;
+};
+
+/// The program's own interface, for its second copy.
+class InstanceAdaptor : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.quillmender.Quillmender")
+
+  public:
+    explicit InstanceAdaptor(DesktopInstance *instance);
+
+  public Q_SLOTS:
+    /// Activates the program and answers the name of this interface, by which the caller knows it.
+    // NOLINTNEXTLINE(readability-identifier-naming): the name on the bus
+    QString ActivateInstance();
 
   private:
     DesktopInstance *instance_;

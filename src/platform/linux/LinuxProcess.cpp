@@ -1,0 +1,12 @@
+#include "platform/Process.h"
+#include "platform/linux/desktop/BaseDirectories.h"
+#include "platform/linux/desktop/CoreFiles.h"
+
+namespace quillmender {
+
+void prepareProcess() {
+    forbidCoreFiles();
+    unsetRelativeBaseDirectories();
+}
+
+} // namespace quillmender

@@ -1,0 +1,86 @@
+#include "desktop/harness/DesktopTest.h"
+#include "desktop/package/Tool.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace quillmender {
+namespace {
+
+using harness::ChildProcess;
+using harness::waitUntil;
+
+const QString id = QStringLiteral("com.quillmender.Quillmender");
+
+QByteArray read(const QString &path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+/// The build, installed into a folder with everything in its name that paths may have. (CMake
+/// itself cannot install below a backslash.)
+class PackagePrefixTest : public harness::DesktopTest {
+  protected:
+    void SetUp() override {
+        requireTool(QStringLiteral(QUILLMENDER_CMAKE),
+                    {QStringLiteral("--install"), QStringLiteral(QUILLMENDER_BUILD),
+                     QStringLiteral("--prefix"), prefix_});
+        DesktopTest::SetUp();
+    }
+
+    QString installed(const QString &file) const { return prefix_ + u'/' + file; }
+
+    void launch(const QString &entry) {
+        ChildProcess launcher(desktop().command(QStringLiteral("gio"), {"launch", entry}));
+        waitUntil([&] { return !launcher.isRunning(); }, QStringLiteral("gio has launched it"));
+        ASSERT_EQ(launcher.exitCode(), 0) << launcher.log().toStdString();
+        desktop().sessionBus().waitForOwner(id);
+    }
+
+    QString runningProgram() {
+        const uint pid = desktop().sessionBus().connection().interface()->servicePid(id);
+        return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
+    }
+
+    void quit() {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            id, QStringLiteral("/com/quillmender/Quillmender"),
+            QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
+        call.setArguments({QStringLiteral("quit"), QVariantList(), QVariantMap()});
+        desktop().sessionBus().connection().call(call, QDBus::NoBlock);
+        waitUntil([this] { return !desktop().sessionBus().hasOwner(id); },
+                  QStringLiteral("the program has ended"));
+    }
+
+    QString path(const QString &name) const { return folder_.filePath(name); }
+
+  private:
+    const QTemporaryDir folder_;
+    const QString prefix_ =
+        folder_.filePath(QStringLiteral("50%u % \"a\" $HOME `b` it's (c); <d> & #e ~ * ?|größe"));
+};
+
+TEST_F(PackagePrefixTest, IsStartedByTheBusAndByItsEntry) {
+    const QString program = installed(QStringLiteral("bin/quillmender"));
+    const QString entry = installed(QStringLiteral("share/applications/%1.desktop").arg(id));
+    startDesktop(
+        {.services = {installed(QStringLiteral("share/dbus-1/services/%1.service").arg(id))}});
+    launch(entry);
+    EXPECT_EQ(runningProgram(), program);
+    quit();
+
+    // As a desktop does that does not start programs by the bus.
+    QFile plain(path(QStringLiteral("plain.desktop")));
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    plain.write(read(entry).replace("DBusActivatable=true\n", ""));
+    plain.close();
+    launch(plain.fileName());
+    EXPECT_EQ(runningProgram(), program);
+    quit();
+}
+
+} // namespace
+} // namespace quillmender
