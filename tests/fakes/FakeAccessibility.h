@@ -31,12 +31,12 @@ class FakeAccessibility : public Accessibility {
         if (element == systemWide_) {
             if (!hasFocusedElement)
                 co_return AttributeResult{AccessibilityError::noValue, {}};
-            co_return AttributeResult{AccessibilityError::success, element_};
+            co_return AttributeResult{errorBeside(attribute), element_};
         }
         const auto found = attributes.find(attribute);
         if (found == attributes.end())
             co_return AttributeResult{AccessibilityError::noValue, {}};
-        co_return AttributeResult{AccessibilityError::success, *found};
+        co_return AttributeResult{errorBeside(attribute), *found};
     }
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef, QString attribute,
                                                       AccessibilityValue value) override {
@@ -62,8 +62,13 @@ class FakeAccessibility : public Accessibility {
     bool hasFocusedElement = true;
     QMap<QString, AccessibilityValue> attributes;
     QStringList refusedAttributes;
+    QMap<QString, AccessibilityError> errorsBeside; ///< reported although there is a value
 
   private:
+    AccessibilityError errorBeside(const QString &attribute) const {
+        return errorsBeside.value(attribute, AccessibilityError::success);
+    }
+
     CallLog log_;
     AccessibilityElementRef systemWide_ = std::make_shared<const AccessibilityElement>();
     AccessibilityElementRef element_ = std::make_shared<const AccessibilityElement>();

@@ -52,8 +52,8 @@ TEST_F(QtClockTest, EverySleepUnderWayIsCancelled) {
     test::runTask(std::move(first));
     test::runTask(std::move(second));
     ended.sort();
-    EXPECT_EQ(ended, QStringList({QStringLiteral("first cancelled"),
-                                  QStringLiteral("second cancelled")}));
+    EXPECT_EQ(ended,
+              QStringList({QStringLiteral("first cancelled"), QStringLiteral("second cancelled")}));
 }
 
 TEST_F(QtClockTest, CancellingOneAfterTheOtherEndsEachOnce) {
