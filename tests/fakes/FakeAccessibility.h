@@ -44,13 +44,12 @@ class FakeAccessibility : public Accessibility {
         if (asked == systemWide_) {
             if (!hasFocusedElement)
                 co_return AttributeResult{AccessibilityError::noValue, {}};
-            co_return AttributeResult{AccessibilityError::success,
-                                      AccessibilityElementRef(element)};
+            co_return AttributeResult{errorBeside(attribute), AccessibilityElementRef(element)};
         }
         const auto found = attributes.find(attribute);
         if (found == attributes.end())
             co_return AttributeResult{AccessibilityError::noValue, {}};
-        co_return AttributeResult{AccessibilityError::success, *found};
+        co_return AttributeResult{errorBeside(attribute), *found};
     }
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef, QString attribute,
                                                       AccessibilityValue value) override {
@@ -80,8 +79,13 @@ class FakeAccessibility : public Accessibility {
     ChordContextRef context;
     Gate *gate = nullptr; ///< that every reading waits at
     std::shared_ptr<FakeElement> element = std::make_shared<FakeElement>();
+    QMap<QString, AccessibilityError> errorsBeside; ///< reported although there is a value
 
   private:
+    AccessibilityError errorBeside(const QString &attribute) const {
+        return errorsBeside.value(attribute, AccessibilityError::success);
+    }
+
     CallLog log_;
     AccessibilityElementRef systemWide_ = std::make_shared<const AccessibilityElement>();
 };

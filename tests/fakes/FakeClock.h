@@ -3,11 +3,18 @@
 #include "fakes/CallLog.h"
 #include "platform/Clock.h"
 
+#include <QCoroSignal>
+#include <QFutureWatcher>
+#include <QPromise>
+
 #include <functional>
+#include <memory>
+#include <utility>
 
 namespace quillmender::fakes {
 
-/// Sleeps take no time; each is recorded and can do something meanwhile, or be cancelled.
+/// Sleeps take no time unless the clock is held; each is recorded and can do something meanwhile,
+/// or be cancelled.
 class FakeClock : public Clock {
   public:
     explicit FakeClock(CallLog log) : log_(std::move(log)) {}
@@ -19,16 +26,42 @@ class FakeClock : public Clock {
             duringSleep(sleeps);
         if (sleeps == cancelledSleep)
             throw CancellationError();
-        co_return;
+        if (gate_) {
+            QFutureWatcher<bool> watcher;
+            watcher.setFuture(gate_->future());
+            co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+            if (!watcher.result())
+                throw CancellationError();
+        }
     }
-    void cancelAll() override { log_->append(QStringLiteral("cancelAll")); }
+
+    /// Ends the sleeps that a held clock has under way, and holds it no longer.
+    void cancelAll() override {
+        log_->append(QStringLiteral("cancelAll"));
+        endHeld(false);
+    }
+
+    /// From now on sleeps end at `release()`, or are cancelled by `cancelAll()`.
+    void hold() {
+        gate_ = std::make_shared<QPromise<bool>>();
+        gate_->start();
+    }
+    void release() { endHeld(true); }
 
     int sleeps = 0;
     int cancelledSleep = 0; ///< the number of the sleep that is cancelled, counted from 1
     std::function<void(int)> duringSleep;
 
   private:
+    void endHeld(bool isSleptOut) {
+        if (const auto gate = std::exchange(gate_, nullptr)) {
+            gate->addResult(isSleptOut);
+            gate->finish();
+        }
+    }
+
     CallLog log_;
+    std::shared_ptr<QPromise<bool>> gate_;
 };
 
 } // namespace quillmender::fakes

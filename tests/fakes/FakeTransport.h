@@ -34,7 +34,7 @@ class FakeTransport : public QObject, public HttpTransport {
     }
     void cancelAll() override { log_->append(QStringLiteral("transport.cancelAll")); }
 
-    void answer(int status, const QByteArray &body) {
+    void answer(std::optional<int> status, const QByteArray &body) {
         error_.reset();
         response_.status = status;
         response_.body = body;

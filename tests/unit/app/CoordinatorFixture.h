@@ -40,6 +40,60 @@ class FakePanel : public PickerPanel {
     fakes::CallLog log_;
 };
 
+/// What a coordinator publishes, in the order in which it changes; what is published anew but stays
+/// the same is left out.
+class PublishedChanges {
+  public:
+    explicit PublishedChanges(AppCoordinator &coordinator)
+        : coordinator_(coordinator),
+          last_(state()),
+          connection_(QObject::connect(&coordinator, &Observable::objectWillChange, &coordinator,
+                                       [this] { look(); })) {}
+    ~PublishedChanges() { QObject::disconnect(connection_); }
+    PublishedChanges(const PublishedChanges &) = delete;
+    PublishedChanges &operator=(const PublishedChanges &) = delete;
+
+    /// The changes since the last time, each as "name: value".
+    QStringList take() {
+        look();
+        return std::exchange(changes_, {});
+    }
+
+  private:
+    QStringList state() const {
+        return {
+            QStringLiteral("session: ") + (coordinator_.currentSession()
+                                               ? coordinator_.currentSession()->selectedText
+                                               : QStringLiteral("none")),
+            QStringLiteral("preview: ") + coordinator_.selectedTextPreview(),
+            QStringLiteral("title: ") + coordinator_.captureTitle(),
+            QStringLiteral("description: ") + coordinator_.captureDescription().left(5),
+            QStringLiteral("error: ") +
+                coordinator_.errorMessage().value_or(QStringLiteral("none")).left(20),
+            QStringLiteral("working: ") +
+                (coordinator_.isWorking() ? QStringLiteral("yes") : QStringLiteral("no")),
+            QStringLiteral("action: ") + coordinator_.currentActionTitle(),
+            QStringLiteral("instruction: ") + coordinator_.customInstruction(),
+            QStringLiteral("update: ") + (coordinator_.availableUpdate()
+                                              ? coordinator_.availableUpdate()->version
+                                              : QStringLiteral("none")),
+        };
+    }
+
+    void look() {
+        const QStringList now = state();
+        for (qsizetype i = 0; i < now.size(); ++i)
+            if (now[i] != last_[i])
+                changes_.append(now[i]);
+        last_ = now;
+    }
+
+    AppCoordinator &coordinator_;
+    QStringList last_;
+    QStringList changes_;
+    QMetaObject::Connection connection_;
+};
+
 /// A coordinator on recording fakes, with a key in the keychain.
 class CoordinatorFixture : public testing::Test {
   protected:

@@ -195,5 +195,101 @@ TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
     EXPECT_EQ(value(), QStringLiteral("1st"));
 }
 
+TEST_F(SessionRunTest, aKeyOfBlanksIsAMissingKey) {
+    for (const char *blanks : {" ", "\n\t  "}) {
+        secrets->items.first() = blanks;
+        coordinator->settingsStore().setSelectedProvider(AIProvider::openAI);
+        capture(QStringLiteral("me goes"));
+        coordinator->run(action(TextAction::fixGrammar));
+        EXPECT_EQ(coordinator->errorMessage(),
+                  QStringLiteral("Add your OpenAI API key in Settings before using Quillmender."));
+        EXPECT_TRUE(transport.requests.isEmpty());
+    }
+}
+
+TEST_F(SessionRunTest, aSuccessIsPublishedInItsOrder) {
+    capture(QStringLiteral("me goes"));
+    coordinator->setCustomInstruction(QStringLiteral("typed"));
+    PublishedChanges changes(*coordinator);
+    coordinator->run(action(TextAction::fixGrammar));
+    EXPECT_EQ(changes.take(), QStringList({QStringLiteral("working: yes"),
+                                           QStringLiteral("action: Fix My Grammar")}));
+    answerText("I go");
+    EXPECT_EQ(changes.take(),
+              QStringList({QStringLiteral("working: no"), QStringLiteral("session: none"),
+                           QStringLiteral("action: "), QStringLiteral("preview: "),
+                           QStringLiteral("description: "), QStringLiteral("instruction: ")}));
+}
+
+TEST_F(SessionRunTest, aFailureIsPublishedInItsOrder) {
+    capture(QStringLiteral("me goes"));
+    coordinator->setCustomInstruction(QStringLiteral("write"));
+    PublishedChanges changes(*coordinator);
+    coordinator->runCustomInstruction();
+    EXPECT_EQ(changes.take(), QStringList({QStringLiteral("working: yes"),
+                                           QStringLiteral("action: Generate from Prompt")}));
+    transport.fail(QStringLiteral("offline"));
+    awaitEnd();
+    EXPECT_EQ(changes.take(),
+              QStringList({QStringLiteral("working: no"), QStringLiteral("error: offline")}));
+    coordinator->run(action(TextAction::casual));
+    EXPECT_EQ(changes.take(),
+              QStringList({QStringLiteral("working: yes"), QStringLiteral("error: none"),
+                           QStringLiteral("action: Make It Casual")}));
+}
+
+TEST_F(SessionRunTest, hidingIsPublishedInItsOrderOnceThePanelIsAway) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    coordinator->beginWorkflow();
+    coordinator->run(action(TextAction::fixGrammar));
+    transport.fail(QStringLiteral("offline"));
+    awaitEnd();
+    coordinator->setCustomInstruction(QStringLiteral("write"));
+    PublishedChanges changes(*coordinator);
+    bool wasVisible = false;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
+                     [&] { wasVisible = wasVisible || panel->isVisible; });
+    coordinator->hidePanel();
+    EXPECT_EQ(changes.take(),
+              QStringList({QStringLiteral("session: none"), QStringLiteral("action: "),
+                           QStringLiteral("error: none"), QStringLiteral("preview: "),
+                           QStringLiteral("title: Selected Text"), QStringLiteral("description: "),
+                           QStringLiteral("instruction: ")}));
+    EXPECT_FALSE(wasVisible);
+}
+
+TEST_F(SessionRunTest, theCapturedTextIsSentAsItWasCaptured) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("  all\tof it \n");
+    coordinator->beginWorkflow();
+    coordinator->run(action(TextAction::fixGrammar));
+    EXPECT_TRUE(transport.requests.constLast().body.contains("Text:\\n  all\\tof it \\n\""));
+    coordinator->setCustomInstruction(QStringLiteral("x"));
+    coordinator->runCustomInstruction();
+    EXPECT_TRUE(transport.requests.constLast().body.contains("Source text:\\n  all\\tof it \\n\""));
+}
+
+TEST_F(SessionRunTest, theSelectedProviderIsAskedWithItsSettings) {
+    coordinator->settingsStore().setSelectedProvider(AIProvider::anthropic);
+    coordinator->settingsStore().setModel(AIProvider::anthropic, QStringLiteral(" m2 "));
+    coordinator->settingsStore().setEndpoint(AIProvider::anthropic,
+                                             QStringLiteral(" https://host/e2\n"));
+    secrets->items[{QStringLiteral("com.quillmender.anthropic"), QStringLiteral("api-key")}] =
+        " k2\n";
+    capture(QStringLiteral("me goes"));
+    coordinator->run(action(TextAction::fixGrammar));
+    ASSERT_EQ(transport.requests.size(), 1);
+    const HttpRequest &request = transport.requests.constFirst();
+    EXPECT_EQ(request.url, QUrl(QStringLiteral("https://host/e2")));
+    EXPECT_EQ(request.headers.at(1).second, "k2");
+    EXPECT_TRUE(request.body.startsWith(R"({"model":"m2",)"));
+}
+
+TEST_F(SessionRunTest, whatIsTypedForTheInstructionIsPublishedAsItIs) {
+    PublishedChanges changes(*coordinator);
+    coordinator->setCustomInstruction(QStringLiteral(" a \n"));
+    EXPECT_EQ(changes.take(), QStringList(QStringLiteral("instruction:  a \n")));
+    EXPECT_EQ(coordinator->customInstruction(), QStringLiteral(" a \n"));
+}
+
 } // namespace
 } // namespace quillmender

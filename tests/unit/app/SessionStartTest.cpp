@@ -187,5 +187,86 @@ TEST_F(SessionStartTest, settingsChangesRedrawThePanel) {
     EXPECT_EQ(coordinator->actions().size(), 6);
 }
 
+TEST_F(SessionStartTest, aCaptureIsPublishedInItsOrderBeforeThePanelShows) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    coordinator->run(coordinator->actions().constFirst());
+    PublishedChanges changes(*coordinator);
+    bool wasVisible = false;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
+                     [&] { wasVisible = wasVisible || (panel && panel->isVisible); });
+    coordinator->beginWorkflow();
+    EXPECT_EQ(
+        changes.take(),
+        QStringList({QStringLiteral("preview: all of it"), QStringLiteral("title: Captured Field"),
+                     QStringLiteral("description: No se"), QStringLiteral("error: none"),
+                     QStringLiteral("session: all of it")}));
+    EXPECT_FALSE(wasVisible);
+}
+
+TEST_F(SessionStartTest, aRefusalIsPublishedInItsOrder) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    coordinator->beginWorkflow();
+    coordinator->run(coordinator->actions().constFirst());
+    accessibility->trusted = false;
+    PublishedChanges changes(*coordinator);
+    coordinator->beginWorkflow();
+    EXPECT_EQ(
+        changes.take(),
+        QStringList({QStringLiteral("session: none"), QStringLiteral("preview: "),
+                     QStringLiteral("error: Quillmender needs Ac"), QStringLiteral("action: ")}));
+    EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Captured Field"));
+    EXPECT_TRUE(coordinator->isWorking());
+}
+
+TEST_F(SessionStartTest, aFailedCaptureIsPublishedInItsOrder) {
+    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    coordinator->beginWorkflow();
+    coordinator->run(coordinator->actions().constFirst());
+    workspace->frontmost = nullptr;
+    PublishedChanges changes(*coordinator);
+    coordinator->beginWorkflow();
+    EXPECT_EQ(
+        changes.take(),
+        QStringList({QStringLiteral("session: none"), QStringLiteral("preview: "),
+                     QStringLiteral("description: "), QStringLiteral("title: Selected Text"),
+                     QStringLiteral("error: Quillmender could no"), QStringLiteral("action: ")}));
+}
+
+TEST_F(SessionStartTest, nothingIsShownBeforeItStarts) {
+    EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Selected Text"));
+    EXPECT_EQ(coordinator->captureDescription(), QString());
+    EXPECT_EQ(coordinator->selectedTextPreview(), QString());
+    EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
+    EXPECT_FALSE(coordinator->isWorking());
+    EXPECT_FALSE(coordinator->availableUpdate());
+    EXPECT_TRUE(coordinator->accessibilityGranted()) << "as it is when it is made";
+    EXPECT_EQ(panel, nullptr);
+}
+
+TEST_F(SessionStartTest, theHotKeyStartsASession) {
+    coordinator->start();
+    select(QStringLiteral("words"));
+    EXPECT_EQ(hotKeys->press(), noErr);
+    EXPECT_EQ(panel, nullptr) << "not within the press";
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("words"));
+    EXPECT_TRUE(panel->isVisible);
+}
+
+TEST_F(SessionStartTest, thePreviewIsShortTheSessionIsWhole) {
+    select(QString(181, u'a'));
+    coordinator->beginWorkflow();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QString(180, u'a') + u'…');
+    EXPECT_EQ(coordinator->currentSession()->selectedText, QString(181, u'a'));
+}
+
+TEST_F(SessionStartTest, changesOfThePermissionRedrawThePanel) {
+    int changes = 0;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
+                     [&] { ++changes; });
+    coordinator->permissionManager().refresh();
+    EXPECT_EQ(changes, 1);
+}
+
 } // namespace
 } // namespace quillmender

@@ -19,6 +19,7 @@ class UpdateOfferTest : public CoordinatorFixture {
     }
     const StatusMenuItem &item() const { return presence->statusItem.menu.at(updateItem); }
 
+    const QByteArray newer = R"({"version":"2","download_url":"https://releases.test/get"})";
     const QString opened = QStringLiteral("openUrl https://releases.test/get");
 };
 
@@ -97,12 +98,67 @@ TEST_F(UpdateOfferTest, aFailureChangesNothing) {
 
 TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
     capture(QStringLiteral("text"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
     coordinator->run(coordinator->actions().constFirst());
+    clock->hold();
+    transport.answerText("answer");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return clock->sleeps > 0; })) << "a paste is under way";
+
     coordinator->start();
-    transport.answer(200, R"({"version":"2","download_url":"https://releases.test/get"})");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !item().hidden; }));
+    transport.answer(200, newer);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !item().hidden; })) << "the menu takes no keyboard";
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    EXPECT_TRUE(coordinator->isWorking());
+
+    clock->release();
     awaitEnd();
     ASSERT_TRUE(awaitAlert());
+    EXPECT_GT(log->indexOf(QStringLiteral("show alert")),
+              log->indexOf(QStringLiteral("post 9 up tap 0")));
+    EXPECT_EQ(log->last(), QStringLiteral("show alert"));
+}
+
+TEST_F(UpdateOfferTest, theAlertWaitsForARunThatWaitsItself) {
+    capture(QStringLiteral("text"));
+    secrets->hold();
+    coordinator->run(coordinator->actions().constFirst());
+    coordinator->start();
+    transport.answer(200, newer);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !item().hidden; }));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    secrets->release();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return transport.requests.size() == 2; }));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    transport.answerText("answer");
+    ASSERT_TRUE(awaitAlert());
+    EXPECT_FALSE(coordinator->isWorking());
+    EXPECT_EQ(value(), QStringLiteral("answer"));
+}
+
+TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfACapture) {
+    accessibility->hasFocusedElement = false;
+    clock->hold();
+    coordinator->beginWorkflow();
+    coordinator->start();
+    transport.answer(200, newer);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !item().hidden; }));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(alert);
+    clock->release();
+    ASSERT_TRUE(awaitAlert());
+    EXPECT_GT(log->indexOf(QStringLiteral("show alert")),
+              log->indexOf(QStringLiteral("makeKeyAndOrderFront")));
+}
+
+TEST_F(UpdateOfferTest, theReleaseIsPublishedBeforeItIsShown) {
+    coordinator->start();
+    PublishedChanges changes(*coordinator);
+    transport.answer(200, newer);
+    ASSERT_TRUE(awaitAlert());
+    EXPECT_EQ(changes.take(), QStringList(QStringLiteral("update: 2")));
 }
 
 TEST_F(UpdateOfferTest, nothingIsOfferedToAProgramThatEnds) {

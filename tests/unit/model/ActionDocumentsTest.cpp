@@ -43,6 +43,31 @@ TEST(ActionDocumentsTest, ReadersDependNeitherOnOrderNorOnEscapes) {
     EXPECT_EQ(actions.front().title, QStringLiteral("\u00e9"));
 }
 
+TEST(ActionDocumentsTest, OneBadCustomActionMakesTheDocumentUnreadable) {
+    const QByteArray id = R"("id":"0C1D2E3F-AAAA-BBBB-CCCC-0123456789AB")";
+    const QByteArray good = '{' + id + R"(,"title":"T","promptTemplate":"P"})";
+    ASSERT_EQ(loadedCustomActions('[' + good + ']').size(), 1);
+    for (const QByteArray bad :
+         {R"({"title":"T","promptTemplate":"P"})", R"({ID,"promptTemplate":"P"})",
+          R"({ID,"title":"T"})", R"({ID,"title":1,"promptTemplate":"P"})",
+          R"({ID,"title":"T","promptTemplate":null})", R"({"id":7,"title":"T","promptTemplate":"P"})",
+          "null", "[]"}) {
+        const QByteArray document = '[' + good + ',' + QByteArray(bad).replace("ID", id) + ']';
+        EXPECT_THROW(decodeCustomActions(document), DecodingError) << bad.constData();
+        EXPECT_TRUE(loadedCustomActions(document).isEmpty()) << bad.constData();
+    }
+    EXPECT_THROW(decodeCustomActions(good), DecodingError);
+}
+
+TEST(ActionDocumentsTest, TheStoredEntryCountsWithEachOfItsTexts) {
+    const BuiltInActionConfig stored{TextAction::simplify, QStringLiteral(" T "),
+                                     QStringLiteral(" P\n"), true};
+    EXPECT_EQ(loadedBuiltInActions(encodeBuiltInActions({stored})).at(1), stored);
+    EXPECT_EQ(loadedBuiltInActions(encodeBuiltInActions({stored})).size(), 7);
+    const BuiltInActionConfig empty{TextAction::simplify, QString(), QString(), false};
+    EXPECT_EQ(loadedBuiltInActions(encodeBuiltInActions({empty})).at(1), empty);
+}
+
 TEST(ActionDocumentsTest, HalfASurrogatePairDoesNotSpoilTheDocument) {
     const auto document = encodeCustomActions({{QUuid(), QString(QChar(0xd83d)), QString()}});
     EXPECT_EQ(decodeCustomActions(document).front().title, QString(QChar(0xfffd)));

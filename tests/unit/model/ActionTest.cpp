@@ -95,6 +95,30 @@ TEST(ActionTest, TheIdentifierDoesNotFollowTheTexts) {
     EXPECT_EQ(PromptAction::builtIn(edited).title(), QStringLiteral("New"));
 }
 
+TEST(ActionTest, OnlyAKnownRawValueIsAnAction) {
+    for (const char *other : {"", "Casual", "casual ", "CASUAL", "Make It Casual", "translate"})
+        EXPECT_EQ(textActionFromRawValue(QString::fromUtf8(other)), std::nullopt) << other;
+}
+
+TEST(ActionTest, ActionsDifferByEachOfTheirValues) {
+    const BuiltInActionConfig config{TextAction::casual, QStringLiteral("T"), QStringLiteral("P"),
+                                     false};
+    auto other = config;
+    EXPECT_EQ(PromptAction::builtIn(config), PromptAction::builtIn(other));
+    other.title = QStringLiteral("U");
+    EXPECT_FALSE(PromptAction::builtIn(config) == PromptAction::builtIn(other));
+    other = config;
+    other.promptTemplate = QStringLiteral("Q");
+    EXPECT_FALSE(PromptAction::builtIn(config) == PromptAction::builtIn(other));
+    other = config;
+    other.isHidden = true;
+    EXPECT_FALSE(PromptAction::builtIn(config) == PromptAction::builtIn(other));
+    const CustomAction mine{QUuid::createUuid(), QStringLiteral("T"), QStringLiteral("P")};
+    auto twin = mine;
+    twin.id = QUuid::createUuid();
+    EXPECT_FALSE(PromptAction::custom(mine) == PromptAction::custom(twin));
+}
+
 TEST(ActionTest, ATemplateWithoutPlaceholderGetsTheTextUnderAHeading) {
     EXPECT_EQ(render(QString(), QStringLiteral("x")), QStringLiteral("\n\nText:\nx"));
     EXPECT_EQ(render(QStringLiteral(" \n\t"), QStringLiteral("x")), QStringLiteral("\n\nText:\nx"));

@@ -15,6 +15,26 @@ TEST(TextRulesTest, TrimsUnicodeWhiteSpaceAtBothEndsOnly) {
     EXPECT_EQ(trimmed(QStringLiteral(" \U0001F600 ")), QStringLiteral("\U0001F600"));
 }
 
+TEST(TextRulesTest, EachKindOfWhiteSpaceIsTrimmedAtEachEnd) {
+    for (const char16_t space : u"\t\n\v\f\r \u0085\u00a0\u1680\u2000\u2003\u200a\u2028\u2029"
+                                u"\u202f\u205f\u3000") {
+        if (space == 0)
+            continue;
+        const QChar unit(space);
+        EXPECT_EQ(trimmed(unit + QStringLiteral("a b")), QStringLiteral("a b")) << int(space);
+        EXPECT_EQ(trimmed(QStringLiteral("a b") + unit), QStringLiteral("a b")) << int(space);
+        EXPECT_EQ(trimmed(QString(3, unit)), QString()) << int(space);
+        EXPECT_EQ(trimmed(u'a' + QString(unit) + u'b'), u'a' + QString(unit) + u'b') << int(space);
+    }
+}
+
+TEST(TextRulesTest, NothingElseIsTrimmed) {
+    for (const char16_t kept : {u'\0', u'\b', u'\x1f', u'.', u'\x7f', u'\u00ad', u'\u0301', u'\u200d'}) {
+        const QString text = QChar(kept) + QStringLiteral("a") + QChar(kept);
+        EXPECT_EQ(trimmed(text), text) << int(kept);
+    }
+}
+
 TEST(TextRulesTest, Utf8IsAlwaysValid) {
     const auto text = QStringLiteral("a\u00e9\U0001F600");
     EXPECT_EQ(toValidUtf8(text), text.toUtf8());

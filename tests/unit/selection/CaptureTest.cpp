@@ -237,5 +237,61 @@ TEST_F(CaptureTest, cancellationAfterTheChordRestores) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
+TEST_F(CaptureTest, aValueBesideAnErrorIsNone) {
+    setText(QStringLiteral("word"), QStringLiteral("a word"), TextRange{2, 4});
+    accessibility.errorsBeside[QStringLiteral("AXSelectedTextRange")] = AccessibilityError::failure;
+    EXPECT_EQ(capture()->selectedRange, std::nullopt);
+
+    accessibility.errorsBeside[QStringLiteral("AXSelectedText")] =
+        AccessibilityError::cannotComplete;
+    EXPECT_EQ(capture()->captureScope, CaptureScope::fullField);
+
+    copyYields(QStringLiteral("copied"));
+    accessibility.errorsBeside[QStringLiteral("AXValue")] = AccessibilityError::noValue;
+    const auto copied = capture();
+    EXPECT_EQ(copied->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
+    EXPECT_EQ(copied->selectedText, QStringLiteral("copied"));
+
+    pasteboard.text.reset();
+    accessibility.errorsBeside = {
+        {QStringLiteral("AXFocusedUIElement"), AccessibilityError::failure}};
+    const auto withoutElement = capture();
+    EXPECT_EQ(withoutElement->focusedElement, nullptr);
+    EXPECT_EQ(withoutElement->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
+}
+
+TEST_F(CaptureTest, aSelectionIsTrimmedAtEachEndAndAFieldAtNone) {
+    setText(QStringLiteral("\u00a0 a  b\t\u2028"), QString());
+    EXPECT_EQ(capture()->selectedText, QStringLiteral("a  b"));
+    accessibility.attributes.clear();
+    setText(QString(), QStringLiteral("\n\u00a0a \t"));
+    EXPECT_EQ(capture()->selectedText, QStringLiteral("\n\u00a0a \t"));
+    EXPECT_EQ(capture()->selectedRange, (TextRange{0, 5}));
+}
+
+TEST_F(CaptureTest, aBlankFieldIsNoText) {
+    setText(QString(), QStringLiteral("\u00a0 \n"));
+    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
+    EXPECT_TRUE(log->contains(QStringLiteral("prepareChord copy")));
+}
+
+TEST_F(CaptureTest, theCopyIsLookedForUntilItComes) {
+    accessibility.hasFocusedElement = false;
+    clock.duringSleep = [this](int sleep) {
+        if (sleep == 7)
+            pasteboard.copyFromElsewhere(QStringLiteral("late"));
+    };
+    EXPECT_EQ(capture()->selectedText, QStringLiteral("late")) << "the last of six times";
+    EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
+}
+
+TEST_F(CaptureTest, theKeysGoDownAndUpOnceEach) {
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral("copied"));
+    capture();
+    EXPECT_EQ(log->filter(QStringLiteral("tap")), QStringList({QStringLiteral("post 8 down tap 0"),
+                                                               QStringLiteral("post 8 up tap 0")}));
+}
+
 } // namespace
 } // namespace quillmender

@@ -189,5 +189,55 @@ TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
+TEST_F(ReplacementTest, aValueBesideAnErrorIsNone) {
+    setText(QString(), QStringLiteral("text"));
+    accessibility.errorsBeside[QStringLiteral("AXValue")] = AccessibilityError::cannotComplete;
+    EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
+    EXPECT_EQ(value(), QStringLiteral("text"));
+    EXPECT_EQ(log->filter(QStringLiteral("set ")), QStringList());
+}
+
+TEST_F(ReplacementTest, onlyBothKeyEventsTogetherArePosted) {
+    for (bool *part : {&keyEvents.createsDown, &keyEvents.createsUp}) {
+        *part = false;
+        log->clear();
+        EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
+        EXPECT_EQ(log->filter(QStringLiteral("setFlags")), QStringList());
+        EXPECT_EQ(log->filter(QStringLiteral(" tap ")), QStringList());
+        EXPECT_EQ(log->last(), QStringLiteral("pasteboard.writeItems 2"));
+        *part = true;
+    }
+}
+
+TEST_F(ReplacementTest, replacesTheRangeAndNothingElse) {
+    const struct {
+        TextRange range;
+        const char *wanted;
+    } cases[] = {{{0, 0}, "newone two"}, {{0, 3}, "new two"},    {{3, 1}, "onenewtwo"},
+                 {{4, 3}, "one new"},    {{7, 0}, "one twonew"}, {{0, 7}, "new"}};
+    for (const auto &each : cases) {
+        setText(QString(), QStringLiteral("one two"));
+        EXPECT_TRUE(replace(session(each.range), QStringLiteral("new")));
+        EXPECT_EQ(value(), QLatin1String(each.wanted));
+        EXPECT_EQ(std::get<TextRange>(
+                      accessibility.attributes.value(QStringLiteral("AXSelectedTextRange"))),
+                  (TextRange{each.range.location, 3}));
+    }
+}
+
+TEST_F(ReplacementTest, theAnswerIsWrittenAndPastedAsItIs) {
+    setText(QString(), QStringLiteral("text"));
+    EXPECT_TRUE(replace(session(TextRange{0, 4}), QStringLiteral(" new\n")));
+    EXPECT_EQ(value(), QStringLiteral(" new\n"));
+    paste(session(std::nullopt), QStringLiteral(" new\n"));
+    EXPECT_TRUE(log->contains(QStringLiteral("pasteboard.setString  new\n")));
+}
+
+TEST_F(ReplacementTest, onlyWhatWasAnElementWithARangeIsSelectedBeforeThePaste) {
+    paste(session(TextRange{0, 9}, false), QStringLiteral("answer"));
+    paste(session(std::nullopt, true), QStringLiteral("answer"));
+    EXPECT_EQ(log->filter(QStringLiteral("selectBeforePaste")), QStringList());
+}
+
 } // namespace
 } // namespace quillmender

@@ -71,6 +71,76 @@ TEST_F(ActionListTest, removingAnUnknownActionRewritesTheDocument) {
     EXPECT_EQ(defaults.data(QStringLiteral("settings.customActions")), QByteArray("[]"));
 }
 
+TEST_F(ActionListTest, everyActionWithTheIdentifierIsRemoved) {
+    const CustomAction twin{QUuid::createUuid(), QStringLiteral("A"), QStringLiteral("a")};
+    const CustomAction other{QUuid::createUuid(), QStringLiteral("A"), QStringLiteral("a")};
+    store().setCustomActions({twin, other, twin});
+    store().removeCustomAction(twin.id);
+    EXPECT_EQ(store().customActions(), QList<CustomAction>({other}));
+    EXPECT_EQ(storedCustom(), QList<CustomAction>({other}));
+}
+
+TEST_F(ActionListTest, aNewActionIsTheLastWithAnIdentifierOfItsOwn) {
+    store().addCustomAction(QStringLiteral(" A\n"), QStringLiteral(" {{text}} "));
+    store().addCustomAction(QStringLiteral(" A\n"), QStringLiteral(" {{text}} "));
+    const QList<CustomAction> actions = store().customActions();
+    ASSERT_EQ(actions.size(), 2);
+    EXPECT_NE(actions.first().id, actions.last().id);
+    EXPECT_FALSE(actions.first().id.isNull());
+    EXPECT_EQ(actions.last().title, QStringLiteral(" A\n"));
+    EXPECT_EQ(actions.last().promptTemplate, QStringLiteral(" {{text}} "));
+    store().addCustomAction(QStringLiteral("B"), QStringLiteral("b"));
+    EXPECT_EQ(store().customActions().mid(0, 2), actions);
+}
+
+TEST_F(ActionListTest, anUpdateReplacesTheWholeEntryInItsPlace) {
+    const BuiltInActionConfig changed{TextAction::translateFrench, QStringLiteral(" T "),
+                                      QStringLiteral(" P "), true};
+    store().updateBuiltInAction(changed);
+    auto expected = starterActions();
+    expected[3] = changed;
+    EXPECT_EQ(store().builtInActions(), expected);
+    EXPECT_EQ(storedBuiltIns(), expected);
+    store().updateBuiltInAction(starterActions().at(3));
+    EXPECT_EQ(store().builtInActions(), starterActions());
+    EXPECT_EQ(storedBuiltIns(), starterActions());
+}
+
+TEST_F(ActionListTest, hidingChangesNothingElse) {
+    store().hideBuiltInAction(TextAction::fixGrammar);
+    auto expected = starterActions();
+    expected.last().isHidden = true;
+    EXPECT_EQ(store().builtInActions(), expected);
+    EXPECT_EQ(storedBuiltIns(), expected);
+    store().hideBuiltInAction(TextAction::formalize);
+    expected.first().isHidden = true;
+    EXPECT_EQ(store().hiddenBuiltInActionItems(),
+              QList<BuiltInActionConfig>({expected.first(), expected.last()}));
+    EXPECT_EQ(store().visibleBuiltInActions(), expected.mid(1, 5));
+}
+
+TEST_F(ActionListTest, eachOperationWritesItsOwnListThoughItIsUnchanged) {
+    const QString builtIns = QStringLiteral("settings.builtInActions");
+    const QString custom = QStringLiteral("settings.customActions");
+    store().restoreAllBuiltInActions();
+    store().updateBuiltInAction(starterActions().first());
+    store().hideBuiltInAction(TextAction::casual);
+    store().hideBuiltInAction(TextAction::casual);
+    store().removeCustomAction(QUuid::createUuid());
+    EXPECT_EQ(defaults.writes, QStringList({builtIns, builtIns, builtIns, builtIns, custom}));
+}
+
+TEST_F(ActionListTest, oneEntryOfTwoIsUpdatedAndHidden) {
+    const BuiltInActionConfig first{TextAction::casual, QStringLiteral("1"), QString(), false};
+    const BuiltInActionConfig second{TextAction::casual, QStringLiteral("2"), QString(), false};
+    store().setBuiltInActions({first, second});
+    store().hideBuiltInAction(TextAction::casual);
+    EXPECT_TRUE(store().builtInActions().first().isHidden);
+    EXPECT_EQ(store().builtInActions().last(), second);
+    store().updateBuiltInAction(first);
+    EXPECT_EQ(store().builtInActions(), QList<BuiltInActionConfig>({first, second}));
+}
+
 TEST_F(ActionListTest, anUnreadableDocumentStaysUntilTheNextChange) {
     defaults.setData(QStringLiteral("settings.builtInActions"), "{broken");
     defaults.setData(QStringLiteral("settings.customActions"), "[{\"title\":\"no id\"}]");

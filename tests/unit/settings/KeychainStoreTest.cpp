@@ -84,5 +84,25 @@ TEST_F(KeychainStoreTest, failuresAreSilent) {
     EXPECT_TRUE(test::runTask(keychain.read(service, account)).wasAnswered);
 }
 
+/// Answers with a status and with bytes beside it.
+class BothItems : public fakes::FakeSecretItems {
+  public:
+    using FakeSecretItems::FakeSecretItems;
+    QCoro::Task<SecretMatch> copyMatching(SecretAttributes) override {
+        co_return SecretMatch{failure, QByteArray("bytes")};
+    }
+};
+
+TEST_F(KeychainStoreTest, bytesBesideAFailureAreNothing) {
+    BothItems both{log};
+    KeychainStore store{both};
+    EXPECT_EQ(test::runTask(store.read(service, account)).text, QStringLiteral("bytes"));
+    for (const qint32 status : {secret::notAvailable, secret::interactionNotAllowed,
+                                secret::duplicateItem, secret::itemNotFound, -1}) {
+        both.failure = status;
+        EXPECT_EQ(test::runTask(store.read(service, account)).text, std::nullopt) << status;
+    }
+}
+
 } // namespace
 } // namespace quillmender

@@ -47,5 +47,67 @@ TEST_F(LaunchAtLoginTest, springsBackWhenTheChangeFails) {
     EXPECT_EQ(store().launchAtLoginStatusMessage(), QStringLiteral("Read-only file system"));
 }
 
+TEST_F(LaunchAtLoginTest, afterAFailureTheSystemsWordCountsAndNotTheRequest) {
+    // The registration failed because it was there already, or was taken away meanwhile.
+    for (const bool wanted : {true, false}) {
+        for (const LoginItemStatus status :
+             {LoginItemStatus::notRegistered, LoginItemStatus::enabled,
+              LoginItemStatus::requiresApproval, LoginItemStatus::notFound}) {
+            loginItem.error = QStringLiteral("Why");
+            loginItem.current = status;
+            store().setLaunchAtLoginEnabled(wanted);
+            EXPECT_EQ(store().launchAtLoginEnabled(), status == LoginItemStatus::enabled);
+            EXPECT_EQ(store().launchAtLoginStatusMessage(), QStringLiteral("Why"));
+        }
+    }
+    EXPECT_EQ(log->size(), 8) << "no second attempt";
+}
+
+TEST_F(LaunchAtLoginTest, afterASuccessTheUsersWordCountsAndTheSystemsIsShown) {
+    loginItem.afterRegistration = LoginItemStatus::notFound;
+    store().setLaunchAtLoginEnabled(true);
+    EXPECT_TRUE(store().launchAtLoginEnabled());
+    EXPECT_EQ(store().launchAtLoginStatusMessage(),
+              QStringLiteral("Launch at Login is unavailable for this build."));
+    store().setLaunchAtLoginEnabled(false);
+    EXPECT_FALSE(store().launchAtLoginEnabled());
+    EXPECT_EQ(store().launchAtLoginStatusMessage(), std::nullopt);
+    EXPECT_EQ(*log, QStringList({QStringLiteral("registerItem"), QStringLiteral("unregisterItem")}));
+}
+
+TEST_F(LaunchAtLoginTest, theSameValueIsARequestAgain) {
+    store().setLaunchAtLoginEnabled(false);
+    store().setLaunchAtLoginEnabled(true);
+    store().setLaunchAtLoginEnabled(true);
+    EXPECT_EQ(*log, QStringList({QStringLiteral("unregisterItem"), QStringLiteral("registerItem"),
+                                 QStringLiteral("registerItem")}));
+}
+
+TEST_F(LaunchAtLoginTest, isReadWhenTheStoreIsMade) {
+    loginItem.current = LoginItemStatus::enabled;
+    EXPECT_TRUE(store().launchAtLoginEnabled());
+    EXPECT_EQ(store().launchAtLoginStatusMessage(),
+              QStringLiteral("Quillmender will open automatically when you log in."));
+}
+
+TEST_F(LaunchAtLoginTest, theSwitchAndItsLineAreEachAnnouncedBeforeTheyChange) {
+    QStringList seen;
+    QObject::connect(&store(), &Observable::objectWillChange, &store(), [&] {
+        seen.append(QStringLiteral("%1 %2").arg(store().launchAtLoginEnabled()).arg(
+            store().launchAtLoginStatusMessage().value_or(QStringLiteral("-")).left(7)));
+    });
+    store().setLaunchAtLoginEnabled(true);
+    EXPECT_EQ(seen, QStringList({QStringLiteral("0 -"), QStringLiteral("1 -")}));
+    seen.clear();
+    loginItem.current = LoginItemStatus::notFound;
+    store().refreshLaunchAtLoginState();
+    EXPECT_EQ(seen, QStringList({QStringLiteral("1 Quillme"), QStringLiteral("0 Quillme")}));
+    seen.clear();
+    loginItem.error = QStringLiteral("Why");
+    store().setLaunchAtLoginEnabled(true);
+    EXPECT_EQ(seen, QStringList({QStringLiteral("0 Launch "), QStringLiteral("1 Launch "),
+                                 QStringLiteral("0 Launch ")}));
+}
+
 } // namespace
 } // namespace quillmender

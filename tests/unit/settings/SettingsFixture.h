@@ -2,7 +2,7 @@
 
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeSecretItems.h"
-#include "platform/none/NoneUserDefaults.h"
+#include "fakes/FakeUserDefaults.h"
 #include "settings/SettingsStore.h"
 #include "support/RunTask.h"
 
@@ -24,7 +24,7 @@ class SettingsFixture : public testing::Test {
     void restart() { store_.reset(); }
 
     fakes::CallLog log = fakes::makeCallLog();
-    NoneUserDefaults defaults;
+    fakes::FakeUserDefaults defaults;
     fakes::FakeSecretItems secrets{log};
     fakes::FakeLoginItem loginItem{log};
     std::chrono::milliseconds keyPatience = std::chrono::seconds(20);

@@ -1,0 +1,234 @@
+#include "app/AppDelegate.h"
+
+#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeHotKeys.h"
+#include "fakes/FakeKeyEvents.h"
+#include "fakes/FakeLoginItem.h"
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakePresence.h"
+#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeWorkspace.h"
+#include "platform/none/NoneUserDefaults.h"
+#include "support/LoopbackServer.h"
+#include "support/ProviderAnswers.h"
+#include "ui/ActionTile.h"
+#include "ui/AlertWindow.h"
+#include "ui/HostedWindow.h"
+#include "ui/PushButton.h"
+#include "ui/TextLabel.h"
+
+#include <QApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace quillmender {
+namespace {
+
+/// Says how often it was asked for, and lets the test act from outside.
+class FakeInstance : public Instance {
+  public:
+    explicit FakeInstance(fakes::CallLog log) : log_(std::move(log)) {}
+
+    bool claim(std::function<void(const QString &action)> onAction) override {
+        log_->append(QStringLiteral("claim"));
+        perform = std::move(onAction);
+        return isFirst;
+    }
+
+    std::function<void(const QString &action)> perform;
+    bool isFirst = true;
+
+  private:
+    fakes::CallLog log_;
+};
+
+class AppDelegateTest : public testing::Test {
+  protected:
+    AppDelegateTest() {
+        auto platform = std::make_unique<Platform>();
+        platform->clock = make(clock);
+        platform->instance = make(instance);
+        platform->userDefaults = std::make_unique<NoneUserDefaults>();
+        platform->secretItems = make(secrets);
+        platform->loginItem = std::make_unique<fakes::FakeLoginItem>(log);
+        platform->workspace = std::make_unique<fakes::FakeWorkspace>(log);
+        platform->accessibility = make(accessibility);
+        platform->pasteboard = std::make_unique<fakes::FakePasteboard>(log);
+        platform->keyEvents = std::make_unique<fakes::FakeKeyEvents>(log);
+        platform->hotKeys = make(hotKeys);
+        platform->presence = make(presence);
+        platform->bundleVersion = QStringLiteral("1.2.3");
+        platform->userDefaults->setString(QStringLiteral("settings.openai.endpoint"),
+                                          server.baseUrl() + QStringLiteral("/v1/responses"));
+        secrets->items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
+            "key";
+        const QUrl manifest(server.baseUrl() + QStringLiteral("/latest.json"));
+        server.setAnswer(test::ScriptedAnswer::http(404, ""));
+        delegate = std::make_unique<AppDelegate>(std::move(platform), manifest);
+    }
+
+    template <typename Fake> std::unique_ptr<Fake> make(Fake *&fake) {
+        auto made = std::make_unique<Fake>(log);
+        fake = made.get();
+        return made;
+    }
+
+    template <typename Widget> static QList<Widget *> shown() {
+        QList<Widget *> found;
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (auto *itself = qobject_cast<Widget *>(window); itself && itself->isVisible())
+                found.append(itself);
+            for (auto *widget : window->findChildren<Widget *>())
+                if (widget->isVisible() && !widget->isWindow())
+                    found.append(widget);
+        }
+        return found;
+    }
+    static QStringList windowTitles() {
+        QStringList titles;
+        for (const QWidget *window : QApplication::topLevelWidgets())
+            if (window->isVisible())
+                titles.append(window->windowTitle());
+        titles.sort();
+        return titles;
+    }
+    static bool shows(const QString &text) {
+        const auto labels = shown<TextLabel>();
+        return std::ranges::any_of(labels,
+                                   [&](const TextLabel *label) { return label->text() == text; });
+    }
+    static bool press(const QString &caption) {
+        for (Button *button : shown<Button>()) {
+            if (button->caption() == caption) {
+                button->click();
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// A session whose answer is on its way into another program by pasting.
+    void startPasting() {
+        accessibility->attributes[QStringLiteral("AXSelectedText")] = QStringLiteral("me goes");
+        server.setAnswer(test::ScriptedAnswer::http(200, test::openAIBody(QStringLiteral("I go"))));
+        instance->perform(QStringLiteral("transform"));
+        clock->hold();
+        ASSERT_TRUE(press(QStringLiteral("Fix My Grammar")));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return clock->sleeps > 0; }, 20'000));
+    }
+
+    test::LoopbackServer server;
+    fakes::CallLog log = fakes::makeCallLog();
+    FakeInstance *instance = nullptr;
+    fakes::FakeClock *clock = nullptr;
+    fakes::FakeAccessibility *accessibility = nullptr;
+    fakes::FakeSecretItems *secrets = nullptr;
+    fakes::FakeHotKeys *hotKeys = nullptr;
+    fakes::FakePresence *presence = nullptr;
+    std::unique_ptr<AppDelegate> delegate;
+};
+
+TEST_F(AppDelegateTest, launchesInItsOrder) {
+    EXPECT_EQ(*log, QStringList(QStringLiteral("isProcessTrusted"))) << "made, not launched";
+    log->clear();
+    EXPECT_TRUE(delegate->applicationDidFinishLaunching());
+    EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("claim"),
+                        QStringLiteral("setAccessoryPolicy"),
+                        QStringLiteral("showStatusItem"),
+                        QStringLiteral("installEventHandler 0x6b657962 5"),
+                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
+                    }));
+    EXPECT_EQ(windowTitles(), QStringList());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.requests().empty(); }, 20'000));
+    EXPECT_EQ(server.requests().front().target, "/latest.json");
+    EXPECT_FALSE(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+}
+
+TEST_F(AppDelegateTest, aSecondCopyStartsNothing) {
+    log->clear();
+    instance->isFirst = false;
+    EXPECT_FALSE(delegate->applicationDidFinishLaunching());
+    EXPECT_EQ(*log, QStringList(QStringLiteral("claim")));
+    EXPECT_FALSE(hotKeys->isInstalled());
+    EXPECT_EQ(windowTitles(), QStringList());
+}
+
+TEST_F(AppDelegateTest, whatIsAskedFromOutsideIsDone) {
+    delegate->applicationDidFinishLaunching();
+    instance->perform(QStringLiteral("transform"));
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender")));
+    ASSERT_TRUE(press(QStringLiteral("Close")));
+    EXPECT_EQ(windowTitles(), QStringList());
+
+    instance->perform(QStringLiteral("about"));
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("About Quillmender")));
+    EXPECT_TRUE(shows(QStringLiteral("Version 1.2.3")));
+    instance->perform(QStringLiteral("settings"));
+    EXPECT_EQ(windowTitles(), QStringList({QStringLiteral("About Quillmender"),
+                                           QStringLiteral("Quillmender Settings")}));
+    for (HostedWindow *window : shown<HostedWindow>())
+        window->close();
+    instance->perform(QString());
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender Settings")))
+        << "a second start";
+}
+
+TEST_F(AppDelegateTest, theWindowsAreMadeOnceAndUsedAgain) {
+    delegate->applicationDidFinishLaunching();
+    const QString ways[] = {QStringLiteral("about"), QStringLiteral("settings")};
+    for (const QString &way : ways) {
+        instance->perform(way);
+        const QList<HostedWindow *> first = shown<HostedWindow>();
+        ASSERT_EQ(first.size(), 1);
+        first.constFirst()->close();
+        instance->perform(way);
+        instance->perform(way);
+        EXPECT_EQ(shown<HostedWindow>(), first);
+        first.constFirst()->close();
+    }
+    instance->perform(QStringLiteral("transform"));
+    const auto *panel = shown<ActionTile>().constFirst()->window();
+    instance->perform(QStringLiteral("transform"));
+    EXPECT_EQ(shown<ActionTile>().constFirst()->window(), panel);
+    EXPECT_EQ(windowTitles().size(), 1);
+}
+
+TEST_F(AppDelegateTest, theAlertOffersTheDownloadAndGoesAway) {
+    server.setAnswer(test::ScriptedAnswer::http(
+        200, R"({"version":"1.2.4","download_url":"https://releases.test/get"})"));
+    delegate->applicationDidFinishLaunching();
+    ASSERT_TRUE(QTest::qWaitFor([] { return !shown<AlertWindow>().isEmpty(); }, 20'000));
+    EXPECT_TRUE(shows(QStringLiteral("Quillmender 1.2.4 is available")));
+    log->clear();
+    ASSERT_TRUE(press(QStringLiteral("Download")));
+    EXPECT_EQ(*log, QStringList(QStringLiteral("openUrl https://releases.test/get")));
+    EXPECT_TRUE(shown<AlertWindow>().isEmpty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(AppDelegateTest, quittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQuits) {
+    delegate->applicationDidFinishLaunching();
+    startPasting();
+    log->clear();
+    QTimer::singleShot(0, QCoreApplication::instance(),
+                       [this] { presence->statusItem.menu.constLast().handler(); });
+    QTimer::singleShot(std::chrono::seconds(50), QCoreApplication::instance(), [] {
+        ADD_FAILURE() << "it does not quit";
+        QCoreApplication::exit(1);
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    const auto cancelled = log->indexOf(QStringLiteral("cancelAll"));
+    const auto restored = log->lastIndexOf(QStringLiteral("pasteboard.clear"));
+    const auto handedOver = log->indexOf(QStringLiteral("pasteboard.handOver"));
+    EXPECT_GE(cancelled, 0);
+    EXPECT_GT(restored, cancelled);
+    EXPECT_GT(handedOver, restored);
+    EXPECT_EQ(log->count(QStringLiteral("cancelAll")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("pasteboard.handOver")), 1);
+    EXPECT_EQ(windowTitles(), QStringList()) << "the panel is away at once";
+}
+
+} // namespace
+} // namespace quillmender

@@ -1,0 +1,84 @@
+#include "LookFixture.h"
+#include "ui/ScrollRegion.h"
+#include "ui/SymbolView.h"
+
+namespace quillmender {
+
+namespace {
+
+QRect placeIn(const QWidget *window, const QWidget *widget) {
+    return QRect(widget->mapTo(window, QPoint()), widget->size());
+}
+
+class PanelLayoutTest : public PanelLookFixture {};
+class SettingsLayoutTest : public SettingsWindowFixture {};
+class AboutLayoutTest : public AboutLookFixture {};
+
+} // namespace
+
+TEST_F(PanelLayoutTest, HasItsMargins) {
+    show();
+    settle();
+    const QWidget *panel = controller.panel();
+    const auto place = [panel](const QWidget *widget) { return placeIn(panel, widget); };
+    EXPECT_EQ(place(look::label(controller.panel(), QStringLiteral("Quillmender"))).topLeft(),
+              QPoint(24, 20));
+    for (Card *card : controller.panel()->findChildren<Card *>()) {
+        EXPECT_EQ(place(card).left(), 24);
+        EXPECT_EQ(place(card).right() + 1, 620 - 24);
+    }
+    const Button *captureAgain = button(QStringLiteral("Capture Again"));
+    const Button *settings = button(QStringLiteral("Settings"));
+    const Button *close = button(QStringLiteral("Close"));
+    EXPECT_EQ(place(captureAgain).left(), 24);
+    EXPECT_EQ(place(settings).left() - place(captureAgain).right() - 1, 8);
+    EXPECT_EQ(place(close).right() + 1, 620 - 24);
+    EXPECT_EQ(place(close).bottom() + 1, 620 - 16);
+    const auto cards = controller.panel()->findChildren<Card *>();
+    const QWidget *grid = button(QStringLiteral("Formalize"))->parentWidget();
+    EXPECT_EQ(place(grid).top() - place(cards.first()).bottom() - 1, 16);
+    EXPECT_EQ(place(cards.last()).top() - place(grid).bottom() - 1, 16);
+}
+
+TEST_F(SettingsLayoutTest, HasItsMargins) {
+    show();
+    const auto place = [this](const QWidget *widget) { return placeIn(window(), widget); };
+    EXPECT_EQ(place(look::label(window(), QStringLiteral("Settings"))).topLeft(), QPoint(24, 20));
+    const auto sections = window()->findChildren<FormSection *>();
+    ASSERT_EQ(sections.size(), 10);
+    for (qsizetype i = 0; i < sections.size(); ++i) {
+        EXPECT_EQ(place(sections[i]).left(), 24);
+        EXPECT_EQ(place(sections[i]).right() + 1, window()->width() - 24);
+        if (i > 0)
+            EXPECT_EQ(place(sections[i]).top() - place(sections[i - 1]).bottom() - 1, 20);
+    }
+    const PushButton *close = button("Close");
+    EXPECT_EQ(place(close).right() + 1, window()->width() - 24);
+    EXPECT_EQ(place(close).top(), 20);
+}
+
+TEST_F(AboutLayoutTest, HasEighteenBetweenAndTwentyFourAround) {
+    show();
+    QWidget *content = controller.window()->findChild<ScrollRegion *>()->widget();
+    const auto labels = content->findChildren<TextLabel *>();
+    ASSERT_EQ(labels.size(), 8);
+    const auto *symbol = content->findChild<SymbolView *>();
+    const auto place = [content](const QWidget *widget) { return placeIn(content, widget); };
+
+    const QRect name = place(labels[0]).united(place(symbol));
+    EXPECT_EQ(name.topLeft(), QPoint(24, 24));
+    EXPECT_EQ(symbol->width(), 30);
+    EXPECT_EQ(place(labels[1]).top() - name.bottom() - 1, 18);
+    for (int i = 2; i < 5; ++i)
+        EXPECT_EQ(place(labels[i]).top() - place(labels[i - 1]).bottom() - 1, 18) << i;
+    for (int i = 5; i < 8; ++i)
+        EXPECT_EQ(place(labels[i]).top() - place(labels[i - 1]).bottom() - 1, 8) << i;
+    for (int i = 1; i < 8; ++i) {
+        EXPECT_EQ(place(labels[i]).left(), 24);
+        EXPECT_EQ(place(labels[i]).right() + 1, 520 - 24);
+    }
+    EXPECT_EQ(content->height() - place(labels[7]).bottom() - 1, 24);
+    EXPECT_GT(content->height(), 420) << "it scrolls";
+}
+
+} // namespace quillmender

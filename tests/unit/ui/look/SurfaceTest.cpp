@@ -1,0 +1,177 @@
+#include "LookFixture.h"
+#include "ui/ActionTile.h"
+#include "ui/FormSection.h"
+
+namespace quillmender {
+
+namespace {
+
+/// Rounded surfaces, compared with ones that are painted here.
+class SurfaceTest : public PanelLookFixture {
+  protected:
+    ActionTile *tile(int index) const {
+        return controller.panel()->findChildren<ActionTile *>().at(index);
+    }
+
+    QImage rounded(const QWidget &widget, const QPen &pen, const QBrush &brush, qreal radius,
+                   qreal inset) const {
+        return look::reference(widget, ground(), [&](QPainter &painter) {
+            painter.setPen(pen);
+            painter.setBrush(brush);
+            painter.drawRoundedRect(QRectF(widget.rect()).adjusted(inset, inset, -inset, -inset),
+                                    radius, radius);
+        });
+    }
+
+    QColor ground() const { return theme.colors().window; }
+    const Colors &colors() const { return theme.colors(); }
+
+    static QColor blended(const QColor &under, const QColor &over, double opacity) {
+        QImage pixel(1, 1, QImage::Format_ARGB32_Premultiplied);
+        pixel.fill(under);
+        QPainter painter(&pixel);
+        painter.fillRect(pixel.rect(), withOpacity(over, opacity));
+        painter.end();
+        return pixel.pixelColor(0, 0);
+    }
+};
+
+bool isNear(const QColor &a, const QColor &b) {
+    return qAbs(a.red() - b.red()) <= 1 && qAbs(a.green() - b.green()) <= 1 &&
+           qAbs(a.blue() - b.blue()) <= 1;
+}
+
+} // namespace
+
+TEST_F(SurfaceTest, ATileIsAFaintAccentWithRoundCorners) {
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        presence.become({scheme, 0xd02060});
+        show();
+        settle();
+        button(QStringLiteral("Close"))->setFocus();
+        ActionTile &first = *tile(0);
+        const QImage image = look::painted(first, ground());
+        EXPECT_TRUE(look::haveSameCorners(image,
+                                          rounded(first, withOpacity(colors().accentMark, 0.12),
+                                                  withOpacity(colors().accent, 0.08), 14, 0.5),
+                                          15));
+        // Between the text and the edge there is nothing but the surface.
+        const QColor surface = image.pixelColor(first.width() - 8, first.height() / 2);
+        EXPECT_TRUE(isNear(surface, blended(ground(), colors().accent, 0.08)))
+            << surface.name().toStdString();
+    }
+}
+
+TEST_F(SurfaceTest, APressedTileIsStronger) {
+    show();
+    settle();
+    button(QStringLiteral("Close"))->setFocus();
+    ActionTile &first = *tile(0);
+    const QPoint beside(first.width() - 8, first.height() / 2);
+    const QColor atRest = look::painted(first, ground()).pixelColor(beside);
+    first.setDown(true);
+    const QColor pressed = look::painted(first, ground()).pixelColor(beside);
+    EXPECT_TRUE(isNear(pressed, blended(ground(), colors().accent, 0.22)));
+    EXPECT_NE(pressed, atRest);
+}
+
+TEST_F(SurfaceTest, ATileThatCannotBePressedIsFaint) {
+    show();
+    settle();
+    ActionTile &first = *tile(0);
+    const int readable = look::count(look::painted(first, ground()), colors().text);
+    EXPECT_GT(readable, 0);
+    change([](auto &state) { state.working = true; });
+    EXPECT_EQ(look::count(look::painted(first, ground()), colors().text), 0);
+}
+
+TEST_F(SurfaceTest, TheTilesFillTwoColumns) {
+    show();
+    settle();
+    for (int index = 0; index < 7; ++index) {
+        const QRect place = tile(index)->geometry();
+        EXPECT_EQ(place, QRect(index % 2 == 0 ? 0 : 292, (index / 2) * 84, 280, 72)) << index;
+    }
+    EXPECT_EQ(tile(0)->parentWidget()->width(), 572);
+    EXPECT_EQ(tile(0)->parentWidget()->height(), 4 * 84 - 12);
+}
+
+TEST_F(SurfaceTest, TheTitleOfATileIsBolderAndLargerThanItsSubtitle) {
+    show();
+    settle();
+    const QImage image = look::painted(*tile(0), ground());
+    EXPECT_GT(look::count(image, colors().text), 0);
+    EXPECT_GT(look::count(image, colors().secondary), 0);
+    EXPECT_EQ(look::count(image, colors().error), 0);
+    int lastTitle = -1;
+    int firstSubtitle = image.height();
+    for (int y = 0; y < image.height(); ++y) {
+        const QImage line = image.copy(0, y, image.width(), 1);
+        if (look::count(line, colors().text) > 0)
+            lastTitle = y;
+        if (look::count(line, colors().secondary) > 0)
+            firstSubtitle = std::min(firstSubtitle, y);
+    }
+    EXPECT_LT(lastTitle, firstSubtitle);
+}
+
+TEST_F(SurfaceTest, TheInstructionHasItsOutline) {
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        presence.become({scheme, std::nullopt});
+        show();
+        settle();
+        EXPECT_EQ(editor()->height(), 96);
+        button(QStringLiteral("Close"))->setFocus();
+        const QImage image = look::painted(*editor(), ground());
+        EXPECT_TRUE(
+            look::haveSameCorners(image,
+                                  rounded(*editor(), QPen(withOpacity(colors().secondary, 0.15), 1),
+                                          colors().textBackground, 11.5, 0.5),
+                                  13));
+        EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 6).rgb(),
+                  colors().textBackground.rgb());
+        EXPECT_EQ(editor()->palette().color(QPalette::PlaceholderText), colors().secondary);
+    }
+}
+
+TEST_F(SurfaceTest, CardsAreRounded) {
+    show();
+    settle();
+    for (Card *card : controller.panel()->findChildren<Card *>()) {
+        EXPECT_TRUE(look::haveSameCorners(
+            look::painted(*card, ground()),
+            rounded(*card, colors().cardOutline, colors().card, 14, 0.5), 15));
+        EXPECT_EQ(card->layout()->contentsMargins(), QMargins(16, 16, 16, 16));
+    }
+}
+
+TEST_F(SurfaceTest, ButtonsAreRoundedAndTheProminentOneHasTheAccent) {
+    change([](auto &state) { state.instruction = QStringLiteral("do it"); });
+    show();
+    settle();
+    Button *close = button(QStringLiteral("Close"));
+    EXPECT_TRUE(look::haveSameCorners(
+        look::painted(*close, ground()),
+        rounded(*close, colors().controlOutline, colors().control, 8, 0.5), 9));
+    EXPECT_EQ(close->height(), 32);
+    Button *generate = button(QStringLiteral("Generate"));
+    EXPECT_TRUE(look::haveSameCorners(look::painted(*generate, ground()),
+                                      rounded(*generate, Qt::NoPen, colors().accent, 8, 0), 9));
+    EXPECT_GT(look::count(look::painted(*generate, ground()), colors().onAccent), 0);
+    EXPECT_GT(look::count(look::painted(*close, ground()), colors().text), 0);
+}
+
+TEST_F(SurfaceTest, WhatIsFocusedHasARingOfTheAccent) {
+    show();
+    settle();
+    for (QWidget *control : {static_cast<QWidget *>(button(QStringLiteral("Close"))),
+                             static_cast<QWidget *>(tile(0)), static_cast<QWidget *>(editor())}) {
+        button(QStringLiteral("Settings"))->setFocus();
+        EXPECT_EQ(look::count(look::painted(*control, ground()), colors().accentMark), 0);
+        control->setFocus();
+        EXPECT_GT(look::count(look::painted(*control, ground()), colors().accentMark),
+                  2 * (control->width() + control->height()) - 80);
+    }
+}
+
+} // namespace quillmender
