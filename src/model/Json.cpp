@@ -1,6 +1,7 @@
 #include "model/Json.h"
 
 #include "model/DecodingError.h"
+#include "model/JsonLimits.h"
 #include "model/TextRules.h"
 
 #include <QRegularExpression>
@@ -9,8 +10,7 @@ namespace quillmender {
 
 namespace {
 
-constexpr int deepestNesting = 512;
-constexpr int mostValues = 500'000;
+constexpr qsizetype longestNumber = 1000;
 
 [[noreturn]] void fail(const char *name, const char *what) {
     throw DecodingError(QStringLiteral("The data could not be read: “%1” %2.")
@@ -47,18 +47,11 @@ QString checkedText(const Json &value, const char *name) {
     throw DecodingError(QStringLiteral("The data could not be read: it is not valid JSON."));
 }
 
-Json parse(const QByteArray &bytes) {
-    int values = 0;
-    const auto limit = [&values](int depth, Json::parse_event_t, const Json &) {
-        if (depth > deepestNesting || ++values > mostValues)
-            throw DecodingError(QStringLiteral("The data could not be read: it is too complex."));
-        return true;
-    };
-    return Json::parse(bytes.cbegin(), bytes.cend(), limit);
-}
-
-/// A number that is well written and larger than any that can be held.
+/// A number that is well written and larger than any that can be held. One of thousands of digits
+/// is not looked at.
 bool isTooLarge(const QByteArray &token) {
+    if (token.size() > longestNumber)
+        return false;
     static const QRegularExpression number(QRegularExpression::anchoredPattern(
         QStringLiteral("-?(?:0|[1-9][0-9]*)(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?")));
     bool isHeld = false;
@@ -94,15 +87,6 @@ QByteArray withoutLargeNumbers(const QByteArray &bytes) {
     return kept;
 }
 
-/// Nobody asks for a number, so that one out of range is no reason to refuse the document.
-Json parseAgain(const QByteArray &bytes) {
-    try {
-        return parse(withoutLargeNumbers(bytes));
-    } catch (const Json::exception &) {
-        failAsInvalid();
-    }
-}
-
 } // namespace
 
 QByteArray encodeJson(const Json &json) {
@@ -117,13 +101,18 @@ Json decodeJson(const QByteArray &bytes) {
     // The parser takes a NUL for the end.
     if (bytes.contains('\0'))
         failAsInvalid();
-    try {
-        return parse(bytes);
-    } catch (const Json::out_of_range &) {
-        return parseAgain(bytes);
-    } catch (const Json::exception &) {
-        failAsInvalid();
+    QByteArray document = bytes;
+    auto verdict = JsonLimits::check(document);
+    if (verdict == JsonLimits::Verdict::numberTooLarge) {
+        // Nobody asks for a number, so that this is no reason to refuse the document.
+        document = withoutLargeNumbers(document);
+        verdict = JsonLimits::check(document);
     }
+    if (verdict == JsonLimits::Verdict::tooComplex)
+        throw DecodingError(QStringLiteral("The data could not be read: it is too complex."));
+    if (verdict != JsonLimits::Verdict::fits)
+        failAsInvalid();
+    return Json::parse(document.cbegin(), document.cend());
 }
 
 namespace member {

@@ -194,7 +194,10 @@ void HttpExchange::complete() {
 }
 
 void HttpExchange::runOut() {
-    if (stage_ == Stage::askingProxy || (stage_ == Stage::connecting && hasHttpProxy()))
+    const bool isAtProxy =
+        stage_ == Stage::askingProxy ||
+        (stage_ == Stage::connecting && (hasHttpProxy() || isSocksProxy(proxy_)));
+    if (isAtProxy)
         failAtProxy(TransportError::Kind::proxyTimedOut);
     else
         fail({TransportError::Kind::timedOut, request_.url});

@@ -18,7 +18,7 @@ struct HttpRequest {
     /// https. Only a request that holds no secret may be redirected.
     enum class Redirects { none, httpsOnly };
 
-    static constexpr qsizetype usualLargestAnswer = qsizetype{32} * 1024 * 1024;
+    static constexpr qsizetype usualLargestAnswer = qsizetype{16} * 1024 * 1024;
 
     explicit HttpRequest(const QUrl &requestUrl,
                          std::chrono::milliseconds wholeTimeout = std::chrono::seconds(60))

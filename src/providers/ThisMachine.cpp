@@ -9,8 +9,9 @@ namespace quillmender {
 namespace {
 
 bool isNumberOfThisMachine(const QHostAddress &address) {
-    return address.isLoopback() || address == QHostAddress(QHostAddress::AnyIPv4) ||
-           address == QHostAddress(QHostAddress::AnyIPv6);
+    bool isShort = false;
+    const bool isAny = address.toIPv4Address(&isShort) == 0 && isShort;
+    return isAny || address.isLoopback() || address == QHostAddress(QHostAddress::AnyIPv6);
 }
 
 bool isUsualName(const QString &name) {
