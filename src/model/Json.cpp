@@ -1,14 +1,16 @@
 #include "model/Json.h"
 
 #include "model/DecodingError.h"
+#include "model/JsonLimits.h"
 #include "model/TextRules.h"
+
+#include <QRegularExpression>
 
 namespace quillmender {
 
 namespace {
 
-constexpr int deepestNesting = 512;
-constexpr int mostValues = 1'000'000;
+constexpr qsizetype longestNumber = 1000;
 
 [[noreturn]] void fail(const char *name, const char *what) {
     throw DecodingError(QStringLiteral("The data could not be read: “%1” %2.")
@@ -40,6 +42,51 @@ QString checkedText(const Json &value, const char *name) {
     return QString::fromStdString(value.get_ref<const std::string &>());
 }
 
+[[noreturn]] void failAsInvalid() {
+    // The parser's own text would quote the bytes.
+    throw DecodingError(QStringLiteral("The data could not be read: it is not valid JSON."));
+}
+
+/// A number that is well written and larger than any that can be held. One of thousands of digits
+/// is not looked at.
+bool isTooLarge(const QByteArray &token) {
+    if (token.size() > longestNumber)
+        return false;
+    static const QRegularExpression number(QRegularExpression::anchoredPattern(
+        QStringLiteral("-?(?:0|[1-9][0-9]*)(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?")));
+    bool isHeld = false;
+    token.toDouble(&isHeld);
+    return !isHeld && number.match(QString::fromLatin1(token)).hasMatch();
+}
+
+/// The document with zeros for the numbers that are too large.
+QByteArray withoutLargeNumbers(const QByteArray &bytes) {
+    const auto isOfNumber = [](char byte) {
+        return (byte >= '0' && byte <= '9') || byte == '-' || byte == '+' || byte == '.' ||
+               byte == 'e' || byte == 'E';
+    };
+    QByteArray kept;
+    kept.reserve(bytes.size());
+    bool isInText = false;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        qsizetype end = i;
+        while (!isInText && end < bytes.size() && isOfNumber(bytes[end]))
+            ++end;
+        if (end > i) {
+            const QByteArray token = bytes.sliced(i, end - i);
+            kept.append(isTooLarge(token) ? QByteArrayLiteral("0") : token);
+            i = end - 1;
+            continue;
+        }
+        kept.append(bytes[i]);
+        if (isInText && bytes[i] == '\\' && i + 1 < bytes.size())
+            kept.append(bytes[++i]);
+        else if (bytes[i] == '"')
+            isInText = !isInText;
+    }
+    return kept;
+}
+
 } // namespace
 
 QByteArray encodeJson(const Json &json) {
@@ -51,18 +98,21 @@ Json jsonText(const QString &text) {
 }
 
 Json decodeJson(const QByteArray &bytes) {
-    int values = 0;
-    const auto limit = [&values](int depth, Json::parse_event_t, const Json &) {
-        if (depth > deepestNesting || ++values > mostValues)
-            throw DecodingError(QStringLiteral("The data could not be read: it is too complex."));
-        return true;
-    };
-    try {
-        return Json::parse(bytes.cbegin(), bytes.cend(), limit);
-    } catch (const Json::exception &) {
-        // The parser's own text quotes the bytes.
-        throw DecodingError(QStringLiteral("The data could not be read: it is not valid JSON."));
+    // The parser takes a NUL for the end.
+    if (bytes.contains('\0'))
+        failAsInvalid();
+    QByteArray document = bytes;
+    auto verdict = JsonLimits::check(document);
+    if (verdict == JsonLimits::Verdict::numberTooLarge) {
+        // Nobody asks for a number, so that this is no reason to refuse the document.
+        document = withoutLargeNumbers(document);
+        verdict = JsonLimits::check(document);
     }
+    if (verdict == JsonLimits::Verdict::tooComplex)
+        throw DecodingError(QStringLiteral("The data could not be read: it is too complex."));
+    if (verdict != JsonLimits::Verdict::fits)
+        failAsInvalid();
+    return Json::parse(document.cbegin(), document.cend());
 }
 
 namespace member {

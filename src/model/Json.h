@@ -19,7 +19,8 @@ Json jsonText(const QString &text);
 
 /// The document in `bytes`, which must be UTF-8. Throws DecodingError when it is none, or when it
 /// is nested deeper or holds more values than any sensible one does, so that hostile bytes cost
-/// neither stack nor much more memory than their own size.
+/// neither stack nor much more memory than their own size. Numbers that are too large to be held
+/// read as 0.
 Json decodeJson(const QByteArray &bytes);
 
 /// Strict reading of one member: DecodingError when it has the wrong type or is missing. A null

@@ -2,14 +2,28 @@
 
 namespace quillmender {
 
-QString trimmed(const QString &text) {
+namespace {
+
+template <typename IsBlank> QString trimmedOf(const QString &text, IsBlank isBlank) {
     qsizetype begin = 0;
     qsizetype end = text.size();
-    while (begin < end && text.at(begin).isSpace())
+    while (begin < end && isBlank(text.at(begin)))
         ++begin;
-    while (end > begin && text.at(end - 1).isSpace())
+    while (end > begin && isBlank(text.at(end - 1)))
         --end;
     return text.mid(begin, end - begin);
+}
+
+} // namespace
+
+QString trimmed(const QString &text) {
+    return trimmedOf(text, [](QChar character) { return character.isSpace(); });
+}
+
+QString trimmedKey(const QString &key) {
+    return trimmedOf(key, [](QChar character) {
+        return character.isSpace() || character.category() == QChar::Other_Format;
+    });
 }
 
 QByteArray toValidUtf8(const QString &text) {

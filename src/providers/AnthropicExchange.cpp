@@ -46,10 +46,11 @@ QCoro::Task<QString> requestAnthropic(HttpTransport &transport, QString prompt,
                                       LLMConfiguration configuration) {
     auto request =
         makePost(parseEndpoint(configuration.endpoint), encodeRequest(prompt, configuration.model));
-    request.headers.emplaceBack("x-api-key", headerValue(configuration.apiKey));
+    request.headers.emplaceBack("x-api-key", keyHeader(configuration.apiKey));
     request.headers.emplaceBack("anthropic-version", "2023-06-01");
-    const auto body = co_await exchangeJson(transport, std::move(request), AIProvider::anthropic);
-    co_return requireAnswer(joinTexts(decodeResponse(body)));
+    co_return co_await exchangeText(
+        transport, std::move(request), std::move(configuration),
+        [](const Json &body) { return requireAnswer(joinTexts(decodeResponse(body))); });
 }
 
 } // namespace quillmender

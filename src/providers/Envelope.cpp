@@ -3,6 +3,9 @@
 #include "model/AppFailure.h"
 #include "model/DecodingError.h"
 #include "model/TextRules.h"
+#include "model/Wiping.h"
+#include "providers/Aside.h"
+#include "providers/ErrorText.h"
 
 #include <QStringDecoder>
 #include <QUtf8StringView>
@@ -13,6 +16,9 @@ namespace {
 
 constexpr std::chrono::seconds defaultTimeout{60};
 constexpr std::chrono::seconds requestTimeout{120};
+
+/// Reading more than this could be felt on the thread of the windows.
+constexpr qsizetype largestReadAtOnce = qsizetype{256} * 1024;
 
 QString fallbackMessage(AIProvider provider) {
     switch (provider) {
@@ -35,6 +41,21 @@ QString errorMessage(const QByteArray &body, AIProvider provider) {
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
         return decoder.decode(body);
     }
+}
+
+/// A NUL ends a text early in many programs that it could be written into.
+void requireWritable(const QString &text) {
+    if (text.contains(QChar::Null))
+        throw DecodingError(
+            QStringLiteral("The data could not be read: the text holds a NUL character."));
+}
+
+QString readText(const HttpResponse &response, const LLMConfiguration &configuration,
+                 const AnswerDecoder &decode) {
+    validateHTTPResponse(response, configuration);
+    const QString text = decode(decodeJson(response.body));
+    requireWritable(text);
+    return text;
 }
 
 } // namespace
@@ -65,21 +86,35 @@ HttpRequest makePost(const QUrl &url, const Json &body) {
     return request;
 }
 
-QByteArray headerValue(const QString &text) {
-    return toValidUtf8(text);
+QByteArray keyHeader(const QString &key, const char *prefix) {
+    QByteArray value = toValidUtf8(key);
+    if (*prefix == '\0')
+        return value;
+    const QByteArrayView start(prefix);
+    QByteArray header;
+    header.reserve(start.size() + value.size());
+    header.append(start).append(value);
+    wipe(value);
+    return header;
 }
 
-QCoro::Task<Json> exchangeJson(HttpTransport &transport, HttpRequest request, AIProvider provider) {
-    const auto response = co_await transport.send(std::move(request));
-    validateHTTPResponse(response, provider);
-    co_return decodeJson(response.body);
+QCoro::Task<QString> exchangeText(HttpTransport &transport, HttpRequest request,
+                                  LLMConfiguration configuration, AnswerDecoder decode) {
+    auto response = co_await transport.send(std::move(request));
+    const bool isLarge = response.body.size() > largestReadAtOnce;
+    auto read = [response = std::move(response), configuration = std::move(configuration),
+                 decode = std::move(decode)] { return readText(response, configuration, decode); };
+    if (!isLarge)
+        co_return read();
+    co_return co_await aside(std::move(read));
 }
 
-void validateHTTPResponse(const HttpResponse &response, AIProvider provider) {
+void validateHTTPResponse(const HttpResponse &response, const LLMConfiguration &configuration) {
     if (!response.status)
         throw AppFailure::invalidResponse();
     if (*response.status < 200 || *response.status > 299)
-        throw AppFailure::openAIError(errorMessage(response.body, provider));
+        throw AppFailure::openAIError(
+            errorText(errorMessage(response.body, configuration.provider), configuration.apiKey));
 }
 
 QString requireAnswer(const QString &text) {

@@ -51,9 +51,10 @@ QCoro::Task<QString> requestGemini(HttpTransport &transport, QString prompt,
                                    LLMConfiguration configuration) {
     const auto url = generateContentUrl(parseEndpoint(configuration.endpoint), configuration.model);
     auto request = makePost(url, encodeRequest(prompt));
-    request.headers.emplaceBack("x-goog-api-key", headerValue(configuration.apiKey));
-    const auto body = co_await exchangeJson(transport, std::move(request), AIProvider::gemini);
-    co_return requireAnswer(decodeResponse(body));
+    request.headers.emplaceBack("x-goog-api-key", keyHeader(configuration.apiKey));
+    co_return co_await exchangeText(
+        transport, std::move(request), std::move(configuration),
+        [](const Json &body) { return requireAnswer(decodeResponse(body)); });
 }
 
 } // namespace quillmender

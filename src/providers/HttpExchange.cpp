@@ -1,77 +1,50 @@
 #include "providers/HttpExchange.h"
 
+#include "model/Wiping.h"
 #include "platform/Clock.h"
-#include "providers/TransportError.h"
+#include "providers/HostConnector.h"
+#include "providers/HttpRequestHead.h"
 
-#include <QNetworkReply>
 #include <QSslError>
+#include <QSslSocket>
 
 namespace quillmender {
 
 namespace {
 
-/// More than the network thread hands over at once: it stops before the block that would overfill
-/// the buffer, and the bound must have been passed by then.
-constexpr qsizetype largestBlock = qsizetype{32} * 1024 * 1024;
+constexpr int proxyAuthenticationRequired = 407;
 
-/// The network layer rewinds a body that it has sent when it meets a redirect that it does not
-/// follow, and when the connection closes behind an answer without a length. The answer is whole
-/// then, although rewinding failed.
-bool isWholeThoughRewound(const QNetworkReply &reply, qsizetype bodySize) {
-    if (reply.hasRawHeader("Transfer-Encoding"))
-        return false;
-    const auto length = reply.header(QNetworkRequest::ContentLengthHeader);
-    return !length.isValid() || length.toLongLong() == bodySize;
+bool isHttpProxy(const QNetworkProxy &proxy) {
+    return proxy.type() == QNetworkProxy::HttpProxy ||
+           proxy.type() == QNetworkProxy::HttpCachingProxy;
 }
 
-/// Statuses outside 2xx are errors for the network layer, but answers here.
-bool isAnswer(const QNetworkReply &reply, qsizetype bodySize) {
-    const auto error = reply.error();
-    switch (error) {
-    case QNetworkReply::NoError:
-    case QNetworkReply::ProxyAuthenticationRequiredError:
-    case QNetworkReply::ProtocolInvalidOperationError:
-        return true;
-    case QNetworkReply::ContentReSendError:
-        return isWholeThoughRewound(reply, bodySize);
-    default:
-        return (error >= QNetworkReply::ContentAccessDenied &&
-                error <= QNetworkReply::UnknownContentError) ||
-               error >= QNetworkReply::InternalServerError;
-    }
+bool isSocksProxy(const QNetworkProxy &proxy) {
+    return proxy.type() == QNetworkProxy::Socks5Proxy;
 }
 
 } // namespace
 
-HttpExchange::HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeout,
-                           qsizetype largestBody)
-    : reply_(reply),
-      largestBody_(largestBody) {
-    // A full buffer stops the network thread from reading, however late this one gets its turn.
-    // The size is lost when it is set before the request has gone to that thread.
-    QMetaObject::invokeMethod(
-        reply, [reply, largestBody] { reply->setReadBufferSize(largestBody + largestBlock); },
-        Qt::QueuedConnection);
-    connect(reply, &QNetworkReply::readyRead, this, &HttpExchange::checkSize);
-    connect(reply, &QNetworkReply::finished, this, &HttpExchange::complete);
-    connect(reply, &QNetworkReply::sslErrors, this, [this](const QList<QSslError> &errors) {
-        if (!errors.isEmpty())
-            certificateProblem_ = errors.first().errorString();
-    });
+HttpExchange::HttpExchange(HttpRequest request, QNetworkProxy proxy)
+    : request_(std::move(request)),
+      proxy_(std::move(proxy)),
+      parser_(request_.largestAnswer) {
+    const QString host = hasHttpProxy() ? proxy_.hostName() : request_.url.host(QUrl::FullyEncoded);
+    connector_ = std::make_unique<HostConnector>(
+        host, hasHttpProxy() ? proxy_.port() : portOf(request_.url),
+        isSecure() ? HostConnector::Kind::tls : HostConnector::Kind::plain,
+        isSocksProxy(proxy_) ? proxy_ : QNetworkProxy(QNetworkProxy::NoProxy));
+    // Queued, as all that comes from sockets: what follows may delete what has sent it.
+    connect(connector_.get(), &HostConnector::connected, this, &HttpExchange::adoptSocket,
+            Qt::QueuedConnection);
+    connect(connector_.get(), &HostConnector::failed, this, &HttpExchange::socketFailed,
+            Qt::QueuedConnection);
     timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, [this] {
-        fail(std::make_exception_ptr(
-            TransportError(TransportError::Kind::timedOut, reply_->request().url())));
-    });
-    timer_.start(timeout);
+    connect(&timer_, &QTimer::timeout, this, &HttpExchange::runOut);
+    timer_.start(request_.timeout);
 }
 
-HttpExchange::~HttpExchange() {
-    if (reply_.isNull())
-        return;
-    reply_->disconnect(this);
-    reply_->deleteLater();
-}
+HttpExchange::~HttpExchange() = default;
 
 HttpResponse HttpExchange::takeResponse() {
     if (error_)
@@ -80,47 +53,189 @@ HttpResponse HttpExchange::takeResponse() {
 }
 
 void HttpExchange::cancel() {
-    fail(std::make_exception_ptr(CancellationError()));
+    finish(std::make_exception_ptr(CancellationError()));
 }
 
-void HttpExchange::checkSize() {
-    if (reply_->bytesAvailable() > largestBody_) {
-        fail(std::make_exception_ptr(
-            TransportError(TransportError::Kind::tooLarge, reply_->request().url())));
+void HttpExchange::adoptSocket() {
+    if (isFinished_)
+        return;
+    socket_ = connector_->takeSocket();
+    connect(socket_.get(), &QTcpSocket::readyRead, this, &HttpExchange::readMore,
+            Qt::QueuedConnection);
+    connect(socket_.get(), &QTcpSocket::errorOccurred, this, &HttpExchange::socketFailed,
+            Qt::QueuedConnection);
+    if (hasHttpProxy() && isSecure())
+        askProxy();
+    else if (isSecure())
+        encrypt();
+    else
+        sendRequest();
+    // It may have ended before anybody listened.
+    if (socket_ && socket_->state() != QAbstractSocket::ConnectedState)
+        socketFailed(QAbstractSocket::RemoteHostClosedError);
+}
+
+void HttpExchange::askProxy() {
+    stage_ = Stage::askingProxy;
+    parser_ = HttpAnswerParser(0, HttpAnswerParser::Body::absent);
+    write(tunnelHead(request_, proxy_));
+}
+
+void HttpExchange::encrypt() {
+    stage_ = Stage::encrypting;
+    auto *secure = qobject_cast<QSslSocket *>(socket_.get());
+    connect(secure, &QSslSocket::encrypted, this, &HttpExchange::sendRequest, Qt::QueuedConnection);
+    connect(secure, &QSslSocket::sslErrors, this, [this](const QList<QSslError> &errors) {
+        if (!errors.isEmpty())
+            certificateProblem_ = errors.first().errorString();
+    });
+    secure->setPeerVerifyName(request_.url.host(QUrl::FullyEncoded));
+    secure->startClientEncryption();
+}
+
+void HttpExchange::sendRequest() {
+    if (isFinished_)
+        return;
+    stage_ = Stage::exchanging;
+    parser_ = HttpAnswerParser(request_.largestAnswer);
+    write(hasHttpProxy() && !isSecure() ? requestHeadForProxy(request_, proxy_)
+                                        : requestHead(request_));
+    if (!request_.body.isEmpty())
+        socket_->write(request_.body);
+    readMore();
+}
+
+void HttpExchange::readMore() {
+    if (isFinished_)
+        return;
+    if (stage_ == Stage::askingProxy)
+        readProxyAnswer();
+    else if (stage_ == Stage::exchanging)
+        readAnswer();
+}
+
+void HttpExchange::readProxyAnswer() {
+    const QByteArray bytes = socket_->readAll();
+    const qsizetype used = parser_.feed(bytes);
+    if (!parser_.isOver())
+        return;
+    // A host speaks only after it has been spoken to: what comes with the answer is not from there.
+    const bool isOpen = !parser_.problem() && parser_.status() < 300 && used == bytes.size() &&
+                        socket_->bytesAvailable() == 0;
+    if (isOpen)
+        encrypt();
+    else
+        failAtProxy(TransportError::Kind::proxyFailed);
+}
+
+void HttpExchange::readAnswer() {
+    while (!parser_.isOver() && socket_->bytesAvailable() > 0)
+        parser_.feed(socket_->readAll());
+    if (parser_.isOver())
+        complete();
+}
+
+void HttpExchange::socketFailed(QAbstractSocket::SocketError error) {
+    if (isFinished_)
+        return;
+    readMore();
+    if (isFinished_)
+        return;
+    switch (stage_) {
+    case Stage::connecting:
+        connectingFailed(error);
+        return;
+    case Stage::askingProxy:
+        failAtProxy(TransportError::Kind::proxyFailed);
+        return;
+    case Stage::encrypting:
+        fail({TransportError::Kind::insecure, request_.url, certificateProblem_});
+        return;
+    case Stage::exchanging:
+        if (error == QAbstractSocket::RemoteHostClosedError)
+            parser_.end();
+        complete();
+        return;
     }
+}
+
+void HttpExchange::connectingFailed(QAbstractSocket::SocketError error) {
+    const bool isBehindProxy = isSocksProxy(proxy_) &&
+                               error != QAbstractSocket::ProxyConnectionRefusedError &&
+                               error != QAbstractSocket::ProxyConnectionTimeoutError &&
+                               error != QAbstractSocket::ProxyNotFoundError;
+    if (isBehindProxy)
+        failAtProxy(TransportError::Kind::proxyFailed);
+    else if (hasHttpProxy() || isSocksProxy(proxy_))
+        failAtProxy(TransportError::Kind::proxyUnreachable);
+    else
+        fail(TransportError::from(error, request_.url));
 }
 
 void HttpExchange::complete() {
-    checkSize();
-    if (isFinished_)
+    const bool isWithProxy = hasHttpProxy() && !isSecure();
+    if (!parser_.isOver() || parser_.problem()) {
+        const auto problem = parser_.problem().value_or(TransportError::Kind::connectionLost);
+        if (isWithProxy && problem != TransportError::Kind::tooLarge)
+            failAtProxy(TransportError::Kind::proxyFailed);
+        else
+            fail({problem, request_.url});
         return;
-    response_.body = reply_->readAll();
-    const auto status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    if (!status.isValid() || !isAnswer(*reply_, response_.body.size())) {
-        error_ = std::make_exception_ptr(
-            TransportError::from(reply_->error(), reply_->request().url(), certificateProblem_));
     }
-    response_.status = status.toInt();
-    response_.redirectTarget =
-        reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
-    finish();
+    if (isWithProxy && parser_.status() == proxyAuthenticationRequired) {
+        failAtProxy(TransportError::Kind::proxyFailed);
+        return;
+    }
+    response_.status = parser_.status();
+    response_.body = parser_.takeBody();
+    if (parser_.status() / 100 == 3)
+        response_.redirectTarget = QUrl::fromEncoded(parser_.location());
+    finish(nullptr);
 }
 
-void HttpExchange::fail(std::exception_ptr error) {
-    if (isFinished_)
-        return;
-    error_ = std::move(error);
-    if (!reply_.isNull()) {
-        reply_->disconnect(this);
-        reply_->abort();
-    }
-    finish();
+void HttpExchange::runOut() {
+    const bool isAtProxy =
+        stage_ == Stage::askingProxy ||
+        (stage_ == Stage::connecting && (hasHttpProxy() || isSocksProxy(proxy_)));
+    if (isAtProxy)
+        failAtProxy(TransportError::Kind::proxyTimedOut);
+    else
+        fail({TransportError::Kind::timedOut, request_.url});
 }
 
-void HttpExchange::finish() {
+void HttpExchange::failAtProxy(TransportError::Kind kind) {
+    const bool hasAnswered = parser_.isOver() && !parser_.problem();
+    fail(TransportError::atProxy(
+        kind, request_.url, proxy_,
+        hasAnswered ? QStringLiteral("Its answer was %1.").arg(parser_.status()) : QString()));
+}
+
+void HttpExchange::fail(const TransportError &error) {
+    finish(std::make_exception_ptr(error));
+}
+
+void HttpExchange::finish(std::exception_ptr error) {
+    if (isFinished_)
+        return;
     isFinished_ = true;
+    error_ = std::move(error);
     timer_.stop();
+    connector_.reset();
+    socket_.reset();
     Q_EMIT finished();
+}
+
+bool HttpExchange::isSecure() const {
+    return request_.url.scheme() == QStringLiteral("https");
+}
+
+bool HttpExchange::hasHttpProxy() const {
+    return isHttpProxy(proxy_);
+}
+
+void HttpExchange::write(QByteArray bytes) {
+    socket_->write(bytes.constData(), bytes.size());
+    wipe(bytes);
 }
 
 } // namespace quillmender

@@ -1,26 +1,33 @@
 #pragma once
 
+#include "providers/HttpAnswerParser.h"
+#include "providers/HttpRequest.h"
 #include "providers/HttpResponse.h"
 
-#include <QByteArray>
+#include <QAbstractSocket>
+#include <QNetworkProxy>
 #include <QObject>
-#include <QPointer>
 #include <QTimer>
 
-#include <chrono>
 #include <exception>
+#include <memory>
 
-class QNetworkReply;
+class QTcpSocket;
 
 namespace quillmender {
 
-/// One request under way: collects the answer within its bounds of time and size.
+class HostConnector;
+
+/// One request under way, on a connection of its own, which nothing else can be answered through.
+/// The toolkit's manager for HTTP keeps connections, knows only some of the interim statuses, and
+/// collects what comes with 401 and 407 without telling anybody or bounding it: hence its sockets
+/// are used here, and not the manager.
 class HttpExchange : public QObject {
     Q_OBJECT
 
   public:
-    /// Takes over the reply. An answer with more than `largestBody` bytes is an error.
-    HttpExchange(QNetworkReply *reply, std::chrono::milliseconds timeout, qsizetype largestBody);
+    /// Begins at once. `proxy` is one for HTTP, one for SOCKS, or none.
+    HttpExchange(HttpRequest request, QNetworkProxy proxy);
     ~HttpExchange() override;
 
     bool isFinished() const { return isFinished_; }
@@ -35,17 +42,36 @@ class HttpExchange : public QObject {
     void finished();
 
   private:
-    /// Nothing is read before the end: the unread bytes are the size so far.
-    void checkSize();
-    void complete();
-    void fail(std::exception_ptr error);
-    void finish();
+    enum class Stage { connecting, askingProxy, encrypting, exchanging };
 
-    QPointer<QNetworkReply> reply_;
+    void adoptSocket();
+    void askProxy();
+    void encrypt();
+    void sendRequest();
+    void readMore();
+    void readProxyAnswer();
+    void readAnswer();
+    void socketFailed(QAbstractSocket::SocketError error);
+    void connectingFailed(QAbstractSocket::SocketError error);
+    void complete();
+    void runOut();
+    void failAtProxy(TransportError::Kind kind);
+    void fail(const TransportError &error);
+    void finish(std::exception_ptr error);
+
+    bool isSecure() const;
+    bool hasHttpProxy() const;
+    void write(QByteArray bytes);
+
+    HttpRequest request_;
+    QNetworkProxy proxy_;
+    std::unique_ptr<HostConnector> connector_;
+    std::unique_ptr<QTcpSocket> socket_;
+    Stage stage_ = Stage::connecting;
+    HttpAnswerParser parser_;
     QTimer timer_;
-    qsizetype largestBody_;
-    HttpResponse response_;
     QString certificateProblem_;
+    HttpResponse response_;
     std::exception_ptr error_;
     bool isFinished_ = false;
 };

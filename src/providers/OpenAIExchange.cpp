@@ -72,9 +72,10 @@ QCoro::Task<QString> requestOpenAI(HttpTransport &transport, QString prompt,
                                    LLMConfiguration configuration) {
     auto request =
         makePost(parseEndpoint(configuration.endpoint), encodeRequest(prompt, configuration.model));
-    request.headers.emplaceBack("Authorization", "Bearer " + headerValue(configuration.apiKey));
-    const auto body = co_await exchangeJson(transport, std::move(request), AIProvider::openAI);
-    co_return extractAnswer(decodeResponse(body));
+    request.headers.emplaceBack("Authorization", keyHeader(configuration.apiKey, "Bearer "));
+    co_return co_await exchangeText(
+        transport, std::move(request), std::move(configuration),
+        [](const Json &body) { return extractAnswer(decodeResponse(body)); });
 }
 
 } // namespace quillmender

@@ -3,15 +3,12 @@
 #include "platform/Clock.h"
 #include "platform/SignalWait.h"
 #include "providers/HttpExchange.h"
-#include "providers/OnceReadBody.h"
 #include "providers/SystemProxies.h"
 #include "providers/TransportError.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
-#include <QNetworkProxyFactory>
-#include <QNetworkReply>
 
 #include <algorithm>
 
@@ -23,16 +20,6 @@ namespace {
 Q_LOGGING_CATEGORY(log, "quillmender.http", QtWarningMsg)
 
 constexpr int mostRedirects = 10;
-
-class FixedProxies : public QNetworkProxyFactory {
-  public:
-    explicit FixedProxies(QList<QNetworkProxy> proxies) : proxies_(std::move(proxies)) {}
-
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override { return proxies_; }
-
-  private:
-    QList<QNetworkProxy> proxies_;
-};
 
 bool isHttp(const QUrl &url) {
     return url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
@@ -52,22 +39,14 @@ bool isSendable(const std::pair<QByteArray, QByteArray> &header) {
     });
 }
 
-QNetworkRequest toNetworkRequest(const HttpRequest &request) {
-    QNetworkRequest networkRequest(request.url.adjusted(QUrl::RemoveUserInfo));
-    for (const auto &[name, value] : request.headers)
-        networkRequest.setRawHeader(name, value);
-    // Without these two the network layer names a browser, and inflates without a bound.
-    networkRequest.setRawHeader("User-Agent", "Quillmender");
-    networkRequest.setRawHeader("Accept-Encoding", "identity");
-
-    networkRequest.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    networkRequest.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                                QNetworkRequest::ManualRedirectPolicy);
-    for (const auto manual :
-         {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
-          QNetworkRequest::AuthenticationReuseAttribute})
-        networkRequest.setAttribute(manual, QNetworkRequest::Manual);
-    return networkRequest;
+/// The first that can be used: a system may name others, for mail and files.
+QNetworkProxy firstUsable(const QList<QNetworkProxy> &proxies) {
+    const auto found = std::ranges::find_if(proxies, [](const QNetworkProxy &proxy) {
+        return proxy.type() == QNetworkProxy::NoProxy || proxy.type() == QNetworkProxy::HttpProxy ||
+               proxy.type() == QNetworkProxy::HttpCachingProxy ||
+               proxy.type() == QNetworkProxy::Socks5Proxy;
+    });
+    return found == proxies.end() ? QNetworkProxy(QNetworkProxy::NoProxy) : *found;
 }
 
 } // namespace
@@ -111,7 +90,7 @@ QCoro::Task<HttpResponse> QtHttpTransport::sendOnce(HttpRequest request) {
         throw CancellationError();
     disconnect(watch);
 
-    HttpExchange exchange(start(request, proxies), request.timeout, request.largestAnswer);
+    HttpExchange exchange(request, firstUsable(proxies));
     connect(this, &QtHttpTransport::cancelled, &exchange, &HttpExchange::cancel);
     QElapsedTimer time;
     time.start();
@@ -126,25 +105,6 @@ QCoro::Task<HttpResponse> QtHttpTransport::sendOnce(HttpRequest request) {
 
 void QtHttpTransport::cancelAll() {
     Q_EMIT cancelled();
-}
-
-QNetworkReply *QtHttpTransport::start(const HttpRequest &request,
-                                      const QList<QNetworkProxy> &proxies) {
-    // The manager takes the factory over and asks it at once, on this thread.
-    manager().setProxyFactory(new FixedProxies(proxies));
-    const auto networkRequest = toNetworkRequest(request);
-    auto body = std::make_unique<OnceReadBody>(request.body, nullptr);
-    auto *reply = request.method == "POST"
-                      ? manager().post(networkRequest, body.get())
-                      : manager().sendCustomRequest(networkRequest, request.method, body.get());
-    body.release()->setParent(reply);
-    return reply;
-}
-
-QNetworkAccessManager &QtHttpTransport::manager() {
-    if (!manager_)
-        manager_ = std::make_unique<QNetworkAccessManager>();
-    return *manager_;
 }
 
 } // namespace quillmender

@@ -2,17 +2,16 @@
 
 #include "providers/HttpTransport.h"
 
-#include <QNetworkAccessManager>
 #include <QObject>
 
-#include <memory>
 #include <optional>
 
 namespace quillmender {
 
-/// HTTP/1.1 over connections that are kept for a while, through the system's proxies. Certificates
-/// are always verified; cookies and credentials are neither kept nor sent; an answer
-/// larger than its request allows is an error. Everything happens on the thread that made it.
+/// HTTP/1.1 through the system's proxies, with a connection for each request, so that no answer can
+/// reach another one. Certificates are always verified; cookies and credentials are neither kept
+/// nor sent; an answer larger than its request allows is an error. Everything happens on the thread
+/// that made it.
 class QtHttpTransport : public QObject, public HttpTransport {
     Q_OBJECT
 
@@ -31,12 +30,8 @@ class QtHttpTransport : public QObject, public HttpTransport {
 
   private:
     QCoro::Task<HttpResponse> sendOnce(HttpRequest request);
-    QNetworkReply *start(const HttpRequest &request, const QList<QNetworkProxy> &proxies);
-    QNetworkAccessManager &manager();
 
     std::optional<std::chrono::milliseconds> longestTimeout_;
-    /// Made with the first request: a program that has sent none pays for none.
-    std::unique_ptr<QNetworkAccessManager> manager_;
 };
 
 } // namespace quillmender

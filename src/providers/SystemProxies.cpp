@@ -1,9 +1,9 @@
 #include "providers/SystemProxies.h"
 
 #include "platform/SignalWait.h"
+#include "providers/ThisMachine.h"
 
 #include <QFutureWatcher>
-#include <QHostAddress>
 #include <QNetworkProxyFactory>
 #include <QPromise>
 
@@ -14,11 +14,6 @@ namespace quillmender {
 namespace {
 
 constexpr std::chrono::milliseconds longestWait{5000};
-
-bool isThisMachine(const QString &host) {
-    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
-           QHostAddress(host).isLoopback();
-}
 
 } // namespace
 

@@ -18,8 +18,12 @@ QString sentence(TransportError::Kind kind) {
         return QStringLiteral("The connection to %1 was lost before the answer was complete.");
     case TransportError::Kind::insecure:
         return QStringLiteral("No secure connection to %1 could be made.");
+    case TransportError::Kind::proxyUnreachable:
+        return QStringLiteral("No connection to the proxy %2 could be made.");
+    case TransportError::Kind::proxyTimedOut:
+        return QStringLiteral("The request to %1 timed out at the proxy %2.");
     case TransportError::Kind::proxyFailed:
-        return QStringLiteral("The proxy did not let the request to %1 through.");
+        return QStringLiteral("The request to %1 failed at the proxy %2.");
     case TransportError::Kind::notHttp:
         return QStringLiteral("The answer of %1 is not an HTTP answer.");
     case TransportError::Kind::timedOut:
@@ -30,47 +34,49 @@ QString sentence(TransportError::Kind kind) {
     return {};
 }
 
-QString describe(TransportError::Kind kind, const QUrl &url, const QString &detail) {
-    auto text = sentence(kind);
-    if (text.contains(QStringLiteral("%1"))) {
-        const auto port = url.port() < 0 ? QString() : QStringLiteral(":%1").arg(url.port());
-        text = text.arg(url.host() + port);
-    }
-    return detail.isEmpty() ? text : text + u' ' + detail;
+QString named(const QString &host, int port) {
+    return port < 0 ? host : QStringLiteral("%1:%2").arg(host).arg(port);
 }
 
-TransportError::Kind kindOf(QNetworkReply::NetworkError error) {
+QString describe(TransportError::Kind kind, const QUrl &url, const QString &proxy,
+                 const QString &detail) {
+    // Hosts can be as long as whoever named them wants.
+    constexpr qsizetype longestPart = 300;
+    auto text = sentence(kind);
+    text.replace(QStringLiteral("%2"), proxy.left(longestPart));
+    text.replace(QStringLiteral("%1"), named(url.host(), url.port()).left(longestPart));
+    return detail.isEmpty() ? text : text + u' ' + detail.left(longestPart);
+}
+
+TransportError::Kind kindOf(QAbstractSocket::SocketError error) {
     switch (error) {
-    case QNetworkReply::HostNotFoundError:
+    case QAbstractSocket::HostNotFoundError:
         return TransportError::Kind::hostNotFound;
-    case QNetworkReply::TimeoutError:
+    case QAbstractSocket::SocketTimeoutError:
         return TransportError::Kind::timedOut;
-    case QNetworkReply::RemoteHostClosedError:
-    case QNetworkReply::ContentReSendError:
+    case QAbstractSocket::RemoteHostClosedError:
         return TransportError::Kind::connectionLost;
-    case QNetworkReply::SslHandshakeFailedError:
-        return TransportError::Kind::insecure;
-    case QNetworkReply::ProtocolFailure:
-    case QNetworkReply::ProtocolUnknownError:
-        return TransportError::Kind::notHttp;
     default:
-        break;
+        return TransportError::Kind::connectionFailed;
     }
-    const auto isProxyError = error >= QNetworkReply::ProxyConnectionRefusedError &&
-                              error <= QNetworkReply::UnknownProxyError;
-    return isProxyError ? TransportError::Kind::proxyFailed
-                        : TransportError::Kind::connectionFailed;
 }
 
 } // namespace
 
 TransportError::TransportError(Kind kind, const QUrl &url, const QString &detail)
-    : DescribedError(describe(kind, url, detail)),
+    : TransportError(kind, describe(kind, url, {}, detail)) {}
+
+TransportError::TransportError(Kind kind, const QString &description)
+    : DescribedError(description),
       kind_(kind) {}
 
-TransportError TransportError::from(QNetworkReply::NetworkError error, const QUrl &url,
-                                    const QString &detail) {
-    return {kindOf(error), url, detail};
+TransportError TransportError::from(QAbstractSocket::SocketError error, const QUrl &url) {
+    return {kindOf(error), url};
+}
+
+TransportError TransportError::atProxy(Kind kind, const QUrl &url, const QNetworkProxy &proxy,
+                                       const QString &detail) {
+    return {kind, describe(kind, url, named(proxy.hostName(), proxy.port()), detail)};
 }
 
 } // namespace quillmender

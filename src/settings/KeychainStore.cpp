@@ -1,5 +1,7 @@
 #include "settings/KeychainStore.h"
 
+#include "model/Wiping.h"
+
 #include <QStringDecoder>
 
 namespace quillmender {
@@ -18,14 +20,17 @@ QCoro::Task<KeychainReading> KeychainStore::read(QString service, QString accoun
     SecretAttributes query = baseQuery(service, account);
     query[SecretAttribute::returnData] = true;
     query[SecretAttribute::matchLimit] = QString::fromLatin1(secret::matchLimitOne);
-    const SecretMatch match = co_await items_.copyMatching(std::move(query));
+    SecretMatch match = co_await items_.copyMatching(std::move(query));
     if (match.status == secret::notAvailable || match.status == secret::interactionNotAllowed)
         co_return KeychainReading{std::nullopt, false};
     if (match.status != secret::success || !match.data)
         co_return KeychainReading{};
 
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // Every character is the caller's, a byte order mark as well.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
     QString text = decoder(*match.data);
+    wipe(*match.data);
     if (decoder.hasError())
         co_return KeychainReading{};
     co_return KeychainReading{text, true};
@@ -39,6 +44,7 @@ void KeychainStore::write(const QString &value, const QString &service, const QS
     attributes[SecretAttribute::accessible] =
         QString::fromLatin1(secret::accessibleAfterFirstUnlock);
     items_.add(attributes);
+    wipe(std::get<QByteArray>(attributes[SecretAttribute::valueData]));
 }
 
 void KeychainStore::remove(const QString &service, const QString &account) {

@@ -86,7 +86,7 @@ void SettingsStore::setApiKey(AIProvider provider, const QString &key) {
 }
 
 void SettingsStore::persistAPIKey(const QString &key, AIProvider provider) {
-    const QString value = trimmed(key);
+    const QString value = trimmedKey(key);
     if (value.isEmpty())
         keychain_.remove(keychainService(provider), keychainAccount());
     else
@@ -127,7 +127,7 @@ QCoro::Task<LLMConfiguration> SettingsStore::snapshot() {
            !loadedAPIKeyProviders_.contains(provider) && !deadline.hasExpired())
         co_await SignalWait(this, &SettingsStore::apiKeySearchEnded,
                             std::chrono::milliseconds(deadline.remainingTime()));
-    co_return LLMConfiguration{provider, trimmed(fields_.at(provider).apiKey),
+    co_return LLMConfiguration{provider, trimmedKey(fields_.at(provider).apiKey),
                                trimmed(fields.model), trimmed(fields.endpoint)};
 }
 

@@ -47,6 +47,37 @@ TEST_P(ErrorAnswerTest, OnlyABodyThatIsNotUtf8GivesTheFallback) {
         EXPECT_EQ(messageFor(ScriptedAnswer::http(502, body)), fallback);
 }
 
+TEST_P(ErrorAnswerTest, ALongTextIsShownInPart) {
+    constexpr qsizetype longest = 4096;
+    const QString text(20'000'000, u'x');
+    for (const auto &body : {text.toUtf8(), errorBody(text)}) {
+        const auto shown = messageFor(ScriptedAnswer::http(500, body));
+        EXPECT_LE(shown.size(), longest + 1);
+        EXPECT_TRUE(shown.endsWith(QStringLiteral("xxx…")));
+    }
+    EXPECT_EQ(messageFor(ScriptedAnswer::http(500, QByteArray(longest, 'x'))),
+              QString(longest, u'x'));
+    const auto cut = messageFor(ScriptedAnswer::http(
+        500, (QStringLiteral("x") + QStringLiteral("\U0001F600").repeated(longest)).toUtf8()));
+    EXPECT_TRUE(cut.isValidUtf16());
+}
+
+TEST_P(ErrorAnswerTest, AKeyThatIsRepeatedIsMasked) {
+    for (const QString &before : {QString(), QString(4090, u'x'), QString(4096, u'x')}) {
+        for (const auto &text : {before + testKey + QStringLiteral(" is wrong"),
+                                 before + QStringLiteral("Bearer ") + testKey.toUpper(),
+                                 testKey + testKey + before + testKey}) {
+            for (const auto &body : {text.toUtf8(), errorBody(text)}) {
+                const auto shown = messageFor(ScriptedAnswer::http(401, body));
+                EXPECT_FALSE(shown.contains(testKey, Qt::CaseInsensitive));
+                EXPECT_FALSE(shown.contains(testKey.left(4), Qt::CaseInsensitive));
+            }
+        }
+    }
+    EXPECT_EQ(messageFor(ScriptedAnswer::http(401, "No " + testKey.toUtf8() + "!")),
+              QStringLiteral("No ••••••••••••••!"));
+}
+
 TEST_P(ErrorAnswerTest, NoStatusIsSpecial) {
     for (const auto status : {300, 304, 400, 401, 402, 403, 404, 405, 407, 408, 409, 410, 413,
                               418, 422, 429, 500, 501, 502, 503, 504, 529, 599, 600, 999}) {

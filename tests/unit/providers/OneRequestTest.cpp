@@ -20,9 +20,6 @@ class OneRequestTest : public ProviderTest {
                 .arg(server.port()));
         EXPECT_EQ(server.requests().size(), before + 1);
     }
-
-    /// Opens a connection that is kept.
-    void warmUp() { answerTo(AIProvider::openAI, openAIBody(QStringLiteral("ok"))); }
 };
 
 TEST_F(OneRequestTest, NothingIsSentAgainOnANewConnection) {
@@ -32,15 +29,6 @@ TEST_F(OneRequestTest, NothingIsSentAgainOnANewConnection) {
     expectLostWithout(ScriptedAnswer().send("HTTP/1.1 200 OK\r\nContent-Len").close());
     expectLostWithout(ScriptedAnswer().send("HTTP/1.1 200 OK\r\nContent-Len").reset());
     EXPECT_EQ(server.connectionCount(), 5);
-}
-
-TEST_F(OneRequestTest, NothingIsSentAgainOnAKeptConnection) {
-    for (const auto &answer :
-         {ScriptedAnswer().close(), ScriptedAnswer().reset(), ScriptedAnswer().send("HTT").close(),
-          ScriptedAnswer().send("HTTP/1.1 200 OK\r\nContent-Len").reset()}) {
-        warmUp();
-        expectLostWithout(answer);
-    }
 }
 
 TEST_F(OneRequestTest, ABodyCutShortIsLost) {
@@ -53,20 +41,9 @@ TEST_F(OneRequestTest, ABodyCutShortIsLost) {
     expectLostWithout(ScriptedAnswer().send(chunked).reset());
 }
 
-TEST_F(OneRequestTest, AKeptConnectionIsUsedAgain) {
-    warmUp();
-    warmUp();
-    EXPECT_EQ(server.requests().size(), 2U);
-    EXPECT_EQ(server.connectionCount(), 1);
-}
-
-TEST_F(OneRequestTest, AKeptConnectionThatWasClosedIsReplaced) {
-    for (int time = 0; time < 3; ++time) {
-        server.setAnswer(ScriptedAnswer::http(200, openAIBody(QStringLiteral("ok")),
-                                              "application/json", {"Connection: close"})
-                             .close());
-        EXPECT_EQ(transform(configuration(AIProvider::openAI)), QStringLiteral("ok"));
-    }
+TEST_F(OneRequestTest, EachRequestHasAConnectionOfItsOwn) {
+    for (int time = 0; time < 3; ++time)
+        answerTo(AIProvider::openAI, openAIBody(QStringLiteral("ok")));
     EXPECT_EQ(server.requests().size(), 3U);
     EXPECT_EQ(server.connectionCount(), 3);
 }

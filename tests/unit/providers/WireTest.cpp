@@ -18,7 +18,7 @@ QByteArrayList productHeaders(const ReceivedRequest &request) {
     QByteArrayList lines;
     for (const auto &line : request.headerLines) {
         const auto name = line.left(line.indexOf(':'));
-        if (name != "Host" && name != "Connection" && name != "Accept-Language")
+        if (name != "Host" && name != "Connection")
             lines << line;
     }
     return lines;
@@ -74,9 +74,9 @@ TEST_F(WireTest, TheProtocolsOwnHeadersCarryNothingElse) {
     answerTo(AIProvider::openAI, openAIBody(QStringLiteral("ok")));
 
     const auto request = onlyRequest();
-    EXPECT_EQ(request.headerLines.size(), 8);
+    EXPECT_EQ(request.headerLines.size(), 7);
     EXPECT_EQ(request.header("host"), "127.0.0.1:" + QByteArray::number(server.port()));
-    EXPECT_EQ(request.header("connection"), "Keep-Alive");
+    EXPECT_EQ(request.header("connection"), "close");
 }
 
 TEST_F(WireTest, TextsTravelUnchanged) {

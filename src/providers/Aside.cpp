@@ -1,0 +1,29 @@
+#include "providers/Aside.h"
+
+#include <QCoroSignal>
+#include <QFutureWatcher>
+#include <QPromise>
+
+#include <thread>
+
+namespace quillmender {
+
+QCoro::Task<QString> aside(std::function<QString()> work) {
+    QPromise<QString> promise;
+    QFutureWatcher<QString> watcher;
+    watcher.setFuture(promise.future());
+    std::thread([promise = std::move(promise), work = std::move(work)]() mutable {
+        promise.start();
+        try {
+            promise.addResult(work());
+        } catch (...) {
+            promise.setException(std::current_exception());
+        }
+        work = nullptr;
+        promise.finish();
+    }).detach();
+    co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+    co_return watcher.result();
+}
+
+} // namespace quillmender
