@@ -25,8 +25,10 @@ class StallTest : public StallFixture {
         replaced_ += isReplaced ? 1 : 0;
         QStringList notes = problems.isEmpty() ? QStringList() : traces();
         if (problems.isEmpty()) {
-            problems = problemsIn(
-                {.application = plan.application, .clipboard = SessionPlan::Clipboard::isKept});
+            SessionPlan plain;
+            plain.application = plan.application;
+            plain.clipboard = SessionPlan::Clipboard::isKept;
+            problems = problemsIn(plain);
             if (problems.isEmpty() && !wasReplaced())
                 problems.append(QStringLiteral("it replaced nothing"));
             if (problems.isEmpty())
