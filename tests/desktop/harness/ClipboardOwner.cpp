@@ -67,6 +67,22 @@ QList<QByteArray> ClipboardOwner::requests() const {
     return requests_;
 }
 
+void ClipboardOwner::standStillAt(const QByteArray &target, std::chrono::milliseconds duration) {
+    const std::scoped_lock lock(requestsMutex_);
+    stalls_.insert(target, duration);
+}
+
+void ClipboardOwner::standStill(xcb_atom_t target) {
+    std::chrono::milliseconds duration{0};
+    {
+        const std::scoped_lock lock(requestsMutex_);
+        if (stalls_.isEmpty())
+            return;
+        duration = stalls_.take(connection_->atomName(target));
+    }
+    std::this_thread::sleep_for(duration);
+}
+
 void ClipboardOwner::run() {
     std::array<pollfd, 2> sources{
         {{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}, {stopEvent_, POLLIN, 0}}};
@@ -122,6 +138,7 @@ void ClipboardOwner::serve(const xcb_selection_request_event_t &request) {
 }
 
 bool ClipboardOwner::put(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target) {
+    standStill(target);
     if (target == connection_->atom("TARGETS")) {
         putTargets(requestor, property);
         return true;

@@ -2,9 +2,11 @@
 
 #include "desktop/harness/ClipboardContents.h"
 
+#include <QHash>
 #include <QString>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -34,6 +36,10 @@ class ClipboardOwner {
     /// False once another application has taken the selection.
     bool ownsSelection() const { return owns_; }
 
+    /// When it is asked for this target next it stands still before it answers, and so does
+    /// everything else that it is asked for.
+    void standStillAt(const QByteArray &target, std::chrono::milliseconds duration);
+
     /// The data targets that were asked for so far, in order.
     QList<QByteArray> requests() const;
 
@@ -47,6 +53,7 @@ class ClipboardOwner {
     };
 
     void run();
+    void standStill(xcb_atom_t target);
     void handle(const xcb_generic_event_t &event);
     void serve(const xcb_selection_request_event_t &request);
     bool put(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target);
@@ -64,6 +71,7 @@ class ClipboardOwner {
     std::atomic<bool> owns_ = false;
     mutable std::mutex requestsMutex_;
     QList<QByteArray> requests_;
+    QHash<QByteArray, std::chrono::milliseconds> stalls_;
     int stopEvent_;
     std::thread thread_;
 };

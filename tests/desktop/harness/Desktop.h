@@ -52,6 +52,8 @@ class Desktop {
     Windows &windows() { return *windows_; }
     InputDriver &input() { return *input_; }
     SessionBus &sessionBus() { return *sessionBus_; }
+    /// Null without a window manager.
+    WindowManager *windowManager() { return windowManager_.get(); }
     /// Null without an accessibility bus.
     AccessibilityBus *accessibilityBus() { return accessibilityBus_.get(); }
     /// Throws HarnessError without an accessibility bus.

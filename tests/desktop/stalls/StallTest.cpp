@@ -1,0 +1,84 @@
+#include "desktop/harness/HarnessError.h"
+#include "desktop/stalls/StallFixture.h"
+
+#include <iostream>
+
+namespace quillmender {
+namespace {
+
+int fromEnvironment(const char *name, int usual) {
+    bool isNumber = false;
+    const int value = qEnvironmentVariableIntValue(name, &isNumber);
+    return isNumber && value > 0 ? value : usual;
+}
+
+/// $QUILLMENDER_STALL_SESSIONS sessions from the number $QUILLMENDER_STALL_FIRST on, drawn from
+/// $QUILLMENDER_SEED; or the one that $QUILLMENDER_STALL_PLAN describes. It goes on after a failure
+/// until there are $QUILLMENDER_STALL_FAILURES.
+class StallTest : public StallFixture {
+  protected:
+    /// The session, and a plain one in the same application after it.
+    void playBoth(const SessionPlan &plan, const std::string &name) {
+        std::cout << name << ": " << plan.toString().toStdString() << std::endl;
+        QStringList problems = problemsIn(plan);
+        const bool isReplaced = problems.isEmpty() && wasReplaced();
+        replaced_ += isReplaced ? 1 : 0;
+        QStringList notes = problems.isEmpty() ? QStringList() : traces();
+        if (problems.isEmpty()) {
+            SessionPlan plain;
+            plain.application = plan.application;
+            plain.clipboard = SessionPlan::Clipboard::isKept;
+            problems = problemsIn(plain);
+            if (problems.isEmpty() && !wasReplaced())
+                problems.append(QStringLiteral("it replaced nothing"));
+            if (problems.isEmpty())
+                return;
+            problems.prepend(QStringLiteral("a plain session afterwards:"));
+            notes = traces();
+        }
+        ++failures_;
+        ADD_FAILURE() << name << ": " << plan.toString().toStdString() << "\n    "
+                      << problems.join(QStringLiteral("\n    ")).toStdString()
+                      << "\n  traces:\n    " << notes.join(QStringLiteral("\n    ")).toStdString();
+        startAgain();
+    }
+
+    int failures() const { return failures_; }
+    int replaced() const { return replaced_; }
+
+  private:
+    QStringList problemsIn(const SessionPlan &plan) {
+        try {
+            return play(plan);
+        } catch (const harness::HarnessError &error) {
+            return {QString::fromUtf8(error.what())};
+        }
+    }
+
+    int failures_ = 0;
+    int replaced_ = 0;
+};
+
+TEST_F(StallTest, TheWordsSurvivePartnersThatStall) {
+    start();
+    const QString plan = qEnvironmentVariable("QUILLMENDER_STALL_PLAN");
+    if (!plan.isEmpty())
+        return playBoth(SessionPlan::fromString(plan), "the plan");
+
+    const auto seed =
+        unsigned(fromEnvironment("QUILLMENDER_SEED", int(std::random_device{}() & 0x7fffffffU)));
+    const int first = fromEnvironment("QUILLMENDER_STALL_FIRST", 1);
+    const int last = first - 1 + fromEnvironment("QUILLMENDER_STALL_SESSIONS", 40);
+    const int mostFailures = fromEnvironment("QUILLMENDER_STALL_FAILURES", 3);
+    std::cout << "seed " << seed << std::endl;
+    RecordProperty("seed", int(seed));
+    for (int number = first; number <= last && failures() < mostFailures; ++number) {
+        playBoth(SessionPlan::draw(seed, number),
+                 "seed " + std::to_string(seed) + ", session " + std::to_string(number));
+    }
+    std::cout << replaced() << " of " << last - first + 1 << " sessions replaced their text, "
+              << failures() << " failed" << std::endl;
+}
+
+} // namespace
+} // namespace quillmender
