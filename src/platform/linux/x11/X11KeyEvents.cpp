@@ -83,6 +83,10 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const auto application = std::dynamic_pointer_cast<const X11RunningApplication>(target);
     if (!application || !connection_.hasTest())
         co_return ChordReadiness::withheld;
+    if (frontmost_.isCommandEditorWindow(application->window())) {
+        qCInfo(x11Log, "window 0x%x has other keys", application->window());
+        co_return ChordReadiness::withheld;
+    }
     isTerminal_ = focus_.role == FocusRecord::Role::terminal ||
                   frontmost_.isTerminalWindow(application->window());
     const bool isSecret = focus_.role == FocusRecord::Role::password;
