@@ -1,6 +1,7 @@
 #include "providers/Aside.h"
 
-#include <QCoroSignal>
+#include "platform/SignalWait.h"
+
 #include <QFutureWatcher>
 #include <QPromise>
 
@@ -22,7 +23,7 @@ QCoro::Task<QString> aside(std::function<QString()> work) {
         work = nullptr;
         promise.finish();
     }).detach();
-    co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+    co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
     co_return watcher.result();
 }
 

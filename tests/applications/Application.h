@@ -30,6 +30,20 @@ struct PromptKeys {
     Strokes save;
 };
 
+/// How an editor in which Control + C begins a command is used; it has the file `letter.txt`.
+struct CommandKeys {
+    using Input = harness::InputDriver;
+
+    /// Takes the file anew.
+    std::function<void(Input &)> load;
+    /// Selects as many characters, from the first one counted from 0 forwards or from behind the
+    /// last one backwards.
+    std::function<void(Input &, qsizetype first, qsizetype count, bool isForwards)> select;
+    /// Writes its text to the file `written.txt`, and then makes the file `done.txt`.
+    std::function<void(Input &)> save;
+    std::function<void(Input &)> undo;
+};
+
 /// One text field of a real application: how it is started and what it can do.
 struct Application {
     enum class Kind {
@@ -37,6 +51,8 @@ struct Application {
         editor,
         /// A program in a terminal: what is pasted arrives where its cursor is.
         prompt,
+        /// Its keys are parts of commands.
+        commands,
         /// A document of its own, in which a formatted word must stay so.
         formatted,
         /// Its text can be selected and copied only.
@@ -68,6 +84,7 @@ struct Application {
     Prepare prepare{};
     Keys keys{};
     PromptKeys prompt{};
+    CommandKeys commands{};
 };
 
 } // namespace quillmender::applications

@@ -1,5 +1,6 @@
 #include "applications/Field.h"
 
+#include "applications/CommandField.h"
 #include "applications/EditorField.h"
 #include "applications/FormattedField.h"
 #include "applications/PromptField.h"
@@ -13,6 +14,8 @@ std::unique_ptr<Field> Field::make(const Application &application, harness::Desk
     switch (application.kind) {
     case Application::Kind::prompt:
         return std::make_unique<PromptField>(application, desktop, running);
+    case Application::Kind::commands:
+        return std::make_unique<CommandField>(application, desktop);
     case Application::Kind::formatted:
         return std::make_unique<FormattedField>(application, desktop);
     case Application::Kind::reader:

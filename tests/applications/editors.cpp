@@ -18,6 +18,73 @@ Application editor(const QString &program, const QStringList &arguments = {}) {
             .takesLargeTexts = true};
 }
 
+using harness::InputDriver;
+
+Application commandEditor(const QString &program, const QString &package,
+                          const QStringList &arguments, CommandKeys keys) {
+    Application application = editor(program, arguments);
+    application.package = package;
+    application.kind = Application::Kind::commands;
+    application.title = QStringLiteral("letter.txt");
+    application.commands = std::move(keys);
+    return application;
+}
+
+Application gvim() {
+    const auto command = [](InputDriver &input, const QString &text) {
+        input.chord({XK_Escape});
+        input.type(u':' + text + u'\n');
+    };
+    return commandEditor(
+        QStringLiteral("gvim"), QStringLiteral("vim-gtk3"), {QStringLiteral("-f")},
+        {[=](InputDriver &input) { command(input, QStringLiteral("e! letter.txt")); },
+         [=](InputDriver &input, qsizetype first, qsizetype count, bool isForwards) {
+             // The character under the cursor is selected with the others.
+             command(input, QStringLiteral("go 1"));
+             const qsizetype start = isForwards ? first : first - 1;
+             if (start > 0)
+                 input.type(QString::number(start) + u' ');
+             input.type(QStringLiteral("v"));
+             if (count > 1)
+                 input.type(QString::number(count - 1));
+             if (count > 1 && isForwards)
+                 input.type(QStringLiteral(" "));
+             else if (count > 1)
+                 input.chord({XK_BackSpace});
+         },
+         [=](InputDriver &input) {
+             command(input, QStringLiteral("w! written.txt"));
+             command(input, QStringLiteral("call writefile([],'done.txt')"));
+         },
+         [](InputDriver &input) {
+             input.chord({XK_Escape});
+             input.type(QStringLiteral("u"));
+         }});
+}
+
+Application emacs() {
+    const auto evaluate = [](InputDriver &input, const QString &text) {
+        input.chord({XK_Control_L, XK_g});
+        input.chord({XK_Alt_L, XK_Shift_L, XK_semicolon});
+        input.type(text + u'\n');
+    };
+    return commandEditor(
+        QStringLiteral("emacs"), QStringLiteral("emacs-gtk"), {},
+        {[=](InputDriver &input) { evaluate(input, QStringLiteral("(revert-buffer t t)")); },
+         [=](InputDriver &input, qsizetype first, qsizetype count, bool isForwards) {
+             evaluate(input, QStringLiteral("(goto-char %1)").arg(first + 1));
+             input.chord({XK_Control_L, XK_space});
+             input.chord({XK_Control_L, XK_u});
+             input.type(QString::number(count));
+             input.chord({XK_Control_L, isForwards ? xcb_keysym_t{XK_f} : xcb_keysym_t{XK_b}});
+         },
+         [=](InputDriver &input) {
+             evaluate(input, QStringLiteral("(write-region nil nil \"written.txt\")"));
+             evaluate(input, QStringLiteral("(write-region 1 1 \"done.txt\")"));
+         },
+         [](InputDriver &input) { input.chord({XK_Control_L, XK_slash}); }});
+}
+
 } // namespace
 
 QList<Application> editors() {
@@ -29,7 +96,9 @@ QList<Application> editors() {
             editor(QStringLiteral("geany"), {QStringLiteral("--new-instance")}),
             kwrite,
             offTheBus(kwrite),
-            editor(QStringLiteral("kate"), {QStringLiteral("--new")})};
+            editor(QStringLiteral("kate"), {QStringLiteral("--new")}),
+            gvim(),
+            emacs()};
 }
 
 } // namespace quillmender::applications

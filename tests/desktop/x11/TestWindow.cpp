@@ -11,9 +11,7 @@ TestWindow::TestWindow(X11Connection &connection, const char *wmClass)
     xcb_create_window(connection_.xcb(), XCB_COPY_FROM_PARENT, id_, connection_.root(), 10, 20, 200,
                       100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_EVENT_MASK, &events);
-    const QByteArray names = QByteArray(wmClass) + '\0' + wmClass + '\0';
-    xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, id_, XCB_ATOM_WM_CLASS,
-                        XCB_ATOM_STRING, 8, static_cast<quint32>(names.size()), names.constData());
+    setClass(QByteArray(wmClass) + '\0' + wmClass + '\0');
     connect(&connection_, &X11Connection::eventReceived, this,
             [this](const xcb_generic_event_t *event) {
                 const quint8 type = eventType(event);
@@ -29,6 +27,12 @@ TestWindow::TestWindow(X11Connection &connection, const char *wmClass)
 TestWindow::~TestWindow() {
     xcb_destroy_window(connection_.xcb(), id_);
     xcb_flush(connection_.xcb());
+}
+
+void TestWindow::setClass(const QByteArray &names) {
+    xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, id_, XCB_ATOM_WM_CLASS,
+                        XCB_ATOM_STRING, 8, static_cast<quint32>(names.size()), names.constData());
+    connection_.serverTime();
 }
 
 void TestWindow::map() {

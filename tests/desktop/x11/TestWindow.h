@@ -24,6 +24,8 @@ class TestWindow : public QObject {
     xcb_window_t id() const { return id_; }
     const std::vector<Key> &keys() const { return keys_; }
 
+    /// The two strings of WM_CLASS, each ended by a null character.
+    void setClass(const QByteArray &names);
     void map();
     void setFocus();
     bool isViewable() const;

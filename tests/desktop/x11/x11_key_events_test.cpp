@@ -301,6 +301,18 @@ TEST_F(KeyEventsTest, WithholdsCopyWhereItIsUnsafe) {
     EXPECT_THAT(window_->keys(), IsEmpty());
 }
 
+TEST_F(KeyEventsTest, TypesNothingWhereTheChordsArePartsOfCommands) {
+    for (const char *name : {"Emacs", "Gvim"}) {
+        window_->setClass(QByteArray("a name of its own") + '\0' + name + '\0');
+        ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
+        EXPECT_EQ(prepare(Chord::copy), ChordReadiness::withheld) << name;
+        EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld) << name;
+    }
+    window_->setClass(QByteArray("emacs") + '\0' + "Other" + '\0');
+    EXPECT_EQ(prepare(Chord::copy), ChordReadiness::ready);
+    EXPECT_THAT(window_->keys(), IsEmpty());
+}
+
 TEST_F(KeyEventsTest, PastesIntoATerminalFromBothSelections) {
     focus_->role = FocusRecord::Role::terminal;
     ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));

@@ -1,10 +1,6 @@
-#include "desktop/x11/KeyTyper.h"
 #include "desktop/x11/ScriptedOwner.h"
+#include "desktop/x11/TerminalFixture.h"
 #include "desktop/x11/TestRequestor.h"
-#include "desktop/x11/X11Test.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace quillmender {
 
@@ -12,42 +8,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A real terminal that writes what is pasted into it to a file.
-class TerminalTest : public X11Test {
+/// A terminal that writes what is pasted into it to a file, line by line.
+class TerminalTest : public TerminalFixture {
   protected:
-    ~TerminalTest() override {
-        for (auto &program : {xterm_.get(), windowManager_.get()}) {
-            if (program == nullptr)
-                continue;
-            program->kill();
-            program->waitForFinished(5000);
-        }
-    }
-
     void SetUp() override {
-        X11Test::SetUp();
-        windowManager_ = startWindowManager();
-        output_ = folder_.filePath(QStringLiteral("typed"));
-        xterm_ = server_.start(QStringLiteral("xterm"),
-                               {QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"),
-                                QStringLiteral("cat > %1").arg(output_)});
-        ASSERT_TRUE(waitFor([this] {
-            return services_->frontmost->processId() == xterm_->processId() &&
-                   QFile::exists(output_);
-        }));
-        terminal_ = services_->workspace->frontmostApplication();
+        TerminalFixture::SetUp();
+        start(QStringLiteral("touch ready; exec cat > typed"));
     }
-
-    QByteArray typed() const {
-        QFile file(output_);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    QTemporaryDir folder_;
-    QString output_;
-    std::unique_ptr<QProcess> windowManager_;
-    std::unique_ptr<QProcess> xterm_;
-    RunningApplicationRef terminal_;
 };
 
 TEST_F(TerminalTest, NeverTypesCopyIntoATerminal) {
@@ -63,20 +30,14 @@ TEST_F(TerminalTest, PastesAndPutsBothSelectionsBack) {
     primary.offer("UTF8_STRING", {primary.atom("UTF8_STRING"), 8, "user's selection"});
 
     const auto before = wait(pasteboard().items());
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().setString(QStringLiteral("pasted text\n")));
-    ASSERT_EQ(wait(services_->keyEvents->prepareChord(terminal_, Chord::paste, focus_)),
-              ChordReadiness::ready);
-    const auto source = services_->keyEvents->createSource(combinedSessionState);
-    for (const bool isDown : {true, false}) {
-        const auto event = services_->keyEvents->createKeyboardEvent(source, keycode::v, isDown);
-        services_->keyEvents->setFlags(event, commandFlag);
-        services_->keyEvents->post(hidEventTap, event);
-    }
+    ASSERT_EQ(prepare(QStringLiteral("pasted text\n")), ChordReadiness::ready);
+    EXPECT_TRUE(post());
     QCoro::waitFor(pasteboard().stringWasRead(20s));
     pasteboard().clearContents();
     ASSERT_TRUE(pasteboard().writeItems(before));
-    EXPECT_TRUE(waitFor([&] { return typed() == "pasted text\n"; })) << typed().toStdString();
+    tap({XKB_KEY_Return});
+    EXPECT_TRUE(waitFor([&] { return contents("typed") == "pasted text\n"; }))
+        << contents("typed").toStdString();
 
     TestRequestor fromClipboard(*peer_);
     EXPECT_EQ(fromClipboard.fetch("text/html")->value, "<b>user's</b>");
@@ -85,9 +46,7 @@ TEST_F(TerminalTest, PastesAndPutsBothSelectionsBack) {
 }
 
 TEST_F(TerminalTest, LeavesPrimaryToTheUserWhoSelectedSomethingElseMeanwhile) {
-    ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
-    ASSERT_EQ(wait(services_->keyEvents->prepareChord(terminal_, Chord::paste, focus_)),
-              ChordReadiness::ready);
+    ASSERT_EQ(prepare(QStringLiteral("text")), ChordReadiness::ready);
     const ScriptedOwner newer(server_.display(), "PRIMARY");
     finishTurn();
     pasteboard().clearContents();
@@ -101,9 +60,7 @@ TEST_F(TerminalTest, ReadsTheSelectionOfTheTerminalAlone) {
     other.offer("UTF8_STRING", {other.atom("UTF8_STRING"), 8, "of another program"});
     EXPECT_EQ(wait(services_->frontmost->primarySelection()), std::nullopt);
     // Typed into the terminal, echoed, then selected with a double click.
-    KeyTyper typer(*peer_);
-    for (const auto symbol : {XKB_KEY_w, XKB_KEY_o, XKB_KEY_r, XKB_KEY_d})
-        typer.tap(static_cast<xkb_keysym_t>(symbol));
+    tap({XKB_KEY_w, XKB_KEY_o, XKB_KEY_r, XKB_KEY_d});
     const auto frame = services_->workspace->windowFrame(terminal_);
     ASSERT_TRUE(frame.has_value());
     const auto select = [&] {

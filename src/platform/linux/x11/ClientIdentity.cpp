@@ -11,25 +11,6 @@ namespace quillmender {
 
 namespace {
 
-qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
-    if (!connection.hasResource())
-        return 0;
-    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    xcb_generic_error_t *error = nullptr;
-    const auto reply = adoptXcb(xcb_res_query_client_ids_reply(
-        connection.xcb(), xcb_res_query_client_ids(connection.xcb(), 1, &spec), &error));
-    std::free(error);
-    if (!reply)
-        return 0;
-    auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
-    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
-        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
-            xcb_res_client_id_value_value_length(ids.data) > 0)
-            return *xcb_res_client_id_value_value(ids.data);
-    }
-    return 0;
-}
-
 qint64 parentOf(qint64 process) {
     QFile file(QStringLiteral("/proc/%1/stat").arg(process));
     if (!file.open(QIODevice::ReadOnly))
@@ -55,6 +36,25 @@ bool runsInWine(const X11Connection &connection, xcb_window_t window) {
 }
 
 } // namespace
+
+qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
+    if (!connection.hasResource())
+        return 0;
+    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    xcb_generic_error_t *error = nullptr;
+    const auto reply = adoptXcb(xcb_res_query_client_ids_reply(
+        connection.xcb(), xcb_res_query_client_ids(connection.xcb(), 1, &spec), &error));
+    std::free(error);
+    if (!reply)
+        return 0;
+    auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
+    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
+        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
+            xcb_res_client_id_value_value_length(ids.data) > 0)
+            return *xcb_res_client_id_value_value(ids.data);
+    }
+    return 0;
+}
 
 qint64 processOfWindow(X11Connection &connection, xcb_window_t window) {
     const quint32 said = readCardinal(connection, window, connection.atom("_NET_WM_PID"));

@@ -8,6 +8,9 @@ namespace quillmender {
 class X11Connection;
 class X11RunningApplication;
 
+/// The process on this machine that made a window, as the server knows it; 0 when it does not.
+qint64 processOfClient(const X11Connection &connection, xcb_window_t window);
+
 /// The process behind a window: what the window says of itself, else what the server knows of its
 /// client. 0 when neither does.
 qint64 processOfWindow(X11Connection &connection, xcb_window_t window);

@@ -17,6 +17,9 @@ class PrimaryLoan {
     /// Offers the contents as PRIMARY after what is there now has been read.
     QCoro::Task<> take(SelectionContents contents);
 
+    /// As the owner of both selections does.
+    void exchange(SelectionContents contents) { owner_.exchange(std::move(contents)); }
+
     /// Does nothing without a loan, or when the user has selected something else meanwhile.
     void giveBack();
 

@@ -34,6 +34,11 @@ bool SelectionOwner::own(SelectionContents contents, Audience audience) {
     return isOwner_;
 }
 
+void SelectionOwner::exchange(SelectionContents contents) {
+    if (isOwner_)
+        contents_ = std::move(contents);
+}
+
 bool SelectionOwner::isStillOwner() const {
     if (!isOwner_)
         return false;
@@ -70,6 +75,7 @@ void SelectionOwner::handleClear(const xcb_selection_clear_event_t &clear) {
 void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request) {
     if (request.selection != selection_ || request.owner != connection_.window())
         return;
+    Q_EMIT asked();
     // Clients from before the ICCCM leave the choice of the property to the owner.
     const xcb_atom_t property =
         request.property != XCB_ATOM_NONE ? request.property : request.target;

@@ -25,6 +25,9 @@ class SelectionOwner : public QObject {
     /// Takes the selection, or gives it new contents, as of now. False when the server refused.
     bool own(SelectionContents contents, Audience audience = Audience::everybody);
 
+    /// Other contents for who asks from now on; nobody is told of the change.
+    void exchange(SelectionContents contents);
+
     /// Leaves the selection without owner, whoever has it. Answers the time of that change.
     xcb_timestamp_t release();
 
@@ -40,6 +43,9 @@ class SelectionOwner : public QObject {
     const SelectionContents &contents() const { return contents_; }
 
   Q_SIGNALS:
+    /// Somebody has asked and is about to be answered.
+    void asked();
+
     /// A data target has been handed over completely. `paste` is the number of the latest paste
     /// chord when it was asked for.
     void served(xcb_window_t requestor, quint64 paste);

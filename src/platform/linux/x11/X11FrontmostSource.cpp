@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11FrontmostSource.h"
 
+#include "platform/linux/terminal/CommandEditors.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/SelectionReader.h"
@@ -23,12 +24,17 @@ bool X11FrontmostSource::isTerminal() const {
 }
 
 bool X11FrontmostSource::isTerminalWindow(xcb_window_t window) const {
+    const QStringList names = classOf(window);
+    return terminals_.isTerminal(names.value(0), names.value(1));
+}
+
+bool X11FrontmostSource::isCommandEditorWindow(xcb_window_t window) const {
+    return isCommandEditor(classOf(window).value(1));
+}
+
+QStringList X11FrontmostSource::classOf(xcb_window_t window) const {
     const auto wmClass = readProperty(connection_, window, XCB_ATOM_WM_CLASS);
-    if (!wmClass)
-        return false;
-    const QList<QByteArray> names = wmClass->value.split('\0');
-    return terminals_.isTerminal(QString::fromLatin1(names.value(0)),
-                                 QString::fromLatin1(names.value(1)));
+    return wmClass ? QString::fromLatin1(wmClass->value).split(QChar::Null) : QStringList();
 }
 
 QCoro::Task<std::optional<QString>> X11FrontmostSource::primarySelection() {

@@ -24,8 +24,12 @@ class X11FrontmostSource : public FrontmostSource {
     QCoro::Task<std::optional<QString>> primarySelection() override;
 
     bool isTerminalWindow(xcb_window_t window) const;
+    bool isCommandEditorWindow(xcb_window_t window) const;
 
   private:
+    /// The two strings of WM_CLASS, empty where it has none.
+    QStringList classOf(xcb_window_t window) const;
+
     X11Connection &connection_;
     ActiveWindow &activeWindow_;
     TerminalCatalog terminals_;

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11KeyEvents.h"
 
 #include "platform/SignalWait.h"
+#include "platform/linux/terminal/TerminalForeground.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
@@ -81,6 +82,10 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const auto application = std::dynamic_pointer_cast<const X11RunningApplication>(target);
     if (!application || !connection_.hasTest())
         co_return ChordReadiness::withheld;
+    if (frontmost_.isCommandEditorWindow(application->window())) {
+        qCInfo(x11Log, "window 0x%x has other keys", application->window());
+        co_return ChordReadiness::withheld;
+    }
     const auto focus = std::dynamic_pointer_cast<const FocusRecord>(context);
     const auto role = focus ? focus->role : FocusRecord::Role::unknown;
     isTerminal_ =
@@ -108,8 +113,11 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const bool takesChord = co_await prepareTk(application->window(), chord);
     if (!takesChord)
         co_return ChordReadiness::withheld;
-    if (chord == Chord::paste && isTerminal_)
-        co_await pasteboard_.lendPrimary();
+    if (chord == Chord::paste && isTerminal_) {
+        const bool isLent = co_await lendToTerminal(application->window());
+        if (!isLent)
+            co_return ChordReadiness::withheld;
+    }
     const bool isReleased = co_await heldKeys_.release();
     // The user may have gone elsewhere during the wait.
     target_ = application;
@@ -166,6 +174,15 @@ QCoro::Task<bool> X11KeyEvents::prepareTk(xcb_window_t window, Chord chord) {
     co_return deletesFirst_;
 }
 
+QCoro::Task<bool> X11KeyEvents::lendToTerminal(xcb_window_t window) {
+    const auto takesLineEnds = [&connection = connection_, window] {
+        // What a window says of its process may be about another machine.
+        const qint64 emulator = processOfClient(connection, window);
+        return emulator != 0 && hasEditorsOnly(emulator);
+    };
+    co_return co_await pasteboard_.lendToTerminal(takesLineEnds);
+}
+
 QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
     const QDeadlineTimer deadline(300ms, Qt::PreciseTimer);
     while (!activeWindow_.isInFront(window)) {
@@ -216,6 +233,11 @@ bool X11KeyEvents::press(quint16 keyCode) {
     }
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
+    if (isInsert && !pasteboard_.isLent()) {
+        qCInfo(x11Log, "somebody else took a selection before the paste");
+        keys_.release();
+        return false;
+    }
     const xkb_keysym_t modifier = modifierOf(isPaste ? Chord::paste : Chord::copy);
     const xkb_keysym_t letter = isPaste ? XKB_KEY_v : XKB_KEY_c;
     const xkb_keysym_t key = isInsert ? xkb_keysym_t{XKB_KEY_Insert} : letter;

@@ -40,6 +40,8 @@ class X11KeyEvents : public KeyEvents {
   private:
     /// Whether the chord can be typed as far as Tk is concerned.
     QCoro::Task<bool> prepareTk(xcb_window_t window, Chord chord);
+    /// Whether a terminal can be pasted into: the text is one for terminals, and theirs to take.
+    QCoro::Task<bool> lendToTerminal(xcb_window_t window);
     QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
     xkb_keysym_t modifierOf(Chord chord) const;
     /// The modifier first: an application that decides at once what a key is for, and acts when

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 
 #include "platform/SignalWait.h"
+#include "platform/linux/terminal/TerminalText.h"
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/ClipboardHandover.h"
@@ -30,6 +31,8 @@ X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &paste
     connect(&connection_, &X11Connection::eventReceived, this, &X11Pasteboard::handleEvent);
     connect(&owner_, &SelectionOwner::served, this, &X11Pasteboard::handleServed);
     connect(&primary_.owner(), &SelectionOwner::served, this, &X11Pasteboard::handleServed);
+    connect(&owner_, &SelectionOwner::asked, this, &X11Pasteboard::keepToOneLine);
+    connect(&primary_.owner(), &SelectionOwner::asked, this, &X11Pasteboard::keepToOneLine);
     connect(&chords_, &ChordWatch::settled, this, [this] {
         untilLateCopy_.reset();
         // Refused one target, an application asks for the next.
@@ -111,6 +114,7 @@ QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
 }
 
 void X11Pasteboard::clearContents() {
+    takesLineEnds_ = nullptr;
     primary_.giveBack();
     ++changeCount_;
     isTemporary_ = false;
@@ -174,6 +178,7 @@ bool X11Pasteboard::setString(const QString &text) {
 }
 
 bool X11Pasteboard::write(SelectionContents contents, SelectionOwner::Audience audience) {
+    takesLineEnds_ = nullptr;
     primary_.giveBack();
     if (!owner_.own(std::move(contents), audience))
         return false;
@@ -237,9 +242,36 @@ void X11Pasteboard::refuse(xcb_window_t window) {
     primary_.refuse(window);
 }
 
-QCoro::Task<> X11Pasteboard::lendPrimary() {
-    if (isTemporary_ && owner_.isOwner())
-        co_await primary_.take(owner_.contents());
+QCoro::Task<bool> X11Pasteboard::lendToTerminal(TakesLineEnds takesLineEnds) {
+    // Without it somebody else's contents would be pasted.
+    if (!isTemporary_ || !owner_.isOwner())
+        co_return false;
+    const TerminalText made =
+        makeTerminalText(findText(connection_, owner_.contents()).value_or(QString()));
+    if (made.text.isEmpty() || (made.hasSeveralLines && !takesLineEnds())) {
+        qCInfo(x11Log, "the terminal does not take %s",
+               made.text.isEmpty() ? "what is no text" : "several lines");
+        co_return false;
+    }
+    if (made.hasSeveralLines) {
+        oneLine_ = makeTemporaryText(connection_, onOneLine(made.text));
+        takesLineEnds_ = std::move(takesLineEnds);
+    }
+    const SelectionContents contents = makeTemporaryText(connection_, made.text);
+    if (!owner_.own(contents, SelectionOwner::Audience::sourceOfPaste))
+        co_return false;
+    ++changeCount_;
+    co_await primary_.take(contents);
+    co_return primary_.owner().isOwner();
+}
+
+void X11Pasteboard::keepToOneLine() {
+    if (!takesLineEnds_ || takesLineEnds_())
+        return;
+    takesLineEnds_ = nullptr;
+    qCInfo(x11Log, "the terminal does not take several lines any more");
+    owner_.exchange(oneLine_);
+    primary_.exchange(oneLine_);
 }
 
 QCoro::Task<> X11Pasteboard::handOver() {

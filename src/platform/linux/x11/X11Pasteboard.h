@@ -10,6 +10,8 @@
 #include <QSet>
 #include <QTimer>
 
+#include <functional>
+
 namespace quillmender {
 
 class ChordWatch;
@@ -34,9 +36,17 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool setString(const QString &text) override;
     QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
 
-    /// Offers the text of `setString` as PRIMARY too, until the pasteboard is written again:
-    /// terminals paste that.
-    QCoro::Task<> lendPrimary();
+    /// Whether line ends are text to the program that is pasted into now.
+    using TakesLineEnds = std::function<bool()>;
+
+    /// Makes the text of `setString` one for a terminal (TerminalText) and offers it as PRIMARY
+    /// too, which terminals paste, until the pasteboard is written again. False when there is
+    /// nothing to paste, or several lines and the program does not take them; it is asked again
+    /// whenever the terminal asks for the text, which from the first no on has a single line.
+    QCoro::Task<bool> lendToTerminal(TakesLineEnds takesLineEnds);
+
+    /// Whether what a terminal would paste now is what was lent to it.
+    bool isLent() const { return owner_.isStillOwner() && primary_.owner().isStillOwner(); }
 
     /// At the end of the program: gives the user's contents to the clipboard manager, if there is
     /// one. Completes after two seconds at most.
@@ -49,6 +59,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     void handleEvent(const xcb_generic_event_t *event);
     bool isForeignChange(const xcb_generic_event_t *event) const;
     void handleServed(xcb_window_t requestor, quint64 paste);
+    void keepToOneLine();
     void finishClear();
     bool write(SelectionContents contents, SelectionOwner::Audience audience);
     void rememberRead(const QList<PasteboardItem> &items);
@@ -64,6 +75,8 @@ class X11Pasteboard : public QObject, public Pasteboard {
     const ChordWatch &chords_;
     SelectionOwner owner_;
     PrimaryLoan primary_;
+    TakesLineEnds takesLineEnds_;
+    SelectionContents oneLine_;
     qint64 changeCount_ = 0;
     bool isCleared_ = false;
     bool isTemporary_ = false;

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "desktop/x11/KeyTyper.h"
+#include "desktop/x11/X11Test.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace quillmender {
+
+/// A real terminal in which a program runs, and the program's services that paste into it.
+class TerminalFixture : public X11Test {
+  protected:
+    ~TerminalFixture() override {
+        for (auto &program : {xterm_.get(), windowManager_.get()}) {
+            if (program == nullptr)
+                continue;
+            program->kill();
+            program->waitForFinished(5000);
+        }
+    }
+
+    void SetUp() override {
+        X11Test::SetUp();
+        windowManager_ = startWindowManager();
+    }
+
+    /// Starts the command in a terminal and waits until that is in front and the command has made
+    /// the file `ready`.
+    void start(const QString &command) {
+        // One that hands on to the program in it whatever is pasted.
+        const QStringList arguments{
+            QStringLiteral("-xrm"),
+            QStringLiteral("*disallowedPasteControls: NUL"),
+            QStringLiteral("-e"),
+            QStringLiteral("sh"),
+            QStringLiteral("-c"),
+            QStringLiteral("cd '%1'; export HOME='%1'; %2").arg(folder_.path(), command)};
+        xterm_ = server_.start(QStringLiteral("xterm"), arguments);
+        ASSERT_TRUE(waitFor([this] {
+            return services_->frontmost->processId() == xterm_->processId() && exists("ready");
+        }));
+        terminal_ = services_->workspace->frontmostApplication();
+    }
+
+    QString path(const char *name) const { return folder_.filePath(QLatin1String(name)); }
+    bool exists(const char *name) const { return QFile::exists(path(name)); }
+
+    QByteArray contents(const char *name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    ChordReadiness prepare(const QString &answer) {
+        pasteboard().clearContents();
+        EXPECT_TRUE(pasteboard().setString(answer));
+        return wait(services_->keyEvents->prepareChord(terminal_, Chord::paste, focus_));
+    }
+
+    /// The chord; false when it was not typed.
+    bool post() {
+        const auto source = services_->keyEvents->createSource(combinedSessionState);
+        bool isPosted = true;
+        for (const bool isDown : {true, false}) {
+            const auto event =
+                services_->keyEvents->createKeyboardEvent(source, keycode::v, isDown);
+            services_->keyEvents->setFlags(event, commandFlag);
+            isPosted = isPosted && services_->keyEvents->post(hidEventTap, event);
+        }
+        return isPosted;
+    }
+
+    void tap(std::initializer_list<xkb_keysym_t> symbols) {
+        KeyTyper typer(*peer_);
+        for (const xkb_keysym_t symbol : symbols)
+            typer.tap(symbol);
+    }
+
+    void tapWithControl(xkb_keysym_t symbol) {
+        KeyTyper typer(*peer_);
+        typer.down(XKB_KEY_Control_L);
+        typer.tap(symbol);
+        typer.up(XKB_KEY_Control_L);
+    }
+
+    QTemporaryDir folder_;
+    std::unique_ptr<QProcess> windowManager_;
+    std::unique_ptr<QProcess> xterm_;
+    RunningApplicationRef terminal_;
+};
+
+} // namespace quillmender
