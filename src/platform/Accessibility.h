@@ -50,6 +50,13 @@ struct AttributeResult {
     AccessibilityValue value;
 };
 
+/// What a paste would replace, as far as can be told.
+enum class PasteTarget {
+    selected, ///< the range was seen to be selected, or the system leaves that to applications
+    unknown,  ///< nobody told what is selected
+    another,  ///< something else was seen to be selected, or nothing
+};
+
 namespace attribute {
 inline constexpr auto focusedElement = "AXFocusedUIElement";     ///< on the system-wide element
 inline constexpr auto selectedText = "AXSelectedText";           ///< QString
@@ -94,8 +101,9 @@ class Accessibility {
                                                               AccessibilityValue value) = 0;
 
     /// Selects the range again just before a paste, so that the paste replaces what was captured.
-    /// Best effort. Does nothing on macOS, where applications keep their selection.
-    virtual QCoro::Task<> selectBeforePaste(AccessibilityElementRef element, TextRange range) = 0;
+    /// Does nothing on macOS, where applications keep their selection.
+    virtual QCoro::Task<PasteTarget> selectBeforePaste(AccessibilityElementRef element,
+                                                       TextRange range) = 0;
 };
 
 } // namespace quillmender

@@ -210,6 +210,18 @@ QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef s
         throw AppFailure::replacementFailed();
 }
 
+/// False when a paste would put the answer beside the captured text.
+QCoro::Task<bool> SelectionController::selectWhatGoes(SelectionSessionRef session) {
+    if (!session->focusedElement || !session->selectedRange)
+        co_return true;
+    const PasteTarget target =
+        co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
+    // The user selected a part, and nobody says that it is not selected still; a whole field was
+    // captured because nothing was.
+    co_return target == PasteTarget::selected ||
+        (target == PasteTarget::unknown && session->captureScope == CaptureScope::selection);
+}
+
 QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QString replacement) {
     Pasteboard &pasteboard = pasteboardManager_.pasteboard();
     pasteboard.clearContents();
@@ -217,8 +229,9 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
 
     workspace_.activate(session->sourceApp, noActivationOptions);
     co_await clock_.sleepFor(activationDelay);
-    if (session->focusedElement && session->selectedRange)
-        co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
+    const bool replaces = co_await selectWhatGoes(session);
+    if (!replaces)
+        co_return false;
     const KeystrokeResult keystroke = co_await pasteboardManager_.postCommandKeystroke(
         session->sourceApp, keycode::v, session->chordContext);
     if (keystroke != KeystrokeResult::posted)

@@ -46,6 +46,7 @@ class SelectionController {
     QCoro::Task<QString> copySelection(NewSession session, bool isFocusElsewhere);
     QCoro::Task<QString> copiedText(qint64 changeCount);
     QCoro::Task<bool> waitForPasteboardChange(qint64 changeCount);
+    QCoro::Task<bool> selectWhatGoes(SelectionSessionRef session);
     QCoro::Task<bool> paste(SelectionSessionRef session, QString replacement);
 
     PasteboardManager &pasteboardManager_;

@@ -64,10 +64,10 @@ class FakeAccessibility : public Accessibility {
         attributes[attribute] = value;
         co_return AccessibilityError::success;
     }
-    QCoro::Task<> selectBeforePaste(AccessibilityElementRef, TextRange range) override {
+    QCoro::Task<PasteTarget> selectBeforePaste(AccessibilityElementRef, TextRange range) override {
         log_->append(
             QStringLiteral("selectBeforePaste %1+%2").arg(range.location).arg(range.length));
-        co_return;
+        co_return std::as_const(pasteTarget);
     }
 
     bool trusted = true;
@@ -76,6 +76,7 @@ class FakeAccessibility : public Accessibility {
     QMap<QString, AccessibilityValue> attributes;
     QStringList refusedAttributes;
     AccessibilityError refusal = AccessibilityError::failure;
+    PasteTarget pasteTarget = PasteTarget::selected;
     ChordContextRef context;
     Gate *gate = nullptr; ///< that every reading waits at
     std::shared_ptr<FakeElement> element = std::make_shared<FakeElement>();

@@ -156,8 +156,8 @@ QCoro::Task<AccessibilityError> MacAccessibility::setAttributeValue(Accessibilit
     co_return errorFrom(error);
 }
 
-QCoro::Task<> MacAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {
-    co_return;
+QCoro::Task<PasteTarget> MacAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {
+    co_return PasteTarget::selected;
 }
 
 } // namespace quillmender

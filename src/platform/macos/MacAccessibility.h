@@ -27,7 +27,8 @@ class MacAccessibility : public Accessibility {
                                                       QString attribute,
                                                       AccessibilityValue value) override;
 
-    QCoro::Task<> selectBeforePaste(AccessibilityElementRef element, TextRange range) override;
+    QCoro::Task<PasteTarget> selectBeforePaste(AccessibilityElementRef element,
+                                               TextRange range) override;
 };
 
 } // namespace quillmender

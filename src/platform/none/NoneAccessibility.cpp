@@ -16,8 +16,8 @@ QCoro::Task<AccessibilityError> NoneAccessibility::setAttributeValue(Accessibili
     co_return AccessibilityError::apiDisabled;
 }
 
-QCoro::Task<> NoneAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {
-    co_return;
+QCoro::Task<PasteTarget> NoneAccessibility::selectBeforePaste(AccessibilityElementRef, TextRange) {
+    co_return PasteTarget::unknown;
 }
 
 } // namespace quillmender

@@ -16,7 +16,8 @@ class NoneAccessibility : public Accessibility {
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef element,
                                                       QString attribute,
                                                       AccessibilityValue value) override;
-    QCoro::Task<> selectBeforePaste(AccessibilityElementRef element, TextRange range) override;
+    QCoro::Task<PasteTarget> selectBeforePaste(AccessibilityElementRef element,
+                                               TextRange range) override;
 };
 
 } // namespace quillmender

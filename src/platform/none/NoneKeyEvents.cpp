@@ -2,7 +2,8 @@
 
 namespace quillmender {
 
-QCoro::Task<ChordReadiness> NoneKeyEvents::prepareChord(RunningApplicationRef, Chord, ChordContextRef) {
+QCoro::Task<ChordReadiness> NoneKeyEvents::prepareChord(RunningApplicationRef, Chord,
+                                                        ChordContextRef) {
     co_return ChordReadiness::ready;
 }
 

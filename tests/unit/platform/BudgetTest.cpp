@@ -37,7 +37,7 @@ TEST(BudgetTest, AnOrderIsAwaitedLonger) {
     const auto budget = std::make_shared<Budget>();
     const Budget::Use use(budget);
     budget->noteSilence(QStringLiteral(":1.1"));
-    budget->awaitOrder();
+    budget->beginWait(Budget::orderPatience);
     EXPECT_EQ(budget->nextCall(), Budget::orderPatience);
     EXPECT_FALSE(budget->isSilent(QStringLiteral(":1.1")));
     budget->renew();

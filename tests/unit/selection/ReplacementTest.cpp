@@ -126,6 +126,29 @@ TEST_F(ReplacementTest, selectsTheCapturedRangeAgainBeforeThePaste) {
               log->indexOf(QStringLiteral("prepareChord paste")));
 }
 
+TEST_F(ReplacementTest, isNotPastedBesideTheCapturedText) {
+    const auto ends = [this](CaptureScope scope, PasteTarget target) {
+        const auto made = std::make_shared<SelectionSession>(*session(TextRange{0, 9}));
+        made->captureScope = scope;
+        accessibility.pasteTarget = target;
+        log->clear();
+        try {
+            paste(made, QStringLiteral("answer"));
+        } catch (const AppFailure &) {
+            EXPECT_FALSE(log->contains(QStringLiteral("prepareChord paste")));
+            EXPECT_EQ(pasteboard.contents, twoItems());
+            return false;
+        }
+        return true;
+    };
+    EXPECT_TRUE(ends(CaptureScope::selection, PasteTarget::selected));
+    EXPECT_TRUE(ends(CaptureScope::selection, PasteTarget::unknown));
+    EXPECT_FALSE(ends(CaptureScope::selection, PasteTarget::another));
+    EXPECT_TRUE(ends(CaptureScope::fullField, PasteTarget::selected));
+    EXPECT_FALSE(ends(CaptureScope::fullField, PasteTarget::unknown));
+    EXPECT_FALSE(ends(CaptureScope::fullField, PasteTarget::another));
+}
+
 TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
     const auto expectFailure = [this](const char *why) {
         pasteboard.contents.clear();

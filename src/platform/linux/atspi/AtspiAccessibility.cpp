@@ -154,14 +154,18 @@ AtspiAccessibility::setAttributeValue(AccessibilityElementRef element, QString a
     co_return AccessibilityError::attributeUnsupported;
 }
 
-QCoro::Task<> AtspiAccessibility::selectBeforePaste(AccessibilityElementRef element,
-                                                    TextRange range) {
+QCoro::Task<PasteTarget> AtspiAccessibility::selectBeforePaste(AccessibilityElementRef element,
+                                                               TextRange range) {
     const auto text = std::dynamic_pointer_cast<const TextElement>(element);
     if (!text || text->isPassword())
-        co_return;
+        co_return PasteTarget::unknown;
     const Budget::Use use(text->budget);
-    text->budget->renew();
-    co_await selector_.select(text, range);
+    text->budget->beginWait(Budget::pastePatience);
+    const AccessibilityError selected = co_await selector_.select(text, range);
+    if (selected == AccessibilityError::success)
+        co_return PasteTarget::selected;
+    co_return selected == AccessibilityError::cannotComplete ? PasteTarget::unknown
+                                                             : PasteTarget::another;
 }
 
 } // namespace quillmender

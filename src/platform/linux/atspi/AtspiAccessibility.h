@@ -30,7 +30,8 @@ class AtspiAccessibility : public Accessibility {
     QCoro::Task<AccessibilityError> setAttributeValue(AccessibilityElementRef element,
                                                       QString attribute,
                                                       AccessibilityValue value) override;
-    QCoro::Task<> selectBeforePaste(AccessibilityElementRef element, TextRange range) override;
+    QCoro::Task<PasteTarget> selectBeforePaste(AccessibilityElementRef element,
+                                               TextRange range) override;
 
   private:
     using SystemWideRef = std::shared_ptr<const SystemWideElement>;

@@ -46,8 +46,8 @@ void Budget::renew() {
     reset(wholeMs + earnedMs_, perCall.count());
 }
 
-void Budget::awaitOrder() {
-    reset(2 * orderPatience.count() + earnedMs_, orderPatience.count());
+void Budget::beginWait(std::chrono::milliseconds patience) {
+    reset(2 * patience.count() + earnedMs_, patience.count());
     silent_.clear();
 }
 

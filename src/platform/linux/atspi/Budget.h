@@ -33,6 +33,9 @@ class Budget {
     /// How long the outcome of an order is awaited.
     static constexpr std::chrono::milliseconds orderPatience{5000};
 
+    /// How long an application is awaited that is about to be pasted into.
+    static constexpr std::chrono::milliseconds pastePatience{1000};
+
     /// The time that carrying `characters` may take besides: several times what the slowest
     /// toolkit needs on an idle machine, nothing for everyday texts. Four seconds at most: nobody
     /// waits longer because an application says that it has a very long text.
@@ -46,10 +49,10 @@ class Budget {
     /// A write has as much time of its own.
     void renew();
 
-    /// From now on what is asked is what became of an order, which may be carried out whenever the
-    /// application comes round: the order and each question after it may take `orderPatience`, all
-    /// together twice as long. Until the budget is renewed.
-    void awaitOrder();
+    /// From now on an application that stalls is worth waiting for, because of what it was told or
+    /// is about to be told: each call may take `patience`, all together twice as long. Until the
+    /// budget is renewed.
+    void beginWait(std::chrono::milliseconds patience);
 
     void forgive(const QString &service) { silent_.remove(service); }
     void noteSilence(const QString &service) { silent_.insert(service); }

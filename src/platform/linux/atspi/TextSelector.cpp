@@ -45,8 +45,10 @@ QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, Tex
         bus_.post(object, atspi::text, "AddSelection", {int(*start), int(*end)});
     else
         bus_.post(object, atspi::text, "SetSelection", {0, int(*start), int(*end)});
-    const bool done = co_await shows(element, offsets);
-    co_return done ? AccessibilityError::success : AccessibilityError::failure;
+    const TextReader::Selection found = co_await reader_.trueSelection(element);
+    if (found.kind == TextReader::Selection::Kind::unreadable)
+        co_return AccessibilityError::cannotComplete;
+    co_return found.offsets == offsets ? AccessibilityError::success : AccessibilityError::failure;
 }
 
 } // namespace quillmender

@@ -9,7 +9,9 @@ class TextSelector {
   public:
     TextSelector(AtspiBus &bus, TextReader &reader) : bus_(bus), reader_(reader) {}
 
-    /// Success when the object was seen to have that selection (or caret, for length 0).
+    /// Success when the object was seen to have that selection (or caret, for length 0), failure
+    /// when it was seen to have another, illegalArgument when the range does not fit its text,
+    /// cannotComplete when it cannot be told.
     QCoro::Task<AccessibilityError> select(TextElementRef element, TextRange range);
 
   private:

@@ -69,7 +69,7 @@ QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QStrin
     if (splice.isEmpty())
         co_return AccessibilityError::success;
 
-    element->budget->awaitOrder();
+    element->budget->beginWait(Budget::orderPatience);
     const Reply reply = co_await apply(element, *known, splice);
     if (reply == Reply::unsent)
         co_return AccessibilityError::failure;
