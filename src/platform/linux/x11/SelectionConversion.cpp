@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <algorithm>
+
 namespace quillmender {
 
 using namespace std::chrono_literals;
@@ -108,6 +110,10 @@ void SelectionConversion::receive(const X11PropertyPiece &piece) {
         return drop();
     result_.type = property.type;
     result_.format = property.format;
+    // Qt copies everything when it makes room by itself; what is asked for is moved by the system.
+    const qsizetype needed = received() + property.value.size();
+    if (received() > 0 && needed > result_.value.capacity())
+        result_.value.reserve(std::max(2 * result_.value.capacity(), needed));
     result_.value += property.value;
     offset_ += property.value.size();
     if (!isWhole) {
