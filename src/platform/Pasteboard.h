@@ -22,6 +22,15 @@ class Pasteboard {
     /// before a deadline; what it did not hand over is left out. Empty when nothing is there.
     virtual QCoro::Task<QList<PasteboardItem>> items() = 0;
 
+    /// The same when that takes no longer than `limit`. Absent when an owner was still handing
+    /// something over then: `items` may have it, with more time.
+    virtual QCoro::Task<std::optional<QList<PasteboardItem>>>
+    itemsWithin(std::chrono::milliseconds limit) {
+        Q_UNUSED(limit)
+        QList<PasteboardItem> all = co_await items();
+        co_return std::make_optional(std::move(all));
+    }
+
     /// Differs from an earlier answer when the contents were replaced in between, by whomever.
     virtual qint64 changeCount() = 0;
 

@@ -14,8 +14,14 @@ struct PasteboardRepresentation {
     /// property type and format). Opaque above the platform border; empty where unused.
     QByteArray platformTag;
 
-    friend bool operator==(const PasteboardRepresentation &,
-                           const PasteboardRepresentation &) = default;
+    friend bool operator==(const PasteboardRepresentation &first,
+                           const PasteboardRepresentation &second) {
+        // To compare hundreds of megabytes with themselves would hold up the loop.
+        const bool isSameData = first.data.constData() == second.data.constData() &&
+                                first.data.size() == second.data.size();
+        return first.type == second.type && first.platformTag == second.platformTag &&
+               (isSameData || first.data == second.data);
+    }
 };
 
 /// A map from type identifier to bytes that keeps the order in which its owner declared the types.

@@ -13,6 +13,17 @@ QCoro::Task<PasteboardSnapshot> PasteboardManager::snapshot() {
     co_return snapshot;
 }
 
+QCoro::Task<std::optional<PasteboardSnapshot>>
+PasteboardManager::snapshotWithin(std::chrono::milliseconds limit) {
+    const std::optional<QList<PasteboardItem>> items = co_await pasteboard_.itemsWithin(limit);
+    if (!items)
+        co_return std::nullopt;
+    PasteboardSnapshot snapshot;
+    snapshot.items = *items;
+    snapshot.changeCount = pasteboard_.changeCount();
+    co_return snapshot;
+}
+
 void PasteboardManager::restore(const PasteboardSnapshot &snapshot) {
     pasteboard_.clearContents();
     if (!snapshot.items.isEmpty())

@@ -4,6 +4,9 @@
 #include "platform/KeyEvents.h"
 #include "platform/Pasteboard.h"
 
+#include <chrono>
+#include <optional>
+
 namespace quillmender {
 
 enum class KeystrokeResult {
@@ -22,6 +25,11 @@ class PasteboardManager {
 
     /// Never fails; a representation that its owner does not hand over is left out.
     QCoro::Task<PasteboardSnapshot> snapshot();
+
+    /// The same when that takes no longer than `limit`; absent when an owner was still handing
+    /// something over then. What is absent is never restored: `snapshot` has to come before the
+    /// pasteboard is borrowed.
+    QCoro::Task<std::optional<PasteboardSnapshot>> snapshotWithin(std::chrono::milliseconds limit);
 
     /// Replaces whatever is on the pasteboard now. Never fails; writes its best.
     void restore(const PasteboardSnapshot &snapshot);

@@ -17,6 +17,14 @@ class FakePasteboard : public Pasteboard {
         log_->append(QStringLiteral("pasteboard.items"));
         co_return std::as_const(contents);
     }
+    QCoro::Task<std::optional<QList<PasteboardItem>>>
+    itemsWithin(std::chrono::milliseconds limit) override {
+        log_->append(QStringLiteral("pasteboard.itemsWithin %1").arg(limit.count()));
+        std::optional<QList<PasteboardItem>> answer;
+        if (!isOwnerSlow)
+            answer = contents;
+        co_return answer;
+    }
     qint64 changeCount() override {
         log_->append(QStringLiteral("pasteboard.changeCount"));
         return count;
@@ -66,6 +74,7 @@ class FakePasteboard : public Pasteboard {
     std::optional<QString> text;
     qint64 count = 7;
     bool isStringRead = true;
+    bool isOwnerSlow = false;
     bool acceptsWrites = true;
     std::exception_ptr failure; ///< of what waits for others
 

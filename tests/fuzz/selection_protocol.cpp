@@ -135,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         owner.targetsAnswer = takeProperty(input, owner);
 
     const SelectionContents contents =
-        test::runTask(SelectionReader(connection, connection.atom("CLIPBOARD")).readAll());
+        test::runTask(SelectionReader(connection, connection.atom("CLIPBOARD")).readAll()).contents;
     require(toSelectionContents(connection, toPasteboardItems(connection, contents)) == contents,
             "what is read is what is offered again");
     findText(connection, contents);

@@ -4,6 +4,15 @@
 
 namespace quillmender {
 
+std::optional<X11Property> takeProperty(const X11Connection &connection, xcb_window_t window,
+                                        xcb_atom_t property) {
+    constexpr qsizetype most = qsizetype{256} * 1024 * 1024;
+    const auto piece = takePropertyPiece(connection, window, property, 0, most);
+    if (!piece)
+        return std::nullopt;
+    return piece->property;
+}
+
 TestRequestor::TestRequestor(X11Connection &connection, const char *selection)
     : connection_(connection),
       selection_(connection.atom(selection)),
@@ -60,7 +69,7 @@ void TestRequestor::handleEvent(const xcb_generic_event_t *event) {
         if (notify.requestor != window_)
             return;
         if (notify.property != XCB_ATOM_NONE)
-            answer_ = readProperty(connection_, window_, property_, AfterReading::remove);
+            answer_ = takeProperty(connection_, window_, property_);
         isIncremental_ = answer_ && answer_->type == connection_.atom("INCR");
         isAnswered_ = !isIncremental_;
         if (isIncremental_)
@@ -82,7 +91,7 @@ void TestRequestor::resume() {
 void TestRequestor::takeChunk() {
     if (chunks == mostChunks)
         return;
-    const auto chunk = readProperty(connection_, window_, property_, AfterReading::remove);
+    const auto chunk = takeProperty(connection_, window_, property_);
     xcb_flush(connection_.xcb());
     if (!chunk)
         return;

@@ -9,6 +9,10 @@
 
 namespace quillmender {
 
+/// All of a property, which is removed.
+std::optional<X11Property> takeProperty(const X11Connection &connection, xcb_window_t window,
+                                        xcb_atom_t property);
+
 /// A window that asks a selection's owner for one thing at a time, as another application does.
 class TestRequestor : public QObject {
   public:

@@ -235,14 +235,14 @@ TEST_F(PasteboardWriteTest, GivesUpOnARequestorThatStopsTaking) {
         QObject::connect(&sender, &IncrSender::finished, &sender,
                          [&](bool isAll) { isComplete = isAll; });
         connection.serverTime();
-        const auto announced = readProperty(*peer_, window.id(), property, AfterReading::remove);
+        const auto announced = takeProperty(*peer_, window.id(), property);
         ASSERT_TRUE(announced.has_value());
         EXPECT_EQ(announced->type, peer_->atom("INCR"));
         EXPECT_THAT(announced->cardinals(), ElementsAre(3'000'000));
         ASSERT_TRUE(waitFor([&] { return isComplete.has_value(); }));
         EXPECT_EQ(isComplete, false);
         // Too late: it is not answered any more.
-        EXPECT_TRUE(readProperty(*peer_, window.id(), property, AfterReading::remove).has_value());
+        EXPECT_TRUE(takeProperty(*peer_, window.id(), property).has_value());
         connection.serverTime();
         finishTurn();
         connection.serverTime();

@@ -15,6 +15,20 @@ TEST_F(PasteboardManagerTest, readsTheChangeCountAfterTheItems) {
     EXPECT_EQ(snapshot.changeCount, 7);
 }
 
+TEST_F(PasteboardManagerTest, takesAQuickSnapshotWhenTheOwnerIsQuick) {
+    const auto snapshot = fakes::await(manager.snapshotWithin(std::chrono::seconds(1)));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.itemsWithin 1000"),
+                                 QStringLiteral("pasteboard.changeCount")}));
+    ASSERT_TRUE(snapshot.has_value());
+    EXPECT_EQ(snapshot->items, twoItems());
+    EXPECT_EQ(snapshot->changeCount, 7);
+}
+
+TEST_F(PasteboardManagerTest, hasNoHalfSnapshotOfASlowOwner) {
+    pasteboard.isOwnerSlow = true;
+    EXPECT_FALSE(fakes::await(manager.snapshotWithin(std::chrono::seconds(1))).has_value());
+}
+
 TEST_F(PasteboardManagerTest, restoresItemsInTheirOrderInOneWrite) {
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     pasteboard.copyFromElsewhere(QStringLiteral("other"));

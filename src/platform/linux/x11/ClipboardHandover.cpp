@@ -13,9 +13,9 @@ QCoro::Task<> handOverClipboard(X11Connection &connection, SelectionContents con
     QList<quint32> targets;
     for (const SelectionTarget &each : contents)
         targets.append(each.target);
-    const LaterPointer<SelectionConversion> conversion(
-        new SelectionConversion(connection, connection.atom("CLIPBOARD_MANAGER"),
-                                connection.atom("SAVE_TARGETS"), connection.serverTime(), targets));
+    const LaterPointer<SelectionConversion> conversion(new SelectionConversion(
+        connection, connection.atom("CLIPBOARD_MANAGER"), connection.atom("SAVE_TARGETS"),
+        connection.serverTime(), mostOfProperty, targets));
     conversion->setParent(&connection);
     xcb_flush(connection.xcb());
     // Without a manager the server itself answers that nobody owns its selection.

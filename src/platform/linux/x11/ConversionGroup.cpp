@@ -1,6 +1,7 @@
 #include "platform/linux/x11/ConversionGroup.h"
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Log.h"
 
 #include <xcb/xfixes.h>
 
@@ -9,13 +10,15 @@
 namespace quillmender {
 
 ConversionGroup::ConversionGroup(X11Connection &connection, xcb_atom_t selection,
-                                 const TransferBudget &budget)
+                                 const TransferBudget &budget, const TransferBounds &bounds)
     : QObject(&connection),
       connection_(connection),
       selection_(selection),
-      budget_(budget) {
+      budget_(budget),
+      bounds_(bounds) {
     deadline_.setSingleShot(true);
-    connect(&deadline_, &QTimer::timeout, this, &ConversionGroup::settle);
+    deadline_.setTimerType(Qt::PreciseTimer);
+    connect(&deadline_, &QTimer::timeout, this, &ConversionGroup::handleDeadline);
     connect(&connection_, &X11Connection::eventReceived, this, &ConversionGroup::handleEvent);
     connect(&connection_, &X11Connection::lost, this, &ConversionGroup::settle);
 }
@@ -23,7 +26,7 @@ ConversionGroup::ConversionGroup(X11Connection &connection, xcb_atom_t selection
 ConversionGroup::~ConversionGroup() {
     for (auto &conversion : conversions_) {
         conversion->disconnect(this);
-        if (!conversion->isFinished())
+        if (!conversion->isAnswered())
             SelectionConversion::abandon(std::move(conversion));
     }
 }
@@ -31,8 +34,8 @@ ConversionGroup::~ConversionGroup() {
 void ConversionGroup::request(const QList<xcb_atom_t> &targets, xcb_timestamp_t time) {
     isSettled_ = false;
     for (const xcb_atom_t target : targets) {
-        conversions_.push_back(
-            std::make_unique<SelectionConversion>(connection_, selection_, target, time));
+        conversions_.push_back(std::make_unique<SelectionConversion>(
+            connection_, selection_, target, time, bounds_.perTarget));
         connect(conversions_.back().get(), &SelectionConversion::advanced, this,
                 &ConversionGroup::handleAdvance);
     }
@@ -59,21 +62,49 @@ void ConversionGroup::handleEvent(const xcb_generic_event_t *event) {
 void ConversionGroup::waitForAnswers() {
     constexpr std::chrono::milliseconds afterGivingUp(200);
     const std::chrono::milliseconds remaining = budget_.remaining();
+    // Owners that are quick enough would keep a timer from its turn.
+    if (remaining <= std::chrono::milliseconds(0))
+        return handleDeadline();
     deadline_.start(isGivenUp_ ? std::min(remaining, afterGivingUp) : remaining);
 }
 
-void ConversionGroup::handleAdvance() {
-    qsizetype answers = 0;
-    qsizetype received = 0;
+qsizetype ConversionGroup::received() const {
+    qsizetype sum = 0;
+    for (const auto &conversion : conversions_)
+        sum += conversion->received();
+    return sum;
+}
+
+bool ConversionGroup::dropLargest() {
+    SelectionConversion *largest = nullptr;
     for (const auto &conversion : conversions_) {
-        answers += conversion->isFinished() ? 1 : 0;
-        received += conversion->received();
+        if (!conversion->isFinished() && (!largest || conversion->received() > largest->received()))
+            largest = conversion.get();
     }
-    budget_.noteProgress(answers, received);
-    if (std::ranges::all_of(conversions_, [](const auto &each) { return each->isFinished(); }))
+    if (largest)
+        largest->drop();
+    return largest != nullptr;
+}
+
+void ConversionGroup::handleAdvance() {
+    while (received() > bounds_.total && dropLargest())
+        qCWarning(x11Log, "a selection's owner sends without end");
+    const auto answers =
+        std::ranges::count_if(conversions_, [](const auto &each) { return each->isFinished(); });
+    budget_.noteProgress(answers, received());
+    if (answers == std::ssize(conversions_))
         settle();
     else
         waitForAnswers();
+}
+
+void ConversionGroup::handleDeadline() {
+    constexpr std::chrono::milliseconds none(0);
+    // Timers may be a little early.
+    if (!isGivenUp_ && budget_.remaining() > none)
+        return waitForAnswers();
+    isCutShort_ = budget_.untilLimit() <= none;
+    settle();
 }
 
 void ConversionGroup::settle() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11/SelectionConversion.h"
+#include "platform/linux/x11/TransferBounds.h"
 #include "platform/linux/x11/TransferBudget.h"
 
 #include <QObject>
@@ -17,7 +18,8 @@ class ConversionGroup : public QObject {
     Q_OBJECT
 
   public:
-    ConversionGroup(X11Connection &connection, xcb_atom_t selection, const TransferBudget &budget);
+    ConversionGroup(X11Connection &connection, xcb_atom_t selection, const TransferBudget &budget,
+                    const TransferBounds &bounds);
     ~ConversionGroup() override;
 
     /// Asks for the targets all at once; `settled` follows.
@@ -32,6 +34,9 @@ class ConversionGroup : public QObject {
     bool isOwnerReplaced() const { return isOwnerReplaced_; }
     const TransferBudget &budget() const { return budget_; }
 
+    /// The reader's limit has come before everything was answered.
+    bool isCutShort() const { return isCutShort_; }
+
   Q_SIGNALS:
     /// Everything was answered, the time is up, or the owner is gone.
     void settled();
@@ -39,16 +44,21 @@ class ConversionGroup : public QObject {
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void handleAdvance();
+    void handleDeadline();
+    qsizetype received() const;
+    bool dropLargest();
     void waitForAnswers();
     void settle();
 
     X11Connection &connection_;
     xcb_atom_t selection_;
     TransferBudget budget_;
+    TransferBounds bounds_;
     QTimer deadline_;
     std::vector<std::unique_ptr<SelectionConversion>> conversions_;
     bool isOwnerReplaced_ = false;
     bool isGivenUp_ = false;
+    bool isCutShort_ = false;
     bool isSettled_ = false;
 };
 

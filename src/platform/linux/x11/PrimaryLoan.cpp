@@ -4,6 +4,8 @@
 
 namespace quillmender {
 
+using namespace std::chrono_literals;
+
 PrimaryLoan::PrimaryLoan(X11Connection &connection, const PasteRecord &pastes)
     : connection_(connection),
       owner_(connection, XCB_ATOM_PRIMARY, pastes) {}
@@ -13,7 +15,9 @@ QCoro::Task<> PrimaryLoan::take(SelectionContents contents) {
         before_ = owner_.contents();
     } else if (!before_) {
         SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
-        before_ = co_await reader.readAll();
+        // The paste waits for it.
+        const SelectionReader::Reading reading = co_await reader.readAll(1s);
+        before_ = reading.contents;
     }
     owner_.own(std::move(contents), SelectionOwner::Audience::sourceOfPaste);
 }

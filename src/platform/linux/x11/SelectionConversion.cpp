@@ -2,20 +2,23 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
-#include <QTimer>
+#include <algorithm>
 
 namespace quillmender {
 
 using namespace std::chrono_literals;
 
 SelectionConversion::SelectionConversion(X11Connection &connection, xcb_atom_t selection,
-                                         xcb_atom_t target, xcb_timestamp_t time,
+                                         xcb_atom_t target, xcb_timestamp_t time, qsizetype most,
                                          const QList<quint32> &parameter)
     : connection_(connection),
       selection_(selection),
       target_(target),
+      most_(most),
       property_(connection.atom("_QUILLMENDER_DATA")),
       window_(xcb_generate_id(connection.xcb())) {
+    nextPiece_.setSingleShot(true);
+    connect(&nextPiece_, &QTimer::timeout, this, &SelectionConversion::readOn);
     const quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection_.xcb(), 0, window_, connection_.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
@@ -33,15 +36,14 @@ SelectionConversion::~SelectionConversion() {
 void SelectionConversion::abandon(std::unique_ptr<SelectionConversion> conversion) {
     SelectionConversion *const left = conversion.release();
     left->setParent(&left->connection_);
-    const auto removeWhenFinished = [left] {
-        if (left->isFinished())
+    left->drop();
+    const auto removeWhenAnswered = [left] {
+        if (left->isAnswered())
             left->deleteLater();
-        else
-            left->result_.value.clear();
     };
-    connect(left, &SelectionConversion::advanced, left, removeWhenFinished);
+    connect(left, &SelectionConversion::advanced, left, removeWhenAnswered);
     QTimer::singleShot(30s, left, &QObject::deleteLater);
-    removeWhenFinished();
+    removeWhenAnswered();
 }
 
 void SelectionConversion::handleEvent(const xcb_generic_event_t *event) {
@@ -49,44 +51,103 @@ void SelectionConversion::handleEvent(const xcb_generic_event_t *event) {
         const auto &answer = eventCast<xcb_selection_notify_event_t>(event);
         const bool isMine = answer.requestor == window_ && answer.selection == selection_ &&
                             answer.target == target_;
-        if (isMine)
-            receiveAnswer(answer.property);
+        if (isMine && answer.property == property_)
+            beginReading(State::reading);
+        else if (isMine)
+            advance(State::refused);
     } else if (eventType(event) == XCB_PROPERTY_NOTIFY && state_ == State::incremental) {
         const auto &change = eventCast<xcb_property_notify_event_t>(event);
         const bool isMine = change.window == window_ && change.atom == property_ &&
                             change.state == XCB_PROPERTY_NEW_VALUE;
         if (isMine)
-            receiveChunk();
+            beginReading(State::readingChunk);
     }
 }
 
-void SelectionConversion::receiveAnswer(xcb_atom_t property) {
-    if (property != property_)
-        return advance(State::refused);
-    auto answer = readProperty(connection_, window_, property_, AfterReading::remove);
-    if (!answer)
-        return advance(State::refused);
-    if (answer->type == connection_.atom("INCR"))
-        return advance(State::incremental);
-    result_ = std::move(*answer);
-    advance(State::done);
+void SelectionConversion::beginReading(State state) {
+    state_ = state;
+    offset_ = 0;
+    if (isDropped_)
+        discard();
+    else
+        readOn();
 }
 
-void SelectionConversion::receiveChunk() {
-    const auto chunk = readProperty(connection_, window_, property_, AfterReading::remove);
-    if (!chunk)
-        return;
-    if (result_.type == XCB_ATOM_NONE) {
-        result_.type = chunk->type;
-        result_.format = chunk->format;
-    }
-    if (chunk->value.isEmpty())
-        return advance(State::done);
+void SelectionConversion::readOn() {
+    // Owners may write more at once than the loop should be held up for.
+    constexpr qsizetype pieceBytes = qsizetype{4} * 1024 * 1024;
+    const auto piece = takePropertyPiece(connection_, window_, property_, offset_, pieceBytes);
+    if (piece)
+        receive(*piece);
+    else if (state_ == State::readingChunk && offset_ == 0)
+        state_ = State::incremental;
+    else
+        advance(State::refused);
+}
+
+bool SelectionConversion::fits(const X11PropertyPiece &piece) const {
+    const X11Property &property = piece.property;
     // Chunks of different sorts do not make one value.
-    if (chunk->type != result_.type || chunk->format != result_.format)
-        return advance(State::refused);
-    result_.value += chunk->value;
-    advance(State::incremental);
+    const bool isOfSameSort = result_.type == XCB_ATOM_NONE ||
+                              (property.type == result_.type && property.format == result_.format);
+    return isOfSameSort && received() + property.value.size() + piece.left <= most_;
+}
+
+void SelectionConversion::receive(const X11PropertyPiece &piece) {
+    const X11Property &property = piece.property;
+    const bool isWhole = piece.left == 0;
+    const bool isEmpty = isWhole && offset_ == 0 && property.value.isEmpty();
+    if (isEmpty && state_ == State::readingChunk && result_.type != XCB_ATOM_NONE)
+        return advance(State::done);
+    if (state_ == State::reading && property.type == connection_.atom("INCR")) {
+        state_ = State::incremental;
+        // The owner has said how much it will be at least.
+        if (property.cardinals().value(0) > most_)
+            drop();
+        return advance(state_);
+    }
+    if (!fits(piece))
+        return drop();
+    result_.type = property.type;
+    result_.format = property.format;
+    // Qt copies everything when it makes room by itself; what is asked for is moved by the system.
+    const qsizetype needed = received() + property.value.size();
+    if (received() > 0 && needed > result_.value.capacity())
+        result_.value.reserve(std::max(2 * result_.value.capacity(), needed));
+    result_.value += property.value;
+    offset_ += property.value.size();
+    if (!isWhole) {
+        nextPiece_.start(0);
+        Q_EMIT advanced();
+        return;
+    }
+    const bool isMoreToCome = state_ == State::readingChunk && !isEmpty;
+    advance(isMoreToCome ? State::incremental : State::done);
+}
+
+void SelectionConversion::drop() {
+    isDropped_ = true;
+    nextPiece_.stop();
+    result_ = {};
+    if (state_ == State::reading || state_ == State::readingChunk)
+        discard();
+}
+
+void SelectionConversion::discard() {
+    // What has no end is not waited for.
+    constexpr qsizetype mostDiscarded = qsizetype{1024} * 1024 * 1024;
+    const auto found = measureProperty(connection_, window_, property_);
+    const qsizetype size = found ? found->left : 0;
+    const bool isChunk = state_ == State::readingChunk;
+    const bool isIncremental = found && found->property.type == connection_.atom("INCR");
+    discarded_ += size;
+    if (discarded_ > mostDiscarded) {
+        disconnect(&connection_, nullptr, this, nullptr);
+        return;
+    }
+    xcb_delete_property(connection_.xcb(), window_, property_);
+    const bool isMoreToCome = isChunk ? !found || size > 0 : isIncremental;
+    advance(isMoreToCome ? State::incremental : State::done);
 }
 
 void SelectionConversion::advance(State state) {

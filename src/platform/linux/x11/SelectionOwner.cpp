@@ -6,6 +6,8 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -87,6 +89,7 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     notify.target = request.target;
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
+    handedBytes_ = 0;
     isForOnlooker_ = isOnlooker(request.requestor);
     const bool isAnswered = isOwner_ && !isRefused(request.requestor) &&
                             (isMultiple ? request.property != XCB_ATOM_NONE &&
@@ -127,8 +130,7 @@ bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_
     const auto found = std::ranges::find(contents_, target, &SelectionTarget::target);
     if (found == contents_.end() || !isShown(target))
         return false;
-    hand(requestor, property, found->property);
-    return true;
+    return hand(requestor, property, found->property);
 }
 
 bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property) {
@@ -136,9 +138,12 @@ bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
     if (!asked || asked->format != 32)
         return false;
     QList<quint32> pairs = asked->cardinals();
+    QSet<quint32> seen;
     for (qsizetype i = 0; i + 1 < pairs.size(); i += 2) {
-        const bool isPossible =
-            pairs[i + 1] != XCB_ATOM_NONE && pairs[i] != connection_.atom("MULTIPLE");
+        // All is written before anything is taken away: each target once.
+        const bool isPossible = pairs[i + 1] != XCB_ATOM_NONE && !seen.contains(pairs[i]) &&
+                                pairs[i] != connection_.atom("MULTIPLE");
+        seen.insert(pairs[i]);
         if (!isPossible || !answer(requestor, pairs[i], pairs[i + 1]))
             pairs[i + 1] = XCB_ATOM_NONE;
     }
@@ -156,21 +161,38 @@ void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) 
     writeCardinals(connection_, requestor, property, XCB_ATOM_ATOM, targets);
 }
 
-void SelectionOwner::hand(xcb_window_t requestor, xcb_atom_t property,
+bool SelectionOwner::hand(xcb_window_t requestor, xcb_atom_t property,
                           const X11Property &contents) {
-    if (contents.value.size() <= connection_.maximumDataBytes()) {
-        writeProperty(connection_, requestor, property, contents);
-        hasHandedData_ = true;
-        return;
+    handedBytes_ += contents.value.size();
+    if (handedBytes_ > connection_.maximumDataBytes())
+        return handIncrementally(requestor, property, contents);
+    writeProperty(connection_, requestor, property, contents);
+    hasHandedData_ = true;
+    return true;
+}
+
+bool SelectionOwner::handIncrementally(xcb_window_t requestor, xcb_atom_t property,
+                                       const X11Property &contents) {
+    constexpr qsizetype mostTransfers = 256;
+    const std::pair key(requestor, property);
+    // Who asks again has no use for the rest of the first answer.
+    delete transfers_.take(key);
+    if (transfers_.size() >= mostTransfers) {
+        qCWarning(x11Log, "too many transfers are under way for window 0x%x", requestor);
+        return false;
     }
     auto *const sender = new IncrSender(connection_, requestor, property, contents);
     sender->setParent(this);
+    transfers_.insert(key, sender);
     const quint64 paste = pastes_.count;
-    connect(sender, &IncrSender::finished, this, [this, sender, requestor, paste](bool isComplete) {
-        sender->deleteLater();
-        if (isComplete)
-            Q_EMIT served(requestor, paste);
-    });
+    connect(sender, &IncrSender::finished, this,
+            [this, sender, key, requestor, paste](bool isComplete) {
+                transfers_.remove(key);
+                sender->deleteLater();
+                if (isComplete)
+                    Q_EMIT served(requestor, paste);
+            });
+    return true;
 }
 
 } // namespace quillmender

@@ -3,10 +3,14 @@
 #include "platform/linux/x11/PasteRecord.h"
 #include "platform/linux/x11/SelectionContents.h"
 
+#include <QHash>
 #include <QObject>
+
+#include <utility>
 
 namespace quillmender {
 
+class IncrSender;
 class X11Connection;
 
 /// Offers contents as one selection to every other client, byte for byte with their property types
@@ -60,7 +64,9 @@ class SelectionOwner : public QObject {
     bool answerMultiple(xcb_window_t requestor, xcb_atom_t property);
     bool isShown(xcb_atom_t target);
     void answerTargets(xcb_window_t requestor, xcb_atom_t property);
-    void hand(xcb_window_t requestor, xcb_atom_t property, const X11Property &contents);
+    bool hand(xcb_window_t requestor, xcb_atom_t property, const X11Property &contents);
+    bool handIncrementally(xcb_window_t requestor, xcb_atom_t property,
+                           const X11Property &contents);
 
     X11Connection &connection_;
     xcb_atom_t selection_;
@@ -71,6 +77,9 @@ class SelectionOwner : public QObject {
     xcb_window_t refused_ = XCB_WINDOW_NONE;
     bool isOwner_ = false;
     bool hasHandedData_ = false;
+    /// In answer to the present request.
+    qsizetype handedBytes_ = 0;
+    QHash<std::pair<xcb_window_t, xcb_atom_t>, IncrSender *> transfers_;
     bool isForOnlooker_ = false;
 };
 

@@ -57,27 +57,31 @@ bool SelectionReader::hasOwner() const {
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-QCoro::Task<SelectionContents> SelectionReader::readAll() {
+QCoro::Task<SelectionReader::Reading> SelectionReader::readAll(std::chrono::milliseconds limit) {
     constexpr int attempts = 3;
+    const TransferBudget whole(limit);
     for (int i = 0; i < attempts; ++i) {
-        std::optional<SelectionContents> contents = co_await readOnce();
-        if (contents)
-            co_return std::move(*contents);
+        std::optional<Reading> reading = co_await readOnce(whole.again());
+        if (reading)
+            co_return std::move(*reading);
     }
     qCWarning(x11Log, "a selection changed hands during each of %d reads", attempts);
-    co_return SelectionContents{};
+    co_return Reading{{}, whole.untilLimit() <= std::chrono::milliseconds(0)};
 }
 
-QCoro::Task<std::optional<SelectionContents>> SelectionReader::readOnce() {
+QCoro::Task<std::optional<SelectionReader::Reading>>
+SelectionReader::readOnce(TransferBudget budget) {
     const OwnerWatch watch(connection_, selection_);
     const xcb_timestamp_t time = connection_.serverTime();
     if (!hasOwner())
-        co_return SelectionContents{};
-    const Targets targets = co_await readTargets(time);
+        co_return Reading{};
+    const Targets targets = co_await readTargets(time, budget);
     if (targets.isOwnerReplaced)
         co_return std::nullopt;
+    if (targets.isCutShort)
+        co_return Reading{{}, true};
     const LaterPointer<ConversionGroup> group(
-        new ConversionGroup(connection_, selection_, targets.budget));
+        new ConversionGroup(connection_, selection_, targets.budget, bounds_));
     group->request(targets.list, time);
     co_await SignalWait(group.get(), &ConversionGroup::settled);
     if (group->isOwnerReplaced())
@@ -90,21 +94,20 @@ QCoro::Task<std::optional<SelectionContents>> SelectionReader::readOnce() {
     if (contents.size() < targets.list.size())
         qCInfo(x11Log, "%lld of %lld targets were not answered",
                qlonglong{targets.list.size() - contents.size()}, qlonglong{targets.list.size()});
-    co_return contents;
+    co_return Reading{contents, group->isCutShort()};
 }
 
-QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp_t time) {
+QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp_t time,
+                                                                   TransferBudget budget) {
     const LaterPointer<ConversionGroup> group(
-        new ConversionGroup(connection_, selection_, TransferBudget()));
+        new ConversionGroup(connection_, selection_, budget, bounds_));
     group->request({connection_.atom("TARGETS")}, time);
     co_await SignalWait(group.get(), &ConversionGroup::settled);
-    Targets targets;
-    targets.isOwnerReplaced = group->isOwnerReplaced();
-    targets.budget = group->budget();
+    Targets targets{{}, group->isOwnerReplaced(), group->isCutShort(), group->budget()};
     const SelectionConversion &conversion = *group->conversions().front();
     if (conversion.isDone())
         targets.list = dataTargets(conversion.result().cardinals());
-    else if (!conversion.isFinished())
+    else if (!conversion.isAnswered())
         qCInfo(x11Log, "a selection's owner did not say what it offers");
     else // an owner too simple to list what it has
         targets.list = {connection_.atom("UTF8_STRING"), XCB_ATOM_STRING};
@@ -113,7 +116,7 @@ QCoro::Task<SelectionReader::Targets> SelectionReader::readTargets(xcb_timestamp
 
 QCoro::Task<QList<QByteArray>> SelectionReader::offered() {
     const OwnerWatch watch(connection_, selection_);
-    const Targets targets = co_await readTargets(connection_.serverTime());
+    const Targets targets = co_await readTargets(connection_.serverTime(), TransferBudget());
     co_return connection_.atomNames(targets.list);
 }
 
@@ -133,15 +136,17 @@ QList<xcb_atom_t> SelectionReader::dataTargets(const QList<quint32> &offered) {
     return targets;
 }
 
-QCoro::Task<std::optional<QString>> SelectionReader::readText() {
+QCoro::Task<std::optional<QString>> SelectionReader::readText(std::chrono::milliseconds limit) {
+    // To decode more would hold up the loop.
+    constexpr qsizetype mostText = qsizetype{64} * 1024 * 1024;
     const OwnerWatch watch(connection_, selection_);
     const xcb_timestamp_t time = connection_.serverTime();
     if (!hasOwner())
         co_return std::nullopt;
-    TransferBudget budget;
+    TransferBudget budget(limit);
     for (const xcb_atom_t target : textTargets(connection_)) {
         const LaterPointer<ConversionGroup> group(
-            new ConversionGroup(connection_, selection_, budget));
+            new ConversionGroup(connection_, selection_, budget, {mostText, mostText}));
         group->request({target}, time);
         co_await SignalWait(group.get(), &ConversionGroup::settled);
         budget = group->budget();
@@ -151,7 +156,7 @@ QCoro::Task<std::optional<QString>> SelectionReader::readText() {
             if (text)
                 co_return text;
         }
-        if (!conversion.isFinished())
+        if (!conversion.isAnswered())
             break;
     }
     co_return std::nullopt;

@@ -9,10 +9,14 @@ namespace quillmender {
 
 /// How long a read from a selection's owner may take in all: half a second, and more only for as
 /// many answers and as much data as really arrive. An owner that falls silent never costs more than
-/// half a second.
+/// half a second, and one that does not come to an end no more than its reader's limit.
 class TransferBudget {
   public:
     using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds most{20'000};
+
+    explicit TransferBudget(std::chrono::milliseconds limit = most)
+        : limit_(start_ + std::min(limit, most)) {}
 
     void noteProgress(qsizetype totalAnswers, qsizetype totalBytes) {
         answers_ = totalAnswers;
@@ -24,22 +28,31 @@ class TransferBudget {
         constexpr qsizetype mebibyte = qsizetype{1024} * 1024;
         const auto forAnswers =
             std::min<std::chrono::milliseconds>(perAnswer * answers_, mostForAnswers);
-        const auto allowed = std::min<std::chrono::milliseconds>(
-            silence + forAnswers + perMebibyte * (bytes_ / mebibyte), most);
-        const auto end = std::min(start_ + allowed, lastProgress_ + silence);
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-        return std::max(left, std::chrono::milliseconds(0));
+        const Clock::time_point allowed =
+            start_ + silence + forAnswers + perMebibyte * (bytes_ / mebibyte);
+        return left(std::min({allowed, lastProgress_ + silence, limit_}));
     }
 
+    /// Until the limit, whatever the owner does.
+    std::chrono::milliseconds untilLimit() const { return left(limit_); }
+
+    /// For another read within the same limit.
+    TransferBudget again() const { return TransferBudget(untilLimit()); }
+
   private:
+    static std::chrono::milliseconds left(Clock::time_point end) {
+        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+        return std::max(rest, std::chrono::milliseconds(0));
+    }
+
     static constexpr std::chrono::milliseconds silence{500};
     static constexpr std::chrono::milliseconds perAnswer{200};
     static constexpr std::chrono::milliseconds mostForAnswers{5'000};
     static constexpr std::chrono::milliseconds perMebibyte{250};
-    static constexpr std::chrono::milliseconds most{20'000};
 
     Clock::time_point start_ = Clock::now();
     Clock::time_point lastProgress_ = start_;
+    Clock::time_point limit_;
     qsizetype answers_ = 0;
     qsizetype bytes_ = 0;
 };

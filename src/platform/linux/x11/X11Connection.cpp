@@ -3,6 +3,7 @@
 #include "platform/linux/x11/X11Log.h"
 
 #include <QAbstractEventDispatcher>
+#include <QElapsedTimer>
 #include <QSocketNotifier>
 #include <QThread>
 #include <xcb/res.h>
@@ -79,6 +80,8 @@ bool X11Connection::initialize() {
     xcb_create_window(xcb_, 0, window_, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                       XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     timestampAtom_ = atom("_QUILLMENDER_TIMESTAMP");
+    continuation_.setSingleShot(true);
+    connect(&continuation_, &QTimer::timeout, this, &X11Connection::dispatchPending);
 
     notifier_ =
         std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(xcb_), QSocketNotifier::Read);
@@ -159,7 +162,10 @@ qsizetype X11Connection::maximumDataBytes() const {
 }
 
 void X11Connection::readEvents() {
-    while (xcb_generic_event_t *event = xcb_poll_for_event(xcb_))
+    // One look at the socket: others may send faster than it is emptied.
+    if (xcb_generic_event_t *event = xcb_poll_for_event(xcb_))
+        pending_.emplace_back(event);
+    while (xcb_generic_event_t *event = xcb_poll_for_queued_event(xcb_))
         pending_.emplace_back(event);
 }
 
@@ -170,15 +176,22 @@ void X11Connection::prepareToSleep() {
     readEvents();
     // Handlers run from an event of their own: outside one, nothing that they leave to be deleted
     // later would be, as long as the program lives.
-    if (!pending_.empty())
+    if (!pending_.empty() && !continuation_.isActive())
         QMetaObject::invokeMethod(this, &X11Connection::dispatchPending, Qt::QueuedConnection);
 }
 
 void X11Connection::dispatchPending() {
     if (isLost())
         return;
+    constexpr qint64 longestMs = 10;
+    QElapsedTimer time;
+    time.start();
     readEvents();
     while (!pending_.empty()) {
+        if (time.hasExpired(longestMs)) {
+            continuation_.start(0);
+            break;
+        }
         const auto event = std::move(pending_.front());
         pending_.pop_front();
         if (event->response_type == 0) {

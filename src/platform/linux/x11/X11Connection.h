@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QTimer>
 #include <xcb/xcb.h>
 
 #include <deque>
@@ -73,6 +74,8 @@ class X11Connection : public QObject {
     xcb_screen_t *screen_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     std::unique_ptr<QSocketNotifier> notifier_;
+    /// For the events that a turn of the event loop has no time for.
+    QTimer continuation_;
     std::deque<XcbPointer<xcb_generic_event_t>> pending_;
     QHash<QByteArray, xcb_atom_t> atoms_;
     QHash<xcb_atom_t, QByteArray> atomNames_;

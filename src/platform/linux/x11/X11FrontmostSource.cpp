@@ -47,7 +47,7 @@ QCoro::Task<std::optional<QString>> X11FrontmostSource::primarySelection() {
         !isSameApplication(connection_, owner->owner, application->window()))
         co_return std::nullopt;
     SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
-    co_return co_await reader.readText();
+    co_return co_await reader.readText(std::chrono::seconds(1));
 }
 
 } // namespace quillmender

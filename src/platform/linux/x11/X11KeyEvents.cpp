@@ -51,8 +51,8 @@ class HeldServer {
 
 constexpr std::chrono::milliseconds detourPatience = 250ms;
 
-/// How long an application may take to attend to its events. A paste is worth more: the user has
-/// waited for its text already.
+/// How long a window manager may take to bring an application to the front, and the application to
+/// attend to its events. A paste is worth more: the user has waited for its text already.
 std::chrono::milliseconds patience(Chord chord) {
     return chord == Chord::paste ? 1000ms : 300ms;
 }
@@ -93,7 +93,7 @@ QCoro::Task<ChordReadiness> X11KeyEvents::prepareChord(RunningApplicationRef tar
     const bool isSecret = role == FocusRecord::Role::password;
     if (chord == Chord::copy && (isTerminal_ || isSecret))
         co_return ChordReadiness::withheld;
-    const bool isInFront = co_await waitUntilInFront(application->window());
+    const bool isInFront = co_await waitUntilInFront(application->window(), patience(chord));
     if (!isInFront)
         co_return ChordReadiness::withheld;
     // One that hangs would copy or paste whenever it comes round, long after everything is over.
@@ -183,8 +183,9 @@ QCoro::Task<bool> X11KeyEvents::lendToTerminal(xcb_window_t window) {
     co_return co_await pasteboard_.lendToTerminal(takesLineEnds);
 }
 
-QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window) {
-    const QDeadlineTimer deadline(300ms, Qt::PreciseTimer);
+QCoro::Task<bool> X11KeyEvents::waitUntilInFront(xcb_window_t window,
+                                                 std::chrono::milliseconds limit) {
+    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
     while (!activeWindow_.isInFront(window)) {
         if (deadline.hasExpired()) {
             qCInfo(x11Log, "window 0x%x did not come to the front", window);

@@ -9,6 +9,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <optional>
 
 namespace quillmender {
@@ -42,7 +43,7 @@ class X11KeyEvents : public KeyEvents {
     QCoro::Task<bool> prepareTk(xcb_window_t window, Chord chord);
     /// Whether a terminal can be pasted into: the text is one for terminals, and theirs to take.
     QCoro::Task<bool> lendToTerminal(xcb_window_t window);
-    QCoro::Task<bool> waitUntilInFront(xcb_window_t window);
+    QCoro::Task<bool> waitUntilInFront(xcb_window_t window, std::chrono::milliseconds limit);
     xkb_keysym_t modifierOf(Chord chord) const;
     /// The modifier first: an application that decides at once what a key is for, and acts when
     /// the key comes back, would act on the modifier that comes back meanwhile as well.

@@ -11,7 +11,6 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Log.h"
 
-#include <QDeadlineTimer>
 #include <xcb/xfixes.h>
 
 #include <algorithm>
@@ -41,7 +40,7 @@ X11Pasteboard::X11Pasteboard(X11Connection &connection, const PasteRecord &paste
     stopRefusing_.setSingleShot(true);
     connect(&stopRefusing_, &QTimer::timeout, this, [this] { refuse(XCB_WINDOW_NONE); });
     forgetRead_.setSingleShot(true);
-    connect(&forgetRead_, &QTimer::timeout, this, [this] { lastRead_.reset(); });
+    connect(&forgetRead_, &QTimer::timeout, this, &X11Pasteboard::forgetRead);
     xcb_xfixes_select_selection_input(connection_.xcb(), connection_.window(),
                                       connection_.atom("CLIPBOARD"),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
@@ -72,15 +71,32 @@ bool X11Pasteboard::isForeignChange(const xcb_generic_event_t *event) const {
 }
 
 QCoro::Task<QList<PasteboardItem>> X11Pasteboard::items() {
+    const Reading reading = co_await read(TransferBudget::most);
+    co_return reading.items;
+}
+
+QCoro::Task<std::optional<QList<PasteboardItem>>>
+X11Pasteboard::itemsWithin(std::chrono::milliseconds limit) {
+    const Reading reading = co_await read(limit);
+    if (reading.isCutShort)
+        co_return std::nullopt;
+    co_return reading.items;
+}
+
+QCoro::Task<X11Pasteboard::Reading> X11Pasteboard::read(std::chrono::milliseconds limit) {
     if (isCleared_)
-        co_return QList<PasteboardItem>();
+        co_return Reading{};
     if (owner_.isStillOwner())
-        co_return toPasteboardItems(connection_, owner_.contents());
+        co_return Reading{toPasteboardItems(connection_, owner_.contents())};
+    if (isLastReadLarge() && isUnchangedSinceRead())
+        co_return Reading{*lastRead_};
+    lastRead_.reset();
     SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
-    const SelectionContents contents = co_await reader.readAll();
-    const QList<PasteboardItem> items = toPasteboardItems(connection_, contents);
-    rememberRead(items);
-    co_return items;
+    const SelectionReader::Reading reading = co_await reader.readAll(limit);
+    const Reading result{toPasteboardItems(connection_, reading.contents), reading.isCutShort};
+    if (!result.isCutShort)
+        rememberRead(result.items);
+    co_return result;
 }
 
 void X11Pasteboard::rememberRead(const QList<PasteboardItem> &items) {
@@ -88,9 +104,29 @@ void X11Pasteboard::rememberRead(const QList<PasteboardItem> &items) {
     forgetRead_.start(10s);
 }
 
+bool X11Pasteboard::isLastReadLarge() const {
+    constexpr qsizetype large = qsizetype{16} * 1024 * 1024;
+    qsizetype size = 0;
+    for (const PasteboardItem &item : lastRead_.value_or(QList<PasteboardItem>())) {
+        for (const PasteboardRepresentation &each : item.representations())
+            size += each.data.size();
+    }
+    return size >= large;
+}
+
+void X11Pasteboard::forgetRead() {
+    // A session that is open holds the same bytes, which the next one need not have again.
+    if (isLastReadLarge() && !lastRead_->isDetached())
+        forgetRead_.start(10s);
+    else
+        lastRead_.reset();
+}
+
 bool X11Pasteboard::isStillAsRead(const QList<PasteboardItem> &items) const {
-    if (!lastRead_ || *lastRead_ != items)
-        return false;
+    return lastRead_ && *lastRead_ == items && isUnchangedSinceRead();
+}
+
+bool X11Pasteboard::isUnchangedSinceRead() const {
     // After a round trip every change that the server knows of is at hand.
     connection_.serverTime();
     return !connection_.isPending([this](const auto *event) { return isForeignChange(event); });
@@ -205,10 +241,11 @@ bool X11Pasteboard::isRead() const {
 }
 
 QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) {
+    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
     if (!isRead() && isTemporary_)
         co_await SignalWait(this, &X11Pasteboard::pasteServed, limit);
     if (isRead()) {
-        co_await readingIsOver(limit);
+        co_await readingIsOver(deadline);
         co_return true;
     }
     const xcb_window_t late = chords_.pending(Chord::paste);
@@ -227,13 +264,14 @@ QCoro::Task<bool> X11Pasteboard::stringWasRead(std::chrono::milliseconds limit) 
     co_return wasReadEarly;
 }
 
-QCoro::Task<> X11Pasteboard::readingIsOver(std::chrono::milliseconds limit) {
+QCoro::Task<> X11Pasteboard::readingIsOver(QDeadlineTimer deadline) {
     // Chromium reads more than once for one paste, and pastes what it read last.
     constexpr auto quiet = 80ms;
-    const QDeadlineTimer deadline(limit);
     while (!deadline.hasExpired() && !sinceServed_.hasExpired(quiet.count())) {
         const std::chrono::milliseconds rest(quiet.count() - sinceServed_.elapsed());
-        co_await SignalWait(this, &X11Pasteboard::pasteServed, std::max(rest, 1ms));
+        const std::chrono::milliseconds allowed(deadline.remainingTime());
+        co_await SignalWait(this, &X11Pasteboard::pasteServed,
+                            std::max(std::min(rest, allowed), 1ms));
     }
 }
 

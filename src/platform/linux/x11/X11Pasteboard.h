@@ -5,6 +5,7 @@
 #include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionOwner.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QSet>
@@ -29,6 +30,8 @@ class X11Pasteboard : public QObject, public Pasteboard {
     X11Pasteboard(X11Connection &connection, const PasteRecord &pastes, const ChordWatch &chords);
 
     QCoro::Task<QList<PasteboardItem>> items() override;
+    QCoro::Task<std::optional<QList<PasteboardItem>>>
+    itemsWithin(std::chrono::milliseconds limit) override;
     qint64 changeCount() override { return changeCount_; }
     void clearContents() override;
     bool writeItems(const QList<PasteboardItem> &items) override;
@@ -56,6 +59,15 @@ class X11Pasteboard : public QObject, public Pasteboard {
     void pasteServed();
 
   private:
+    struct Reading {
+        QList<PasteboardItem> items;
+        bool isCutShort = false;
+    };
+
+    QCoro::Task<Reading> read(std::chrono::milliseconds limit);
+    bool isLastReadLarge() const;
+    bool isUnchangedSinceRead() const;
+    void forgetRead();
     void handleEvent(const xcb_generic_event_t *event);
     bool isForeignChange(const xcb_generic_event_t *event) const;
     void handleServed(xcb_window_t requestor, quint64 paste);
@@ -64,7 +76,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool write(SelectionContents contents, SelectionOwner::Audience audience);
     void rememberRead(const QList<PasteboardItem> &items);
     bool isRead() const;
-    QCoro::Task<> readingIsOver(std::chrono::milliseconds limit);
+    QCoro::Task<> readingIsOver(QDeadlineTimer deadline);
     bool isStillAsRead(const QList<PasteboardItem> &items) const;
     void refuse(xcb_window_t window);
     void expectLateCopy(const QList<PasteboardItem> &items);

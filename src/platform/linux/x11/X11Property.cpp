@@ -15,21 +15,46 @@ QList<quint32> X11Property::cardinals() const {
     return values;
 }
 
-std::optional<X11Property> readProperty(const X11Connection &connection, xcb_window_t window,
-                                        xcb_atom_t property, AfterReading after) {
-    constexpr quint32 everything = 0x1fffffff;
+namespace {
+
+std::optional<X11PropertyPiece> readPiece(const X11Connection &connection, xcb_window_t window,
+                                          xcb_atom_t property, bool isTaken, qsizetype offset,
+                                          qsizetype most) {
+    constexpr qsizetype unit = 4;
     xcb_generic_error_t *error = nullptr;
     const auto reply = adoptXcb(xcb_get_property_reply(
         connection.xcb(),
-        xcb_get_property(connection.xcb(), after == AfterReading::remove ? 1 : 0, window, property,
-                         XCB_GET_PROPERTY_TYPE_ANY, 0, everything),
+        xcb_get_property(connection.xcb(), isTaken ? 1 : 0, window, property,
+                         XCB_GET_PROPERTY_TYPE_ANY, static_cast<quint32>(offset / unit),
+                         static_cast<quint32>(most / unit)),
         &error));
     std::free(error);
     if (!reply || reply->type == XCB_ATOM_NONE)
         return std::nullopt;
-    return X11Property{reply->type, reply->format,
-                       QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
-                                  xcb_get_property_value_length(reply.get()))};
+    const QByteArray bytes(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                           xcb_get_property_value_length(reply.get()));
+    return X11PropertyPiece{{reply->type, reply->format, bytes}, qsizetype{reply->bytes_after}};
+}
+
+} // namespace
+
+std::optional<X11Property> readProperty(const X11Connection &connection, xcb_window_t window,
+                                        xcb_atom_t property, qsizetype most) {
+    auto piece = readPiece(connection, window, property, false, 0, most);
+    if (!piece)
+        return std::nullopt;
+    return std::move(piece->property);
+}
+
+std::optional<X11PropertyPiece> takePropertyPiece(const X11Connection &connection,
+                                                  xcb_window_t window, xcb_atom_t property,
+                                                  qsizetype offset, qsizetype most) {
+    return readPiece(connection, window, property, true, offset, most);
+}
+
+std::optional<X11PropertyPiece> measureProperty(const X11Connection &connection,
+                                                xcb_window_t window, xcb_atom_t property) {
+    return readPiece(connection, window, property, false, 0, 0);
 }
 
 quint32 readCardinal(const X11Connection &connection, xcb_window_t window, xcb_atom_t property) {

@@ -22,12 +22,29 @@ struct X11Property {
     QList<quint32> cardinals() const;
 };
 
-enum class AfterReading { keep, remove };
+/// A part of a property that may be too large to be had at once.
+struct X11PropertyPiece {
+    X11Property property;
+    /// Bytes behind this piece.
+    qsizetype left = 0;
+};
 
-/// The whole property of whatever type, absent when the window or the property is not there.
+/// What a program says of itself is not longer than this.
+inline constexpr qsizetype mostOfProperty = qsizetype{1024} * 1024;
+
+/// The property of whatever type, no more than its first bytes; absent when the window or the
+/// property is not there.
 std::optional<X11Property> readProperty(const X11Connection &connection, xcb_window_t window,
-                                        xcb_atom_t property,
-                                        AfterReading after = AfterReading::keep);
+                                        xcb_atom_t property, qsizetype most = mostOfProperty);
+
+/// The bytes from `offset` on, a multiple of four. The property is removed with the last of them.
+std::optional<X11PropertyPiece> takePropertyPiece(const X11Connection &connection,
+                                                  xcb_window_t window, xcb_atom_t property,
+                                                  qsizetype offset, qsizetype most);
+
+/// Only its type, format and size, the size as `left`.
+std::optional<X11PropertyPiece> measureProperty(const X11Connection &connection,
+                                                xcb_window_t window, xcb_atom_t property);
 
 /// The first 32-bit unit, 0 when there is none.
 quint32 readCardinal(const X11Connection &connection, xcb_window_t window, xcb_atom_t property);
