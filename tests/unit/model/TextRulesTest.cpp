@@ -1,5 +1,7 @@
 #include "model/TextRules.h"
 
+#include "model/Wiping.h"
+
 #include <gtest/gtest.h>
 
 namespace quillmender {
@@ -13,6 +15,26 @@ TEST(TextRulesTest, TrimsUnicodeWhiteSpaceAtBothEndsOnly) {
     EXPECT_EQ(trimmed(QString()), QString());
     EXPECT_EQ(trimmed(QStringLiteral(" \n ")), QString());
     EXPECT_EQ(trimmed(QStringLiteral(" \U0001F600 ")), QStringLiteral("\U0001F600"));
+}
+
+TEST(TextRulesTest, AKeyIsTrimmedOfWhatNobodySees) {
+    EXPECT_EQ(trimmedKey(QStringLiteral("\uFEFF \u200B\u2060k\u200B k\u00AD\n\uFEFF")),
+              QStringLiteral("k\u200B k"));
+    EXPECT_EQ(trimmedKey(QStringLiteral("\uFEFF\uFEFF")), QString());
+    EXPECT_EQ(trimmed(QStringLiteral("\uFEFFk")), QStringLiteral("\uFEFFk"));
+}
+
+TEST(WipingTest, WhatOthersHoldStays) {
+    const QByteArray held(100, 'k');
+    QByteArray bytes = held;
+    wipe(bytes);
+    EXPECT_TRUE(bytes.isEmpty());
+    EXPECT_EQ(held, QByteArray(100, 'k'));
+    const QString heldText(100, u'k');
+    QString text = heldText;
+    wipe(text);
+    EXPECT_TRUE(text.isEmpty());
+    EXPECT_EQ(heldText, QString(100, u'k'));
 }
 
 TEST(TextRulesTest, Utf8IsAlwaysValid) {
