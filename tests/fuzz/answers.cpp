@@ -21,8 +21,10 @@ QCoro::Task<> ask(const LLMClient &client, LLMConfiguration configuration, bool 
         const QString answer = co_await client.transform(QStringLiteral("text"), configuration);
         require(!answer.isEmpty(), "an answer has a text");
         require(trimmed(answer) == answer, "an answer is trimmed");
+        require(!answer.contains(QChar::Null), "an answer can be written whole");
     } catch (const AppFailure &failure) {
         require(!failure.errorDescription().contains(key), "no failure tells the key");
+        require(failure.errorDescription().size() < 5000, "a failure can be shown");
     } catch (const DecodingError &error) {
         require(!error.errorDescription().isEmpty(), "an unreadable answer is described");
     }
@@ -40,8 +42,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const int status = statuses[(data[0] / allProviders.size()) % statuses.size()];
     const QByteArray body(reinterpret_cast<const char *>(data + 1),
                           static_cast<qsizetype>(size) - 1);
-    if (body.contains(key.toLatin1()))
-        return 0;
     fuzz::CannedTransport transport(HttpResponse{.status = status, .body = body});
     const LLMClient client(transport);
     bool isAnswered = false;

@@ -44,7 +44,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString current = QString::fromUtf8(bytes.left(lineBreak));
     const auto update = newerRelease(lineBreak < 0 ? bytes : bytes.mid(lineBreak + 1), current);
     if (update) {
-        require(update->downloadURL.isValid(), "a release can be downloaded");
+        require(update->downloadURL.isValid() &&
+                    update->downloadURL.scheme() == QStringLiteral("https"),
+                "a release can be downloaded, and nothing else opened");
+        require(!update->version.isEmpty() && update->version.size() <= 32,
+                "a version can be shown");
         require(!newerRelease(manifestOf(current), update->version),
                 "of two versions one at most is newer");
     }

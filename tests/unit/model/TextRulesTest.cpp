@@ -1,5 +1,7 @@
 #include "model/TextRules.h"
 
+#include "model/Wiping.h"
+
 #include <gtest/gtest.h>
 
 namespace quillmender {
@@ -29,10 +31,31 @@ TEST(TextRulesTest, EachKindOfWhiteSpaceIsTrimmedAtEachEnd) {
 }
 
 TEST(TextRulesTest, NothingElseIsTrimmed) {
-    for (const char16_t kept : {u'\0', u'\b', u'\x1f', u'.', u'\x7f', u'\u00ad', u'\u0301', u'\u200d'}) {
+    for (const char16_t kept :
+         {u'\0', u'\b', u'\x1f', u'.', u'\x7f', u'\u00ad', u'\u0301', u'\u200d'}) {
         const QString text = QChar(kept) + QStringLiteral("a") + QChar(kept);
         EXPECT_EQ(trimmed(text), text) << int(kept);
     }
+}
+
+TEST(TextRulesTest, AKeyIsTrimmedOfWhatNobodySees) {
+    EXPECT_EQ(trimmedKey(QStringLiteral("\uFEFF \u200B\u2060k\u200B k\u00AD\n\uFEFF")),
+              QStringLiteral("k\u200B k"));
+    EXPECT_EQ(trimmedKey(QStringLiteral("\uFEFF\uFEFF")), QString());
+    EXPECT_EQ(trimmed(QStringLiteral("\uFEFFk")), QStringLiteral("\uFEFFk"));
+}
+
+TEST(WipingTest, WhatOthersHoldStays) {
+    const QByteArray held(100, 'k');
+    QByteArray bytes = held;
+    wipe(bytes);
+    EXPECT_TRUE(bytes.isEmpty());
+    EXPECT_EQ(held, QByteArray(100, 'k'));
+    const QString heldText(100, u'k');
+    QString text = heldText;
+    wipe(text);
+    EXPECT_TRUE(text.isEmpty());
+    EXPECT_EQ(heldText, QString(100, u'k'));
 }
 
 TEST(TextRulesTest, Utf8IsAlwaysValid) {

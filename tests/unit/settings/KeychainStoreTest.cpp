@@ -46,6 +46,11 @@ TEST_F(KeychainStoreTest, readsOneItemWithItsData) {
                                         "account=api-key returnData=true matchLimit=m_LimitOne")}));
 }
 
+TEST_F(KeychainStoreTest, aByteOrderMarkIsACharacterLikeAnyOther) {
+    keychain.write(QStringLiteral("\uFEFFsk"), service, account);
+    EXPECT_EQ(read(), QStringLiteral("\uFEFFsk"));
+}
+
 TEST_F(KeychainStoreTest, writingTwiceLeavesTheSecondValueAlone) {
     keychain.write(QStringLiteral("one"), service, account);
     keychain.write(QStringLiteral("two"), service, account);

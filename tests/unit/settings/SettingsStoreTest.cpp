@@ -122,6 +122,18 @@ TEST_F(SettingsStoreTest, storesAKeyTrimmedAndShowsItAsTyped) {
     EXPECT_EQ(store().apiKey(AIProvider::gemini), QStringLiteral("key\n"));
 }
 
+TEST_F(SettingsStoreTest, whatNobodySeesAroundAKeyIsNoPartOfIt) {
+    store().setApiKey(AIProvider::openAI, QStringLiteral("\uFEFF key\u200B\n"));
+    EXPECT_EQ(secrets.items.first(), "key");
+    EXPECT_EQ(snapshot().apiKey, QStringLiteral("key"));
+    restart();
+    storeKey(QStringLiteral("openAI"), "\xEF\xBB\xBFold");
+    EXPECT_EQ(snapshot().apiKey, QStringLiteral("old"));
+    EXPECT_EQ(store().apiKey(AIProvider::openAI), QStringLiteral("\uFEFFold"));
+    store().setApiKey(AIProvider::openAI, QStringLiteral("\uFEFF"));
+    EXPECT_TRUE(secrets.items.isEmpty());
+}
+
 TEST_F(SettingsStoreTest, theFirstLoadReplacesWhatWasTypedBefore) {
     store().setApiKey(AIProvider::openAI, QStringLiteral("  typed "));
     EXPECT_EQ(snapshot().apiKey, QStringLiteral("typed"));
