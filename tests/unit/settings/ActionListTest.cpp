@@ -126,6 +126,7 @@ TEST_F(ActionListTest, eachOperationWritesItsOwnListThoughItIsUnchanged) {
     store().updateBuiltInAction(starterActions().first());
     store().hideBuiltInAction(TextAction::casual);
     store().hideBuiltInAction(TextAction::casual);
+    EXPECT_TRUE(store().builtInActions().at(2).isHidden);
     store().removeCustomAction(QUuid::createUuid());
     EXPECT_EQ(defaults.writes, QStringList({builtIns, builtIns, builtIns, builtIns, custom}));
 }

@@ -13,6 +13,8 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
+#include <cstring>
+
 namespace quillmender {
 
 /// Records what the panel asks of the desktop; its colours can be changed.
@@ -27,6 +29,16 @@ class PanelPresence : public NonePresence {
     void activateWindow(quintptr id) override {
         calls.append(QStringLiteral("activateWindow %1").arg(id));
     }
+    /// A square of the wanted colour, where symbols are drawn at all.
+    QByteArray symbolImage(const QString &name, int pixelSize, quint32 color) override {
+        if (!drawsSymbols)
+            return {};
+        symbols.append(QStringLiteral("%1 %2").arg(name).arg(pixelSize));
+        QByteArray pixels(qsizetype(pixelSize) * pixelSize * 4, '\0');
+        for (qsizetype at = 0; at < pixels.size(); at += 4)
+            std::memcpy(pixels.data() + at, &color, sizeof color);
+        return pixels;
+    }
     Appearance appearance() override { return current; }
     void onAppearanceChange(std::function<void()> listener) override {
         listener_ = std::move(listener);
@@ -38,6 +50,8 @@ class PanelPresence : public NonePresence {
     }
 
     QStringList calls;
+    QStringList symbols;
+    bool drawsSymbols = false;
     Appearance current{ColorScheme::light, std::nullopt};
 
   private:

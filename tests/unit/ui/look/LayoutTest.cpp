@@ -1,4 +1,5 @@
 #include "LookFixture.h"
+#include "ui/FormSection.h"
 #include "ui/ScrollRegion.h"
 #include "ui/SymbolView.h"
 
@@ -49,8 +50,9 @@ TEST_F(SettingsLayoutTest, HasItsMargins) {
     for (qsizetype i = 0; i < sections.size(); ++i) {
         EXPECT_EQ(place(sections[i]).left(), 24);
         EXPECT_EQ(place(sections[i]).right() + 1, window()->width() - 24);
-        if (i > 0)
+        if (i > 0) {
             EXPECT_EQ(place(sections[i]).top() - place(sections[i - 1]).bottom() - 1, 20);
+        }
     }
     const PushButton *close = button("Close");
     EXPECT_EQ(place(close).right() + 1, window()->width() - 24);

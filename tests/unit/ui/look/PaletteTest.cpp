@@ -90,13 +90,18 @@ TEST_F(PaletteTest, TheToolkitHasOurColours) {
     }
 }
 
-TEST_F(PaletteTest, ADesktopWithoutAPreferenceDecidesByItsOwnColours) {
-    presence.become({ColorScheme::light, std::nullopt});
-    const QColor light = theme.colors().window;
-    presence.become({ColorScheme::dark, std::nullopt});
-    EXPECT_NE(theme.colors().window, light);
-    presence.become({ColorScheme::noPreference, std::nullopt});
-    EXPECT_EQ(theme.colors().window, light) << "the toolkit's are light here";
+TEST(ThemeChoiceTest, ADesktopWithoutAPreferenceDecidesByItsOwnColours) {
+    for (const bool dark : {true, false}) {
+        QApplication::setPalette(QPalette(dark ? QColor(Qt::black) : QColor(Qt::white)));
+        PanelPresence presence;
+        presence.current = {ColorScheme::noPreference, std::nullopt};
+        const Theme theme(presence);
+        EXPECT_EQ(theme.colors().window, Colors::make(dark, std::nullopt).window) << dark;
+        presence.become({dark ? ColorScheme::light : ColorScheme::dark, std::nullopt});
+        EXPECT_EQ(theme.colors().window, Colors::make(!dark, std::nullopt).window) << dark;
+        presence.become({ColorScheme::noPreference, std::nullopt});
+        EXPECT_EQ(theme.colors().window, Colors::make(dark, std::nullopt).window) << dark;
+    }
 }
 
 } // namespace quillmender

@@ -1,6 +1,7 @@
 #include "LookFixture.h"
 #include "ui/ActionTile.h"
-#include "ui/FormSection.h"
+#include "ui/Spinner.h"
+#include "ui/ToggleSwitch.h"
 
 namespace quillmender {
 
@@ -172,6 +173,62 @@ TEST_F(SurfaceTest, WhatIsFocusedHasARingOfTheAccent) {
         EXPECT_GT(look::count(look::painted(*control, ground()), colors().accentMark),
                   2 * (control->width() + control->height()) - 80);
     }
+}
+
+TEST_F(SurfaceTest, ATileShowsItsSymbolBesideItsTitle) {
+    presence.drawsSymbols = true;
+    show();
+    settle();
+    const auto tiles = controller.panel()->findChildren<ActionTile *>();
+    for (ActionTile *each : tiles) {
+        presence.symbols.clear();
+        // The theme keeps what it has drawn once.
+        presence.become(presence.current);
+        const QImage image = look::painted(*each, ground());
+        EXPECT_EQ(presence.symbols,
+                  QStringList(each->action().systemImage() + QStringLiteral(" 20")));
+        EXPECT_EQ(look::count(image.copy(16, 0, 20, image.height()), colors().accentMark), 20 * 20);
+        EXPECT_EQ(look::count(image.copy(0, 0, 16, image.height()), colors().text), 0);
+        EXPECT_EQ(look::count(image.copy(36, 0, 12, image.height()), colors().text), 0);
+    }
+}
+
+TEST_F(SurfaceTest, AFieldIsARoundedTextBackground) {
+    TextField field(theme);
+    field.resize(240, field.sizeHint().height());
+    EXPECT_EQ(field.height(), 32);
+    EXPECT_TRUE(look::haveSameCorners(
+        look::painted(field, ground()),
+        rounded(field, colors().controlOutline, colors().textBackground, 7.5, 0.5), 8));
+}
+
+TEST_F(SurfaceTest, ASwitchHasTheAccentAndItsKnobAtTheEndWhileItIsOn) {
+    ToggleSwitch toggle(theme, QStringLiteral("Switch"));
+    toggle.resize(300, toggle.sizeHint().height());
+    const QRect left(257, 0, 20, toggle.height());
+    const QRect right(277, 0, 20, toggle.height());
+    const QImage off = look::painted(toggle, ground());
+    EXPECT_EQ(look::count(off, colors().accentMark), 0);
+    EXPECT_GT(look::count(off.copy(left), QColor(Qt::white)),
+              look::count(off.copy(right), QColor(Qt::white)) + 100);
+    toggle.setChecked(true);
+    const QImage on = look::painted(toggle, ground());
+    EXPECT_GT(look::count(on, colors().accentMark), 300);
+    EXPECT_GT(look::count(on.copy(right), QColor(Qt::white)),
+              look::count(on.copy(left), QColor(Qt::white)) + 100);
+    EXPECT_GT(look::count(on, colors().text), 0);
+}
+
+TEST_F(SurfaceTest, TheProgressIsSmallAndHasTheAccent) {
+    change([](auto &state) { state.working = true; });
+    show();
+    settle();
+    auto *spinner = controller.panel()->findChild<Spinner *>();
+    EXPECT_EQ(spinner->size(), QSize(16, 16));
+    const QImage image = look::painted(*spinner, ground());
+    EXPECT_NE(image, look::reference(*spinner, ground(), [](QPainter &) {}));
+    const TextLabel *beside = look::label(controller.panel(), QStringLiteral("Processing\u2026"));
+    EXPECT_EQ(beside->x() - spinner->geometry().right() - 1, 8);
 }
 
 } // namespace quillmender

@@ -12,8 +12,8 @@ void expectCentred(const QWidget *window, const QSize &size) {
     EXPECT_EQ(window->minimumSize(), size);
     EXPECT_EQ(window->maximumSize(), size);
     const QRect available = window->screen()->availableGeometry();
-    EXPECT_EQ(window->x() - available.x(), (available.width() - size.width()) / 2);
-    EXPECT_EQ(window->y() - available.y(), (available.height() - size.height()) / 2);
+    EXPECT_EQ(window->geometry().x() - available.x(), (available.width() - size.width()) / 2);
+    EXPECT_EQ(window->geometry().y() - available.y(), (available.height() - size.height()) / 2);
 }
 
 void pointAt(int screen) {
@@ -84,7 +84,7 @@ TEST_F(SettingsSizeTest, FitsALowScreen) {
     show();
     EXPECT_EQ(window()->size(), QSize(700, 520)) << "with room for the title bar";
     EXPECT_TRUE(window()->screen()->availableGeometry().contains(window()->geometry()));
-    EXPECT_GE(window()->y(), 40);
+    EXPECT_GE(window()->geometry().y(), 40);
 }
 
 TEST_F(AboutSizeTest, IsThatAtEachShow) {
