@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <filesystem>
+#include <optional>
+
 namespace quillmender {
 namespace {
 
@@ -34,15 +37,15 @@ class PackagePrefixTest : public harness::DesktopTest {
     QString installed(const QString &file) const { return prefix_ + u'/' + file; }
 
     void launch(const QString &entry) {
-        ChildProcess launcher(desktop().command(QStringLiteral("gio"), {"launch", entry}));
-        waitUntil([&] { return !launcher.isRunning(); }, QStringLiteral("gio has launched it"));
-        ASSERT_EQ(launcher.exitCode(), 0) << launcher.log().toStdString();
+        launcher_.emplace(desktop().command(QStringLiteral("gio"), {"launch", entry}));
+        waitUntil([&] { return !launcher_->isRunning(); }, QStringLiteral("gio has launched it"));
+        ASSERT_EQ(launcher_->exitCode(), 0) << launcher_->log().toStdString();
         desktop().sessionBus().waitForOwner(id);
     }
 
-    QString runningProgram() {
+    std::string runningProgram() {
         const uint pid = desktop().sessionBus().connection().interface()->servicePid(id);
-        return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
+        return std::filesystem::read_symlink("/proc/" + std::to_string(pid) + "/exe").string();
     }
 
     void quit() {
@@ -57,7 +60,14 @@ class PackagePrefixTest : public harness::DesktopTest {
 
     QString path(const QString &name) const { return folder_.filePath(name); }
 
+    void TearDown() override {
+        launcher_.reset();
+        DesktopTest::TearDown();
+    }
+
   private:
+    /// What it has launched ends with it.
+    std::optional<ChildProcess> launcher_;
     const QTemporaryDir folder_;
     const QString prefix_ =
         folder_.filePath(QStringLiteral("50%u % \"a\" $HOME `b` it's (c); <d> & #e ~ * ?|größe"));
@@ -69,7 +79,7 @@ TEST_F(PackagePrefixTest, IsStartedByTheBusAndByItsEntry) {
     startDesktop(
         {.services = {installed(QStringLiteral("share/dbus-1/services/%1.service").arg(id))}});
     launch(entry);
-    EXPECT_EQ(runningProgram(), program);
+    EXPECT_EQ(runningProgram(), program.toStdString());
     quit();
 
     // As a desktop does that does not start programs by the bus.
@@ -78,7 +88,7 @@ TEST_F(PackagePrefixTest, IsStartedByTheBusAndByItsEntry) {
     plain.write(read(entry).replace("DBusActivatable=true\n", ""));
     plain.close();
     launch(plain.fileName());
-    EXPECT_EQ(runningProgram(), program);
+    EXPECT_EQ(runningProgram(), program.toStdString());
     quit();
 }
 
