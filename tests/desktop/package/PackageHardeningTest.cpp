@@ -44,10 +44,11 @@ TEST_F(PackageHardeningTest, TheStackIsNoCode) {
 }
 
 TEST_F(PackageHardeningTest, StackAndBuffersAreChecked) {
-    const std::string symbols = show("readelf", "--dyn-syms");
-    EXPECT_THAT(symbols, HasSubstr(" __stack_chk_fail@"));
+    // Without their listing in a failure, which is long.
+    const QByteArray symbols = QByteArray::fromStdString(show("readelf", "--dyn-syms"));
+    EXPECT_TRUE(symbols.contains(" __stack_chk_fail@"));
     if (QUILLMENDER_OPTIMISED) {
-        EXPECT_THAT(symbols, ContainsRegex(" __[a-z]+_chk@"));
+        EXPECT_TRUE(symbols.contains("_chk@"));
     }
 }
 

@@ -3,8 +3,11 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QFile>
+#include <QDBusReply>
 #include <QTemporaryDir>
+
+#include <filesystem>
+#include <optional>
 
 namespace quillmender {
 namespace {
@@ -13,12 +16,6 @@ using harness::ChildProcess;
 using harness::waitUntil;
 
 const QString id = QStringLiteral("com.quillmender.Quillmender");
-
-QByteArray read(const QString &path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
 
 /// The build, installed into a folder with everything in its name that paths may have. (CMake
 /// itself cannot install below a backslash.)
@@ -34,15 +31,15 @@ class PackagePrefixTest : public harness::DesktopTest {
     QString installed(const QString &file) const { return prefix_ + u'/' + file; }
 
     void launch(const QString &entry) {
-        ChildProcess launcher(desktop().command(QStringLiteral("gio"), {"launch", entry}));
-        waitUntil([&] { return !launcher.isRunning(); }, QStringLiteral("gio has launched it"));
-        ASSERT_EQ(launcher.exitCode(), 0) << launcher.log().toStdString();
+        launcher_.emplace(desktop().command(QStringLiteral("gio"), {"launch", entry}));
+        waitUntil([&] { return !launcher_->isRunning(); }, QStringLiteral("gio has launched it"));
+        ASSERT_EQ(launcher_->exitCode(), 0) << launcher_->log().toStdString();
         desktop().sessionBus().waitForOwner(id);
     }
 
-    QString runningProgram() {
+    std::string runningProgram() {
         const uint pid = desktop().sessionBus().connection().interface()->servicePid(id);
-        return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
+        return std::filesystem::read_symlink("/proc/" + std::to_string(pid) + "/exe").string();
     }
 
     void quit() {
@@ -55,9 +52,14 @@ class PackagePrefixTest : public harness::DesktopTest {
                   QStringLiteral("the program has ended"));
     }
 
-    QString path(const QString &name) const { return folder_.filePath(name); }
+    void TearDown() override {
+        launcher_.reset();
+        DesktopTest::TearDown();
+    }
 
   private:
+    /// What it has launched ends with it.
+    std::optional<ChildProcess> launcher_;
     const QTemporaryDir folder_;
     const QString prefix_ =
         folder_.filePath(QStringLiteral("50%u % \"a\" $HOME `b` it's (c); <d> & #e ~ * ?|größe"));
@@ -68,17 +70,14 @@ TEST_F(PackagePrefixTest, IsStartedByTheBusAndByItsEntry) {
     const QString entry = installed(QStringLiteral("share/applications/%1.desktop").arg(id));
     startDesktop(
         {.services = {installed(QStringLiteral("share/dbus-1/services/%1.service").arg(id))}});
-    launch(entry);
-    EXPECT_EQ(runningProgram(), program);
+    const QDBusReply<void> started =
+        desktop().sessionBus().connection().interface()->startService(id);
+    ASSERT_TRUE(started.isValid()) << started.error().message().toStdString();
+    EXPECT_EQ(runningProgram(), program.toStdString());
     quit();
 
-    // As a desktop does that does not start programs by the bus.
-    QFile plain(path(QStringLiteral("plain.desktop")));
-    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
-    plain.write(read(entry).replace("DBusActivatable=true\n", ""));
-    plain.close();
-    launch(plain.fileName());
-    EXPECT_EQ(runningProgram(), program);
+    launch(entry);
+    EXPECT_EQ(runningProgram(), program.toStdString());
     quit();
 }
 
