@@ -1,5 +1,6 @@
 #include "ui/ScrollRegion.h"
 
+#include "ui/FocusFollower.h"
 #include "ui/SlimScrollBar.h"
 
 #include <QEvent>
@@ -30,6 +31,7 @@ class Hairline : public QWidget {
 
 ScrollRegion::ScrollRegion(Theme &theme, QWidget *content, QWidget *parent)
     : QScrollArea(parent),
+      follower_(new FocusFollower(*this)),
       topEdge_(new Hairline(theme, this)),
       bottomEdge_(new Hairline(theme, this)) {
     setFrameShape(QFrame::NoFrame);
@@ -55,6 +57,13 @@ void ScrollRegion::reveal(const QWidget *descendant) {
     const int top = descendant->mapTo(widget(), QPoint()).y();
     ensureVisible(0, top + descendant->height(), 0, 0);
     ensureVisible(0, top, 0, 0);
+}
+
+void ScrollRegion::showTop(QWidget *focus) {
+    follower_->expect(focus);
+    if (focus)
+        focus->setFocus(Qt::ActiveWindowFocusReason);
+    verticalScrollBar()->setValue(verticalScrollBar()->minimum());
 }
 
 bool ScrollRegion::viewportEvent(QEvent *event) {
