@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <utility>
+
 namespace quillmender {
 
 QuitRequests::QuitRequests(std::function<void()> requested) : requested_(std::move(requested)) {

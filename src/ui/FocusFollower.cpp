@@ -9,7 +9,7 @@
 
 namespace quillmender {
 
-FocusFollower::FocusFollower(ScrollRegion &region) : QObject(&region), region_(region) {
+FocusFollower::FocusFollower(ScrollRegion &region) : region_(region) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 

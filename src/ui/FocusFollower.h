@@ -14,7 +14,7 @@ class FocusFollower : public QObject {
     Q_OBJECT
 
   public:
-    /// Owned by the region.
+    /// The region outlives it.
     explicit FocusFollower(ScrollRegion &region);
 
     /// This control has the focus or gets it next, and is followed only when it gets a key.

@@ -31,7 +31,7 @@ class Hairline : public QWidget {
 
 ScrollRegion::ScrollRegion(Theme &theme, QWidget *content, QWidget *parent)
     : QScrollArea(parent),
-      follower_(new FocusFollower(*this)),
+      follower_(std::make_unique<FocusFollower>(*this)),
       topEdge_(new Hairline(theme, this)),
       bottomEdge_(new Hairline(theme, this)) {
     setFrameShape(QFrame::NoFrame);
@@ -48,6 +48,8 @@ ScrollRegion::ScrollRegion(Theme &theme, QWidget *content, QWidget *parent)
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ScrollRegion::placeEdges);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
+
+ScrollRegion::~ScrollRegion() = default;
 
 QSize ScrollRegion::sizeHint() const {
     return QSize(200, 200);

@@ -4,6 +4,8 @@
 
 #include <QScrollArea>
 
+#include <memory>
+
 namespace quillmender {
 
 class FocusFollower;
@@ -15,6 +17,7 @@ class ScrollRegion : public QScrollArea {
 
   public:
     ScrollRegion(Theme &theme, QWidget *content, QWidget *parent = nullptr);
+    ~ScrollRegion() override;
 
     /// Scrolls no more than needed to show the descendant, its beginning if it is too tall.
     void reveal(const QWidget *descendant);
@@ -29,7 +32,7 @@ class ScrollRegion : public QScrollArea {
     bool viewportEvent(QEvent *event) override;
 
   private:
-    FocusFollower *follower_;
+    std::unique_ptr<FocusFollower> follower_;
     QWidget *topEdge_;
     QWidget *bottomEdge_;
     void placeEdges();
