@@ -98,7 +98,8 @@ QCoro::Task<> AppDelegate::terminate() {
     // What is under way first puts the user's text and pasteboard in order.
     co_await coordinator_.endOperations(operationsLimit);
     co_await platform_->pasteboard->handOver();
-    QCoreApplication::quit();
+    // Not quit(), which would ask again.
+    QCoreApplication::exit();
 }
 
 } // namespace quillmender

@@ -2,6 +2,7 @@
 
 #include "app/AppCoordinator.h"
 #include "app/AppMetadata.h"
+#include "app/QuitRequests.h"
 #include "platform/Platform.h"
 #include "providers/QtHttpTransport.h"
 #include "ui/Theme.h"
@@ -48,6 +49,7 @@ class AppDelegate {
     std::unique_ptr<AboutWindowController> aboutWindow_;       ///< made when first shown
     std::unique_ptr<AlertWindow> alertWindow_;                 ///< while it waits for an answer
     bool isTerminating_ = false;
+    QuitRequests quitRequests_{[this] { coordinator_.quit(); }};
 };
 
 } // namespace quillmender

@@ -19,6 +19,10 @@ int main(int argc, char *argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("Quillmender"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMENDER_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.quillmender.Quillmender"));
+    // A session manager that hangs would hold up the start, and one that dies would end the program
+    // on the spot, with the user's clipboard still borrowed. What a log-out needs comes as a
+    // signal.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(
         quillmender::AppDelegate::applicationShouldTerminateAfterLastWindowClosed());

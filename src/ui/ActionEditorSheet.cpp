@@ -7,6 +7,7 @@
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 namespace quillmender {
@@ -21,6 +22,7 @@ ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &edit
                                      std::function<void()> onCancel, Save onSave, QWidget *parent)
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowCloseButtonHint),
+      editor_(editor),
       onCancel_(std::move(onCancel)),
       onSave_(std::move(onSave)) {
     setWindowModality(Qt::WindowModal);
@@ -101,6 +103,19 @@ void ActionEditorSheet::updateOk() {
 
 void ActionEditorSheet::save() {
     onSave_(trimmed(title_->text()), trimmed(promptTemplate_->exactText()));
+}
+
+bool ActionEditorSheet::isEdited() const {
+    return title_->text() != editor_.initialTitle() ||
+           promptTemplate_->exactText() != editor_.initialTemplate();
+}
+
+void ActionEditorSheet::keyPressEvent(QKeyEvent *event) {
+    // Escape is pressed for many a reason. What was typed goes only by a button that says so.
+    if (event->matches(QKeySequence::Cancel) && isEdited())
+        event->accept();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void ActionEditorSheet::reject() {

@@ -29,14 +29,19 @@ class ActionEditorSheet : public QDialog {
     PushButton *okButton() const { return ok_; }
     PushButton *cancelButton() const { return cancel_; }
 
-    /// Cancels: Escape and the title bar's button end here, too.
+    /// Cancels: the title bar's button ends here, too, and Escape as long as nothing was edited.
     void reject() override;
 
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
   private:
+    bool isEdited() const;
     void build(Theme &theme, const ActionEditorState &editor);
     void updateOk();
     void save();
 
+    ActionEditorState editor_;
     std::function<void()> onCancel_;
     Save onSave_;
     TextField *title_ = nullptr;

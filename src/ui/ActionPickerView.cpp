@@ -14,6 +14,7 @@
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -90,12 +91,17 @@ void ActionPickerView::buildFooter(QVBoxLayout *stack) {
 
 void ActionPickerView::connectControls() {
     connect(grid_, &ActionGrid::tilesMade, this, &ActionPickerView::orderTabs);
-    connect(grid_, &ActionGrid::picked, this,
-            [this](const PromptAction &action) { model_.run(action); });
+    // What starts a run shows it at once: a second key that already waits must not start another.
+    connect(grid_, &ActionGrid::picked, this, [this](const PromptAction &action) {
+        model_.run(action);
+        renderNow();
+    });
     connect(previewCard_->accessButton(), &QPushButton::clicked, this,
             [this] { model_.requestAccessibilityAccess(); });
-    connect(promptCard_->generateButton(), &QPushButton::clicked, this,
-            [this] { model_.runCustomInstruction(); });
+    connect(promptCard_->generateButton(), &QPushButton::clicked, this, [this] {
+        model_.runCustomInstruction();
+        renderNow();
+    });
     connect(promptCard_->editor(), &InstructionEditor::edited, this,
             [this](const QString &text) { model_.setCustomInstruction(text); });
     connect(promptCard_->editor(), &QPlainTextEdit::cursorPositionChanged, this, [this] {
@@ -122,8 +128,7 @@ void ActionPickerView::renderNow() {
 }
 
 void ActionPickerView::resetFocus() {
-    region_->verticalScrollBar()->setValue(0);
-    promptCard_->editor()->setFocus(Qt::ActiveWindowFocusReason);
+    region_->showTop(promptCard_->editor());
 }
 
 void ActionPickerView::showEvent(QShowEvent *event) {
@@ -133,6 +138,7 @@ void ActionPickerView::showEvent(QShowEvent *event) {
 
 void ActionPickerView::render() {
     stale_ = false;
+    const QPointer focus = window()->focusWidget();
     const bool working = model_.isWorking();
     const bool failedWithoutText =
         model_.errorMessage().has_value() && model_.selectedTextPreview().isEmpty();
@@ -141,19 +147,32 @@ void ActionPickerView::render() {
     promptCard_->render(model_);
     captureAgain_->setEnabled(!working);
     settings_->setEnabled(!working);
+    keepFocus(focus);
     showNews();
     Q_EMIT rendered();
 }
 
+void ActionPickerView::keepFocus(QWidget *focus) {
+    if (!focus || !isAncestorOf(focus) || !isVisible())
+        return;
+    // Whatever comes next in the order of tabs could be a button, which the next key would press.
+    // In the instruction a key does no harm.
+    if (focus->isHidden() || !focus->isVisible())
+        resetFocus();
+    // The window was left and came back while the control was disabled, and could not give it the
+    // focus then.
+    else if (focus->isEnabled() && isActiveWindow() && window()->focusWidget() == focus)
+        focus->setFocus(Qt::ActiveWindowFocusReason);
+}
+
 void ActionPickerView::showNews() {
-    // A control that was disabled has handed on the focus, and the region has followed it: away
-    // from the progress and the error, which stand at the top.
+    // Progress and error stand at the top.
     const bool isNews = model_.isWorking() != shownWorking_ ||
                         (model_.errorMessage() && model_.errorMessage() != shownError_);
     shownWorking_ = model_.isWorking();
     shownError_ = model_.errorMessage();
     if (isNews)
-        region_->verticalScrollBar()->setValue(0);
+        region_->showTop(window()->focusWidget());
 }
 
 } // namespace quillmender

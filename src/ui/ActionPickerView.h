@@ -46,6 +46,8 @@ class ActionPickerView : public QWidget {
 
   private:
     void render();
+    /// Leaves the keyboard where it was, unless that place has gone.
+    void keepFocus(QWidget *focus);
     void showNews();
     void buildHeader(QVBoxLayout *stack);
     void buildBody(QVBoxLayout *stack, QList<GridColumn> columns);

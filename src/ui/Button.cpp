@@ -30,6 +30,13 @@ void Button::keyPressEvent(QKeyEvent *event) {
         click();
 }
 
+bool Button::focusNextPrevChild(bool next) {
+    // The toolkit asks for this when it disables the button that has the focus. Tab does not come
+    // here then: a disabled button gets no keys.
+    const bool isOnlyDisabled = !isEnabled() && !isHidden();
+    return isOnlyDisabled || QPushButton::focusNextPrevChild(next);
+}
+
 bool Button::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip)
         return QPushButton::event(event);

@@ -1,5 +1,6 @@
 #include "ui/ScrollRegion.h"
 
+#include "ui/FocusFollower.h"
 #include "ui/SlimScrollBar.h"
 
 #include <QEvent>
@@ -30,6 +31,7 @@ class Hairline : public QWidget {
 
 ScrollRegion::ScrollRegion(Theme &theme, QWidget *content, QWidget *parent)
     : QScrollArea(parent),
+      follower_(std::make_unique<FocusFollower>(*this)),
       topEdge_(new Hairline(theme, this)),
       bottomEdge_(new Hairline(theme, this)) {
     setFrameShape(QFrame::NoFrame);
@@ -47,6 +49,8 @@ ScrollRegion::ScrollRegion(Theme &theme, QWidget *content, QWidget *parent)
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 
+ScrollRegion::~ScrollRegion() = default;
+
 QSize ScrollRegion::sizeHint() const {
     return QSize(200, 200);
 }
@@ -55,6 +59,13 @@ void ScrollRegion::reveal(const QWidget *descendant) {
     const int top = descendant->mapTo(widget(), QPoint()).y();
     ensureVisible(0, top + descendant->height(), 0, 0);
     ensureVisible(0, top, 0, 0);
+}
+
+void ScrollRegion::showTop(QWidget *focus) {
+    follower_->expect(focus);
+    if (focus)
+        focus->setFocus(Qt::ActiveWindowFocusReason);
+    verticalScrollBar()->setValue(verticalScrollBar()->minimum());
 }
 
 bool ScrollRegion::viewportEvent(QEvent *event) {

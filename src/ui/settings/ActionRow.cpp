@@ -12,6 +12,8 @@ namespace quillmender {
 namespace {
 constexpr int symbolSize = 20;
 constexpr int padding = 8;
+constexpr int focusLine = 2;
+constexpr double focusOpacity = 0.08;
 } // namespace
 
 ActionRow::ActionRow(Theme &theme, QWidget *parent)
@@ -23,6 +25,7 @@ ActionRow::ActionRow(Theme &theme, QWidget *parent)
       edit_(new PushButton(theme, QStringLiteral("Edit"), PushButton::Prominence::standard, this)),
       remove_(new PushButton(theme, QStringLiteral("Remove"), PushButton::Prominence::destructive,
                              this)) {
+    setFocusPolicy(Qt::ClickFocus);
     caption_->show(QStringLiteral("Starter"));
     auto *texts = new QVBoxLayout;
     texts->setSpacing(0);
@@ -48,6 +51,7 @@ void ActionRow::setItem(const ActionListItem &item) {
     const QString title = actionTitle(item.record());
     symbol_->setSymbol(item.systemImage());
     title_->show(title);
+    setAccessibleName(title);
     caption_->setVisible(std::holds_alternative<BuiltInActionConfig>(item.record()));
     // All the rows have the same two captions; the description says whose they are.
     edit_->setAccessibleDescription(title);
@@ -55,7 +59,15 @@ void ActionRow::setItem(const ActionListItem &item) {
 }
 
 void ActionRow::paintEvent(QPaintEvent *) {
-    QPainter(this).fillRect(0, height() - 1, width(), 1, theme_.colors().cardOutline);
+    const Colors &colors = theme_.colors();
+    QPainter painter(this);
+    if (hasFocus()) {
+        painter.fillRect(rect(), withOpacity(colors.accent, focusOpacity));
+        for (const int y : {0, height() - focusLine})
+            painter.fillRect(0, y, width(), focusLine, colors.accentMark);
+    } else {
+        painter.fillRect(0, height() - 1, width(), 1, colors.cardOutline);
+    }
 }
 
 } // namespace quillmender

@@ -13,7 +13,8 @@ class PushButton;
 class SymbolView;
 class TextLabel;
 
-/// One action in the list of the settings.
+/// One action in the list of the settings. The row can have the keyboard focus itself: a place in
+/// the list where no key does anything but go on.
 class ActionRow : public QWidget {
     Q_OBJECT
 

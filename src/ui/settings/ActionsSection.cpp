@@ -6,6 +6,8 @@
 
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace quillmender {
 
 namespace {
@@ -42,37 +44,70 @@ ActionsSection::ActionsSection(SettingsStore &store, Theme &theme, QWidget *pare
     addRow(list_);
     addButtons({newAction_, restore_});
     connect(newAction_, &QPushButton::clicked, this, &ActionsSection::newActionRequested);
-    connect(restore_, &QPushButton::clicked, this, [this] { store_.restoreAllBuiltInActions(); });
+    connect(restore_, &QPushButton::clicked, this, &ActionsSection::restore);
 }
 
 ActionRow *ActionsSection::makeRow() {
     auto *row = new ActionRow(theme(), list_);
     rows_->addWidget(row);
-    QWidget *last = actionRows_.isEmpty() ? nullptr : actionRows_.last()->removeButton();
-    if (last)
-        QWidget::setTabOrder(last, row->editButton());
+    if (!actionRows_.isEmpty())
+        QWidget::setTabOrder(actionRows_.last()->removeButton(), row);
+    QWidget::setTabOrder(row, row->editButton());
     QWidget::setTabOrder(row->editButton(), row->removeButton());
     QWidget::setTabOrder(row->removeButton(), newAction_);
     QWidget::setTabOrder(newAction_, restore_);
     connect(row->editButton(), &QPushButton::clicked, this,
             [this, row] { Q_EMIT editRequested(row->item()); });
-    connect(row->removeButton(), &QPushButton::clicked, this, [this, row] { remove(row->item()); });
+    connect(row->removeButton(), &QPushButton::clicked, this, [this, row] {
+        // At once: the list follows only in the next turn, and another key may already wait.
+        if (const QWidget *focus = window()->focusWidget(); focus && list_->isAncestorOf(focus))
+            rest(actionRows_.indexOf(row));
+        remove(row->item());
+    });
     return row;
 }
 
 void ActionsSection::render() {
     const QList<PromptAction> actions = store_.visibleActions();
+    const bool wasResting = isResting();
     while (actionRows_.size() < actions.size())
         actionRows_.append(makeRow());
-    for (qsizetype i = 0; i < actions.size(); ++i) {
+    count_ = actions.size();
+    for (qsizetype i = 0; i < count_; ++i) {
         actionRows_[i]->setItem(listItem(actions[i]));
         actionRows_[i]->setVisible(true);
     }
-    for (qsizetype i = actions.size(); i < actionRows_.size(); ++i)
+    // What has the focus is not hidden before it has handed it on: the toolkit would choose a
+    // button.
+    QWidget *const shown = count_ > 0 ? list_ : static_cast<QWidget *>(noActions_);
+    QWidget *const hidden = count_ > 0 ? static_cast<QWidget *>(noActions_) : list_;
+    shown->setVisible(true);
+    if (wasResting && !isResting())
+        rest(count_ - 1);
+    hidden->setVisible(false);
+    for (qsizetype i = count_; i < actionRows_.size(); ++i)
         actionRows_[i]->setVisible(false);
-    noActions_->setVisible(actions.isEmpty());
-    list_->setVisible(!actions.isEmpty());
     restore_->setVisible(!store_.hiddenBuiltInActionItems().isEmpty());
+}
+
+bool ActionsSection::isResting() const {
+    const QWidget *focus = window()->focusWidget();
+    if (count_ == 0)
+        return focus == noActions_;
+    return std::any_of(actionRows_.begin(), actionRows_.begin() + count_,
+                       [focus](const QWidget *row) { return row == focus; });
+}
+
+void ActionsSection::rest(qsizetype row) {
+    QWidget *place =
+        count_ > 0 ? static_cast<QWidget *>(actionRows_[std::min(row, count_ - 1)]) : noActions_;
+    place->setFocus(Qt::OtherFocusReason);
+}
+
+void ActionsSection::restore() {
+    if (window()->focusWidget() == restore_)
+        rest(count_ - 1);
+    store_.restoreAllBuiltInActions();
 }
 
 void ActionsSection::remove(const ActionListItem &item) {

@@ -14,7 +14,8 @@ class ActionRow;
 class PushButton;
 class TextLabel;
 
-/// The list of actions. Rows are reused: only what has changed is shown anew.
+/// The list of actions. Rows are reused: only what has changed is shown anew. A button that changes
+/// the list hands the focus to the row in its place, or the next press would hit another action.
 class ActionsSection : public FormSection {
     Q_OBJECT
 
@@ -30,12 +31,16 @@ class ActionsSection : public FormSection {
   private:
     ActionRow *makeRow();
     void remove(const ActionListItem &item);
+    void restore();
+    void rest(qsizetype row);
+    bool isResting() const;
 
     SettingsStore &store_;
     TextLabel *noActions_;
     QWidget *list_;
     QVBoxLayout *rows_;
-    QList<ActionRow *> actionRows_;
+    QList<ActionRow *> actionRows_; ///< the first `count_` are shown
+    qsizetype count_ = 0;
     PushButton *newAction_;
     PushButton *restore_;
 };

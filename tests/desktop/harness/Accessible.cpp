@@ -74,6 +74,29 @@ QList<Accessible> Accessible::children() const {
     return result;
 }
 
+int Accessible::childCount() const {
+    return property("Accessible", "ChildCount").toInt();
+}
+
+std::optional<Accessible> Accessible::child(int index) const {
+    const QList<QVariant> answer = ask("Accessible", "GetChildAtIndex", {index});
+    if (answer.isEmpty())
+        return std::nullopt;
+    const auto reference = answer.first().value<QDBusArgument>();
+    QString service;
+    QDBusObjectPath path;
+    reference.beginStructure();
+    reference >> service >> path;
+    reference.endStructure();
+    if (path.path() == QLatin1String("/org/a11y/atspi/null"))
+        return std::nullopt;
+    return Accessible(bus_, service, path.path());
+}
+
+int Accessible::indexInParent() const {
+    return ask("Accessible", "GetIndexInParent").value(0).toInt();
+}
+
 QRect Accessible::extents() const {
     const QList<QVariant> answer = ask("Component", "GetExtents", {relativeToScreen});
     if (answer.isEmpty())

@@ -40,6 +40,10 @@ class Accessible {
     bool hasState(AccessibleState state) const;
     QStringList interfaces() const;
     QList<Accessible> children() const;
+    /// The same in steps, between which the application can change.
+    int childCount() const;
+    std::optional<Accessible> child(int index) const;
+    int indexInParent() const;
 
     /// On the screen, in pixels.
     QRect extents() const;

@@ -16,6 +16,8 @@ class AccessibleClient {
     using Predicate = std::function<bool(const Accessible &)>;
 
     explicit AccessibleClient(const AccessibilityBus &bus);
+    /// A connection to an accessibility bus.
+    explicit AccessibleClient(QDBusConnection bus) : bus_(std::move(bus)) {}
 
     /// The application object of a process, if it is on the bus.
     std::optional<Accessible> application(qint64 processId) const;

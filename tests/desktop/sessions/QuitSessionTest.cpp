@@ -4,6 +4,7 @@
 #include "desktop/sessions/TextKeys.h"
 
 #include <QDBusMessage>
+#include <QLocalServer>
 
 #include <csignal>
 
@@ -84,13 +85,24 @@ class QuitWithClipboardTest : public QuitSessionTest {
   protected:
     void SetUp() override {
         QuitSessionTest::SetUp();
-        start();
+        startDesktop();
+        startTheProgram();
         manager_.emplace(desktop().display());
         application_.emplace(desktop());
         answerWith(QStringLiteral("receive"));
         pressHotKey();
         waitForPress(QStringLiteral("Control+c"));
         copied_.emplace(desktop().display(), harness::ClipboardOwner::plainText(wrong));
+    }
+
+    virtual void startTheProgram() { startProgram(); }
+
+    void signal(int number) { ::kill(static_cast<pid_t>(program().pid()), number); }
+
+    void waitForAnswerOnTheClipboard() {
+        harness::ClipboardProbe probe(desktop().display());
+        waitUntil([&] { return probe.text() == QStringLiteral("receive"); },
+                  QStringLiteral("the answer is on the clipboard"));
     }
 
     void waitForPress(const QString &key) {
@@ -136,12 +148,75 @@ TEST_F(QuitWithClipboardTest, RightAfterThePasteChord) {
 TEST_F(QuitWithClipboardTest, BeforeThePasteChord) {
     waitForPanel(wrong);
     click(QStringLiteral("Fix My Grammar"));
-    harness::ClipboardProbe probe(desktop().display());
-    waitUntil([&] { return probe.text() == QStringLiteral("receive"); },
-              QStringLiteral("the answer is on the clipboard"));
+    waitForAnswerOnTheClipboard();
     activateAction(QStringLiteral("quit"));
     expectEnd();
     expectClipboardSaved();
+}
+
+TEST_F(QuitWithClipboardTest, BySeveralSignalsAsALogOutSendsThem) {
+    waitForPanel(wrong);
+    click(QStringLiteral("Fix My Grammar"));
+    waitForAnswerOnTheClipboard();
+    signal(SIGTERM);
+    waitUntilPanelIsGone();
+    for (const int again : {SIGTERM, SIGHUP, SIGINT, SIGTERM})
+        signal(again);
+    expectEnd();
+    expectClipboardSaved();
+}
+
+/// Nobody asks the program itself, but the toolkit that it is made with.
+class QuitByTheToolkitTest : public QuitWithClipboardTest {
+  protected:
+    void startTheProgram() override {
+        auto setup =
+            harness::ProductProcess::openAi(provider().baseUrl() + QStringLiteral("/v1/responses"));
+        setup.program = QStringLiteral(QUILLMENDER_QUITTING_PROGRAM);
+        startProgram(setup);
+    }
+};
+
+TEST_F(QuitByTheToolkitTest, BeforeThePasteChord) {
+    waitForPanel(wrong);
+    click(QStringLiteral("Fix My Grammar"));
+    waitForAnswerOnTheClipboard();
+    signal(SIGUSR1);
+    expectEnd();
+    expectClipboardSaved();
+}
+
+TEST_F(QuitByTheToolkitTest, RightAfterTheCopyChord) {
+    signal(SIGUSR1);
+    expectEnd();
+    expectClipboardSaved();
+}
+
+TEST_F(QuitByTheToolkitTest, WhileTheSettingsAreOpen) {
+    waitForPanel(wrong);
+    click(QStringLiteral("Settings"));
+    waitUntil([&] { return panelShows(QStringLiteral("Active Provider")); },
+              QStringLiteral("the settings are shown"));
+    signal(SIGUSR1);
+    expectEnd();
+    expectClipboardSaved();
+}
+
+/// A session manager whose connection is lost would end the program on the spot, and one that says
+/// nothing would never let it start.
+TEST_F(QuitSessionTest, NoSessionManagerHasAHandInIt) {
+    startDesktop();
+    QLocalServer manager;
+    ASSERT_TRUE(manager.listen(desktop().folders().runtime() + QStringLiteral("/manager")));
+    startProgram({{QStringLiteral("SESSION_MANAGER"),
+                   QStringLiteral("local/here:") + manager.fullServerName()}});
+    openRequest();
+    EXPECT_FALSE(manager.hasPendingConnections());
+    manager.close();
+    provider().release();
+    waitUntilPanelIsGone();
+    EXPECT_TRUE(program().process().isRunning());
+    expectClipboardNeverTaken();
 }
 
 TEST_F(QuitWithClipboardTest, AfterASession) {

@@ -1,7 +1,9 @@
+#include "AccessibleTree.h"
 #include "PanelFixture.h"
 #include "ui/Spinner.h"
 
 #include <QAccessible>
+#include <QScrollArea>
 
 namespace quillmender {
 
@@ -40,6 +42,24 @@ TEST_F(AccessibilityTest, EveryVisibleTextIsAName) {
                   QString::fromLatin1(caption));
     EXPECT_EQ(accessible(editor())->role(), QAccessible::EditableText);
     EXPECT_EQ(accessible(editor())->text(QAccessible::Name).toStdString(), "Generate From Prompt");
+}
+
+TEST_F(AccessibilityTest, AChildThatHasGoneIsNoChild) {
+    show();
+    EXPECT_GT(expectBoundedTree(accessible(controller.panel())), 40);
+    controller.orderOut();
+    EXPECT_GT(expectBoundedTree(accessible(controller.panel())), 40);
+}
+
+TEST_F(AccessibilityTest, TheScrollRegionHasTheSameChildrenWhileThePanelIsHidden) {
+    show();
+    QAccessibleInterface *region = accessible(controller.panel()->findChild<QScrollArea *>());
+    const int shown = region->childCount();
+    QAccessibleInterface *last = region->child(shown - 1);
+    EXPECT_EQ(region->indexOfChild(last), shown - 1);
+    controller.orderOut();
+    EXPECT_EQ(region->childCount(), shown);
+    EXPECT_EQ(region->child(shown - 1), last);
 }
 
 TEST_F(AccessibilityTest, PressThroughTheBusRunsTheAction) {

@@ -175,11 +175,30 @@ TEST_F(ActionEditorTest, ReturnInTheTemplateIsALineBreak) {
     EXPECT_EQ(store().customActions().first().promptTemplate.toStdString(), "Do {{text}}\nx");
 }
 
-TEST_F(ActionEditorTest, CancelEscapeAndTheTitleBarDiscard) {
+TEST_F(ActionEditorTest, EscapeClosesOnlyWhatWasNotEdited) {
+    for (const bool isTitle : {true, false}) {
+        openRow(7);
+        const auto field = [&]() -> QWidget * {
+            return isTitle ? static_cast<QWidget *>(title()) : body();
+        };
+        const QString before = isTitle ? title()->text() : body()->toPlainText();
+        QTest::keyClicks(field(), QStringLiteral("x"));
+        QTest::keyClick(field(), Qt::Key_Escape);
+        ASSERT_TRUE(sheet());
+        if (isTitle)
+            title()->setText(before);
+        else
+            body()->setPlainText(before);
+        QTest::keyClick(field(), Qt::Key_Escape);
+        expectClosed();
+    }
+    EXPECT_EQ(store().customActions(), QList<CustomAction>({mine}));
+    EXPECT_TRUE(window()->isVisible());
+}
+
+TEST_F(ActionEditorTest, CancelAndTheTitleBarDiscard) {
     const std::function<void()> ways[] = {
         [this] { sheet()->cancelButton()->click(); },
-        [this] { QTest::keyClick(title(), Qt::Key_Escape); },
-        [this] { QTest::keyClick(body(), Qt::Key_Escape); },
         [this] { sheet()->close(); },
     };
     for (const auto &cancel : ways) {

@@ -33,6 +33,8 @@ class FakePickerModel : public ActionPickerModel {
 
     QStringList calls;
     mutable int reads = 0;
+    /// Whether a run begins at once, as the real one does.
+    bool runsAtOnce = false;
 
     QString captureTitle() const override {
         ++reads;
@@ -48,10 +50,8 @@ class FakePickerModel : public ActionPickerModel {
     QList<PromptAction> actions() const override { return state_.actions; }
     bool accessibilityGranted() const override { return state_.granted; }
 
-    void run(const PromptAction &action) override {
-        calls.append(QStringLiteral("run ") + action.id());
-    }
-    void runCustomInstruction() override { calls.append(QStringLiteral("runCustomInstruction")); }
+    void run(const PromptAction &action) override { begin(QStringLiteral("run ") + action.id()); }
+    void runCustomInstruction() override { begin(QStringLiteral("runCustomInstruction")); }
     void requestAccessibilityAccess() override {
         calls.append(QStringLiteral("requestAccessibilityAccess"));
     }
@@ -60,6 +60,12 @@ class FakePickerModel : public ActionPickerModel {
     void hidePanel() override { calls.append(QStringLiteral("hidePanel")); }
 
   private:
+    void begin(const QString &call) {
+        calls.append(call);
+        if (runsAtOnce)
+            change([](State &state) { state.working = true; });
+    }
+
     State state_;
 };
 

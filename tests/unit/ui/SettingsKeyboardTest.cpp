@@ -1,3 +1,4 @@
+#include "AccessibleTree.h"
 #include "SettingsWindowFixture.h"
 
 #include <QAccessible>
@@ -61,6 +62,35 @@ TEST_F(SettingsKeyboardTest, TheFieldWithTheFocusIsInView) {
     EXPECT_TRUE(area->viewport()->rect().contains(
         QRect(focus->mapTo(area->viewport(), QPoint()), focus->size())))
         << name(focus).toStdString();
+}
+
+TEST_F(SettingsKeyboardTest, TheProgramsOwnFocusIsInViewToo) {
+    show();
+    auto *area = window()->findChild<QScrollArea *>();
+    const auto isInView = [&](const QWidget *control) {
+        return area->viewport()->rect().contains(
+            QRect(control->mapTo(area->viewport(), QPoint()), control->size()));
+    };
+    for (QWidget *control : {static_cast<QWidget *>(button("New Action")),
+                             static_cast<QWidget *>(window()->findChild<QComboBox *>()),
+                             static_cast<QWidget *>(field("Gemini Model"))}) {
+        EXPECT_FALSE(isInView(control) && control != window()->findChild<QComboBox *>());
+        control->setFocus();
+        EXPECT_TRUE(isInView(control)) << name(control).toStdString();
+    }
+}
+
+TEST_F(SettingsKeyboardTest, NoAccessibleReachesBeyondItsChildren) {
+    show();
+    EXPECT_GT(expectBoundedTree(QAccessible::queryAccessibleInterface(window())), 80);
+    button("New Action")->click();
+    settle();
+    EXPECT_GT(expectBoundedTree(QAccessible::queryAccessibleInterface(sheet())), 8);
+    window()->findChild<QComboBox *>()->showPopup();
+    EXPECT_GT(expectBoundedTree(QAccessible::queryAccessibleInterface(window())), 80);
+    window()->close();
+    EXPECT_GT(expectBoundedTree(QAccessible::queryAccessibleInterface(window())), 80);
+    expectBoundedTree(QAccessible::queryAccessibleInterface(qApp));
 }
 
 TEST_F(SettingsKeyboardTest, EveryControlHasANameAndARole) {

@@ -32,7 +32,7 @@ void onTerminationSignal(std::function<void()> listener) {
                      });
     struct sigaction action = {};
     action.sa_handler = handleSignal;
-    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    action.sa_flags = SA_RESTART;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         ::sigaction(signal, &action, nullptr);
 }

@@ -4,8 +4,9 @@
 
 namespace quillmender {
 
-/// Calls the listener on the main thread when the session ends the process (SIGTERM, SIGINT,
-/// SIGHUP), so that it can put the user's clipboard back first. A second signal ends it at once.
+/// Calls the listener once, on the main thread, when the session ends the process (SIGTERM, SIGINT,
+/// SIGHUP), so that it can put the user's clipboard back first. Further signals change nothing: a
+/// log-out sends several.
 void onTerminationSignal(std::function<void()> listener);
 
 } // namespace quillmender
