@@ -13,8 +13,8 @@ int fromEnvironment(const char *name, int usual) {
 }
 
 /// $QUILLMENDER_STALL_SESSIONS sessions from the number $QUILLMENDER_STALL_FIRST on, drawn from
-/// $QUILLMENDER_SEED; or the one that $QUILLMENDER_STALL_PLAN describes. It goes on after a failure
-/// until there are $QUILLMENDER_STALL_FAILURES.
+/// $QUILLMENDER_SEED; or those that $QUILLMENDER_STALL_PLAN describes, with semicolons between
+/// them. It goes on after a failure until there are $QUILLMENDER_STALL_FAILURES.
 class StallTest : public StallFixture {
   protected:
     /// The session, and a plain one in the same application after it.
@@ -25,12 +25,7 @@ class StallTest : public StallFixture {
         replaced_ += isReplaced ? 1 : 0;
         QStringList notes = problems.isEmpty() ? QStringList() : traces();
         if (problems.isEmpty()) {
-            SessionPlan plain;
-            plain.application = plan.application;
-            plain.clipboard = SessionPlan::Clipboard::isKept;
-            problems = problemsIn(plain);
-            if (problems.isEmpty() && !wasReplaced())
-                problems.append(QStringLiteral("it replaced nothing"));
+            problems = problemsAfterwards(plan.application);
             if (problems.isEmpty())
                 return;
             problems.prepend(QStringLiteral("a plain session afterwards:"));
@@ -47,6 +42,21 @@ class StallTest : public StallFixture {
     int replaced() const { return replaced_; }
 
   private:
+    /// Of a plain session. A machine that is very busy can make it fail as described, but not for
+    /// ever.
+    QStringList problemsAfterwards(SessionPlan::Application application) {
+        SessionPlan plain;
+        plain.application = application;
+        plain.clipboard = SessionPlan::Clipboard::isKept;
+        constexpr int attempts = 3;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            const QStringList problems = problemsIn(plain);
+            if (!problems.isEmpty() || wasReplaced())
+                return problems;
+        }
+        return {QStringLiteral("it replaced nothing")};
+    }
+
     QStringList problemsIn(const SessionPlan &plan) {
         try {
             return play(plan);
@@ -61,9 +71,12 @@ class StallTest : public StallFixture {
 
 TEST_F(StallTest, TheWordsSurvivePartnersThatStall) {
     start();
-    const QString plan = qEnvironmentVariable("QUILLMENDER_STALL_PLAN");
-    if (!plan.isEmpty())
-        return playBoth(SessionPlan::fromString(plan), "the plan");
+    const QStringList plans =
+        qEnvironmentVariable("QUILLMENDER_STALL_PLAN").split(u';', Qt::SkipEmptyParts);
+    for (const QString &plan : plans)
+        playBoth(SessionPlan::fromString(plan), "by hand");
+    if (!plans.isEmpty())
+        return;
 
     const auto seed =
         unsigned(fromEnvironment("QUILLMENDER_SEED", int(std::random_device{}() & 0x7fffffffU)));
