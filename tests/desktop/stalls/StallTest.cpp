@@ -23,21 +23,22 @@ class StallTest : public StallFixture {
         QStringList problems = problemsIn(plan);
         const bool isReplaced = problems.isEmpty() && wasReplaced();
         replaced_ += isReplaced ? 1 : 0;
-        QStringList notes = problems.isEmpty() ? QStringList() : traces();
+        traces_ = traces();
         if (problems.isEmpty()) {
             problems = problemsAfterwards(plan.application);
             if (problems.isEmpty())
                 return;
             problems.prepend(QStringLiteral("a plain session afterwards:"));
-            notes = traces();
+            traces_ = traces();
         }
         ++failures_;
         ADD_FAILURE() << name << ": " << plan.toString().toStdString() << "\n    "
                       << problems.join(QStringLiteral("\n    ")).toStdString()
-                      << "\n  traces:\n    " << notes.join(QStringLiteral("\n    ")).toStdString();
+                      << "\n  traces:\n    " << lastTraces();
         startAgain();
     }
 
+    std::string lastTraces() const { return traces_.join(QStringLiteral("\n    ")).toStdString(); }
     int failures() const { return failures_; }
     int replaced() const { return replaced_; }
 
@@ -65,6 +66,7 @@ class StallTest : public StallFixture {
         }
     }
 
+    QStringList traces_;
     int failures_ = 0;
     int replaced_ = 0;
 };
@@ -73,8 +75,10 @@ TEST_F(StallTest, TheWordsSurvivePartnersThatStall) {
     start();
     const QStringList plans =
         qEnvironmentVariable("QUILLMENDER_STALL_PLAN").split(u';', Qt::SkipEmptyParts);
-    for (const QString &plan : plans)
+    for (const QString &plan : plans) {
         playBoth(SessionPlan::fromString(plan), "by hand");
+        std::cout << "  " << lastTraces() << std::endl;
+    }
     if (!plans.isEmpty())
         return;
 
