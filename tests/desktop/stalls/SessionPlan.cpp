@@ -17,6 +17,7 @@ const QStringList clipboards{QStringLiteral("isKept"), QStringLiteral("isText"),
                              QStringLiteral("isRich"), QStringLiteral("isLarge")};
 const QString field = QStringLiteral("field");
 const QString elsewhere = QStringLiteral("elsewhere");
+const QString fresh = QStringLiteral("fresh");
 
 /// The position in the list, which the value has to be in.
 int indexIn(const QStringList &names, const QString &name) {
@@ -24,6 +25,12 @@ int indexIn(const QStringList &names, const QString &name) {
     if (index < 0)
         throw harness::HarnessError(QStringLiteral("no plan has \"%1\"").arg(name));
     return int(index);
+}
+
+bool SessionPlan::*flag(const QString &word) {
+    const QList<bool SessionPlan::*> flags{
+        &SessionPlan::isWordOnly, &SessionPlan::focusGoesElsewhere, &SessionPlan::isProgramFresh};
+    return flags[indexIn({field, elsewhere, fresh}, word)];
 }
 
 } // namespace
@@ -34,6 +41,8 @@ QString SessionPlan::toString() const {
         words.append(field);
     if (focusGoesElsewhere)
         words.append(elsewhere);
+    if (isProgramFresh)
+        words.append(fresh);
     return (words + toStrings(stalls)).join(u' ');
 }
 
@@ -47,10 +56,8 @@ SessionPlan SessionPlan::fromString(const QString &text) {
         const auto stall = Stall::fromString(word);
         if (stall)
             plan.stalls.append(*stall);
-        else if (indexIn({field, elsewhere}, word) == 0)
-            plan.isWordOnly = false;
         else
-            plan.focusGoesElsewhere = true;
+            plan.*flag(word) = word != field;
     }
     return plan;
 }

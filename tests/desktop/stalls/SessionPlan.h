@@ -26,6 +26,7 @@ struct SessionPlan {
     Clipboard clipboard = Clipboard::isRich;
     bool isWordOnly = true;          ///< else nothing is selected
     bool focusGoesElsewhere = false; ///< while the provider thinks
+    bool isProgramFresh = false;     ///< and has never heard of the application
     QList<Stall> stalls;
 
     QString toString() const;

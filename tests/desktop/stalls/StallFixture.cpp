@@ -1,5 +1,6 @@
 #include "desktop/stalls/StallFixture.h"
 
+#include "desktop/harness/HarnessError.h"
 #include "desktop/stalls/RealDocument.h"
 #include "desktop/stalls/ScriptedDocument.h"
 #include "desktop/stalls/StalledAnswer.h"
@@ -51,18 +52,23 @@ void StallFixture::start() {
     });
     calls_.emplace(desktop().accessibilityBus()->address(),
                    [this](const QString &destination, const QString &member) {
-                       QString call;
-                       {
-                           const std::scoped_lock lock(sourceMutex_);
-                           if (destination != sourceBusName_)
-                               return;
-                           call = QStringLiteral("%1#%2").arg(member).arg(++callCounts_[member]);
-                       }
-                       stopper_.happened(call);
+                       noteCall(destination, member);
                    });
     for (const auto application : {Application::onBus, Application::offBus, Application::mousepad,
                                    Application::plainEdit, Application::lineEdit})
         openDocument(application);
+}
+
+void StallFixture::noteCall(const QString &destination, const QString &member) {
+    QString call;
+    {
+        const std::scoped_lock lock(sourceMutex_);
+        if (destination != sourceBusName_)
+            return;
+        call = QStringLiteral("%1#%2").arg(member).arg(++callCounts_[member]);
+        callsSeen_.append(call);
+    }
+    stopper_.happened(call);
 }
 
 void StallFixture::startLoggingProgram(harness::ProductProcess::Setup setup) {
@@ -103,7 +109,8 @@ void StallFixture::startAgain() {
     waitUntil([this] { return !isAlive(); }, QStringLiteral("the program has ended"));
     letGoOfKeys();
     startLoggingProgram({});
-    openDocument(last_);
+    document(last_).prepare(letter, 0, 0, {});
+    texts_[last_] = letter;
 }
 
 void StallFixture::letGoOfKeys() {
@@ -118,6 +125,7 @@ QStringList StallFixture::play(const SessionPlan &plan) {
     record_ = {};
     record_.textBefore = letter;
     record_.isKeyringStalled = hasStall(plan, Stall::Partner::keyring);
+    logBefore_ = program().log().size();
     requestsBefore_ = provider().requests().size();
     const QString answer = QStringLiteral("Answer %1 \u00e9").arg(++sessions_);
 
@@ -141,7 +149,7 @@ void StallFixture::prepare(const SessionPlan &plan, Document &source) {
             stalls.append(stall);
     }
     source.prepare(letter, plan.isWordOnly ? wordStart : 0, plan.isWordOnly ? wordEnd : 0, stalls);
-    startWithStalledKeyring(plan);
+    restartProgram(plan);
     takeClipboard(plan);
     record_.clipboardBefore = ClipboardProbe(desktop().display()).read();
     for (const Stall &stall : plan.stalls) {
@@ -180,15 +188,16 @@ void StallFixture::answerAs(const SessionPlan &plan, const QString &answer) {
     });
 }
 
-void StallFixture::startWithStalledKeyring(const SessionPlan &plan) {
-    if (!hasStall(plan, Stall::Partner::keyring))
+void StallFixture::restartProgram(const SessionPlan &plan) {
+    const auto stall = durationOf(plan, Stall::Partner::keyring);
+    if (!plan.isProgramFresh && stall.count() == 0)
         return;
-    // It asks for the key when it starts, and uses that answer for as long as it runs.
-    responsiveness_.reset();
     program().process().end();
-    stopper_.arm({{QStringLiteral("started"), desktop().keyring()->process().pid(),
-                   durationOf(plan, Stall::Partner::keyring)}});
-    stopper_.happened(QStringLiteral("started"));
+    if (stall.count() > 0) {
+        // It asks for the key when it starts, and uses that answer for as long as it runs.
+        stopper_.arm({{QStringLiteral("started"), desktop().keyring()->process().pid(), stall}});
+        stopper_.happened(QStringLiteral("started"));
+    }
     startLoggingProgram({});
 }
 
@@ -206,6 +215,7 @@ void StallFixture::armStops(const SessionPlan &plan, Document &source) {
         const std::scoped_lock lock(sourceMutex_);
         sourceBusName_ = source.busName();
         callCounts_.clear();
+        callsSeen_.clear();
     }
     stopper_.arm(orders);
 }
@@ -298,9 +308,18 @@ void StallFixture::observe(const SessionPlan &plan, const QString &answer) {
 QStringList StallFixture::traces() {
     QStringList lines{QStringLiteral("stopped at: ") +
                       stopper_.carriedOut().join(QStringLiteral(", "))};
-    lines += document(last_).calls();
-    const QList<QByteArray> log = program().log().split('\n');
-    for (const QByteArray &line : log.mid(std::max<qsizetype>(0, log.size() - 12)))
+    QStringList calls;
+    try {
+        calls = document(last_).calls();
+    } catch (const harness::HarnessError &error) {
+        lines.append(QString::fromUtf8(error.what()));
+    }
+    if (calls.isEmpty()) {
+        const std::scoped_lock lock(sourceMutex_);
+        lines.append(callsSeen_.join(QStringLiteral(", ")));
+    }
+    lines += calls;
+    for (const QByteArray &line : program().log().mid(logBefore_).split('\n'))
         lines.append(QString::fromUtf8(line));
     return lines;
 }

@@ -31,7 +31,7 @@ class StallFixture : public SessionFixture {
     /// What programs told during the last session, to look into a failure.
     QStringList traces();
 
-    /// The program and the editors anew, after a session that may have left them in any state.
+    /// The program anew, after a session that may have left it in any state.
     void startAgain();
 
   private:
@@ -39,13 +39,14 @@ class StallFixture : public SessionFixture {
 
     void openDocument(Application application);
     Document &document(Application application) { return *documents_.at(application); }
+    void noteCall(const QString &destination, const QString &member);
     void letGoOfKeys();
     void startLoggingProgram(harness::ProductProcess::Setup setup);
     void prepare(const SessionPlan &plan, Document &source);
     void takeClipboard(const SessionPlan &plan);
     void armStops(const SessionPlan &plan, Document &source);
     void answerAs(const SessionPlan &plan, const QString &answer);
-    void startWithStalledKeyring(const SessionPlan &plan);
+    void restartProgram(const SessionPlan &plan);
 
     bool isAlive() { return program().process().isRunning(); }
     /// The message that it ends with; nothing when the panel shows what was captured.
@@ -70,6 +71,8 @@ class StallFixture : public SessionFixture {
     std::mutex sourceMutex_;
     QString sourceBusName_;
     QHash<QString, int> callCounts_;
+    QStringList callsSeen_;
+    qsizetype logBefore_ = 0;
     std::atomic<bool> isRequested_ = false;
     std::atomic<bool> mayAnswer_ = true;
     Application last_ = Application::onBus;

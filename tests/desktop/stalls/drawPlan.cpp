@@ -26,32 +26,36 @@ class Drawing {
         return values[number(int(values.size()))];
     }
 
+    /// From 0.2 s to 1.5 s, at times to 3 s; the shorter the more often.
     std::chrono::milliseconds duration() {
-        const int longest = oneIn(8) ? 3000 : 1500;
-        return std::chrono::milliseconds(200 + number(longest - 199));
+        const int most = oneIn(8) ? 2800 : 1300;
+        return std::chrono::milliseconds(200 + std::min(number(most), number(most)));
     }
 
   private:
     SessionPlan::Random random_;
 };
 
-/// A call of a capture or a write-back, more often one that comes late in the session.
-QString drawCall(Drawing &drawing) {
-    static const QStringList orders{QStringLiteral("DeleteText"), QStringLiteral("InsertText")};
-    static const QStringList questions{
-        QStringLiteral("GetText"),         QStringLiteral("Get:CharacterCount"),
-        QStringLiteral("GetSelection"),    QStringLiteral("GetNSelections"),
-        QStringLiteral("Get:CaretOffset"), QStringLiteral("GetState"),
-        QStringLiteral("GetRole"),         QStringLiteral("GetInterfaces"),
-        QStringLiteral("GetChildren"),     QStringLiteral("Get:ToolkitName"),
-        QStringLiteral("SetSelection"),    QStringLiteral("AddSelection"),
-        QStringLiteral("Get:Name"),
-    };
-    const bool isOrder = drawing.oneIn(2);
-    const QString call = drawing.oneOf(isOrder ? orders : questions);
-    const int latest = isOrder ? 2 : 8;
-    const int number = isOrder && !drawing.oneIn(6) ? 1 : 1 + drawing.number(latest);
-    return QStringLiteral("%1#%2").arg(call).arg(number);
+/// An order to write, with its number in the session.
+QString drawOrder(Drawing &drawing) {
+    const QString order =
+        drawing.oneOf(QStringList{QStringLiteral("DeleteText"), QStringLiteral("InsertText")});
+    return QStringLiteral("%1#%2").arg(order).arg(drawing.oneIn(6) ? 2 : 1);
+}
+
+QString drawQuestion(Drawing &drawing) {
+    static const QStringList oftenAsked{
+        QStringLiteral("GetText"), QStringLiteral("Get:CharacterCount"),
+        QStringLiteral("GetSelection"), QStringLiteral("GetNSelections"),
+        QStringLiteral("Get:CaretOffset")};
+    static const QStringList askedOnce{
+        QStringLiteral("GetState"),      QStringLiteral("GetRole"),
+        QStringLiteral("GetInterfaces"), QStringLiteral("GetChildren"),
+        QStringLiteral("SetSelection"),  QStringLiteral("AddSelection"),
+        QStringLiteral("Get:Name"),      QStringLiteral("Get:ToolkitName")};
+    const bool isOftenAsked = drawing.oneIn(2);
+    const QString question = drawing.oneOf(isOftenAsked ? oftenAsked : askedOnce);
+    return QStringLiteral("%1#%2").arg(question).arg(1 + drawing.number(isOftenAsked ? 8 : 3));
 }
 
 QString drawMoment(Drawing &drawing) {
@@ -61,20 +65,16 @@ QString drawMoment(Drawing &drawing) {
                                      QStringLiteral("activated")});
 }
 
-bool isScripted(Application application) {
-    return application == Application::onBus || application == Application::offBus;
-}
-
 Stall drawEditorStall(Drawing &drawing, Application application) {
     static const QList<How> ways{How::hangs,       How::hangs,         How::hangsAfterwards,
                                  How::answersLate, How::actsLate,      How::answersTwice,
                                  How::fails,       How::talksNonsense, How::keepsSilent};
-    Stall stall{Partner::editor, drawCall(drawing), How::isStopped, drawing.duration()};
-    if (application == Application::offBus || drawing.oneIn(4))
-        stall.at = drawMoment(drawing);
-    else if (isScripted(application))
-        stall.how = drawing.oneOf(ways);
-    return stall;
+    const bool isMoment = application == Application::offBus || drawing.oneIn(4);
+    if (isMoment)
+        return {Partner::editor, drawMoment(drawing), How::isStopped, drawing.duration()};
+    const QString call = drawing.oneIn(2) ? drawOrder(drawing) : drawQuestion(drawing);
+    const How how = application == Application::onBus ? drawing.oneOf(ways) : How::isStopped;
+    return {Partner::editor, call, how, drawing.duration()};
 }
 
 Stall drawStall(Drawing &drawing, Application application) {
@@ -113,6 +113,7 @@ SessionPlan SessionPlan::draw(unsigned seed, int number) {
     // What is not on the bus can be copied from only.
     plan.isWordOnly = plan.application == Application::offBus || !drawing.oneIn(3);
     plan.focusGoesElsewhere = drawing.oneIn(8);
+    plan.isProgramFresh = drawing.oneIn(6);
     const int stalls = drawing.oneIn(3) ? 2 + drawing.number(2) : 1;
     for (int i = 0; i < stalls; ++i)
         plan.stalls.append(drawStall(drawing, plan.application));
