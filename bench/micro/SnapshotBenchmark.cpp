@@ -22,7 +22,7 @@ void snapshotClipboard(benchmark::State &state) {
     const auto connection = X11Connection::open(desktop.display().toLatin1());
     SelectionReader reader(*connection, connection->atom("CLIPBOARD"));
     for ([[maybe_unused]] auto _ : state) {
-        const SelectionContents contents = QCoro::waitFor(reader.readAll());
+        const SelectionContents contents = QCoro::waitFor(reader.readAll()).contents;
         if (contents.size() < offer.size())
             state.SkipWithError("the snapshot is not whole");
     }

@@ -22,8 +22,8 @@ class Pasteboard {
     /// before a deadline; what it did not hand over is left out. Empty when nothing is there.
     virtual QCoro::Task<QList<PasteboardItem>> items() = 0;
 
-    /// The same when that takes no longer than `limit`. Absent when an owner was still handing
-    /// something over then: `items` may have it, with more time.
+    /// The same when all of it can be had soon, within `limit` at most. Absent when an owner was
+    /// still handing something over then, or fell silent: `items` may have it, with more time.
     virtual QCoro::Task<std::optional<QList<PasteboardItem>>>
     itemsWithin(std::chrono::milliseconds limit) {
         Q_UNUSED(limit)

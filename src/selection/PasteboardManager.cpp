@@ -13,13 +13,11 @@ QCoro::Task<PasteboardSnapshot> PasteboardManager::snapshot() {
     co_return snapshot;
 }
 
-QCoro::Task<std::optional<PasteboardSnapshot>>
-PasteboardManager::snapshotWithin(std::chrono::milliseconds limit) {
-    const std::optional<QList<PasteboardItem>> items = co_await pasteboard_.itemsWithin(limit);
-    if (!items)
-        co_return std::nullopt;
+QCoro::Task<PasteboardSnapshot> PasteboardManager::snapshotWithin(std::chrono::milliseconds limit) {
     PasteboardSnapshot snapshot;
-    snapshot.items = *items;
+    const std::optional<QList<PasteboardItem>> items = co_await pasteboard_.itemsWithin(limit);
+    snapshot.isComplete = items.has_value();
+    snapshot.items = items.value_or(QList<PasteboardItem>());
     snapshot.changeCount = pasteboard_.changeCount();
     co_return snapshot;
 }

@@ -26,10 +26,8 @@ class PasteboardManager {
     /// Never fails; a representation that its owner does not hand over is left out.
     QCoro::Task<PasteboardSnapshot> snapshot();
 
-    /// The same when that takes no longer than `limit`; absent when an owner was still handing
-    /// something over then. What is absent is never restored: `snapshot` has to come before the
-    /// pasteboard is borrowed.
-    QCoro::Task<std::optional<PasteboardSnapshot>> snapshotWithin(std::chrono::milliseconds limit);
+    /// The same, but not complete when that took longer than `limit`.
+    QCoro::Task<PasteboardSnapshot> snapshotWithin(std::chrono::milliseconds limit);
 
     /// Replaces whatever is on the pasteboard now. Never fails; writes its best.
     void restore(const PasteboardSnapshot &snapshot);

@@ -16,6 +16,8 @@ constexpr auto activationDelay = 120ms;
 constexpr auto copyPollInterval = 50ms;
 constexpr int copyPollAttempts = 6;
 constexpr auto pasteDelay = 160ms;
+// A slow owner of the pasteboard does not keep the user from their panel.
+constexpr auto snapshotLimit = 1000ms;
 constexpr auto pasteLimit = 1000ms;
 
 bool isBlank(const QString &text) {
@@ -69,8 +71,9 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     if (capture != latestCapture_)
         throw CancellationError();
     const PasteboardLease::Held lease = co_await lease_.acquire();
-    // What others did with it in between counts as no copy, and is not to be undone.
-    if (lease_.turn() != turn + 1)
+    // What others did with it in between counts as no copy, and is not to be undone. And from here
+    // on everything has to be there that is to be put back.
+    if (lease_.turn() != turn + 1 || !session->originalPasteboard.isComplete)
         session->originalPasteboard = co_await pasteboardManager_.snapshot();
     session->selectedText = co_await copySelection(session, isFocusElsewhere);
     if (session->selectedText.isEmpty())
@@ -84,7 +87,7 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
 
 QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
     const PasteboardLease::Held lease = co_await lease_.acquire();
-    session->originalPasteboard = co_await pasteboardManager_.snapshot();
+    session->originalPasteboard = co_await pasteboardManager_.snapshotWithin(snapshotLimit);
 }
 
 /// True when another application or window than the session's has the focus.
@@ -199,13 +202,16 @@ QCoro::Task<bool> SelectionController::replaceViaAccessibility(SelectionSessionR
 QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef session,
                                                            QString replacement) {
     const PasteboardLease::Held lease = co_await lease_.acquire();
+    PasteboardSnapshot original = session->originalPasteboard;
+    if (!original.isComplete)
+        original = co_await pasteboardManager_.snapshot();
     bool pasted = false;
     try {
         pasted = co_await paste(session, std::move(replacement));
     } catch (...) {
         pasted = false;
     }
-    pasteboardManager_.restore(session->originalPasteboard);
+    pasteboardManager_.restore(original);
     if (!pasted)
         throw AppFailure::replacementFailed();
 }

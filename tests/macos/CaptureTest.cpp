@@ -10,7 +10,7 @@ class CaptureTest : public SelectionTest {
   protected:
     const QStringList beforeTheTexts = {
         QStringLiteral("frontmostApplication"),
-        QStringLiteral("pasteboard.items"),
+        QStringLiteral("pasteboard.itemsWithin 1000"),
         QStringLiteral("pasteboard.changeCount"),
         QStringLiteral("AXUIElementCreateSystemWide"),
         QStringLiteral("AXUIElementCopyAttributeValue system-wide AXFocusedUIElement"),

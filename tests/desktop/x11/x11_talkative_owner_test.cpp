@@ -46,7 +46,7 @@ class TalkativeOwnerTest : public X11Test {
 
     std::vector<std::pair<QByteArray, QByteArray>> read(SelectionReader reader,
                                                         std::chrono::milliseconds limit = 20s) {
-        const auto reading = wait(reader.readAll(limit));
+        const auto reading = wait(reader.readAll(TransferBudget(limit)));
         isCutShort_ = reading.isCutShort;
         std::vector<std::pair<QByteArray, QByteArray>> found;
         for (const SelectionTarget &each : reading.contents)
@@ -95,6 +95,19 @@ TEST_F(TalkativeOwnerTest, OneTargetWithoutEndIsDroppedAndTheOthersLive) {
     EXPECT_THAT(found, ElementsAre(std::pair<QByteArray, QByteArray>("UTF8_STRING", "kept")));
     EXPECT_LE(sent_, 16 * mebibyte);
     EXPECT_FALSE(isCutShort_) << "more time would not help";
+}
+
+TEST_F(TalkativeOwnerTest, OwnerThatFallsSilentForAMomentLosesNothing) {
+    owner_->offer("UTF8_STRING", text("quick"));
+    owner_->offerSpecially("text/html", [this](const xcb_selection_request_event_t &request) {
+        QTimer::singleShot(900ms, &owner_->connection(),
+                           [this, request] { owner_->answer(request, text("late")); });
+    });
+    auto &pasteboard = *services_->pasteboard;
+    EXPECT_EQ(wait(pasteboard.itemsWithin(20s)), std::nullopt);
+    const QList<PasteboardItem> items = wait(pasteboard.items());
+    ASSERT_EQ(items.size(), 1);
+    EXPECT_EQ(items[0].representations().size(), 2);
 }
 
 TEST_F(TalkativeOwnerTest, AnnouncedSizeIsEnoughToDropATarget) {

@@ -11,7 +11,7 @@ TEST_F(SessionStartTest, capturesThenShowsThePanel) {
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("isProcessTrusted"),
                         QStringLiteral("frontmostApplication"),
-                        QStringLiteral("pasteboard.items"),
+                        QStringLiteral("pasteboard.itemsWithin 1000"),
                         QStringLiteral("pasteboard.changeCount"),
                         QStringLiteral("createSystemWide"),
                         QStringLiteral("copy AXFocusedUIElement"),
@@ -101,7 +101,7 @@ TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
             coordinator->beginWorkflow();
     };
     coordinator->beginWorkflow();
-    EXPECT_EQ(log->count(QStringLiteral("pasteboard.items")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("pasteboard.itemsWithin 1000")), 1);
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 

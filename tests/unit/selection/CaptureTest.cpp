@@ -10,7 +10,7 @@ TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
     const auto session = capture();
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("frontmostApplication"),
-                        QStringLiteral("pasteboard.items"),
+                        QStringLiteral("pasteboard.itemsWithin 1000"),
                         QStringLiteral("pasteboard.changeCount"),
                         QStringLiteral("createSystemWide"),
                         QStringLiteral("copy AXFocusedUIElement"),
@@ -91,6 +91,22 @@ TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
     EXPECT_EQ(session->selectedRange, std::nullopt);
     EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
     EXPECT_EQ(session->captureScope, CaptureScope::selection);
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
+TEST_F(CaptureTest, aSlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
+    pasteboard.isOwnerSlow = true;
+    setText(QStringLiteral("word"), QStringLiteral("word"), TextRange{0, 4});
+    EXPECT_FALSE(capture()->originalPasteboard.isComplete);
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.items")));
+
+    accessibility.hasFocusedElement = false;
+    copyYields(QStringLiteral("copied"));
+    log->clear();
+    const auto session = capture();
+    EXPECT_EQ(session->originalPasteboard.items, twoItems());
+    EXPECT_LT(log->indexOf(QStringLiteral("pasteboard.items")),
+              log->indexOf(QStringLiteral("prepareChord copy")));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 

@@ -64,7 +64,7 @@ class TwoSessionsTest : public SelectionFixture {
 
     void expectOneAfterTheOther() {
         const auto restored = log->indexOf(QStringLiteral("pasteboard.writeItems 2"));
-        const auto secondSnapshot = log->lastIndexOf(QStringLiteral("pasteboard.items"));
+        const auto secondSnapshot = log->lastIndexOf(QStringLiteral("pasteboard.itemsWithin 1000"));
         EXPECT_GE(restored, 0);
         EXPECT_GT(secondSnapshot, restored);
     }
@@ -74,7 +74,7 @@ TEST_F(TwoSessionsTest, aCaptureWaitsForTheCopyOfAnother) {
     auto first = controller.captureSelection();
     auto second = controller.captureSelection();
     QCoreApplication::processEvents();
-    EXPECT_EQ(log->count(QStringLiteral("pasteboard.items")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("pasteboard.itemsWithin 1000")), 1);
     clock.release();
     EXPECT_EQ(test::runTask(std::move(first))->selectedText, QStringLiteral("copied"));
     pasteboard.text.reset();
@@ -88,7 +88,7 @@ TEST_F(TwoSessionsTest, aCaptureDoesNotTakeAnAnswerForTheUsersContents) {
         controller.performPasteReplacement(session(std::nullopt), QStringLiteral("answer"));
     auto capturing = controller.captureSelection();
     QCoreApplication::processEvents();
-    EXPECT_EQ(log->count(QStringLiteral("pasteboard.items")), 0);
+    EXPECT_EQ(log->count(QStringLiteral("pasteboard.itemsWithin 1000")), 0);
     EXPECT_EQ(pasteboard.text, QStringLiteral("answer"));
     clock.release();
     test::runTask(std::move(pasting));

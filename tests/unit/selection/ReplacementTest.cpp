@@ -192,6 +192,19 @@ TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
     EXPECT_EQ(log->lastIndexOf(QStringLiteral("pasteboard.clear")), read + 1);
 }
 
+TEST_F(ReplacementTest, takesTheSnapshotOfASlowOwnerBeforeItBorrows) {
+    const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
+    made->originalPasteboard = {.changeCount = 7, .items = {}, .isComplete = false};
+    paste(made, QStringLiteral("answer"));
+    EXPECT_EQ(log->mid(0, 4), QStringList({
+                                  QStringLiteral("pasteboard.items"),
+                                  QStringLiteral("pasteboard.changeCount"),
+                                  QStringLiteral("pasteboard.clear"),
+                                  QStringLiteral("pasteboard.setString answer"),
+                              }));
+    EXPECT_EQ(pasteboard.contents, twoItems());
+}
+
 TEST_F(ReplacementTest, anythingThatGoesWrongRestores) {
     pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);

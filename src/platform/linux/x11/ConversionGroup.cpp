@@ -103,7 +103,7 @@ void ConversionGroup::handleDeadline() {
     // Timers may be a little early.
     if (!isGivenUp_ && budget_.remaining() > none)
         return waitForAnswers();
-    isCutShort_ = budget_.untilLimit() <= none;
+    isCutShort_ = !isGivenUp_ || budget_.untilLimit() <= none;
     settle();
 }
 

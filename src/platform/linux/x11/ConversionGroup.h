@@ -34,7 +34,7 @@ class ConversionGroup : public QObject {
     bool isOwnerReplaced() const { return isOwnerReplaced_; }
     const TransferBudget &budget() const { return budget_; }
 
-    /// The reader's limit has come before everything was answered.
+    /// The time was up before everything was answered.
     bool isCutShort() const { return isCutShort_; }
 
   Q_SIGNALS:

@@ -16,7 +16,7 @@ QCoro::Task<> PrimaryLoan::take(SelectionContents contents) {
     } else if (!before_) {
         SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
         // The paste waits for it.
-        const SelectionReader::Reading reading = co_await reader.readAll(1s);
+        const SelectionReader::Reading reading = co_await reader.readAll(TransferBudget(1s));
         before_ = reading.contents;
     }
     owner_.own(std::move(contents), SelectionOwner::Audience::sourceOfPaste);

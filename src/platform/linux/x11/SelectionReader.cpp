@@ -57,9 +57,8 @@ bool SelectionReader::hasOwner() const {
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-QCoro::Task<SelectionReader::Reading> SelectionReader::readAll(std::chrono::milliseconds limit) {
+QCoro::Task<SelectionReader::Reading> SelectionReader::readAll(TransferBudget whole) {
     constexpr int attempts = 3;
-    const TransferBudget whole(limit);
     for (int i = 0; i < attempts; ++i) {
         std::optional<Reading> reading = co_await readOnce(whole.again());
         if (reading)

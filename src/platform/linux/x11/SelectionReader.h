@@ -22,14 +22,14 @@ class SelectionReader {
 
     struct Reading {
         SelectionContents contents;
-        /// The limit has come while the owner was still answering: more can be had with more time.
+        /// The time was up before everything was answered: more can perhaps be had with more time.
         bool isCutShort = false;
     };
 
     /// Every data target, each as its owner answered it; what it did not answer, or what is larger
     /// than the bounds, is left out. Of one owner only: when another takes over meanwhile, its
     /// contents are read instead.
-    QCoro::Task<Reading> readAll(std::chrono::milliseconds limit = TransferBudget::most);
+    QCoro::Task<Reading> readAll(TransferBudget whole = TransferBudget());
 
     /// The names of the data targets.
     QCoro::Task<QList<QByteArray>> offered();

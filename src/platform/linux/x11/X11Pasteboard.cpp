@@ -71,19 +71,23 @@ bool X11Pasteboard::isForeignChange(const xcb_generic_event_t *event) const {
 }
 
 QCoro::Task<QList<PasteboardItem>> X11Pasteboard::items() {
-    const Reading reading = co_await read(TransferBudget::most);
+    // What is left out now is lost to the user.
+    constexpr std::chrono::milliseconds longSilence(3000);
+    const Reading reading = co_await read(TransferBudget(TransferBudget::most, longSilence));
+    rememberRead(reading.items);
     co_return reading.items;
 }
 
 QCoro::Task<std::optional<QList<PasteboardItem>>>
 X11Pasteboard::itemsWithin(std::chrono::milliseconds limit) {
-    const Reading reading = co_await read(limit);
+    const Reading reading = co_await read(TransferBudget(limit));
     if (reading.isCutShort)
         co_return std::nullopt;
+    rememberRead(reading.items);
     co_return reading.items;
 }
 
-QCoro::Task<X11Pasteboard::Reading> X11Pasteboard::read(std::chrono::milliseconds limit) {
+QCoro::Task<X11Pasteboard::Reading> X11Pasteboard::read(TransferBudget budget) {
     if (isCleared_)
         co_return Reading{};
     if (owner_.isStillOwner())
@@ -92,11 +96,8 @@ QCoro::Task<X11Pasteboard::Reading> X11Pasteboard::read(std::chrono::millisecond
         co_return Reading{*lastRead_};
     lastRead_.reset();
     SelectionReader reader(connection_, connection_.atom("CLIPBOARD"));
-    const SelectionReader::Reading reading = co_await reader.readAll(limit);
-    const Reading result{toPasteboardItems(connection_, reading.contents), reading.isCutShort};
-    if (!result.isCutShort)
-        rememberRead(result.items);
-    co_return result;
+    const SelectionReader::Reading reading = co_await reader.readAll(budget);
+    co_return Reading{toPasteboardItems(connection_, reading.contents), reading.isCutShort};
 }
 
 void X11Pasteboard::rememberRead(const QList<PasteboardItem> &items) {

@@ -4,6 +4,7 @@
 #include "platform/linux/x11/PasteRecord.h"
 #include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionOwner.h"
+#include "platform/linux/x11/TransferBudget.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -64,7 +65,7 @@ class X11Pasteboard : public QObject, public Pasteboard {
         bool isCutShort = false;
     };
 
-    QCoro::Task<Reading> read(std::chrono::milliseconds limit);
+    QCoro::Task<Reading> read(TransferBudget budget);
     bool isLastReadLarge() const;
     bool isUnchangedSinceRead() const;
     void forgetRead();
