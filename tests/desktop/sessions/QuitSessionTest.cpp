@@ -209,7 +209,8 @@ TEST_F(QuitSessionTest, NoSessionManagerHasAHandInIt) {
     QLocalServer manager;
     ASSERT_TRUE(manager.listen(desktop().folders().runtime() + QStringLiteral("/manager")));
     startProgram({{QStringLiteral("SESSION_MANAGER"),
-                   QStringLiteral("local/here:") + manager.fullServerName()}});
+                   QStringLiteral("local/%1:%2")
+                       .arg(QSysInfo::machineHostName(), manager.fullServerName())}});
     openRequest();
     EXPECT_FALSE(manager.hasPendingConnections());
     manager.close();
