@@ -66,9 +66,9 @@ QString drawMoment(Drawing &drawing) {
 }
 
 Stall drawEditorStall(Drawing &drawing, Application application) {
-    static const QList<How> ways{How::hangs,       How::hangs,         How::hangsAfterwards,
-                                 How::answersLate, How::actsLate,      How::answersTwice,
-                                 How::fails,       How::talksNonsense, How::keepsSilent};
+    static const QList<How> ways{
+        How::hangs,        How::hangs, How::hangsAfterwards, How::answersLate, How::actsLate,
+        How::answersTwice, How::fails, How::talksNonsense,   How::keepsSilent, How::lies};
     const bool isMoment = application == Application::offBus || drawing.oneIn(4);
     if (isMoment)
         return {Partner::editor, drawMoment(drawing), How::isStopped, drawing.duration()};
