@@ -36,9 +36,9 @@ struct CommandKeys {
 
     /// Takes the file anew.
     std::function<void(Input &)> load;
-    /// Selects as many characters, from the first one counted from 0 forwards or from behind the
-    /// last one backwards.
-    std::function<void(Input &, qsizetype first, qsizetype count, bool isForwards)> select;
+    /// Selects the part of the text behind what stands before it.
+    std::function<void(Input &, const QString &before, const QString &part, bool isForwards)>
+        select;
     /// Writes its text to the file `written.txt`, and then makes the file `done.txt`.
     std::function<void(Input &)> save;
     std::function<void(Input &)> undo;

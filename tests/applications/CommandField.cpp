@@ -17,10 +17,6 @@ namespace {
 
 constexpr int mostUndoSteps = 5;
 
-qsizetype codePoints(const QString &text) {
-    return text.toUcs4().size();
-}
-
 } // namespace
 
 QList<Scenario> CommandField::scenarios() const {
@@ -51,12 +47,9 @@ void CommandField::prepare(const Scenario &scenario) {
         return;
     const bool isBackwards =
         scenario.pick == Pick::wordBackwards || scenario.pick == Pick::lineBackwards;
-    const qsizetype first =
-        codePoints(scenario.text.left(scenario.text.lastIndexOf(scenario.picked)));
-    const qsizetype count = codePoints(scenario.picked);
+    const QString before = scenario.text.left(scenario.text.lastIndexOf(scenario.picked));
     const harness::ClipboardOwner marker(desktop_.display(), {}, "PRIMARY");
-    application_.commands.select(desktop_.input(), isBackwards ? first + count : first, count,
-                                 !isBackwards);
+    application_.commands.select(desktop_.input(), before, scenario.picked, !isBackwards);
     harness::ClipboardProbe primary(desktop_.display(), "PRIMARY");
     const auto isSelected = [&] {
         return !marker.ownsSelection() && primary.text() == scenario.picked;

@@ -38,19 +38,15 @@ Application gvim() {
     return commandEditor(
         QStringLiteral("gvim"), QStringLiteral("vim-gtk3"), {QStringLiteral("-f")},
         {[=](InputDriver &input) { command(input, QStringLiteral("e! letter.txt")); },
-         [=](InputDriver &input, qsizetype first, qsizetype count, bool isForwards) {
-             // The character under the cursor is selected with the others.
-             command(input, QStringLiteral("go 1"));
-             const qsizetype start = isForwards ? first : first - 1;
-             if (start > 0)
-                 input.type(QString::number(start) + u' ');
-             input.type(QStringLiteral("v"));
-             if (count > 1)
-                 input.type(QString::number(count - 1));
-             if (count > 1 && isForwards)
-                 input.type(QStringLiteral(" "));
-             else if (count > 1)
-                 input.chord({XK_BackSpace});
+         [=](InputDriver &input, const QString &before, const QString &part, bool isForwards) {
+             // Counted in bytes from 1; the character under the cursor is selected with the others.
+             const auto end = part.size() - (part.back().isLowSurrogate() ? 2 : 1);
+             const qsizetype first = before.toUtf8().size() + 1;
+             const qsizetype last = first + part.left(end).toUtf8().size();
+             input.chord({XK_Escape});
+             input.type(QStringLiteral("%1gov%2go")
+                            .arg(isForwards ? first : last)
+                            .arg(isForwards ? last : first));
          },
          [=](InputDriver &input) {
              command(input, QStringLiteral("w! written.txt"));
@@ -64,15 +60,16 @@ Application gvim() {
 
 Application emacs() {
     const auto evaluate = [](InputDriver &input, const QString &text) {
-        input.chord({XK_Control_L, XK_g});
         input.chord({XK_Alt_L, XK_Shift_L, XK_semicolon});
         input.type(text + u'\n');
     };
     return commandEditor(
         QStringLiteral("emacs"), QStringLiteral("emacs-gtk"), {},
         {[=](InputDriver &input) { evaluate(input, QStringLiteral("(revert-buffer t t)")); },
-         [=](InputDriver &input, qsizetype first, qsizetype count, bool isForwards) {
-             evaluate(input, QStringLiteral("(goto-char %1)").arg(first + 1));
+         [=](InputDriver &input, const QString &before, const QString &part, bool isForwards) {
+             const auto count = part.toUcs4().size();
+             const auto start = before.toUcs4().size() + (isForwards ? 0 : count);
+             evaluate(input, QStringLiteral("(goto-char %1)").arg(start + 1));
              input.chord({XK_Control_L, XK_space});
              input.chord({XK_Control_L, XK_u});
              input.type(QString::number(count));

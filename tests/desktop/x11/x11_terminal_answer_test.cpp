@@ -1,6 +1,8 @@
 #include "desktop/x11/ScriptedOwner.h"
 #include "desktop/x11/TerminalFixture.h"
 
+#include <csignal>
+
 namespace quillmender {
 
 namespace {
@@ -123,6 +125,22 @@ TEST_F(TerminalAnswerTest, IsNotPastedWhenSomebodyElseHasTakenASelection) {
         other.offer("UTF8_STRING", {other.atom("UTF8_STRING"), 8, "an order\n"});
         EXPECT_FALSE(post()) << selection;
     }
+    tapWithControl(XKB_KEY_d);
+    EXPECT_TRUE(waitFor([this] { return xterm_->waitForFinished(100); }));
+    EXPECT_EQ(contents("typed"), "");
+}
+
+TEST_F(TerminalAnswerTest, IsNotPastedIntoATerminalThatIsStopped) {
+    start(QStringLiteral("touch ready; cat > typed"));
+    const auto terminal = static_cast<pid_t>(xterm_->processId());
+    ::kill(terminal, SIGSTOP);
+    EXPECT_EQ(prepare(QStringLiteral("answer")), ChordReadiness::withheld);
+    ::kill(terminal, SIGCONT);
+    ASSERT_TRUE(
+        waitFor([&] { return prepare(QStringLiteral("answer")) == ChordReadiness::ready; }));
+    ::kill(terminal, SIGSTOP);
+    EXPECT_FALSE(post());
+    ::kill(terminal, SIGCONT);
     tapWithControl(XKB_KEY_d);
     EXPECT_TRUE(waitFor([this] { return xterm_->waitForFinished(100); }));
     EXPECT_EQ(contents("typed"), "");

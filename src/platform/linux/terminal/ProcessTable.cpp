@@ -117,6 +117,11 @@ bool ProcessTable::isAncestor(qint64 ancestor, qint64 process) const {
     return ancestor != process && familyOf(ancestor).contains(process);
 }
 
+bool isStopped(qint64 process) {
+    const auto entry = readEntry(process);
+    return entry && (entry->state == 'T' || entry->state == 't');
+}
+
 std::optional<QSet<dev_t>> terminalsHeldBy(qint64 process) {
     const auto descriptors = listOf(pathOf(process, "fd"));
     if (!descriptors)

@@ -38,6 +38,9 @@ class ProcessTable {
     QList<ProcessEntry> entries_;
 };
 
+/// Whether somebody has stopped the process, so that it sees nothing until it may go on.
+bool isStopped(qint64 process);
+
 /// The terminal devices whose other end the process holds, as a terminal emulator does. Absent when
 /// that cannot be told; none for a process that has ended.
 std::optional<QSet<dev_t>> terminalsHeldBy(qint64 process);

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11KeyEvents.h"
 
 #include "platform/SignalWait.h"
+#include "platform/linux/terminal/ProcessTable.h"
 #include "platform/linux/terminal/TerminalForeground.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ChordWatch.h"
@@ -180,6 +181,8 @@ QCoro::Task<bool> X11KeyEvents::lendToTerminal(xcb_window_t window) {
         const qint64 emulator = processOfClient(connection, window);
         return emulator != 0 && hasEditorsOnly(emulator);
     };
+    if (isStopped(processOfClient(connection_, window)))
+        co_return false;
     co_return co_await pasteboard_.lendToTerminal(takesLineEnds);
 }
 
@@ -234,8 +237,10 @@ bool X11KeyEvents::press(quint16 keyCode) {
     }
     const bool isPaste = keyCode == keycode::v;
     const bool isInsert = isPaste && isTerminal_;
-    if (isInsert && !pasteboard_.isLent()) {
-        qCInfo(x11Log, "somebody else took a selection before the paste");
+    // Later a terminal would paste what is there by then, with the line ends that it has.
+    if (isInsert &&
+        (!pasteboard_.isLent() || isStopped(processOfClient(connection_, target_->window())))) {
+        qCInfo(x11Log, "the terminal was stopped, or somebody else took a selection");
         keys_.release();
         return false;
     }
