@@ -104,6 +104,8 @@ TEST_F(TerminalForegroundTest, HasNoEditorWhenItIsStopped) {
 TEST_F(TerminalForegroundTest, HasNoEditorWhenItIsInTheBackground) {
     TerminalProgram program(folder(), {"dash", "-i"});
     ASSERT_TRUE(program.writes("ready> "));
+    // What is in the background itself makes no difference.
+    program.type("sleep 60 &\r");
     program.type("vim -u NONE -N -n\r");
     ASSERT_TRUE(becomes(true, program));
     program.type("\x1a");
