@@ -14,10 +14,13 @@ namespace {
 constexpr qsizetype longestVersion = 32;
 constexpr qsizetype longestAddress = 2048;
 
-bool isVersionNumber(const QString &version) {
+/// Numbers and dots, and what else people put into versions: nothing that changes how it is shown.
+bool isVersion(const QString &version) {
+    constexpr QStringView marks(u".+-_ ");
     return !version.isEmpty() && version.size() <= longestVersion &&
-           std::ranges::all_of(version, [](QChar character) {
-               return character == u'.' || (character >= u'0' && character <= u'9');
+           std::ranges::all_of(version, [&](QChar character) {
+               return marks.contains(character) ||
+                      (character.unicode() < 0x80 && character.isLetterOrNumber());
            });
 }
 
@@ -30,8 +33,8 @@ bool isWebAddress(const QUrl &url) {
 ReleaseManifest decodeReleaseManifest(const QByteArray &bytes) {
     const Json document = decodeJson(bytes);
     const QString version = member::text(document, "version");
-    if (!isVersionNumber(version))
-        throw DecodingError(QStringLiteral("The version is not a number with dots."));
+    if (!isVersion(version))
+        throw DecodingError(QStringLiteral("The version is none."));
     const QString address = member::text(document, "download_url");
     const QUrl downloadURL(address, QUrl::StrictMode);
     if (address.size() > longestAddress || !isWebAddress(downloadURL))

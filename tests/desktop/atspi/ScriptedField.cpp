@@ -78,6 +78,12 @@ QVariant ScriptedField::answerTo(const QDBusMessage &message) {
         text.remove(first, arguments.value(1).toInt() - first);
         return answersDeletion ? QVariant(true) : QVariant();
     }
+    if (message.member() == QStringLiteral("SetTextContents")) {
+        calls.append(QStringLiteral("SetTextContents"));
+        if (setsContents)
+            text = arguments.value(0).toString();
+        return setsContents;
+    }
     if (message.member() == QStringLiteral("InsertText")) {
         calls.append(QStringLiteral("InsertText"));
         if (!insert)

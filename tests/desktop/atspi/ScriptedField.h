@@ -28,6 +28,7 @@ class ScriptedField : public QDBusVirtualObject {
     bool knowsItsEnd = true;
     bool refusesDeletion = false;
     bool answersDeletion = true;
+    bool setsContents = false;
     /// How long each of its changing calls is held up before it is attended to; everything that
     /// comes meanwhile waits behind it.
     std::chrono::milliseconds stall{0};

@@ -123,6 +123,21 @@ TEST_F(WriterTest, LateRefusalIsFollowedByNothing) {
     EXPECT_THAT(field->calls, ElementsAre(QStringLiteral("DeleteText")));
 }
 
+TEST_F(WriterTest, RepairIsTriedMoreThanOnce) {
+    for (const int refused : {2, 3, 4}) {
+        SCOPED_TRACE(refused);
+        field->text = oldText;
+        field->setsContents = refused == 4;
+        int refusals = refused;
+        field->insert = [&](qsizetype position, const QString &added) {
+            if (refusals-- <= 0)
+                field->text.insert(position, added);
+        };
+        EXPECT_EQ(write(element(), newText), AccessibilityError::failure);
+        EXPECT_EQ(field->text, oldText);
+    }
+}
+
 TEST_F(WriterTest, RepairThatIsRefusedLeavesAnUnknownText) {
     field->insert = [](qsizetype, const QString &) {};
     EXPECT_EQ(write(element(), newText), AccessibilityError::cannotComplete);

@@ -30,14 +30,14 @@ class FakeInstance : public Instance {
   public:
     explicit FakeInstance(fakes::CallLog log) : log_(std::move(log)) {}
 
-    bool claim(std::function<void(const QString &action)> onAction) override {
+    InstanceClaim claim(std::function<void(const QString &action)> onAction) override {
         log_->append(QStringLiteral("claim"));
         perform = std::move(onAction);
-        return isFirst;
+        return {outcome};
     }
 
     std::function<void(const QString &action)> perform;
-    bool isFirst = true;
+    InstanceClaim::Outcome outcome = InstanceClaim::Outcome::held;
 
   private:
     fakes::CallLog log_;
@@ -132,7 +132,7 @@ class AppDelegateTest : public testing::Test {
 TEST_F(AppDelegateTest, launchesInItsOrder) {
     EXPECT_EQ(*log, QStringList(QStringLiteral("isProcessTrusted"))) << "made, not launched";
     log->clear();
-    EXPECT_TRUE(delegate->applicationDidFinishLaunching());
+    EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, InstanceClaim::Outcome::held);
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("claim"),
                         QStringLiteral("setAccessoryPolicy"),
@@ -148,8 +148,8 @@ TEST_F(AppDelegateTest, launchesInItsOrder) {
 
 TEST_F(AppDelegateTest, aSecondCopyStartsNothing) {
     log->clear();
-    instance->isFirst = false;
-    EXPECT_FALSE(delegate->applicationDidFinishLaunching());
+    instance->outcome = InstanceClaim::Outcome::otherActivated;
+    EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, instance->outcome);
     EXPECT_EQ(*log, QStringList(QStringLiteral("claim")));
     EXPECT_FALSE(hotKeys->isInstalled());
     EXPECT_EQ(windowTitles(), QStringList());

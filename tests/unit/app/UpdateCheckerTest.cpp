@@ -145,30 +145,39 @@ TEST_F(UpdateCheckerTest, comparesNumberByNumber) {
     EXPECT_FALSE(isNewer("1.0.0", "1.0.0"));
 }
 
-TEST_F(UpdateCheckerTest, partsOfTheRunningVersionThatAreNoNumbersCountAsZero) {
-    EXPECT_TRUE(isNewer("2.1", "2.0-beta"));
-    EXPECT_FALSE(isNewer("2.0", "2.0-beta"));
-    EXPECT_FALSE(isNewer("2.0", "2.1-beta")) << "2.0";
-    EXPECT_TRUE(isNewer("1", "v2"));
-    EXPECT_TRUE(isNewer("1", " 2"));
-    EXPECT_TRUE(isNewer("1", "0x10"));
-    EXPECT_TRUE(isNewer("1", "1e3"));
-    EXPECT_TRUE(isNewer("1", "\xD9\xA3")) << "a digit of another script";
+TEST_F(UpdateCheckerTest, partsThatAreNoNumbersCountAsZero) {
+    EXPECT_TRUE(isNewer("2.0-beta", "1.9"));
+    EXPECT_FALSE(isNewer("2.0-beta", "2.0"));
+    EXPECT_FALSE(isNewer("2.1-beta", "2.0")) << "2.0";
+    EXPECT_FALSE(isNewer("v2", "1.0"));
+    EXPECT_FALSE(isNewer("1b", "0"));
+    EXPECT_FALSE(isNewer(" 2", "1"));
+    EXPECT_FALSE(isNewer("2 ", "1"));
+    EXPECT_FALSE(isNewer("0x10", "0"));
+    EXPECT_FALSE(isNewer("1e3", "1"));
+    EXPECT_FALSE(isNewer("\xD9\xA3", "1")) << "a digit of another script";
     EXPECT_FALSE(isNewer("9223372036854775808", "0")) << "too large";
     EXPECT_TRUE(isNewer("9223372036854775807", "9223372036854775806"));
     EXPECT_TRUE(isNewer("0", "-1"));
-    EXPECT_FALSE(isNewer("1", "+2"));
-    EXPECT_TRUE(isNewer("1", "+-2"));
+    EXPECT_FALSE(isNewer("-1", "0"));
+    EXPECT_TRUE(isNewer("+2", "1"));
+    EXPECT_FALSE(isNewer("+-2", "0"));
+    EXPECT_TRUE(isNewer("+-2", "-1")) << "0, not -2";
+    EXPECT_FALSE(isNewer("+", "0"));
+    EXPECT_FALSE(isNewer("-", "0"));
     EXPECT_TRUE(isNewer("1", "beta"));
 }
 
-TEST_F(UpdateCheckerTest, aPublishedVersionIsDigitsAndDots) {
-    for (const char *version : {"2.0-beta", "v2", "2b", " 2", "2 ", "+2", "-2", "0x10", "1e3",
-                                "2,0", "\xD9\xA3", "2\\n0", "<b>2</b>", "2\\u0000", "2\\u202e"})
-        EXPECT_FALSE(isNewer(version, "0")) << version;
+TEST_F(UpdateCheckerTest, aPublishedVersionIsShort) {
     EXPECT_TRUE(isNewer(QByteArray("1.").repeated(16).constData(), "0"));
     EXPECT_FALSE(isNewer((QByteArray("1.").repeated(16) + '1').constData(), "0"));
     EXPECT_FALSE(isNewer(QByteArray(50'000, '1').constData(), "0"));
+}
+
+TEST_F(UpdateCheckerTest, nothingInAPublishedVersionChangesHowItIsShown) {
+    for (const char *version : {"2.2,0", "2.2\\n0", "2.<b>2</b>", "2.2\\u0000", "2.2\\u202e",
+                                "2.\xD9\xA3", "2.2&amp;", "2.2%1"})
+        EXPECT_FALSE(isNewer(version, "0")) << version;
 }
 
 TEST_F(UpdateCheckerTest, onlyPagesOfTheWebAreOpened) {

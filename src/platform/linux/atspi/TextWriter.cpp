@@ -179,10 +179,8 @@ QCoro::Task<TextWriter::Standing> TextWriter::settle(TextElementRef element, Dec
     const bool surroundingsStand = shown->text.size() >= before.size() + after.size() &&
                                    shown->text.startsWith(before) && shown->text.endsWith(after);
     if (surroundingsStand) {
-        const TextSplice repair = computeSplice(shown->text, old.text);
-        co_await apply(element, *shown, repair);
-        const auto repaired = co_await reader_.wholeText(element);
-        co_return repaired && repaired->text == old.text ? Standing::untouched : Standing::unknown;
+        const bool isRepaired = co_await repair(element, old.text);
+        co_return isRepaired ? Standing::untouched : Standing::unknown;
     }
     // Somebody changed the text elsewhere at the same time. If our words are in their place, they
     // are written.
@@ -190,6 +188,32 @@ QCoro::Task<TextWriter::Standing> TextWriter::settle(TextElementRef element, Dec
         !splice.inserted.isEmpty() &&
         shown->text.mid(splice.start, splice.inserted.size()) == splice.inserted;
     co_return oursIsThere ? Standing::written : Standing::unknown;
+}
+
+/// Not given up at the first refusal: words of the user are missing.
+QCoro::Task<bool> TextWriter::repair(TextElementRef element, QString wanted) {
+    constexpr int attempts = 4;
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        const std::optional<DecodedText> shown = element->memory.value;
+        if (!shown || !shown->unit)
+            co_return false;
+        Reply reply = Reply::none;
+        if (attempt < attempts) {
+            const TextSplice splice = computeSplice(shown->text, wanted);
+            reply = co_await apply(element, *shown, splice);
+        } else {
+            // It takes the field's history along, and is the last way.
+            const QVariantList whole = {wanted};
+            const Answer answer = co_await order(element, "SetTextContents", whole, {});
+            reply = answer == Answer::none ? Reply::none : Reply::prompt;
+        }
+        if (reply == Reply::none || reply == Reply::unsent)
+            co_return false;
+        const auto repaired = co_await reader_.wholeText(element);
+        if (repaired && repaired->text == wanted)
+            co_return true;
+    }
+    co_return false;
 }
 
 } // namespace quillmender

@@ -31,6 +31,7 @@ class TextWriter {
     QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);
     QCoro::Task<Answer> order(TextElementRef element, const char *member, QVariantList arguments,
                               std::chrono::milliseconds allowance);
+    QCoro::Task<bool> repair(TextElementRef element, QString wanted);
     /// Reads the text again; puts the old words back when only half of the change was made.
     QCoro::Task<Standing> settle(TextElementRef element, DecodedText old, TextSplice splice,
                                  QString wanted);
