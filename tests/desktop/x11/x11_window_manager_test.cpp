@@ -39,7 +39,7 @@ class WindowManagerTest : public X11Test {
     ChordReadiness activateAndPrepare(Chord chord) {
         const auto application = std::make_shared<X11RunningApplication>(source_->id(), 0);
         services_->workspace->activate(application, 0);
-        return wait(services_->keyEvents->prepareChord(application, chord));
+        return wait(services_->keyEvents->prepareChord(application, chord, focus_));
     }
 
     std::unique_ptr<QProcess> manager_;
@@ -70,7 +70,7 @@ TEST_F(WindowManagerTest, NothingIsTypedWhenItIsHeldUpForTooLong) {
 TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
     const auto application = std::make_shared<X11RunningApplication>(source_->id(), 0);
     stop();
-    auto readiness = services_->keyEvents->prepareChord(application, Chord::paste);
+    auto readiness = services_->keyEvents->prepareChord(application, Chord::paste, focus_);
     for (int i = 0; i < 20; ++i) {
         for (const auto *window : {source_.get(), other_.get()})
             writeCardinals(*peer_, peer_->root(), peer_->atom("_NET_ACTIVE_WINDOW"),
