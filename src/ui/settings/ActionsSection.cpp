@@ -59,7 +59,7 @@ ActionRow *ActionsSection::makeRow() {
     connect(row->editButton(), &QPushButton::clicked, this,
             [this, row] { Q_EMIT editRequested(row->item()); });
     connect(row->removeButton(), &QPushButton::clicked, this, [this, row] {
-        // At once: the list follows only in the next turn, and another key may already wait.
+        // Before the next action moves up beneath the key that is pressed once more.
         if (const QWidget *focus = window()->focusWidget(); focus && list_->isAncestorOf(focus))
             rest(actionRows_.indexOf(row));
         remove(row->item());

@@ -31,15 +31,6 @@ TEST_F(ActionListFocusTest, RepeatedKeysRemoveOneAction) {
     }
 }
 
-TEST_F(ActionListFocusTest, AKeyThatAlreadyWaitsRemovesNothing) {
-    show();
-    rows().at(1)->removeButton()->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    settle();
-    EXPECT_EQ(rows().size(), 6);
-}
-
 TEST_F(ActionListFocusTest, TabGoesOnWithTheActionInItsPlace) {
     show();
     rows().at(2)->removeButton()->setFocus();
