@@ -19,6 +19,7 @@
 #include "ui/TextLabel.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -180,17 +181,19 @@ TEST_F(AppDelegateTest, theWindowsAreMadeOnceAndUsedAgain) {
     const QString ways[] = {QStringLiteral("about"), QStringLiteral("settings")};
     for (const QString &way : ways) {
         instance->perform(way);
-        const QList<HostedWindow *> first = shown<HostedWindow>();
-        ASSERT_EQ(first.size(), 1);
-        first.constFirst()->close();
+        ASSERT_EQ(shown<HostedWindow>().size(), 1);
+        const QPointer first(shown<HostedWindow>().constFirst());
+        first->close();
         instance->perform(way);
         instance->perform(way);
-        EXPECT_EQ(shown<HostedWindow>(), first);
-        first.constFirst()->close();
+        ASSERT_TRUE(first);
+        EXPECT_EQ(shown<HostedWindow>(), QList<HostedWindow *>({first}));
+        first->close();
     }
     instance->perform(QStringLiteral("transform"));
-    const auto *panel = shown<ActionTile>().constFirst()->window();
+    const QPointer panel(shown<ActionTile>().constFirst()->window());
     instance->perform(QStringLiteral("transform"));
+    ASSERT_TRUE(panel);
     EXPECT_EQ(shown<ActionTile>().constFirst()->window(), panel);
     EXPECT_EQ(windowTitles().size(), 1);
 }

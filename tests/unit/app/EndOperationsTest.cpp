@@ -30,6 +30,23 @@ TEST_F(EndOperationsTest, waitsForTheRunAndItsWriteBack) {
     EXPECT_EQ(value(), QStringLiteral("answer"));
 }
 
+TEST_F(EndOperationsTest, waitsForEveryOperation) {
+    capture(QStringLiteral("text"));
+    coordinator->run(action());
+    accessibility->hasFocusedElement = false;
+    clock->hold();
+    coordinator->beginWorkflow();
+    auto ending = coordinator->endOperations(longEnough);
+    clock->release();
+    for (int turn = 0; turn < 10; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(ending.isReady()) << "the capture has ended, the run has not";
+    EXPECT_TRUE(coordinator->isWorking());
+    transport.answerText("answer");
+    test::runTask(std::move(ending));
+    EXPECT_FALSE(coordinator->isWorking());
+}
+
 TEST_F(EndOperationsTest, waitsNoLongerThanItsLimit) {
     capture(QStringLiteral("text"));
     coordinator->run(action());

@@ -12,6 +12,8 @@ TEST(TextUnitsTest, CountTellsTheUnit) {
     EXPECT_EQ(decodeText(mixed, 6, false).unit, OffsetUnit::utf16);
     EXPECT_EQ(decodeText(mixed, 4, false).unit, OffsetUnit::codePoints);
     EXPECT_EQ(decodeText(mixed, 5, false).unit, std::nullopt);
+    EXPECT_EQ(decodeText(mixed, 3, false).unit, std::nullopt);
+    EXPECT_EQ(decodeText(mixed, 7, false).unit, std::nullopt);
     EXPECT_EQ(decodeText(QStringLiteral("h\u00e9"), 2, false).unit, OffsetUnit::utf16);
     EXPECT_EQ(decodeText(QStringLiteral("h\u00e9"), 3, false).unit, std::nullopt);
     EXPECT_EQ(decodeText(QString(), 0, false).unit, OffsetUnit::utf16);
@@ -38,6 +40,17 @@ TEST(TextUnitsTest, OffsetsConvertBothWays) {
         EXPECT_EQ(fromUtf16(mixed, units, OffsetUnit::codePoints), points);
         EXPECT_EQ(toUtf16(mixed, units, OffsetUnit::utf16), units);
     }
+}
+
+TEST(TextUnitsTest, HalfAPairIsACharacterOfItsOwn) {
+    const QString high(QChar(0xd83d));
+    const QString low(QChar(0xde80));
+    EXPECT_EQ(codePointCount(high + QStringLiteral("ab")), 3);
+    EXPECT_EQ(codePointCount(low + high), 2);
+    EXPECT_EQ(codePointCount(high + rocket), 2);
+    EXPECT_EQ(codePointCount(rocket), 1);
+    EXPECT_EQ(toUtf16(high + QStringLiteral("ab"), 2, OffsetUnit::codePoints), 2);
+    EXPECT_EQ(fromUtf16(high + QStringLiteral("ab"), 1, OffsetUnit::utf16), 1);
 }
 
 TEST(TextUnitsTest, OffsetsOutsideAndInsideAPairAreRefused) {

@@ -1,5 +1,7 @@
 #include "PanelFixture.h"
 
+#include <QSignalSpy>
+
 namespace quillmender {
 
 namespace {
@@ -38,6 +40,17 @@ TEST_F(EditorTest, TheModelsTextIsShown) {
     change([](auto &state) { state.instruction.clear(); });
     EXPECT_TRUE(editor()->document()->isEmpty());
     EXPECT_EQ(model.state().instruction, QString()) << "rendering is no edit";
+}
+
+TEST_F(EditorTest, RenderingIsNoEdit) {
+    show();
+    const QSignalSpy edits(editor(), &InstructionEditor::edited);
+    change([](auto &state) { state.instruction = QStringLiteral("a"); });
+    change([](auto &state) { state.instruction = QStringLiteral("b"); });
+    change([](auto &state) { state.instruction.clear(); });
+    EXPECT_EQ(edits.count(), 0);
+    QTest::keyClicks(editor(), QStringLiteral("xy"));
+    EXPECT_EQ(edits.count(), 2);
 }
 
 TEST_F(EditorTest, LineBreaksAndNoBreakSpacesArriveUnchanged) {

@@ -65,9 +65,11 @@ TEST(ColorTableTest, TheMarkIsTheAccentWhereItIsSeen) {
     EXPECT_EQ(seen.accentMark, seen.accent);
     const Colors pale = Colors::make(false, 0xffff00);
     EXPECT_LT(pale.accentMark.lightness(), pale.accent.lightness());
-    EXPECT_EQ(pale.onAccent.lightness() < 128, true);
+    EXPECT_GE(contrast(pale.accentMark, pale.window), 4.5);
+    EXPECT_LT(pale.onAccent.lightness(), 128);
     const Colors deep = Colors::make(true, 0x000080);
     EXPECT_GT(deep.accentMark.lightness(), deep.accent.lightness());
+    EXPECT_GE(contrast(deep.accentMark, deep.card), 4.5);
 }
 
 TEST_F(PaletteTest, TheToolkitHasOurColours) {

@@ -193,6 +193,27 @@ TEST_F(SurfaceTest, ATileShowsItsSymbolBesideItsTitle) {
     }
 }
 
+TEST_F(SurfaceTest, ATilesTextsAreInTheMiddleInTheirSizes) {
+    presence.drawsSymbols = true;
+    presence.become(presence.current);
+    show();
+    settle();
+    QFont title = fontFor(TextStyle::body);
+    title.setWeight(QFont::DemiBold);
+    const int titleHeight = QFontMetrics(title).height();
+    const int subtitleHeight = QFontMetrics(fontFor(TextStyle::caption)).height();
+    ActionTile &first = *tile(0);
+    const QImage column = look::painted(first, ground()).copy(16, 0, 20, first.height());
+    int top = 0;
+    while (top < column.height() &&
+           look::count(column.copy(0, top, 20, 1), colors().accentMark) == 0)
+        ++top;
+    // One line of each, and the symbol in the middle of the upper one.
+    const int textTop = (72 - (titleHeight + 2 + subtitleHeight)) / 2;
+    EXPECT_EQ(top, textTop + (titleHeight - 20) / 2);
+    EXPECT_GT(titleHeight, subtitleHeight);
+}
+
 TEST_F(SurfaceTest, AFieldIsARoundedTextBackground) {
     TextField field(theme);
     field.resize(240, field.sizeHint().height());
