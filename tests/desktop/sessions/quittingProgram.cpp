@@ -25,7 +25,8 @@ int main(int argc, char *argv[]) {
     });
 
     quillmender::AppDelegate delegate(quillmender::makePlatform());
-    if (!delegate.applicationDidFinishLaunching())
+    if (delegate.applicationDidFinishLaunching().outcome !=
+        quillmender::InstanceClaim::Outcome::held)
         return 1;
     return QApplication::exec();
 }
