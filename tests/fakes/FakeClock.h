@@ -2,8 +2,9 @@
 
 #include "fakes/CallLog.h"
 #include "platform/Clock.h"
+#include "platform/SignalWait.h"
 
-#include <QCoroSignal>
+#include <QCoroTask>
 #include <QFutureWatcher>
 #include <QPromise>
 
@@ -29,7 +30,7 @@ class FakeClock : public Clock {
         if (gate_) {
             QFutureWatcher<bool> watcher;
             watcher.setFuture(gate_->future());
-            co_await qCoro(&watcher, &QFutureWatcherBase::finished);
+            co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
             if (!watcher.result())
                 throw CancellationError();
         }
