@@ -8,7 +8,8 @@ namespace quillmender {
 struct PasteboardSnapshot {
     qint64 changeCount = 0;
     QList<PasteboardItem> items;
-    /// False when its owner was too slow: it has to be taken again before the pasteboard is borrowed.
+    /// False when its owner was too slow: it has to be taken again before the pasteboard is
+    /// borrowed.
     bool isComplete = true;
 };
 

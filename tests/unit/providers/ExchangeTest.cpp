@@ -106,16 +106,16 @@ TEST_P(ExchangeTest, ThePromptAndTheModelAreSentAsTheyAre) {
     settings.model = QStringLiteral(" m 1 ");
     const auto request = sentFor(settings, QStringLiteral("\n\t p \u00a0\n"));
     EXPECT_EQ(promptIn(request), QStringLiteral("\n\t p \u00a0\n"));
-    const QByteArray model = GetParam() == AIProvider::gemini ? request.url.toEncoded()
-                                                              : request.body;
+    const QByteArray model =
+        GetParam() == AIProvider::gemini ? request.url.toEncoded() : request.body;
     EXPECT_TRUE(model.contains(GetParam() == AIProvider::gemini ? "%20m%201%20:" : "\" m 1 \""))
         << model.toStdString();
 }
 
 TEST_P(ExchangeTest, GenerateChangesNeitherTheInstructionNorTheSource) {
-    const auto request = sentBy(client.generate(
-        QStringLiteral(" \n meeting  notes \n\t"), QStringLiteral("\n write\n an email  \n"),
-        configuration()));
+    const auto request =
+        sentBy(client.generate(QStringLiteral(" \n meeting  notes \n\t"),
+                               QStringLiteral("\n write\n an email  \n"), configuration()));
     EXPECT_EQ(promptIn(request).toStdString(),
               "Use the source text below as raw notes, context, or a rough request.\n"
               "Follow the instruction to generate the final text the user wants.\n"
@@ -141,8 +141,8 @@ TEST_P(ExchangeTest, OnlyAStatusFrom200To299IsASuccess) {
     const QByteArray good = bodyWith(QStringLiteral("A"));
     for (const int status : {200, 201, 204, 250, 299})
         EXPECT_EQ(answerTo(status, good), QStringLiteral("A")) << status;
-    for (const int status : {-1, 0, 1, 20, 99, 100, 101, 102, 103, 104, 110, 199, 300, 301, 304,
-                             400, 401, 408, 500, 599, 1000, 2000})
+    for (const int status : {-1,  0,   1,   20,  99,  100, 101, 102, 103, 104,  110,
+                             199, 300, 301, 304, 400, 401, 408, 500, 599, 1000, 2000})
         EXPECT_EQ(failureCaseOf([&] { answerTo(status, good); }), AppFailure::Case::openAIError)
             << status;
     EXPECT_EQ(failureCaseOf([&] { answerTo(std::nullopt, good); }),

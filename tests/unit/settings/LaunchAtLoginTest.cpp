@@ -72,7 +72,8 @@ TEST_F(LaunchAtLoginTest, afterASuccessTheUsersWordCountsAndTheSystemsIsShown) {
     store().setLaunchAtLoginEnabled(false);
     EXPECT_FALSE(store().launchAtLoginEnabled());
     EXPECT_EQ(store().launchAtLoginStatusMessage(), std::nullopt);
-    EXPECT_EQ(*log, QStringList({QStringLiteral("registerItem"), QStringLiteral("unregisterItem")}));
+    EXPECT_EQ(*log,
+              QStringList({QStringLiteral("registerItem"), QStringLiteral("unregisterItem")}));
 }
 
 TEST_F(LaunchAtLoginTest, theSameValueIsARequestAgain) {
@@ -93,8 +94,10 @@ TEST_F(LaunchAtLoginTest, isReadWhenTheStoreIsMade) {
 TEST_F(LaunchAtLoginTest, theSwitchAndItsLineAreEachAnnouncedBeforeTheyChange) {
     QStringList seen;
     QObject::connect(&store(), &Observable::objectWillChange, &store(), [&] {
-        seen.append(QStringLiteral("%1 %2").arg(store().launchAtLoginEnabled()).arg(
-            store().launchAtLoginStatusMessage().value_or(QStringLiteral("-")).left(7)));
+        seen.append(
+            QStringLiteral("%1 %2")
+                .arg(store().launchAtLoginEnabled())
+                .arg(store().launchAtLoginStatusMessage().value_or(QStringLiteral("-")).left(7)));
     });
     store().setLaunchAtLoginEnabled(true);
     EXPECT_EQ(seen, QStringList({QStringLiteral("0 -"), QStringLiteral("1 -")}));

@@ -52,8 +52,8 @@ class SettingsWritesTest : public SettingsFixture {
     }
 
     const CustomAction mine{QUuid::createUuid(), QStringLiteral("Mine"), QStringLiteral("x")};
-    static constexpr const char *modelKeys[] = {
-        "settings.openai.model", "settings.anthropic.model", "settings.gemini.model"};
+    static constexpr const char *modelKeys[] = {"settings.openai.model", "settings.anthropic.model",
+                                                "settings.gemini.model"};
     static constexpr const char *endpointKeys[] = {
         "settings.openai.endpoint", "settings.anthropic.endpoint", "settings.gemini.endpoint"};
 };
@@ -216,9 +216,10 @@ TEST_F(SettingsWritesTest, keysAreReadInTheOrderOfTheProviders) {
     QStringList services;
     for (const QString &call : *log)
         services.append(call.section(u' ', 0, 0) + u' ' + call.section(u' ', 2, 2));
-    EXPECT_EQ(services, QStringList({QStringLiteral("copyMatching service=com.quillmender.openAI"),
-                                     QStringLiteral("copyMatching service=com.quillmender.anthropic"),
-                                     QStringLiteral("copyMatching service=com.quillmender.gemini")}));
+    EXPECT_EQ(services,
+              QStringList({QStringLiteral("copyMatching service=com.quillmender.openAI"),
+                           QStringLiteral("copyMatching service=com.quillmender.anthropic"),
+                           QStringLiteral("copyMatching service=com.quillmender.gemini")}));
 }
 
 } // namespace
