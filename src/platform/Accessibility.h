@@ -54,6 +54,7 @@ struct AttributeResult {
 enum class PasteTarget {
     selected, ///< the range was seen to be selected, or the system leaves that to applications
     unknown,  ///< nobody told what is selected
+    gone,     ///< the text has become too short for the range
     another,  ///< something else was seen to be selected, or nothing
 };
 

@@ -223,9 +223,10 @@ QCoro::Task<bool> SelectionController::selectWhatGoes(SelectionSessionRef sessio
     const PasteTarget target =
         co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
     // The user selected a part, and nobody says that it is not selected still; a whole field was
-    // captured because nothing was.
-    co_return target == PasteTarget::selected ||
-        (target == PasteTarget::unknown && session->captureScope == CaptureScope::selection);
+    // captured because nothing was. What is gone cannot be doubled.
+    const bool isUsersOwn = session->captureScope == CaptureScope::selection;
+    co_return target == PasteTarget::selected || target == PasteTarget::gone ||
+        (target == PasteTarget::unknown && isUsersOwn);
 }
 
 QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QString replacement) {

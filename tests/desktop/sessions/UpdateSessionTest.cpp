@@ -13,7 +13,7 @@ using harness::waitUntil;
 const QString alertTitle = QStringLiteral("Quillmender 1.4.2 is available");
 const QString informativeText = QStringLiteral(
     "A newer version of Quillmender has been published. Do you want to download it now?");
-const QString download = QStringLiteral("http://127.0.0.1:9/quillmender-1.4.2");
+const QString download = QStringLiteral("https://127.0.0.1:9/quillmender-1.4.2");
 const QStringList plainMenu{QStringLiteral("Transform"), QStringLiteral("Settings"),
                             QStringLiteral("About"), QStringLiteral("Quit Quillmender")};
 const QStringList menuWithUpdate{QStringLiteral("Transform"), QStringLiteral("Settings"),

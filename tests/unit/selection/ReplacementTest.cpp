@@ -145,6 +145,8 @@ TEST_F(ReplacementTest, isNotPastedBesideTheCapturedText) {
     EXPECT_TRUE(ends(CaptureScope::selection, PasteTarget::unknown));
     EXPECT_FALSE(ends(CaptureScope::selection, PasteTarget::another));
     EXPECT_TRUE(ends(CaptureScope::fullField, PasteTarget::selected));
+    EXPECT_TRUE(ends(CaptureScope::selection, PasteTarget::gone));
+    EXPECT_TRUE(ends(CaptureScope::fullField, PasteTarget::gone));
     EXPECT_FALSE(ends(CaptureScope::fullField, PasteTarget::unknown));
     EXPECT_FALSE(ends(CaptureScope::fullField, PasteTarget::another));
 }

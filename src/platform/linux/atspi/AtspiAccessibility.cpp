@@ -161,11 +161,18 @@ QCoro::Task<PasteTarget> AtspiAccessibility::selectBeforePaste(AccessibilityElem
         co_return PasteTarget::unknown;
     const Budget::Use use(text->budget);
     text->budget->beginWait(Budget::pastePatience);
-    const AccessibilityError selected = co_await selector_.select(text, range);
-    if (selected == AccessibilityError::success)
+    const AccessibilityError selected =
+        co_await selector_.select(text, range, Budget::pastePatience);
+    switch (selected) {
+    case AccessibilityError::success:
         co_return PasteTarget::selected;
-    co_return selected == AccessibilityError::cannotComplete ? PasteTarget::unknown
-                                                             : PasteTarget::another;
+    case AccessibilityError::cannotComplete:
+        co_return PasteTarget::unknown;
+    case AccessibilityError::illegalArgument:
+        co_return PasteTarget::gone;
+    default:
+        co_return PasteTarget::another;
+    }
 }
 
 } // namespace quillmender

@@ -1,8 +1,15 @@
 #include "platform/linux/atspi/TextSelector.h"
 
+#include <QCoroTimer>
+#include <QDeadlineTimer>
+
 #include <utility>
 
 namespace quillmender {
+
+namespace {
+constexpr std::chrono::milliseconds betweenLooks(15);
+} // namespace
 
 QCoro::Task<std::optional<DecodedText>> TextSelector::currentText(TextElementRef element) {
     if (element->memory.value) {
@@ -18,7 +25,8 @@ QCoro::Task<bool> TextSelector::shows(TextElementRef element, OffsetPair offsets
     co_return found.kind != TextReader::Selection::Kind::unreadable &&found.offsets == offsets;
 }
 
-QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, TextRange range) {
+QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, TextRange range,
+                                                     std::chrono::milliseconds patience) {
     const auto text = co_await currentText(element);
     if (!text || !text->unit)
         co_return AccessibilityError::cannotComplete;
@@ -45,7 +53,12 @@ QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, Tex
         bus_.post(object, atspi::text, "AddSelection", {int(*start), int(*end)});
     else
         bus_.post(object, atspi::text, "SetSelection", {0, int(*start), int(*end)});
-    const TextReader::Selection found = co_await reader_.trueSelection(element);
+    const QDeadlineTimer deadline(patience);
+    TextReader::Selection found = co_await reader_.trueSelection(element);
+    while (found.offsets != offsets && !deadline.hasExpired()) {
+        co_await QCoro::sleepFor(betweenLooks);
+        found = co_await reader_.trueSelection(element);
+    }
     if (found.kind == TextReader::Selection::Kind::unreadable)
         co_return AccessibilityError::cannotComplete;
     co_return found.offsets == offsets ? AccessibilityError::success : AccessibilityError::failure;

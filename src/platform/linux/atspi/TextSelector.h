@@ -11,8 +11,10 @@ class TextSelector {
 
     /// Success when the object was seen to have that selection (or caret, for length 0), failure
     /// when it was seen to have another, illegalArgument when the range does not fit its text,
-    /// cannotComplete when it cannot be told.
-    QCoro::Task<AccessibilityError> select(TextElementRef element, TextRange range);
+    /// cannotComplete when it cannot be told. A browser tells of a new selection only when its page
+    /// has it: that is waited for as long as `patience`.
+    QCoro::Task<AccessibilityError> select(TextElementRef element, TextRange range,
+                                           std::chrono::milliseconds patience = {});
 
   private:
     QCoro::Task<std::optional<DecodedText>> currentText(TextElementRef element);
