@@ -5,26 +5,35 @@
 #include <QFutureWatcher>
 #include <QPromise>
 
+#include <exception>
+#include <memory>
 #include <thread>
 
 namespace quillmender {
 
 QCoro::Task<QString> aside(std::function<QString()> work) {
-    QPromise<QString> promise;
-    QFutureWatcher<QString> watcher;
+    struct Outcome {
+        QString text;
+        std::exception_ptr error;
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    QPromise<void> promise;
+    QFutureWatcher<void> watcher;
     watcher.setFuture(promise.future());
-    std::thread([promise = std::move(promise), work = std::move(work)]() mutable {
+    std::thread([outcome, promise = std::move(promise), work = std::move(work)]() mutable {
         promise.start();
         try {
-            promise.addResult(work());
+            outcome->text = work();
         } catch (...) {
-            promise.setException(std::current_exception());
+            outcome->error = std::current_exception();
         }
         work = nullptr;
         promise.finish();
     }).detach();
     co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
-    co_return watcher.result();
+    if (outcome->error)
+        std::rethrow_exception(outcome->error);
+    co_return outcome->text;
 }
 
 } // namespace quillmender

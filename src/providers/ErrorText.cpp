@@ -1,36 +1,35 @@
 #include "providers/ErrorText.h"
 
-#include <QUrl>
+#include "providers/SecretMask.h"
 
 namespace quillmender {
 
 namespace {
 
-constexpr qsizetype longestText = 4096;
+/// What a message needs, and little enough to be laid out at once whatever it consists of.
+constexpr qsizetype longestText = 1024;
 
-/// What is shorter is no key that could be found again among words.
-constexpr qsizetype shortestKey = 8;
-
-/// As many bullets, so that nothing behind moves.
-void mask(QString &text, const QString &secret) {
-    if (secret.size() >= shortestKey)
-        text.replace(secret, QString(secret.size(), u'•'), Qt::CaseInsensitive);
+/// Fonts have no shapes for them, and looking for some takes seconds.
+bool isControl(QChar sign) {
+    return sign.category() == QChar::Other_Control && !sign.isSpace();
 }
 
 } // namespace
 
 QString errorText(const QString &text, const QString &apiKey) {
-    const QString encodedKey = QString::fromLatin1(QUrl::toPercentEncoding(apiKey));
     // Half a key at the end would not be found.
-    QString shown = text.left(longestText + encodedKey.size());
-    mask(shown, apiKey);
-    mask(shown, encodedKey);
-    if (text.size() <= longestText)
-        return shown;
-    qsizetype end = longestText;
-    if (shown.at(end - 1).isHighSurrogate())
-        --end;
-    return shown.left(end) + u'…';
+    QString shown = text.left(longestText + longestDisguise * apiKey.size());
+    maskSecret(shown, apiKey);
+    const bool isCut = text.size() > longestText;
+    if (isCut) {
+        const bool splits = shown.at(longestText - 1).isHighSurrogate();
+        shown.truncate(splits ? longestText - 1 : longestText);
+    }
+    for (QChar &sign : shown) {
+        if (isControl(sign))
+            sign = u' ';
+    }
+    return isCut ? shown + u'…' : shown;
 }
 
 } // namespace quillmender

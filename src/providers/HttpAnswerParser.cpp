@@ -19,6 +19,10 @@ bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
+bool isHexadecimal(char byte) {
+    return isDigit(byte) || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
+}
+
 bool isNamed(QByteArrayView name, const char *expected) {
     return name.compare(expected, Qt::CaseInsensitive) == 0;
 }
@@ -143,6 +147,11 @@ void HttpAnswerParser::readStatus(QByteArrayView line) {
 }
 
 void HttpAnswerParser::readHeader(QByteArrayView line) {
+    // The rest of a header above it, which HTTP has given up: what belongs to what is a guess.
+    if (line.front() == ' ' || line.front() == '\t') {
+        fail(TransportError::Kind::notHttp);
+        return;
+    }
     const qsizetype colon = line.indexOf(':');
     if (colon < 0)
         return;
@@ -192,7 +201,8 @@ void HttpAnswerParser::endHeaders() {
 void HttpAnswerParser::readChunkSize(QByteArrayView line) {
     const qsizetype extension = line.indexOf(';');
     const QByteArrayView digits = (extension < 0 ? line : line.first(extension)).trimmed();
-    bool isNumber = digits.size() <= mostDigits;
+    bool isNumber = !digits.isEmpty() && digits.size() <= mostDigits &&
+                    std::all_of(digits.begin(), digits.end(), isHexadecimal);
     const qsizetype size = isNumber ? digits.toLongLong(&isNumber, 16) : 0;
     if (!isNumber || size < 0)
         fail(TransportError::Kind::notHttp);

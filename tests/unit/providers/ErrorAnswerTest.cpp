@@ -48,7 +48,7 @@ TEST_P(ErrorAnswerTest, OnlyABodyThatIsNotUtf8GivesTheFallback) {
 }
 
 TEST_P(ErrorAnswerTest, ALongTextIsShownInPart) {
-    constexpr qsizetype longest = 4096;
+    constexpr qsizetype longest = 1024;
     const QString text(10'000'000, u'x');
     for (const auto &body : {text.toUtf8(), errorBody(text)}) {
         const auto shown = messageFor(ScriptedAnswer::http(500, body));
@@ -63,7 +63,7 @@ TEST_P(ErrorAnswerTest, ALongTextIsShownInPart) {
 }
 
 TEST_P(ErrorAnswerTest, AKeyThatIsRepeatedIsMasked) {
-    for (const QString &before : {QString(), QString(4090, u'x'), QString(4096, u'x')}) {
+    for (const QString &before : {QString(), QString(1018, u'x'), QString(1024, u'x')}) {
         for (const auto &text : {before + testKey + QStringLiteral(" is wrong"),
                                  before + QStringLiteral("Bearer ") + testKey.toUpper(),
                                  testKey + testKey + before + testKey}) {
@@ -76,6 +76,35 @@ TEST_P(ErrorAnswerTest, AKeyThatIsRepeatedIsMasked) {
     }
     EXPECT_EQ(messageFor(ScriptedAnswer::http(401, "No " + testKey.toUtf8() + "!")),
               QStringLiteral("No ••••••••••••••!"));
+}
+
+TEST_P(ErrorAnswerTest, AKeyIsMaskedInEveryDisguiseThatIsReadable) {
+    const auto masked = [this](const QString &disguise) {
+        const auto shown = messageFor(ScriptedAnswer::http(
+            401, (QStringLiteral("No ") + disguise + QStringLiteral("!")).toUtf8()));
+        EXPECT_TRUE(shown.startsWith(QStringLiteral("No •")) &&
+                    shown.endsWith(QStringLiteral("•!")))
+            << shown.toStdString();
+    };
+    QString inAddress;
+    QString inJson;
+    for (const QChar unit : testKey) {
+        inAddress += u'%' + QString::number(unit.unicode(), 16);
+        inJson += QStringLiteral("\\u00") + QString::number(unit.unicode(), 16);
+    }
+    masked(inAddress);
+    masked(inJson);
+    for (const char16_t *between : {u" ", u"\n", u"\r\n   ", u"\u200B"}) {
+        QString apart = testKey;
+        masked(apart.insert(5, QString::fromUtf16(between)));
+    }
+    const QString harmless = QStringLiteral("100% of \\users and 5%zz, \\u12");
+    EXPECT_EQ(messageFor(ScriptedAnswer::http(500, harmless.toUtf8())), harmless);
+}
+
+TEST_P(ErrorAnswerTest, WhatHasNoShapeIsNotLaidOut) {
+    EXPECT_EQ(messageFor(ScriptedAnswer::http(500, "a\x01\x02\tb\n\x7f")),
+              QStringLiteral("a  \tb\n "));
 }
 
 TEST_P(ErrorAnswerTest, NoStatusIsSpecial) {
