@@ -41,14 +41,17 @@ class FakePanel : public PickerPanel {
 };
 
 /// What a coordinator publishes, in the order in which it changes; what is published anew but stays
-/// the same is left out.
+/// the same is left out, and what changes without having been announced is told of.
 class PublishedChanges {
   public:
     explicit PublishedChanges(AppCoordinator &coordinator)
         : coordinator_(coordinator),
           last_(state()),
-          connection_(QObject::connect(&coordinator, &Observable::objectWillChange, &coordinator,
-                                       [this] { look(); })) {}
+          connection_(
+              QObject::connect(&coordinator, &Observable::objectWillChange, &coordinator, [this] {
+                  look();
+                  isAnnounced_ = true;
+              })) {}
     ~PublishedChanges() { QObject::disconnect(connection_); }
     PublishedChanges(const PublishedChanges &) = delete;
     PublishedChanges &operator=(const PublishedChanges &) = delete;
@@ -82,15 +85,22 @@ class PublishedChanges {
 
     void look() {
         const QStringList now = state();
-        for (qsizetype i = 0; i < now.size(); ++i)
-            if (now[i] != last_[i])
-                changes_.append(now[i]);
+        for (qsizetype i = 0; i < now.size(); ++i) {
+            if (now[i] == last_[i])
+                continue;
+            changes_.append(now[i]);
+            // The session itself is shown nowhere.
+            if (!isAnnounced_ && !now[i].startsWith(u"session"))
+                changes_.append(QStringLiteral("not announced"));
+        }
         last_ = now;
+        isAnnounced_ = false;
     }
 
     AppCoordinator &coordinator_;
     QStringList last_;
     QStringList changes_;
+    bool isAnnounced_ = false;
     QMetaObject::Connection connection_;
 };
 
