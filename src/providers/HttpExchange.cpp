@@ -174,16 +174,16 @@ void HttpExchange::connectingFailed(QAbstractSocket::SocketError error) {
 
 void HttpExchange::complete() {
     const bool isWithProxy = hasHttpProxy() && !isSecure();
+    if (isWithProxy && parser_.status() == proxyAuthenticationRequired) {
+        failAtProxy(TransportError::Kind::proxyFailed);
+        return;
+    }
     if (!parser_.isOver() || parser_.problem()) {
         const auto problem = parser_.problem().value_or(TransportError::Kind::connectionLost);
         if (isWithProxy && problem != TransportError::Kind::tooLarge)
             failAtProxy(TransportError::Kind::proxyFailed);
         else
             fail({problem, request_.url});
-        return;
-    }
-    if (isWithProxy && parser_.status() == proxyAuthenticationRequired) {
-        failAtProxy(TransportError::Kind::proxyFailed);
         return;
     }
     response_.status = parser_.status();

@@ -1,12 +1,14 @@
 #include "platform/Process.h"
 #include "platform/linux/desktop/BaseDirectories.h"
 #include "platform/linux/desktop/CoreFiles.h"
+#include "platform/linux/desktop/ProxyVariables.h"
 
 namespace quillmender {
 
 void prepareProcess() {
     forbidCoreFiles();
     unsetRelativeBaseDirectories();
+    completeProxyVariables();
 }
 
 } // namespace quillmender
