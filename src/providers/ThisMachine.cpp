@@ -2,6 +2,7 @@
 
 #include <QHostAddress>
 #include <QHostInfo>
+#include <QNetworkInterface>
 #include <QStringList>
 
 namespace quillmender {
@@ -11,7 +12,8 @@ namespace {
 bool isNumberOfThisMachine(const QHostAddress &address) {
     bool isShort = false;
     const bool isAny = address.toIPv4Address(&isShort) == 0 && isShort;
-    return isAny || address.isLoopback() || address == QHostAddress(QHostAddress::AnyIPv6);
+    return isAny || address.isLoopback() || address == QHostAddress(QHostAddress::AnyIPv6) ||
+           QNetworkInterface::allAddresses().contains(address);
 }
 
 bool isUsualName(const QString &name) {

@@ -1,6 +1,7 @@
 #include "providers/ThisMachine.h"
 
 #include <QHostInfo>
+#include <QNetworkInterface>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -53,5 +54,14 @@ TEST(ThisMachineTest, OthersAreElsewhere) {
 }
 
 } // namespace
+
+TEST(ThisMachineTest, AnAddressOfAnInterfaceIsOfThisMachine) {
+    for (QHostAddress address : QNetworkInterface::allAddresses()) {
+        address.setScopeId({});
+        if (!address.isLinkLocal())
+            EXPECT_TRUE(isThisMachine(address.toString())) << address.toString().toStdString();
+    }
+    EXPECT_FALSE(isThisMachine(QStringLiteral("192.0.2.77")));
+}
 
 } // namespace quillmender::test
