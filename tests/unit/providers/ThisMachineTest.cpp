@@ -53,8 +53,6 @@ TEST(ThisMachineTest, OthersAreElsewhere) {
     EXPECT_FALSE(isThisMachine(QString()));
 }
 
-} // namespace
-
 TEST(ThisMachineTest, AnAddressOfAnInterfaceIsOfThisMachine) {
     for (QHostAddress address : QNetworkInterface::allAddresses()) {
         address.setScopeId({});
@@ -63,5 +61,7 @@ TEST(ThisMachineTest, AnAddressOfAnInterfaceIsOfThisMachine) {
     }
     EXPECT_FALSE(isThisMachine(QStringLiteral("192.0.2.77")));
 }
+
+} // namespace
 
 } // namespace quillmender::test
