@@ -50,8 +50,8 @@ TEST(ActionDocumentsTest, OneBadCustomActionMakesTheDocumentUnreadable) {
     for (const QByteArray bad :
          {R"({"title":"T","promptTemplate":"P"})", R"({ID,"promptTemplate":"P"})",
           R"({ID,"title":"T"})", R"({ID,"title":1,"promptTemplate":"P"})",
-          R"({ID,"title":"T","promptTemplate":null})", R"({"id":7,"title":"T","promptTemplate":"P"})",
-          "null", "[]"}) {
+          R"({ID,"title":"T","promptTemplate":null})",
+          R"({"id":7,"title":"T","promptTemplate":"P"})", "null", "[]"}) {
         const QByteArray document = '[' + good + ',' + QByteArray(bad).replace("ID", id) + ']';
         EXPECT_THROW(decodeCustomActions(document), DecodingError) << bad.constData();
         EXPECT_TRUE(loadedCustomActions(document).isEmpty()) << bad.constData();

@@ -29,7 +29,8 @@ TEST(TextRulesTest, EachKindOfWhiteSpaceIsTrimmedAtEachEnd) {
 }
 
 TEST(TextRulesTest, NothingElseIsTrimmed) {
-    for (const char16_t kept : {u'\0', u'\b', u'\x1f', u'.', u'\x7f', u'\u00ad', u'\u0301', u'\u200d'}) {
+    for (const char16_t kept :
+         {u'\0', u'\b', u'\x1f', u'.', u'\x7f', u'\u00ad', u'\u0301', u'\u200d'}) {
         const QString text = QChar(kept) + QStringLiteral("a") + QChar(kept);
         EXPECT_EQ(trimmed(text), text) << int(kept);
     }
