@@ -44,7 +44,20 @@ TEST(AppFailureTest, AFailureKnowsItsCaseAndPayload) {
     const auto failure = AppFailure::missingAPIKey(AIProvider::gemini);
     EXPECT_EQ(failure.failureCase(), AppFailure::Case::missingAPIKey);
     EXPECT_EQ(failure.provider(), AIProvider::gemini);
-    EXPECT_EQ(AppFailure::invalidResponse().provider(), std::nullopt);
+    const std::pair<AppFailure, AppFailure::Case> rows[] = {
+        {AppFailure::openAIError(QString()), AppFailure::Case::openAIError},
+        {AppFailure::accessibilityPermissionRequired(),
+         AppFailure::Case::accessibilityPermissionRequired},
+        {AppFailure::missingFrontmostApplication(), AppFailure::Case::missingFrontmostApplication},
+        {AppFailure::noSelectionFound(), AppFailure::Case::noSelectionFound},
+        {AppFailure::invalidEndpoint(), AppFailure::Case::invalidEndpoint},
+        {AppFailure::invalidResponse(), AppFailure::Case::invalidResponse},
+        {AppFailure::replacementFailed(), AppFailure::Case::replacementFailed},
+    };
+    for (const auto &[other, failureCase] : rows) {
+        EXPECT_EQ(other.failureCase(), failureCase);
+        EXPECT_EQ(other.provider(), std::nullopt);
+    }
     EXPECT_EQ(AppFailure::replacementFailed(), AppFailure::replacementFailed());
     EXPECT_FALSE(AppFailure::openAIError(QStringLiteral("a")) ==
                  AppFailure::openAIError(QStringLiteral("b")));

@@ -78,6 +78,24 @@ TEST(JsonTest, AnotherTypeIsAnErrorThatNamesTheMember) {
               said("was looked for in something that is not an object"));
 }
 
+TEST(JsonTest, NoTypeStandsForAnother) {
+    const char *const values[] = {"{}", "[]", R"("text")", "true", "1"};
+    for (const char *value : values) {
+        const Json parent = decodeJson(QByteArray(R"({"x":)") + value + '}');
+        const auto isRead = [&](const std::function<void()> &action) {
+            return errorOf(action) == "none";
+        };
+        const QByteArray kind(value);
+        EXPECT_EQ(isRead([&] { member::object(parent, "x"); }), kind == "{}") << value;
+        EXPECT_EQ(isRead([&] { member::array(parent, "x"); }), kind == "[]") << value;
+        EXPECT_EQ(isRead([&] { member::optionalArray(parent, "x"); }), kind == "[]") << value;
+        EXPECT_EQ(isRead([&] { member::text(parent, "x"); }), kind.startsWith('"')) << value;
+        EXPECT_EQ(isRead([&] { member::optionalText(parent, "x"); }), kind.startsWith('"'))
+            << value;
+        EXPECT_EQ(isRead([&] { member::boolean(parent, "x"); }), kind == "true") << value;
+    }
+}
+
 TEST(JsonTest, NullIsLikeNothing) {
     for (const QByteArray document : {R"({"x":null})", "{}"}) {
         const Json parent = decodeJson(document);
