@@ -118,6 +118,14 @@ TEST_F(FieldTest, TextWithEmbeddedObjectsIsRefused) {
     desktop().input().chord({XK_Control_L, XK_Shift_L, XK_Left});
     waitForSelection(element, QStringLiteral("two"));
     EXPECT_EQ(range(element), (TextRange{6, 3}));
+
+    selectAll();
+    waitUntil(
+        [&] {
+            return get(element, attribute::selectedText).error ==
+                   AccessibilityError::cannotComplete;
+        },
+        QStringLiteral("the selection is more than text"));
 }
 
 TEST_F(FieldTest, OnlyTheFrontmostApplicationCounts) {
