@@ -76,6 +76,7 @@ TEST_F(PaletteTest, TheToolkitHasOurColours) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
         presence.become({scheme, 0x3584e4});
         const Colors &colors = theme.colors();
+        EXPECT_EQ(colors.accent, QColor(0x35, 0x84, 0xe4)) << "the desktop's";
         const QPalette used = QApplication::palette();
         const std::pair<QPalette::ColorRole, QColor> roles[] = {
             {QPalette::Window, colors.window},       {QPalette::WindowText, colors.text},
