@@ -3,9 +3,7 @@
 #include "model/CaptureScope.h"
 #include "model/PasteboardSnapshot.h"
 #include "model/SelectionAcquisitionMethod.h"
-#include "platform/Accessibility.h"
-#include "platform/TextRange.h"
-#include "platform/Workspace.h"
+#include "platform/FocusedText.h"
 
 #include <QString>
 
@@ -17,7 +15,7 @@ namespace quillmender {
 /// One capture: all that it takes to put another text back where this one came from.
 struct SelectionSession {
     RunningApplicationRef sourceApp;        ///< never null
-    AccessibilityElementRef focusedElement; ///< null when none was reported, or one of another app
+    FocusedElementRef focusedElement;       ///< null when none was reported, or one of another app
     std::optional<TextRange> selectedRange; ///< of the captured text in the element's value
     QString selectedText;
     PasteboardSnapshot originalPasteboard; ///< as it was before the capture began

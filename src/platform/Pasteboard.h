@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/LentText.h"
 #include "platform/PasteboardItem.h"
+#include "platform/Workspace.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -34,27 +36,18 @@ class Pasteboard {
     /// Differs from an earlier answer when the contents were replaced in between, by whomever.
     virtual qint64 changeCount() = 0;
 
-    /// Empties the pasteboard and advances the change count. A write in the same turn of the event
-    /// loop may make one change of the two, so that nobody sees the emptiness.
-    virtual void clearContents() = 0;
-
-    /// Puts the items on a cleared pasteboard, in their order. False when it was refused.
-    virtual bool writeItems(const QList<PasteboardItem> &items) = 0;
+    /// Puts the items on the pasteboard, in their order, in place of whatever is there; without
+    /// items it is empty afterwards. Nobody sees an emptiness in between where the system has a way.
+    virtual void replaceContents(const QList<PasteboardItem> &items) = 0;
 
     /// The plain text, if there is any; on Linux none when it is a line that an editor has copied
     /// because nothing was selected.
     virtual QCoro::Task<std::optional<QString>> string() = 0;
 
-    /// Puts plain text on a cleared pasteboard; on Linux marked as not worth keeping for programs
-    /// that record its history. False when it was refused.
-    virtual bool setString(const QString &text) = 0;
-
-    /// Completes when the application that was pasted into has read what `setString` put here, or
-    /// after `limit`, whichever is first. Completes at once, with true, where the system cannot
-    /// tell. False when the application has not asked for it: it has no use for a paste, as a
-    /// document that is only shown; or it does not attend to its events and has not even seen the
-    /// chord, in which case whatever it asks for when it does see it is refused.
-    virtual QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) = 0;
+    /// Puts plain text there in place of whatever is there, for a paste into this application; on
+    /// Linux marked as not worth keeping for programs that record its history. Null when it was
+    /// refused: then there is nothing to be pasted.
+    virtual LentTextRef lend(const QString &text, RunningApplicationRef reader) = 0;
 
     /// Called once, when the program ends: completes when what it put here will outlive it, or
     /// after a deadline. At once where the system itself keeps the contents.

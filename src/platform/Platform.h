@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/Accessibility.h"
+#include "platform/AccessibilityAccess.h"
+#include "platform/Chords.h"
 #include "platform/Clock.h"
+#include "platform/FocusedText.h"
 #include "platform/HotKeys.h"
 #include "platform/Instance.h"
-#include "platform/KeyEvents.h"
 #include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Presence.h"
@@ -27,9 +28,10 @@ struct Platform {
     std::unique_ptr<SecretItems> secretItems;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Workspace> workspace;
-    std::unique_ptr<Accessibility> accessibility;
+    std::unique_ptr<AccessibilityAccess> accessibilityAccess;
+    std::unique_ptr<FocusedText> focusedText;
     std::unique_ptr<Pasteboard> pasteboard;
-    std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<Chords> chords;
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<Presence> presence;
 

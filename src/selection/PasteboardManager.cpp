@@ -2,9 +2,9 @@
 
 namespace quillmender {
 
-PasteboardManager::PasteboardManager(Pasteboard &pasteboard, KeyEvents &keyEvents)
+PasteboardManager::PasteboardManager(Pasteboard &pasteboard, Chords &chords)
     : pasteboard_(pasteboard),
-      keyEvents_(keyEvents) {}
+      chords_(chords) {}
 
 QCoro::Task<PasteboardSnapshot> PasteboardManager::snapshot() {
     PasteboardSnapshot snapshot;
@@ -23,34 +23,11 @@ QCoro::Task<PasteboardSnapshot> PasteboardManager::snapshotWithin(std::chrono::m
 }
 
 void PasteboardManager::restore(const PasteboardSnapshot &snapshot) {
-    pasteboard_.clearContents();
-    if (!snapshot.items.isEmpty())
-        pasteboard_.writeItems(snapshot.items);
+    pasteboard_.replaceContents(snapshot.items);
 }
 
-QCoro::Task<KeystrokeResult> PasteboardManager::postCommandKeystroke(RunningApplicationRef target,
-                                                                     quint16 keyCode,
-                                                                     ChordContextRef context) {
-    const Chord chord = keyCode == keycode::c ? Chord::copy : Chord::paste;
-    const ChordReadiness readiness =
-        co_await keyEvents_.prepareChord(std::move(target), chord, std::move(context));
-    if (readiness == ChordReadiness::withheld)
-        co_return KeystrokeResult::withheld;
-
-    const KeyEventSourceRef source = keyEvents_.createSource(combinedSessionState);
-    if (!source)
-        co_return KeystrokeResult::failed;
-    const KeyEventRef down = keyEvents_.createKeyboardEvent(source, keyCode, true);
-    const KeyEventRef up = keyEvents_.createKeyboardEvent(source, keyCode, false);
-    if (!down || !up)
-        co_return KeystrokeResult::failed;
-
-    keyEvents_.setFlags(down, commandFlag);
-    keyEvents_.setFlags(up, commandFlag);
-    if (!keyEvents_.post(hidEventTap, down))
-        co_return KeystrokeResult::withheld;
-    keyEvents_.post(hidEventTap, up);
-    co_return KeystrokeResult::posted;
+QCoro::Task<ChordResult> PasteboardManager::postCommandKeystroke(Chord chord, ChordTarget into) {
+    return chords_.type(chord, std::move(into));
 }
 
 } // namespace quillmender

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/PasteboardSnapshot.h"
-#include "platform/KeyEvents.h"
+#include "platform/Chords.h"
 #include "platform/Pasteboard.h"
 
 #include <chrono>
@@ -9,17 +9,11 @@
 
 namespace quillmender {
 
-enum class KeystrokeResult {
-    posted,
-    withheld, ///< nothing was posted: the chord would have gone astray (ChordReadiness)
-    failed,   ///< nothing was posted: the event source or an event cannot be created
-};
-
 /// Saves the whole pasteboard before it is borrowed, puts it back afterwards, and types the two
 /// Command chords that borrow it.
 class PasteboardManager {
   public:
-    PasteboardManager(Pasteboard &pasteboard, KeyEvents &keyEvents);
+    PasteboardManager(Pasteboard &pasteboard, Chords &chords);
 
     Pasteboard &pasteboard() { return pasteboard_; }
 
@@ -32,14 +26,12 @@ class PasteboardManager {
     /// Replaces whatever is on the pasteboard now. Never fails; writes its best.
     void restore(const PasteboardSnapshot &snapshot);
 
-    /// Types Command and the key of `keyCode` into the application once it is ready for it. The
-    /// context is of the capture that it is typed for.
-    QCoro::Task<KeystrokeResult> postCommandKeystroke(RunningApplicationRef target, quint16 keyCode,
-                                                      ChordContextRef context);
+    /// Types the chord into the application once it is ready for it.
+    QCoro::Task<ChordResult> postCommandKeystroke(Chord chord, ChordTarget into);
 
   private:
     Pasteboard &pasteboard_;
-    KeyEvents &keyEvents_;
+    Chords &chords_;
 };
 
 } // namespace quillmender

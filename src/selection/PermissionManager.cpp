@@ -2,8 +2,8 @@
 
 namespace quillmender {
 
-PermissionManager::PermissionManager(Accessibility &accessibility, Workspace &workspace)
-    : accessibility_(accessibility),
+PermissionManager::PermissionManager(AccessibilityAccess &access, Workspace &workspace)
+    : access_(access),
       workspace_(workspace) {}
 
 void PermissionManager::setAccessibilityGranted(bool granted) {
@@ -11,11 +11,11 @@ void PermissionManager::setAccessibilityGranted(bool granted) {
 }
 
 void PermissionManager::refresh() {
-    setAccessibilityGranted(accessibility_.isProcessTrusted());
+    setAccessibilityGranted(access_.isGranted());
 }
 
 void PermissionManager::requestAccessibilityPermission() {
-    accessibility_.isProcessTrustedWithPrompt();
+    access_.request();
     refresh();
 }
 

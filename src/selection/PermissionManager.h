@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Observable.h"
-#include "platform/Accessibility.h"
+#include "platform/AccessibilityAccess.h"
 #include "platform/Workspace.h"
 
 namespace quillmender {
@@ -12,7 +12,7 @@ class PermissionManager : public Observable {
     Q_OBJECT
 
   public:
-    PermissionManager(Accessibility &accessibility, Workspace &workspace);
+    PermissionManager(AccessibilityAccess &access, Workspace &workspace);
 
     bool accessibilityGranted() const { return accessibilityGranted_; }
     void setAccessibilityGranted(bool granted);
@@ -27,7 +27,7 @@ class PermissionManager : public Observable {
     void openAccessibilitySettings();
 
   private:
-    Accessibility &accessibility_;
+    AccessibilityAccess &access_;
     Workspace &workspace_;
     bool accessibilityGranted_ = false;
 };

@@ -2,14 +2,17 @@
 
 #include "model/AppFailure.h"
 #include "model/TextRules.h"
-#include "selection/CharacterBoundary.h"
 #include "selection/UncertainReplacement.h"
+
+#include <QLoggingCategory>
 
 namespace quillmender {
 
 namespace {
 
 using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(log, "quillmender.session", QtWarningMsg)
 
 constexpr quint32 noActivationOptions = 0;
 constexpr auto activationDelay = 120ms;
@@ -20,17 +23,13 @@ constexpr auto pasteDelay = 160ms;
 constexpr auto snapshotLimit = 1000ms;
 constexpr auto pasteLimit = 1000ms;
 
-bool isBlank(const QString &text) {
-    return QStringView(text).trimmed().isEmpty();
-}
-
 } // namespace
 
 SelectionController::SelectionController(PasteboardManager &pasteboardManager,
-                                         Accessibility &accessibility, Workspace &workspace,
+                                         FocusedText &focusedText, Workspace &workspace,
                                          Clock &clock)
     : pasteboardManager_(pasteboardManager),
-      accessibility_(accessibility),
+      focusedText_(focusedText),
       workspace_(workspace),
       clock_(clock) {}
 
@@ -38,33 +37,35 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     const quint64 capture = ++latestCapture_;
     const auto session = std::make_shared<SelectionSession>();
     session->sourceApp = workspace_.frontmostApplication();
+    std::optional<FocusReading> reading;
+    if (!session->sourceApp) {
+        // Not every window system says who is in front. Then accessibility may.
+        reading = co_await focusedText_.read(nullptr);
+        session->sourceApp = reading->application;
+    }
     if (!session->sourceApp)
         throw AppFailure::missingFrontmostApplication();
 
     co_await snapshotPasteboard(session);
     const quint64 turn = lease_.turn();
-    const bool isFocusElsewhere = co_await findFocus(session);
+    if (!reading)
+        reading = co_await focusedText_.read(session->sourceApp);
+    session->focusedElement = reading->element;
+    session->chordContext = reading->chordContext;
 
-    if (session->focusedElement) {
-        const auto selected = co_await stringAttribute(QLatin1String(attribute::selectedText),
-                                                       session->focusedElement);
-        if (selected && !isBlank(*selected)) {
-            session->selectedText = trimmed(*selected);
-            session->selectedRange = co_await selectedRange(session->focusedElement);
-            session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
-            session->captureScope = CaptureScope::selection;
-            co_return session;
-        }
-
-        const auto value =
-            co_await stringAttribute(QLatin1String(attribute::value), session->focusedElement);
-        if (value && !isBlank(*value)) {
-            session->selectedText = *value;
-            session->selectedRange = TextRange{0, value->size()};
-            session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
-            session->captureScope = CaptureScope::fullField;
-            co_return session;
-        }
+    if (reading->selectedText) {
+        session->selectedText = trimmed(*reading->selectedText);
+        session->selectedRange = reading->selectedRange;
+        session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
+        session->captureScope = CaptureScope::selection;
+        co_return session;
+    }
+    if (reading->value) {
+        session->selectedText = *reading->value;
+        session->selectedRange = TextRange{0, reading->value->size()};
+        session->acquisitionMethod = SelectionAcquisitionMethod::accessibility;
+        session->captureScope = CaptureScope::fullField;
+        co_return session;
     }
 
     // Somebody who has pressed the hot key again waits for another window's text.
@@ -75,11 +76,11 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     // on everything has to be there that is to be put back.
     if (lease_.turn() != turn + 1 || !session->originalPasteboard.isComplete)
         session->originalPasteboard = co_await pasteboardManager_.snapshot();
-    session->selectedText = co_await copySelection(session, isFocusElsewhere);
+    session->selectedText = co_await copySelection(session, reading->isElsewhere);
     if (session->selectedText.isEmpty())
         throw AppFailure::noSelectionFound();
     if (session->focusedElement)
-        session->selectedRange = co_await selectedRange(session->focusedElement);
+        session->selectedRange = co_await focusedText_.selectedRange(session->focusedElement);
     session->acquisitionMethod = SelectionAcquisitionMethod::clipboard;
     session->captureScope = CaptureScope::selection;
     co_return session;
@@ -90,57 +91,24 @@ QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
     session->originalPasteboard = co_await pasteboardManager_.snapshotWithin(snapshotLimit);
 }
 
-/// True when another application or window than the session's has the focus.
-QCoro::Task<bool> SelectionController::findFocus(NewSession session) {
-    const AccessibilityElementRef systemWide = accessibility_.createSystemWide();
-    const AccessibilityElementRef element = co_await focusedElement(systemWide);
-    if (element && !element->isOf(session->sourceApp))
-        co_return true;
-    session->focusedElement = element;
-    session->chordContext = accessibility_.chordContext(systemWide);
-    co_return false;
-}
-
-QCoro::Task<AccessibilityElementRef>
-SelectionController::focusedElement(AccessibilityElementRef systemWide) {
-    const AttributeResult result = co_await accessibility_.copyAttributeValue(
-        std::move(systemWide), QLatin1String(attribute::focusedElement));
-    const auto *element = std::get_if<AccessibilityElementRef>(&result.value);
-    if (result.error != AccessibilityError::success || !element)
-        co_return AccessibilityElementRef();
-    co_return *element;
-}
-
-QCoro::Task<std::optional<QString>>
-SelectionController::stringAttribute(QString name, AccessibilityElementRef element) {
-    const AttributeResult result =
-        co_await accessibility_.copyAttributeValue(std::move(element), std::move(name));
-    const auto *text = std::get_if<QString>(&result.value);
-    if (result.error != AccessibilityError::success || !text)
-        co_return std::nullopt;
-    co_return *text;
-}
-
-QCoro::Task<std::optional<TextRange>>
-SelectionController::selectedRange(AccessibilityElementRef element) {
-    const AttributeResult result = co_await accessibility_.copyAttributeValue(
-        std::move(element), QLatin1String(attribute::selectedTextRange));
-    const auto *range = std::get_if<TextRange>(&result.value);
-    if (result.error != AccessibilityError::success || !range)
-        co_return std::nullopt;
-    co_return *range;
-}
-
 QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere) {
     workspace_.activate(session->sourceApp, noActivationOptions);
     co_await clock_.sleepFor(activationDelay);
-    if (isFocusElsewhere)
-        co_await findFocus(session);
-    const KeystrokeResult keystroke = co_await pasteboardManager_.postCommandKeystroke(
-        session->sourceApp, keycode::c, session->chordContext);
-    if (keystroke == KeystrokeResult::failed)
+    if (isFocusElsewhere) {
+        const FocusReading reading = co_await focusedText_.read(session->sourceApp);
+        session->focusedElement = reading.element;
+        session->chordContext = reading.chordContext;
+    }
+    ChordTarget target;
+    target.application = session->sourceApp;
+    target.context = session->chordContext;
+    const ChordResult copied =
+        co_await pasteboardManager_.postCommandKeystroke(Chord::copy, std::move(target));
+    if (copied.outcome != ChordResult::Outcome::typed)
+        qCInfo(log, "not copied: %s", qUtf8Printable(copied.reason));
+    if (copied.outcome == ChordResult::Outcome::unavailable)
         throw AppFailure::replacementFailed();
-    if (keystroke == KeystrokeResult::withheld)
+    if (copied.outcome == ChordResult::Outcome::withheld)
         co_return {};
 
     QString candidate;
@@ -158,8 +126,10 @@ QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool
 
 QCoro::Task<QString> SelectionController::copiedText(qint64 changeCount) {
     const bool changed = co_await waitForPasteboardChange(changeCount);
-    if (!changed)
+    if (!changed) {
+        qCInfo(log, "not copied: the pasteboard did not change");
         co_return {};
+    }
     const auto text = co_await pasteboardManager_.pasteboard().string();
     co_return trimmed(text.value_or(QString()));
 }
@@ -177,26 +147,14 @@ QCoro::Task<bool> SelectionController::replaceViaAccessibility(SelectionSessionR
                                                                QString replacement) {
     if (!session->focusedElement || !session->selectedRange)
         co_return false;
-    const TextRange range = *session->selectedRange;
-    const auto current =
-        co_await stringAttribute(QLatin1String(attribute::value), session->focusedElement);
-    if (!current || !fallsOnCharacterBoundaries(*current, range))
-        co_return false;
-
-    QString changed = *current;
-    changed.replace(range.location, range.length, replacement);
-    const AccessibilityError written = co_await accessibility_.setAttributeValue(
-        session->focusedElement, QLatin1String(attribute::value), AccessibilityValue(changed));
-    if (written == AccessibilityError::cannotComplete)
+    const Replacement written = co_await focusedText_.replace(
+        session->focusedElement, *session->selectedRange, std::move(replacement));
+    if (written.outcome == Replacement::Outcome::done)
+        co_return true;
+    qCInfo(log, "not written by accessibility: %s", qUtf8Printable(written.reason));
+    if (written.outcome == Replacement::Outcome::uncertain)
         throw UncertainReplacement();
-    if (written != AccessibilityError::success)
-        co_return false;
-
-    const TextRange inserted{range.location, replacement.size()};
-    co_await accessibility_.setAttributeValue(session->focusedElement,
-                                              QLatin1String(attribute::selectedTextRange),
-                                              AccessibilityValue(inserted));
-    co_return true;
+    co_return false;
 }
 
 QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef session,
@@ -221,7 +179,7 @@ QCoro::Task<bool> SelectionController::selectWhatGoes(SelectionSessionRef sessio
     if (!session->focusedElement || !session->selectedRange)
         co_return true;
     const PasteTarget target =
-        co_await accessibility_.selectBeforePaste(session->focusedElement, *session->selectedRange);
+        co_await focusedText_.select(session->focusedElement, *session->selectedRange);
     // The user selected a part, and nobody says that it is not selected still; a whole field was
     // captured because nothing was. What is gone cannot be doubled.
     const bool isUsersOwn = session->captureScope == CaptureScope::selection;
@@ -230,19 +188,29 @@ QCoro::Task<bool> SelectionController::selectWhatGoes(SelectionSessionRef sessio
 }
 
 QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QString replacement) {
-    Pasteboard &pasteboard = pasteboardManager_.pasteboard();
-    pasteboard.clearContents();
-    pasteboard.setString(replacement);
+    ChordTarget target;
+    target.application = session->sourceApp;
+    target.context = session->chordContext;
+    target.text = pasteboardManager_.pasteboard().lend(replacement, session->sourceApp);
+    if (!target.text) {
+        qCInfo(log, "not pasted: the pasteboard does not take the text");
+        co_return false;
+    }
+    const LentTextRef lent = target.text;
 
     workspace_.activate(session->sourceApp, noActivationOptions);
     co_await clock_.sleepFor(activationDelay);
     const bool replaces = co_await selectWhatGoes(session);
-    if (!replaces)
+    if (!replaces) {
+        qCInfo(log, "not pasted: the captured text is not seen to be selected");
         co_return false;
-    const KeystrokeResult keystroke = co_await pasteboardManager_.postCommandKeystroke(
-        session->sourceApp, keycode::v, session->chordContext);
-    if (keystroke != KeystrokeResult::posted)
+    }
+    const ChordResult typed =
+        co_await pasteboardManager_.postCommandKeystroke(Chord::paste, std::move(target));
+    if (typed.outcome != ChordResult::Outcome::typed) {
+        qCInfo(log, "not pasted: %s", qUtf8Printable(typed.reason));
         co_return false;
+    }
 
     bool isCancelled = false;
     try {
@@ -251,7 +219,9 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
         isCancelled = true;
     }
     // Cancelled or not: what was told to paste must not find the user's old contents there.
-    const bool isRead = co_await pasteboard.stringWasRead(pasteLimit - pasteDelay);
+    const bool isRead = co_await lent->wasRead(pasteLimit - pasteDelay);
+    if (!isRead)
+        qCInfo(log, "not pasted: nobody asked for the text");
     co_return isRead && !isCancelled;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/SelectionSession.h"
-#include "platform/Accessibility.h"
 #include "platform/Clock.h"
+#include "platform/FocusedText.h"
 #include "platform/Workspace.h"
 #include "selection/PasteboardLease.h"
 #include "selection/PasteboardManager.h"
@@ -18,7 +18,7 @@ namespace quillmender {
 /// answer in its place. Operations that borrow the pasteboard take turns. Main thread only.
 class SelectionController {
   public:
-    SelectionController(PasteboardManager &pasteboardManager, Accessibility &accessibility,
+    SelectionController(PasteboardManager &pasteboardManager, FocusedText &focusedText,
                         Workspace &workspace, Clock &clock);
 
     /// The selected text, else the whole focused field, else what a copy chord yields. The
@@ -26,8 +26,8 @@ class SelectionController {
     /// when a later capture has begun before this one came to the copy chord.
     QCoro::Task<SelectionSessionRef> captureSelection();
 
-    /// Rewrites the focused element's value and selects the inserted text. False, with nothing
-    /// changed, when this route cannot be used. Throws UncertainReplacement.
+    /// Replaces the captured text in the focused element and selects what it wrote. False, with
+    /// nothing changed, when this route cannot be used. Throws UncertainReplacement.
     QCoro::Task<bool> replaceViaAccessibility(SelectionSessionRef session, QString replacement);
 
     /// Pastes the text into the source application and restores the pasteboard of the capture.
@@ -38,11 +38,6 @@ class SelectionController {
     using NewSession = std::shared_ptr<SelectionSession>;
 
     QCoro::Task<> snapshotPasteboard(NewSession session);
-    QCoro::Task<bool> findFocus(NewSession session);
-    QCoro::Task<AccessibilityElementRef> focusedElement(AccessibilityElementRef systemWide);
-    QCoro::Task<std::optional<QString>> stringAttribute(QString name,
-                                                        AccessibilityElementRef element);
-    QCoro::Task<std::optional<TextRange>> selectedRange(AccessibilityElementRef element);
     QCoro::Task<QString> copySelection(NewSession session, bool isFocusElsewhere);
     QCoro::Task<QString> copiedText(qint64 changeCount);
     QCoro::Task<bool> waitForPasteboardChange(qint64 changeCount);
@@ -50,7 +45,7 @@ class SelectionController {
     QCoro::Task<bool> paste(SelectionSessionRef session, QString replacement);
 
     PasteboardManager &pasteboardManager_;
-    Accessibility &accessibility_;
+    FocusedText &focusedText_;
     Workspace &workspace_;
     Clock &clock_;
     PasteboardLease lease_;

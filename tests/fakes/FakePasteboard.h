@@ -29,17 +29,11 @@ class FakePasteboard : public Pasteboard {
         log_->append(QStringLiteral("pasteboard.changeCount"));
         return count;
     }
-    void clearContents() override {
-        log_->append(QStringLiteral("pasteboard.clear"));
-        contents.clear();
+    void replaceContents(const QList<PasteboardItem> &items) override {
+        log_->append(QStringLiteral("pasteboard.replaceContents %1").arg(items.size()));
+        contents = items;
         text.reset();
         ++count;
-    }
-    bool writeItems(const QList<PasteboardItem> &items) override {
-        log_->append(QStringLiteral("pasteboard.writeItems %1").arg(items.size()));
-        contents = items;
-        ++count;
-        return acceptsWrites;
     }
     QCoro::Task<std::optional<QString>> string() override {
         log_->append(QStringLiteral("pasteboard.string"));
@@ -47,17 +41,15 @@ class FakePasteboard : public Pasteboard {
             std::rethrow_exception(failure);
         co_return std::as_const(text);
     }
-    bool setString(const QString &string) override {
-        log_->append(QStringLiteral("pasteboard.setString ") + string);
-        text = string;
+    LentTextRef lend(const QString &lent, RunningApplicationRef reader) override {
+        log_->append(QStringLiteral("pasteboard.lend ") + lent);
+        readers.append(reader);
+        if (!acceptsWrites)
+            return nullptr;
+        contents.clear();
+        text = lent;
         ++count;
-        return acceptsWrites;
-    }
-    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override {
-        log_->append(QStringLiteral("pasteboard.stringWasRead %1").arg(limit.count()));
-        if (failure)
-            std::rethrow_exception(failure);
-        co_return std::as_const(isStringRead);
+        return std::make_shared<Lent>(*this);
     }
     QCoro::Task<> handOver() override {
         log_->append(QStringLiteral("pasteboard.handOver"));
@@ -73,12 +65,24 @@ class FakePasteboard : public Pasteboard {
     QList<PasteboardItem> contents;
     std::optional<QString> text;
     qint64 count = 7;
-    bool isStringRead = true;
+    QList<RunningApplicationRef> readers; ///< that texts were lent to
+    bool isLentTextRead = true;
     bool isOwnerSlow = false;
     bool acceptsWrites = true;
     std::exception_ptr failure; ///< of what waits for others
 
   private:
+    struct Lent : LentText {
+        explicit Lent(FakePasteboard &lender) : pasteboard(lender) {}
+        QCoro::Task<bool> wasRead(std::chrono::milliseconds limit) override {
+            pasteboard.log_->append(QStringLiteral("lent.wasRead %1").arg(limit.count()));
+            if (pasteboard.failure)
+                std::rethrow_exception(pasteboard.failure);
+            co_return std::as_const(pasteboard.isLentTextRead);
+        }
+        FakePasteboard &pasteboard;
+    };
+
     CallLog log_;
 };
 

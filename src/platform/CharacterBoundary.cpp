@@ -1,4 +1,4 @@
-#include "selection/CharacterBoundary.h"
+#include "platform/CharacterBoundary.h"
 
 #include <QTextBoundaryFinder>
 
