@@ -26,8 +26,8 @@ using FocusedElementRef = std::shared_ptr<const FocusedElement>;
 
 /// What an application shows where its focus is.
 struct FocusReading {
-    RunningApplicationRef application; ///< whose focus it is; null when nobody knows
-    FocusedElementRef element;         ///< null when nothing of that application has the focus
+    RunningApplicationRef application;      ///< whose focus it is; null when nobody knows
+    FocusedElementRef element;              ///< null when nothing of that application has the focus
     std::optional<QString> selectedText;    ///< never blank
     std::optional<TextRange> selectedRange; ///< of the selected text; absent when nobody tells
     std::optional<QString> value; ///< the whole text, never blank; only without a selected text

@@ -37,7 +37,8 @@ class Pasteboard {
     virtual qint64 changeCount() = 0;
 
     /// Puts the items on the pasteboard, in their order, in place of whatever is there; without
-    /// items it is empty afterwards. Nobody sees an emptiness in between where the system has a way.
+    /// items it is empty afterwards. Nobody sees an emptiness in between where the system has a
+    /// way.
     virtual void replaceContents(const QList<PasteboardItem> &items) = 0;
 
     /// The plain text, if there is any; on Linux none when it is a line that an editor has copied

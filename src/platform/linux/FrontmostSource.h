@@ -21,9 +21,6 @@ class FrontmostSource {
     /// Null when there is none, or nobody can tell.
     virtual RunningApplicationRef application() const = 0;
 
-    /// Process identifier; 0 when there is no such application or it does not say.
-    virtual qint64 processId() const = 0;
-
     /// Whether it is a terminal emulator, where Control+C is an interrupt: its .desktop file has
     /// the category TerminalEmulator, or its window class is a known terminal's.
     virtual bool isTerminal() const = 0;

@@ -1,7 +1,8 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
 #include "platform/linux/NoFrontmostSource.h"
-#include "platform/linux/atspi/AtspiAccessibility.h"
+#include "platform/linux/atspi/AtspiAccess.h"
+#include "platform/linux/atspi/AtspiFocusedText.h"
 #include "platform/linux/services/AutostartLoginItem.h"
 #include "platform/linux/services/DesktopInstance.h"
 #include "platform/linux/services/LinuxPresence.h"
@@ -24,6 +25,7 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 // What the services refer to beyond each other.
 struct Shared {
     NoFrontmostSource noFrontmost;
+    AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
     std::unique_ptr<X11Services> x11;
 };
 
@@ -64,7 +66,9 @@ std::unique_ptr<Platform> makePlatform() {
         frontmost = shared->x11->frontmost.get();
         windowSystem = shared->x11->windowSystem.get();
     }
-    platform->accessibility = std::make_unique<AtspiAccessibility>(*frontmost);
+    platform->accessibilityAccess = std::make_unique<AtspiAccess>(shared->accessibilityBus);
+    platform->focusedText =
+        std::make_unique<AtspiFocusedText>(*frontmost, shared->accessibilityBus);
     platform->presence = std::make_unique<LinuxPresence>(windowSystem);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;

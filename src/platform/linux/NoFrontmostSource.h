@@ -8,7 +8,6 @@ namespace quillmender {
 class NoFrontmostSource : public FrontmostSource {
   public:
     RunningApplicationRef application() const override { return nullptr; }
-    qint64 processId() const override { return 0; }
     bool isTerminal() const override { return false; }
     QCoro::Task<std::optional<QString>> primarySelection() override { co_return std::nullopt; }
 };

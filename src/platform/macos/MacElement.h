@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Accessibility.h"
+#include "platform/FocusedText.h"
 #include "platform/macos/CFRef.h"
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -8,18 +8,11 @@
 namespace quillmender {
 
 /// An element of the system's accessibility interface, held as long as this lives.
-class MacElement : public AccessibilityElement {
+class MacElement : public FocusedElement {
   public:
-    /// `processId` is 0 when it is nobody's or nobody knows whose it is.
-    explicit MacElement(CFRef<AXUIElementRef> element, bool isSecure = false, qint64 processId = 0)
+    explicit MacElement(CFRef<AXUIElementRef> element, bool isSecure = false)
         : element_(std::move(element)),
-          isSecure_(isSecure),
-          processId_(processId) {}
-
-    bool isOf(const RunningApplicationRef &application) const override {
-        const qint64 other = application ? application->processId() : 0;
-        return processId_ == 0 || other == 0 || other == processId_;
-    }
+          isSecure_(isSecure) {}
 
     AXUIElementRef get() const { return element_.get(); }
 
@@ -27,14 +20,13 @@ class MacElement : public AccessibilityElement {
     bool isSecure() const { return isSecure_; }
 
     /// Null when the element is null or not of this platform.
-    static const MacElement *of(const AccessibilityElementRef &element) {
+    static const MacElement *of(const FocusedElementRef &element) {
         return dynamic_cast<const MacElement *>(element.get());
     }
 
   private:
     CFRef<AXUIElementRef> element_;
     bool isSecure_;
-    qint64 processId_;
 };
 
 } // namespace quillmender

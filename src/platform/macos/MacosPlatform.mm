@@ -1,7 +1,8 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
 #include "platform/macos/BundleVersion.h"
-#include "platform/macos/MacAccessibility.h"
+#include "platform/macos/MacAccessibilityAccess.h"
+#include "platform/macos/MacFocusedText.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacInstance.h"
 #include "platform/macos/MacKeyEvents.h"
@@ -28,7 +29,8 @@ std::unique_ptr<Platform> makePlatform() {
     platform->secretItems = std::make_unique<MacSecretItems>();
     platform->loginItem = std::make_unique<MacLoginItem>();
     platform->workspace = std::make_unique<MacWorkspace>();
-    platform->accessibility = std::make_unique<MacAccessibility>();
+    platform->accessibilityAccess = std::make_unique<MacAccessibilityAccess>();
+    platform->focusedText = std::make_unique<MacFocusedText>();
     platform->pasteboard = std::make_unique<MacPasteboard>();
     platform->keyEvents = std::make_unique<MacKeyEvents>();
     platform->hotKeys = std::make_unique<MacHotKeys>();

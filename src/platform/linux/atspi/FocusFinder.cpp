@@ -24,10 +24,11 @@ bool isContainer(uint role) {
 
 } // namespace
 
-QCoro::Task<std::optional<Traits>> FocusFinder::find(BudgetRef budget) {
-    const qint64 process = frontmost_.processId();
-    if (process == 0 || process == QCoreApplication::applicationPid())
+QCoro::Task<std::optional<Traits>> FocusFinder::find(qint64 process, BudgetRef budget) {
+    if (process == QCoreApplication::applicationPid())
         co_return std::nullopt;
+    if (process == 0)
+        co_return co_await findInActiveFrame(budget);
 
     const QStringList heardOf = co_await servicesOf(process, memory_.services(), budget);
     std::optional<Traits> lastHeld;
@@ -53,16 +54,49 @@ QCoro::Task<std::optional<Traits>> FocusFinder::find(BudgetRef budget) {
     co_return std::nullopt;
 }
 
-QCoro::Task<QString> FocusFinder::serviceInFront(BudgetRef budget) {
-    const qint64 process = frontmost_.processId();
-    if (process == 0 || process == QCoreApplication::applicationPid() || !bus_.isConnected())
+QCoro::Task<QString> FocusFinder::serviceInFront(qint64 process, BudgetRef budget) {
+    if (process == QCoreApplication::applicationPid() || !bus_.isConnected())
         co_return QString();
+    if (process == 0)
+        co_return co_await serviceWithActiveFrame(budget);
     const QStringList heardOf = co_await servicesOf(process, memory_.services(), budget);
     if (!heardOf.isEmpty())
         co_return heardOf.constFirst();
     const QStringList listed = co_await applications_.services(budget);
     const QStringList services = co_await servicesOf(process, listed, budget);
     co_return services.value(0);
+}
+
+QCoro::Task<std::optional<Traits>> FocusFinder::findInActiveFrame(BudgetRef budget) {
+    const QString service = co_await serviceWithActiveFrame(budget);
+    if (service.isEmpty())
+        co_return std::nullopt;
+    const Recollection recollection = co_await recollect(service, budget);
+    if (recollection.focused || recollection.focusIsElsewhere)
+        co_return recollection.focused;
+    const auto found = co_await search(service, std::nullopt, budget);
+    if (found)
+        memory_.remember(found->object);
+    co_return found;
+}
+
+QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(BudgetRef budget) {
+    const QStringList listed = co_await applications_.services(budget);
+    QStringList active;
+    for (const QString &service : listed) {
+        const qint64 owner = co_await applications_.processOf(service, budget);
+        if (owner == QCoreApplication::applicationPid())
+            continue;
+        const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+        const QList<ObjectRef> children = co_await childrenOf(bus_, root, budget);
+        const QList<Traits> frames = co_await examine(bus_, children, budget);
+        for (const Traits &frame : frames) {
+            if (frame.states.has(State::active) && !active.contains(service))
+                active.append(service);
+        }
+    }
+    // Two that both say so: one of them has not heard yet, and nobody knows which.
+    co_return active.size() == 1 ? active.constFirst() : QString();
 }
 
 QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList candidates,

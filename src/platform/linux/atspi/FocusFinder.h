@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/FrontmostSource.h"
 #include "platform/linux/atspi/Applications.h"
 #include "platform/linux/atspi/FocusMemory.h"
 #include "platform/linux/atspi/TreeWalk.h"
@@ -11,21 +10,22 @@ namespace quillmender {
 /// late, then what it answers when asked for its focused objects, then a bounded walk. While this
 /// program is in front, the frontmost application has no focus to show; then it is the object
 /// that had it last.
+///
+/// The frontmost application is given by its process. Where the window system does not tell it (0),
+/// it is the one that has a frame with the state ACTIVE, if only one has.
 class FocusFinder {
   public:
     /// What it finds it adds to the memory.
-    FocusFinder(AtspiBus &bus, Applications &applications, FocusMemory &memory,
-                const FrontmostSource &frontmost)
+    FocusFinder(AtspiBus &bus, Applications &applications, FocusMemory &memory)
         : bus_(bus),
           applications_(applications),
-          memory_(memory),
-          frontmost_(frontmost) {}
+          memory_(memory) {}
 
     /// An object with text, a password field among them; nothing when there is none.
-    QCoro::Task<std::optional<Traits>> find(BudgetRef budget);
+    QCoro::Task<std::optional<Traits>> find(qint64 process, BudgetRef budget);
 
     /// The frontmost application's name on the bus; empty when it is not there.
-    QCoro::Task<QString> serviceInFront(BudgetRef budget);
+    QCoro::Task<QString> serviceInFront(qint64 process, BudgetRef budget);
 
   private:
     struct Recollection {
@@ -34,6 +34,8 @@ class FocusFinder {
         bool focusIsElsewhere = false;  ///< something without text has it now
     };
 
+    QCoro::Task<std::optional<Traits>> findInActiveFrame(BudgetRef budget);
+    QCoro::Task<QString> serviceWithActiveFrame(BudgetRef budget);
     QCoro::Task<QStringList> servicesOf(qint64 process, QStringList candidates, BudgetRef budget);
     QCoro::Task<Recollection> recollect(QString service, BudgetRef budget);
     QCoro::Task<std::optional<Traits>> search(QString service, std::optional<Traits> lastHeld,
@@ -42,7 +44,6 @@ class FocusFinder {
     AtspiBus &bus_;
     Applications &applications_;
     FocusMemory &memory_;
-    const FrontmostSource &frontmost_;
 };
 
 } // namespace quillmender

@@ -5,14 +5,6 @@
 
 namespace quillmender {
 
-namespace {
-
-AttributeResult failed(AccessibilityError error) {
-    return {error, {}};
-}
-
-} // namespace
-
 QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, BudgetRef budget) {
     const Call countCall = bus_.call(budget, object, atspi::text, "GetNSelections");
     const Call selectionCall = bus_.call(budget, object, atspi::text, "GetSelection", {0});
@@ -112,57 +104,51 @@ QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef ele
     co_return std::as_const(element->memory.value);
 }
 
-QCoro::Task<AttributeResult> TextReader::selectedText(TextElementRef element) {
+QCoro::Task<std::optional<QString>> TextReader::selectedText(TextElementRef element) {
     element->memory.selection.reset();
     const Selection found = co_await trueSelection(element);
-    if (found.kind == Selection::Kind::none)
-        co_return failed(AccessibilityError::noValue);
-    if (found.kind == Selection::Kind::unreadable)
-        co_return failed(AccessibilityError::cannotComplete);
+    if (found.kind != Selection::Kind::present)
+        co_return std::nullopt;
     const auto text =
         co_await slice(element, found.offsets, found.offsets.end - found.offsets.start);
     if (!text || text->contains(QChar(embeddedObject)))
-        co_return failed(AccessibilityError::cannotComplete);
+        co_return std::nullopt;
     element->memory.selection = found.offsets;
     element->memory.selectedText = *text;
-    co_return AttributeResult{AccessibilityError::success, *text};
+    co_return text;
 }
 
-QCoro::Task<AttributeResult> TextReader::value(TextElementRef element) {
+QCoro::Task<std::optional<QString>> TextReader::value(TextElementRef element) {
     const Selection found = co_await trueSelection(element);
     if (found.answered && found.kind == Selection::Kind::unreadable)
-        co_return failed(AccessibilityError::cannotComplete);
+        co_return std::nullopt;
     const auto text = co_await wholeText(element);
-    if (!text)
-        co_return failed(AccessibilityError::cannotComplete);
-    if (text->text.contains(QChar(embeddedObject)))
-        co_return failed(AccessibilityError::noValue);
-    co_return AttributeResult{AccessibilityError::success, text->text};
+    if (!text || text->text.contains(QChar(embeddedObject)))
+        co_return std::nullopt;
+    co_return std::make_optional(text->text);
 }
 
-QCoro::Task<AttributeResult> TextReader::selectedRange(TextElementRef element) {
+QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef element) {
     const Selection found = co_await trueSelection(element);
-    if (found.kind == Selection::Kind::unreadable)
-        co_return failed(AccessibilityError::noValue);
+    if (found.kind != Selection::Kind::present)
+        co_return std::nullopt;
     const auto text = co_await wholeText(element);
     if (!text || !text->unit)
-        co_return failed(AccessibilityError::noValue);
+        co_return std::nullopt;
     const auto start = toUtf16(text->text, found.offsets.start, *text->unit);
     const auto end = toUtf16(text->text, found.offsets.end, *text->unit);
     if (!start || !end)
-        co_return failed(AccessibilityError::noValue);
+        co_return std::nullopt;
     const TextRange range{*start, *end - *start};
 
-    if (found.kind == Selection::Kind::present) {
-        std::optional<QString> shown;
-        if (element->memory.selection == found.offsets)
-            shown = element->memory.selectedText;
-        else
-            shown = co_await slice(element, found.offsets, range.length);
-        if (shown != text->text.mid(range.location, range.length))
-            co_return failed(AccessibilityError::noValue);
-    }
-    co_return AttributeResult{AccessibilityError::success, range};
+    std::optional<QString> shown;
+    if (element->memory.selection == found.offsets)
+        shown = element->memory.selectedText;
+    else
+        shown = co_await slice(element, found.offsets, range.length);
+    if (shown != text->text.mid(range.location, range.length))
+        co_return std::nullopt;
+    co_return std::make_optional(range);
 }
 
 QCoro::Task<QString> TextReader::plainSelection(ObjectRef object, BudgetRef budget) {

@@ -19,14 +19,16 @@ class TextReader {
 
     explicit TextReader(AtspiBus &bus) : bus_(bus), flow_(bus) {}
 
-    /// noValue when nothing is selected; cannotComplete when something is but nobody can tell what.
-    QCoro::Task<AttributeResult> selectedText(TextElementRef element);
+    /// Absent when nothing is selected, or something is and nobody can tell what.
+    QCoro::Task<std::optional<QString>> selectedText(TextElementRef element);
 
-    /// noValue for a text with embedded objects: it is more than text.
-    QCoro::Task<AttributeResult> value(TextElementRef element);
+    /// Absent when there may be a selection that nobody can tell, and for a text with embedded
+    /// objects: it is more than text.
+    QCoro::Task<std::optional<QString>> value(TextElementRef element);
 
-    /// The caret, with length 0, when nothing is selected. noValue when it cannot be told.
-    QCoro::Task<AttributeResult> selectedRange(TextElementRef element);
+    /// Absent when nothing is selected, or when it cannot be told. The whole text that it counts in
+    /// is in the element's memory then.
+    QCoro::Task<std::optional<TextRange>> selectedRange(TextElementRef element);
 
     /// The selected text of an object whose offsets mean nothing to others.
     QCoro::Task<QString> plainSelection(ObjectRef object, BudgetRef budget);

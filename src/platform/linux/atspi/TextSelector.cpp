@@ -3,42 +3,30 @@
 #include <QCoroTimer>
 #include <QDeadlineTimer>
 
-#include <utility>
-
 namespace quillmender {
 
 namespace {
 constexpr std::chrono::milliseconds betweenLooks(15);
 } // namespace
 
-QCoro::Task<std::optional<DecodedText>> TextSelector::currentText(TextElementRef element) {
-    if (element->memory.value) {
-        const std::optional<int> count = co_await reader_.characterCount(element);
-        if (count == element->memory.valueCount)
-            co_return std::as_const(element->memory.value);
-    }
-    co_return co_await reader_.wholeText(element);
-}
-
 QCoro::Task<bool> TextSelector::shows(TextElementRef element, OffsetPair offsets) {
     const TextReader::Selection found = co_await reader_.trueSelection(element);
     co_return found.kind != TextReader::Selection::Kind::unreadable &&found.offsets == offsets;
 }
 
-QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, TextRange range,
-                                                     std::chrono::milliseconds patience) {
-    const auto text = co_await currentText(element);
-    if (!text || !text->unit)
-        co_return AccessibilityError::cannotComplete;
-    const auto start = fromUtf16(text->text, range.location, *text->unit);
-    const auto end = fromUtf16(text->text, range.location + range.length, *text->unit);
+QCoro::Task<PasteTarget> TextSelector::select(TextElementRef element, DecodedText text,
+                                              TextRange range, std::chrono::milliseconds patience) {
+    if (!text.unit)
+        co_return PasteTarget::unknown;
+    const auto start = fromUtf16(text.text, range.location, *text.unit);
+    const auto end = fromUtf16(text.text, range.location + range.length, *text.unit);
     if (!start || !end || *end < *start)
-        co_return AccessibilityError::illegalArgument;
+        co_return PasteTarget::gone;
 
     const OffsetPair offsets{*start, *end};
     const bool alreadyThere = co_await shows(element, offsets);
     if (alreadyThere)
-        co_return AccessibilityError::success;
+        co_return PasteTarget::selected;
 
     const ObjectRef &object = element->traits.object;
     const Call countCall = bus_.call(element->budget, object, atspi::text, "GetNSelections");
@@ -60,8 +48,8 @@ QCoro::Task<AccessibilityError> TextSelector::select(TextElementRef element, Tex
         found = co_await reader_.trueSelection(element);
     }
     if (found.kind == TextReader::Selection::Kind::unreadable)
-        co_return AccessibilityError::cannotComplete;
-    co_return found.offsets == offsets ? AccessibilityError::success : AccessibilityError::failure;
+        co_return PasteTarget::unknown;
+    co_return found.offsets == offsets ? PasteTarget::selected : PasteTarget::another;
 }
 
 } // namespace quillmender

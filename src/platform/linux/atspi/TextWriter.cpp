@@ -1,5 +1,8 @@
 #include "platform/linux/atspi/TextWriter.h"
 
+#include "platform/CharacterBoundary.h"
+#include "platform/linux/atspi/EditedText.h"
+
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -40,6 +43,21 @@ bool isPrompt(const QElapsedTimer &sinceSent, std::chrono::milliseconds allowanc
     return sinceSent.elapsed() <= 2 * (Budget::perCall + allowance).count();
 }
 
+/// Of what stands in the range, the part that changes: the rest keeps its history.
+TextSplice spliceOf(const QString &text, TextRange range, const QString &replacement) {
+    TextSplice splice = computeSplice(text.mid(range.location, range.length), replacement);
+    splice.start += range.location;
+    return splice;
+}
+
+Replacement refused(const char *reason) {
+    return {Replacement::Outcome::refused, QLatin1String(reason)};
+}
+
+Replacement uncertain(const char *reason) {
+    return {Replacement::Outcome::uncertain, QLatin1String(reason)};
+}
+
 qint64 outsidePair(const QString &text, qint64 offset) {
     const qint64 inside = std::clamp<qint64>(offset, 0, text.size());
     const bool splits = inside > 0 && inside < text.size() && text[inside].isLowSurrogate();
@@ -48,45 +66,62 @@ qint64 outsidePair(const QString &text, qint64 offset) {
 
 } // namespace
 
-QCoro::Task<AccessibilityError> TextWriter::write(TextElementRef element, QString text) {
+QCoro::Task<TextWriter::Result> TextWriter::replace(TextElementRef element, TextRange range,
+                                                    QString text) {
     if (!canBeWritten(*element))
-        co_return AccessibilityError::attributeUnsupported;
+        co_return Result{refused("the application does not let others edit this text")};
     if (!canBeCarried(text))
-        co_return AccessibilityError::illegalArgument;
-
-    if (!element->memory.value)
-        co_await reader_.wholeText(element);
-    const std::optional<DecodedText> known = element->memory.value;
+        co_return Result{refused("the answer is no text for a field")};
+    const std::optional<DecodedText> known = co_await reader_.wholeText(element);
     if (!known || !known->unit || known->text.contains(QChar(embeddedObject)))
-        co_return AccessibilityError::failure;
+        co_return Result{refused("the text cannot be read, or is more than text")};
 
-    const TextSplice splice = computeSplice(known->text, text);
+    const QString &captured = element->captured ? *element->captured : known->text;
+    const std::optional<TextRange> now = rangeAfterEdit(captured, known->text, range);
+    if (!now)
+        co_return Result{refused("the captured text was edited")};
+    if (!fallsOnCharacterBoundaries(known->text, *now))
+        co_return Result{refused("the range splits a character or lies outside the text")};
+
+    const TextSplice splice = spliceOf(known->text, *now, text);
     if (!staysWhole(*element, splice))
-        co_return AccessibilityError::failure;
+        co_return Result{refused("a paragraph would become two")};
     const bool unchanged = co_await stillHolds(element, *known, splice);
     if (!unchanged)
-        co_return AccessibilityError::failure;
+        co_return Result{refused("the text changes while it is read")};
+    Result result;
+    result.location = now->location;
+    result.replacement = co_await write(element, *known, splice);
+    co_return result;
+}
+
+QCoro::Task<Replacement> TextWriter::write(TextElementRef element, DecodedText known,
+                                           TextSplice splice) {
     if (splice.isEmpty())
-        co_return AccessibilityError::success;
+        co_return Replacement{Replacement::Outcome::done};
+    QString wanted = known.text;
+    wanted.replace(splice.start, splice.removed.size(), splice.inserted);
 
     element->budget->beginWait(Budget::orderPatience);
-    const Reply reply = co_await apply(element, *known, splice);
+    const Reply reply = co_await apply(element, known, splice);
     if (reply == Reply::unsent)
-        co_return AccessibilityError::failure;
+        co_return refused("nothing could be sent");
     if (reply == Reply::none) {
         // There are toolkits that act and never answer. More than a look is not to be risked.
         element->budget->renew();
         element->budget->forgive(element->traits.object.service);
         const auto shown = co_await reader_.wholeText(element);
-        co_return shown && shown->text == text ? AccessibilityError::success
-                                               : AccessibilityError::cannotComplete;
+        if (shown && shown->text == wanted)
+            co_return Replacement{Replacement::Outcome::done};
+        co_return uncertain("the application did not answer an order in time");
     }
-    const Standing standing = co_await settle(element, *known, splice, text);
+    const Standing standing = co_await settle(element, known, splice, wanted);
     if (standing == Standing::written)
-        co_return AccessibilityError::success;
+        co_return Replacement{Replacement::Outcome::done};
     // Who was late with the answer may be late with the change as well.
-    const bool isOver = standing == Standing::untouched && reply == Reply::prompt;
-    co_return isOver ? AccessibilityError::failure : AccessibilityError::cannotComplete;
+    if (standing == Standing::untouched && reply == Reply::prompt)
+        co_return refused("the application did not carry the order out");
+    co_return uncertain("the application was late, or shows another text than was written");
 }
 
 /// Compares the length, and the text around both ends of what is to go: the caller read the whole

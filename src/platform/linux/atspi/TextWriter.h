@@ -12,11 +12,16 @@ class TextWriter {
   public:
     TextWriter(AtspiBus &bus, TextReader &reader) : bus_(bus), reader_(reader) {}
 
-    /// `text` was made from the value that was read last through this element; if the object no
-    /// longer holds that value, nothing is touched. Orders that are out are awaited for
-    /// `Budget::orderPatience`; `cannotComplete` when it is not known after that what the object
-    /// holds or will hold, every other error when it holds what it held before.
-    QCoro::Task<AccessibilityError> write(TextElementRef element, QString text);
+    struct Result {
+        Replacement replacement;
+        qint64 location = 0; ///< where the text was written, when it was
+    };
+
+    /// Replaces what stands in the range, which counts in the text that was captured, wherever it
+    /// stands now. Refused when other words stand there. Orders that are out are awaited for
+    /// `Budget::orderPatience`; uncertain when it is not known after that what the object holds or
+    /// will hold.
+    QCoro::Task<Result> replace(TextElementRef element, TextRange range, QString text);
 
   private:
     /// To the orders of one change: late when the application stalled meanwhile.
@@ -26,6 +31,7 @@ class TextWriter {
     /// What the object holds when an order is over.
     enum class Standing { written, untouched, unknown };
 
+    QCoro::Task<Replacement> write(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> stillHolds(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> sliceIs(TextElementRef element, DecodedText known, qint64 start, qint64 end);
     QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);

@@ -13,11 +13,6 @@ RunningApplicationRef X11FrontmostSource::application() const {
     return activeWindow_.frontmost();
 }
 
-qint64 X11FrontmostSource::processId() const {
-    const auto application = activeWindow_.frontmost();
-    return application ? application->processId() : 0;
-}
-
 bool X11FrontmostSource::isTerminal() const {
     const auto application = activeWindow_.frontmost();
     return application && isTerminalWindow(application->window());

@@ -18,7 +18,6 @@ class X11FrontmostSource : public FrontmostSource {
           activeWindow_(activeWindow) {}
 
     RunningApplicationRef application() const override;
-    qint64 processId() const override;
     bool isTerminal() const override;
 
     QCoro::Task<std::optional<QString>> primarySelection() override;

@@ -1,0 +1,17 @@
+#include "platform/linux/atspi/AtspiAccess.h"
+
+namespace quillmender {
+
+namespace {
+constexpr int patienceMs = 250;
+} // namespace
+
+bool AtspiAccess::isGranted() {
+    return bus_.isEnabledAndAnswers(QDeadlineTimer(patienceMs));
+}
+
+void AtspiAccess::request() {
+    bus_.enable(QDeadlineTimer(patienceMs));
+}
+
+} // namespace quillmender

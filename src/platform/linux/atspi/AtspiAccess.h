@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/AccessibilityAccess.h"
+#include "platform/linux/atspi/AtspiBus.h"
+
+namespace quillmender {
+
+/// Granted means that the desktop's accessibility is switched on (`org.a11y.Status`) and the
+/// accessibility bus answers. To request it is to switch it on.
+class AtspiAccess : public AccessibilityAccess {
+  public:
+    /// The bus must outlive the object.
+    explicit AtspiAccess(AtspiBus &bus) : bus_(bus) {}
+
+    bool isGranted() override;
+    void request() override;
+
+  private:
+    AtspiBus &bus_;
+};
+
+} // namespace quillmender

@@ -1,0 +1,155 @@
+#include "platform/linux/atspi/AtspiFocusedText.h"
+
+#include "platform/linux/FocusRecord.h"
+#include "platform/linux/atspi/AccessibleApplication.h"
+#include "platform/linux/atspi/EditedText.h"
+#include "platform/linux/atspi/RegistryDetour.h"
+
+namespace quillmender {
+
+namespace {
+
+bool isSame(const RunningApplicationRef &one, const RunningApplicationRef &other) {
+    return one && other ? one->isSame(*other) : one == other;
+}
+
+bool isBlank(const std::optional<QString> &text) {
+    return !text || QStringView(*text).trimmed().isEmpty();
+}
+
+FocusReading readingElsewhere(const RunningApplicationRef &asked) {
+    FocusReading reading;
+    reading.application = asked;
+    reading.isElsewhere = true;
+    return reading;
+}
+
+} // namespace
+
+AtspiFocusedText::AtspiFocusedText(FrontmostSource &frontmost, AtspiBus &bus)
+    : frontmost_(frontmost),
+      bus_(bus) {}
+
+QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef application) {
+    const auto budget = std::make_shared<Budget>();
+    const Budget::Use use(budget);
+    const RunningApplicationRef front = frontmost_.application();
+    if (application && !isSame(application, front))
+        co_return readingElsewhere(application);
+
+    const bool inTerminal = frontmost_.isTerminal();
+    const qint64 process = front ? front->processId() : 0;
+    std::optional<Traits> found;
+    if (bus_.isConnected())
+        found = co_await finder_.find(process, budget);
+    // What has the focus now may be in another window than what had it then.
+    if (!isSame(front, frontmost_.application()))
+        co_return readingElsewhere(application);
+
+    const auto reading = std::make_shared<FocusReading>();
+    const auto context = std::make_shared<FocusRecord>();
+    reading->application = front;
+    reading->chordContext = context;
+    if (!front && found) {
+        const qint64 owner = co_await applications_.processOf(found->object.service, budget);
+        reading->application = std::make_shared<const AccessibleApplication>(owner);
+    }
+
+    const bool isEntryOfTerminal = found && inTerminal && found->role != atspi_role::terminal &&
+                                   found->states.has(State::editable);
+    if ((inTerminal && !isEntryOfTerminal) || (found && found->role == atspi_role::terminal)) {
+        context->role = FocusRecord::Role::terminal;
+        co_await readTerminal(reading, found, budget);
+        co_return *reading;
+    }
+    QString service;
+    if (found)
+        service = found->object.service;
+    else
+        service = co_await finder_.serviceInFront(process, budget);
+    const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
+    if (toolkit == Toolkit::qt)
+        context->detour = std::make_shared<RegistryDetour>(bus_, service);
+    if (!found)
+        co_return *reading;
+
+    const auto element = std::make_shared<const TextElement>(*found, toolkit, budget);
+    reading->element = element;
+    context->role = element->isPassword() ? FocusRecord::Role::password : FocusRecord::Role::text;
+    if (!element->isPassword())
+        co_await readText(reading, element);
+    co_return *reading;
+}
+
+QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<Traits> found,
+                                             BudgetRef budget) {
+    const ObjectRef object = found ? found->object : ObjectRef();
+    reading->element = std::make_shared<const TerminalElement>(object, budget);
+    // Konsole counts its selection in columns of full lines and tells a text without them: what it
+    // says on the bus is another place than the selection.
+    std::optional<QString> selected = co_await frontmost_.primarySelection();
+    if ((!selected || selected->isEmpty()) && !object.isNull())
+        selected = co_await reader_.plainSelection(object, budget);
+    if (!isBlank(selected))
+        reading->selectedText = selected;
+}
+
+QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element) {
+    const std::optional<QString> selected = co_await reader_.selectedText(element);
+    if (!isBlank(selected)) {
+        reading->selectedText = selected;
+        reading->selectedRange = co_await selectedRange(element);
+        co_return;
+    }
+    const std::optional<QString> value = co_await reader_.value(element);
+    if (isBlank(value))
+        co_return;
+    reading->value = value;
+    element->captured = value;
+}
+
+QCoro::Task<std::optional<TextRange>> AtspiFocusedText::selectedRange(FocusedElementRef element) {
+    const auto text = std::dynamic_pointer_cast<const TextElement>(element);
+    if (!text || text->isPassword())
+        co_return std::nullopt;
+    const Budget::Use use(text->budget);
+    const std::optional<TextRange> range = co_await reader_.selectedRange(text);
+    if (range)
+        text->captured = text->memory.value->text;
+    co_return range;
+}
+
+QCoro::Task<Replacement> AtspiFocusedText::replace(FocusedElementRef element, TextRange range,
+                                                   QString text) {
+    const auto own = std::dynamic_pointer_cast<const TextElement>(element);
+    if (!own || own->isPassword())
+        co_return Replacement{Replacement::Outcome::refused, QStringLiteral("not a text to edit")};
+    const Budget::Use use(own->budget);
+    own->budget->renew();
+    const TextWriter::Result written = co_await writer_.replace(own, range, text);
+    if (written.replacement.outcome == Replacement::Outcome::done && own->memory.value) {
+        const TextRange inserted{written.location, text.size()};
+        co_await selector_.select(own, *own->memory.value, inserted);
+    }
+    co_return written.replacement;
+}
+
+QCoro::Task<PasteTarget> AtspiFocusedText::select(FocusedElementRef element, TextRange range) {
+    const auto own = std::dynamic_pointer_cast<const TextElement>(element);
+    if (!own || own->isPassword())
+        co_return PasteTarget::unknown;
+    const Budget::Use use(own->budget);
+    own->budget->beginWait(Budget::pastePatience);
+    const std::optional<DecodedText> shown = co_await reader_.wholeText(own);
+    if (!shown)
+        co_return PasteTarget::unknown;
+    const QString &captured = own->captured ? *own->captured : shown->text;
+    const std::optional<TextRange> now = rangeAfterEdit(captured, shown->text, range);
+    if (!now) {
+        const bool fits = range.location + range.length <= shown->text.size();
+        co_return fits ? PasteTarget::another : PasteTarget::gone;
+    }
+    co_return co_await selector_.select(own, *shown, *now, Budget::pastePatience);
+}
+
+} // namespace quillmender

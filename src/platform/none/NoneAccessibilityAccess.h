@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/AccessibilityAccess.h"
+
+namespace quillmender {
+
+/// Never granted.
+class NoneAccessibilityAccess : public AccessibilityAccess {
+  public:
+    bool isGranted() override { return false; }
+    void request() override {}
+};
+
+} // namespace quillmender
