@@ -12,10 +12,7 @@ TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("pasteboard.itemsWithin 1000"),
                         QStringLiteral("pasteboard.changeCount"),
-                        QStringLiteral("createSystemWide"),
-                        QStringLiteral("copy AXFocusedUIElement"),
-                        QStringLiteral("copy AXSelectedText"),
-                        QStringLiteral("copy AXSelectedTextRange"),
+                        QStringLiteral("focus.read"),
                     }));
     EXPECT_EQ(session->selectedText, QStringLiteral("word"));
     EXPECT_EQ(session->selectedRange, (TextRange{1, 8}));
@@ -29,7 +26,21 @@ TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
 TEST_F(CaptureTest, withoutFrontmostApplicationTouchesNothing) {
     workspace.frontmost = nullptr;
     EXPECT_EQ(captureFailure(), AppFailure::Case::missingFrontmostApplication);
-    EXPECT_EQ(*log, QStringList({QStringLiteral("frontmostApplication")}));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("frontmostApplication"),
+                                 QStringLiteral("focus.read of nobody known")}));
+}
+
+TEST_F(CaptureTest, takesTheApplicationThatOnlyAccessibilityKnows) {
+    const auto known = std::make_shared<const RunningApplication>();
+    workspace.frontmost = nullptr;
+    focus.reading.application = known;
+    setText(QStringLiteral("word"), QString(), TextRange{0, 4});
+    const auto session = capture();
+    EXPECT_EQ(session->sourceApp, known);
+    EXPECT_EQ(session->selectedText, QStringLiteral("word"));
+    EXPECT_EQ(session->originalPasteboard.items, twoItems());
+    EXPECT_EQ(log->count(QStringLiteral("focus.read of nobody known")), 1);
+    EXPECT_FALSE(log->contains(QStringLiteral("focus.read"))) << "asked once";
 }
 
 TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
@@ -39,7 +50,6 @@ TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
     EXPECT_EQ(session->selectedRange, (TextRange{0, 9}));
     EXPECT_EQ(session->captureScope, CaptureScope::fullField);
     EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::accessibility);
-    EXPECT_FALSE(log->contains(QStringLiteral("copy AXSelectedTextRange")));
 }
 
 TEST_F(CaptureTest, countsUtf16Units) {
@@ -47,44 +57,23 @@ TEST_F(CaptureTest, countsUtf16Units) {
     EXPECT_EQ(capture()->selectedRange, (TextRange{0, 2}));
 }
 
-TEST_F(CaptureTest, fallsThroughABlankSelectionToTheField) {
-    setText(QStringLiteral(" \n\t"), QStringLiteral("text"), TextRange{0, 1});
-    EXPECT_EQ(capture()->captureScope, CaptureScope::fullField);
-}
-
-TEST_F(CaptureTest, leavesTheRangeAbsentWhenItIsNotARange) {
-    setText(QStringLiteral("word"), QStringLiteral("word"));
-    accessibility.attributes[QStringLiteral("AXSelectedTextRange")] = QStringLiteral("0,4");
+TEST_F(CaptureTest, leavesTheRangeAbsentWhenNobodyTellsIt) {
+    setText(QStringLiteral("word"), QString());
     EXPECT_EQ(capture()->selectedRange, std::nullopt);
 }
 
-TEST_F(CaptureTest, ignoresAttributesOfOtherTypes) {
-    accessibility.attributes[QStringLiteral("AXSelectedText")] = TextRange{1, 2};
-    accessibility.attributes[QStringLiteral("AXValue")] = std::monostate();
-    copyYields(QStringLiteral("copied"));
-    EXPECT_EQ(capture()->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
-}
-
 TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(QStringLiteral(" copied "));
     const auto session = capture();
-    EXPECT_EQ(log->mid(5), QStringList({
+    EXPECT_EQ(log->mid(4), QStringList({
                                QStringLiteral("activate source options 0"),
                                QStringLiteral("sleep 120"),
-                               QStringLiteral("prepareChord copy"),
-                               QStringLiteral("createSource 0"),
-                               QStringLiteral("createEvent 8 down"),
-                               QStringLiteral("createEvent 8 up"),
-                               QStringLiteral("setFlags 8 down 0x100000"),
-                               QStringLiteral("setFlags 8 up 0x100000"),
-                               QStringLiteral("post 8 down tap 0"),
-                               QStringLiteral("post 8 up tap 0"),
+                               QStringLiteral("type copy"),
                                QStringLiteral("sleep 50"),
                                QStringLiteral("pasteboard.changeCount"),
                                QStringLiteral("pasteboard.string"),
-                               QStringLiteral("pasteboard.clear"),
-                               QStringLiteral("pasteboard.writeItems 2"),
+                               QStringLiteral("pasteboard.replaceContents 2"),
                            }));
     EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
     EXPECT_EQ(session->focusedElement, nullptr);
@@ -100,47 +89,54 @@ TEST_F(CaptureTest, aSlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
     EXPECT_FALSE(capture()->originalPasteboard.isComplete);
     EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.items")));
 
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(QStringLiteral("copied"));
     log->clear();
     const auto session = capture();
     EXPECT_EQ(session->originalPasteboard.items, twoItems());
     EXPECT_LT(log->indexOf(QStringLiteral("pasteboard.items")),
-              log->indexOf(QStringLiteral("prepareChord copy")));
+              log->indexOf(QStringLiteral("type copy")));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, anElementOfAnotherApplicationCountsAsAbsent) {
-    setText(QStringLiteral("of another"), QStringLiteral("of another"), TextRange{0, 10});
-    accessibility.element->application = std::make_shared<const RunningApplication>();
+TEST_F(CaptureTest, theFocusIsAskedForAgainWhenItWasElsewhere) {
+    const FocusReading there{.element = std::make_shared<const FocusedElement>(),
+                             .chordContext = std::make_shared<const ChordContext>()};
+    focus.reading = {.isElsewhere = true};
+    focus.rangeAfterCopy = TextRange{2, 6};
+    clock.duringSleep = [&](int) { focus.reading = there; };
     copyYields(QStringLiteral("copied"));
     const auto session = capture();
-    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
-    EXPECT_EQ(session->focusedElement, nullptr);
-    EXPECT_EQ(session->chordContext, nullptr);
-    EXPECT_FALSE(log->contains(QStringLiteral("copy AXSelectedText")));
+    const auto asked = log->lastIndexOf(QStringLiteral("focus.read"));
+    EXPECT_GT(asked, log->indexOf(QStringLiteral("sleep 120")));
+    EXPECT_LT(asked, log->indexOf(QStringLiteral("type copy")));
+    ASSERT_EQ(chords.targets.size(), 1);
+    EXPECT_EQ(chords.targets.constFirst().context, there.chordContext);
+    EXPECT_EQ(session->chordContext, there.chordContext);
+    EXPECT_EQ(session->focusedElement, there.element);
+    EXPECT_EQ(session->selectedRange, (TextRange{2, 6}));
 }
 
-TEST_F(CaptureTest, theFocusIsAskedForAgainWhenItWasElsewhere) {
-    setText(QString(), QString(), TextRange{2, 6});
-    accessibility.context = std::make_shared<const ChordContext>();
-    accessibility.element->application = std::make_shared<const RunningApplication>();
-    clock.duringSleep = [this](int) { accessibility.element->application = workspace.frontmost; };
+TEST_F(CaptureTest, theFocusIsAskedForOnceWhereItIs) {
     copyYields(QStringLiteral("copied"));
-    const auto session = capture();
-    const auto asked = log->lastIndexOf(QStringLiteral("copy AXFocusedUIElement"));
-    EXPECT_GT(asked, log->indexOf(QStringLiteral("sleep 120")));
-    EXPECT_LT(asked, log->indexOf(QStringLiteral("prepareChord copy")));
-    EXPECT_EQ(keyEvents.contexts, QList<ChordContextRef>{accessibility.context});
-    EXPECT_EQ(session->chordContext, accessibility.context);
-    EXPECT_EQ(session->focusedElement, accessibility.element);
-    EXPECT_EQ(session->selectedRange, (TextRange{2, 6}));
+    capture();
+    EXPECT_EQ(log->count(QStringLiteral("focus.read")), 1);
+}
+
+TEST_F(CaptureTest, theChordGoesToTheSourceAndTakesNoText) {
+    focus.reading.chordContext = std::make_shared<const ChordContext>();
+    copyYields(QStringLiteral("copied"));
+    capture();
+    ASSERT_EQ(chords.targets.size(), 1);
+    EXPECT_EQ(chords.targets.constFirst().application, workspace.frontmost);
+    EXPECT_EQ(chords.targets.constFirst().context, focus.reading.chordContext);
+    EXPECT_EQ(chords.targets.constFirst().text, nullptr);
 }
 
 TEST_F(CaptureTest, aLaterCaptureKeepsAnEarlierOneFromCopying) {
     fakes::Gate gate;
-    accessibility.gate = &gate;
-    accessibility.hasFocusedElement = false;
+    focus.gate = &gate;
+    focus.reading.element = nullptr;
     const auto first = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
     fakes::collect(controller.captureSelection(), first);
     const auto second = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
@@ -151,13 +147,13 @@ TEST_F(CaptureTest, aLaterCaptureKeepsAnEarlierOneFromCopying) {
     EXPECT_THROW(std::rethrow_exception(first->error), CancellationError);
     ASSERT_FALSE(second->error);
     EXPECT_EQ((*second->value)->selectedText, QStringLiteral("copied"));
-    EXPECT_EQ(log->count(QStringLiteral("prepareChord copy")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("type copy")), 1);
 }
 
 TEST_F(CaptureTest, whatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) {
     fakes::Gate gate;
-    accessibility.gate = &gate;
-    accessibility.hasFocusedElement = false;
+    focus.gate = &gate;
+    focus.reading.element = nullptr;
     const auto outcome = std::make_shared<fakes::Outcome<SelectionSessionRef>>();
     fakes::collect(controller.captureSelection(), outcome);
     fakes::await(controller.performPasteReplacement(session(std::nullopt), QStringLiteral("x")));
@@ -170,7 +166,7 @@ TEST_F(CaptureTest, whatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) 
 }
 
 TEST_F(CaptureTest, anythingThatGoesWrongAfterTheChordRestores) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(QStringLiteral("copied"));
     pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
     EXPECT_THROW(capture(), std::runtime_error);
@@ -178,26 +174,25 @@ TEST_F(CaptureTest, anythingThatGoesWrongAfterTheChordRestores) {
 }
 
 TEST_F(CaptureTest, keepsElementAndRangeOfACopiedSelection) {
-    setText(QString(), QStringLiteral("   "), TextRange{3, 6});
+    focus.rangeAfterCopy = TextRange{3, 6};
     copyYields(QStringLiteral("copied"));
     const auto session = capture();
-    EXPECT_NE(session->focusedElement, nullptr);
+    EXPECT_EQ(session->focusedElement, focus.reading.element);
     EXPECT_EQ(session->selectedRange, (TextRange{3, 6}));
-    EXPECT_EQ(log->last(), QStringLiteral("copy AXSelectedTextRange"));
+    EXPECT_EQ(log->last(), QStringLiteral("focus.selectedRange"));
 }
 
 TEST_F(CaptureTest, pollsSixTimesForACopyThatNeverArrives) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
     EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
     EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.string")));
-    EXPECT_EQ(log->mid(log->size() - 2), QStringList({QStringLiteral("pasteboard.clear"),
-                                                      QStringLiteral("pasteboard.writeItems 2")}));
+    EXPECT_EQ(log->last(), QStringLiteral("pasteboard.replaceContents 2"));
 }
 
 TEST_F(CaptureTest, takesALowerChangeCountForAChange) {
-    accessibility.hasFocusedElement = false;
-    keyEvents.onPost = [this](quint16) {
+    focus.reading.element = nullptr;
+    chords.onTyped = [this](Chord) {
         pasteboard.text = QStringLiteral("copied");
         pasteboard.count = 1;
     };
@@ -205,7 +200,7 @@ TEST_F(CaptureTest, takesALowerChangeCountForAChange) {
 }
 
 TEST_F(CaptureTest, restoresAndFailsWhenTheCopyHoldsNoText) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(std::nullopt);
     pasteboard.text = QStringLiteral("something else");
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
@@ -213,86 +208,52 @@ TEST_F(CaptureTest, restoresAndFailsWhenTheCopyHoldsNoText) {
 }
 
 TEST_F(CaptureTest, restoresAndFailsWhenTheCopyIsBlank) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(QStringLiteral(" \n"));
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
 TEST_F(CaptureTest, aKeystrokeThatCannotBeMadeLeavesThePasteboardAlone) {
-    accessibility.hasFocusedElement = false;
-    for (bool *part : {&keyEvents.createsSource, &keyEvents.createsDown, &keyEvents.createsUp}) {
-        *part = false;
-        log->clear();
-        EXPECT_EQ(captureFailure(), AppFailure::Case::replacementFailed);
-        EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.clear")));
-        EXPECT_TRUE(log->filter(QStringLiteral("post")).filter(QStringLiteral("tap")).isEmpty());
-        *part = true;
-    }
+    focus.reading.element = nullptr;
+    chords.result = {ChordResult::Outcome::unavailable, QStringLiteral("no keys")};
+    EXPECT_EQ(captureFailure(), AppFailure::Case::replacementFailed);
+    EXPECT_EQ(log->last(), QStringLiteral("type copy"));
 }
 
 TEST_F(CaptureTest, aWithheldChordIsNothingSelected) {
-    accessibility.hasFocusedElement = false;
-    keyEvents.readiness = ChordReadiness::withheld;
+    focus.reading.element = nullptr;
+    chords.result = {ChordResult::Outcome::withheld, QStringLiteral("a terminal")};
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
-    EXPECT_EQ(log->last(), QStringLiteral("prepareChord copy"));
+    EXPECT_EQ(log->last(), QStringLiteral("type copy"));
 }
 
 TEST_F(CaptureTest, cancellationBeforeTheChordTouchesNothing) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     clock.cancelledSleep = 1;
     EXPECT_THROW(capture(), CancellationError);
-    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.clear")));
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.replaceContents 2")));
 }
 
 TEST_F(CaptureTest, cancellationAfterTheChordRestores) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     copyYields(QStringLiteral("copied"));
     clock.cancelledSleep = 2;
     EXPECT_THROW(capture(), CancellationError);
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, aValueBesideAnErrorIsNone) {
-    setText(QStringLiteral("word"), QStringLiteral("a word"), TextRange{2, 4});
-    accessibility.errorsBeside[QStringLiteral("AXSelectedTextRange")] = AccessibilityError::failure;
-    EXPECT_EQ(capture()->selectedRange, std::nullopt);
-
-    accessibility.errorsBeside[QStringLiteral("AXSelectedText")] =
-        AccessibilityError::cannotComplete;
-    EXPECT_EQ(capture()->captureScope, CaptureScope::fullField);
-
-    copyYields(QStringLiteral("copied"));
-    accessibility.errorsBeside[QStringLiteral("AXValue")] = AccessibilityError::noValue;
-    const auto copied = capture();
-    EXPECT_EQ(copied->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
-    EXPECT_EQ(copied->selectedText, QStringLiteral("copied"));
-
-    pasteboard.text.reset();
-    accessibility.errorsBeside = {
-        {QStringLiteral("AXFocusedUIElement"), AccessibilityError::failure}};
-    const auto withoutElement = capture();
-    EXPECT_EQ(withoutElement->focusedElement, nullptr);
-    EXPECT_EQ(withoutElement->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
-}
-
 TEST_F(CaptureTest, aSelectionIsTrimmedAtEachEndAndAFieldAtNone) {
     setText(QStringLiteral("\u00a0 a  b\t\u2028"), QString());
     EXPECT_EQ(capture()->selectedText, QStringLiteral("a  b"));
-    accessibility.attributes.clear();
+    focus.reading.selectedText.reset();
     setText(QString(), QStringLiteral("\n\u00a0a \t"));
     EXPECT_EQ(capture()->selectedText, QStringLiteral("\n\u00a0a \t"));
     EXPECT_EQ(capture()->selectedRange, (TextRange{0, 5}));
 }
 
-TEST_F(CaptureTest, aBlankFieldIsNoText) {
-    setText(QString(), QStringLiteral("\u00a0 \n"));
-    EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
-    EXPECT_TRUE(log->contains(QStringLiteral("prepareChord copy")));
-}
-
 TEST_F(CaptureTest, theCopyIsLookedForUntilItComes) {
-    accessibility.hasFocusedElement = false;
+    focus.reading.element = nullptr;
     clock.duringSleep = [this](int sleep) {
         if (sleep == 7)
             pasteboard.copyFromElsewhere(QStringLiteral("late"));
@@ -301,12 +262,12 @@ TEST_F(CaptureTest, theCopyIsLookedForUntilItComes) {
     EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
 }
 
-TEST_F(CaptureTest, theKeysGoDownAndUpOnceEach) {
-    accessibility.hasFocusedElement = false;
-    copyYields(QStringLiteral("copied"));
-    capture();
-    EXPECT_EQ(log->filter(QStringLiteral("tap")), QStringList({QStringLiteral("post 8 down tap 0"),
-                                                               QStringLiteral("post 8 up tap 0")}));
+TEST_F(CaptureTest, theReasonOfARefusalIsLogged) {
+    focus.reading.element = nullptr;
+    chords.result = {ChordResult::Outcome::withheld, QStringLiteral("not in front")};
+    const fakes::LogLines lines("quillmender.session");
+    captureFailure();
+    EXPECT_TRUE(lines.contain(QStringLiteral("not copied: not in front")));
 }
 
 } // namespace

@@ -57,13 +57,13 @@ TEST_F(PasteboardLeaseTest, oneHasItAtATime) {
 class TwoSessionsTest : public SelectionFixture {
   protected:
     void SetUp() override {
-        accessibility.hasFocusedElement = false;
+        focus.reading.element = nullptr;
         copyYields(QStringLiteral("copied"));
         clock.hold();
     }
 
     void expectOneAfterTheOther() {
-        const auto restored = log->indexOf(QStringLiteral("pasteboard.writeItems 2"));
+        const auto restored = log->indexOf(QStringLiteral("pasteboard.replaceContents 2"));
         const auto secondSnapshot = log->lastIndexOf(QStringLiteral("pasteboard.itemsWithin 1000"));
         EXPECT_GE(restored, 0);
         EXPECT_GT(secondSnapshot, restored);
@@ -101,12 +101,12 @@ TEST_F(TwoSessionsTest, aPasteWaitsForTheCopyOfAnother) {
     auto pasting =
         controller.performPasteReplacement(session(std::nullopt), QStringLiteral("answer"));
     QCoreApplication::processEvents();
-    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.setString answer")));
+    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.lend answer")));
     clock.release();
     test::runTask(std::move(capturing));
     test::runTask(std::move(pasting));
-    EXPECT_GT(log->indexOf(QStringLiteral("pasteboard.setString answer")),
-              log->indexOf(QStringLiteral("pasteboard.writeItems 2")));
+    EXPECT_GT(log->indexOf(QStringLiteral("pasteboard.lend answer")),
+              log->indexOf(QStringLiteral("pasteboard.replaceContents 2")));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
@@ -116,12 +116,12 @@ TEST_F(TwoSessionsTest, aFailureGivesThePasteboardToTheNext) {
     pasteboard.contents = twoItems();
     copyYields(std::nullopt);
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
-    keyEvents.createsSource = false;
+    chords.result.outcome = ChordResult::Outcome::unavailable;
     EXPECT_EQ(captureFailure(), AppFailure::Case::replacementFailed);
     EXPECT_THROW(fakes::await(controller.performPasteReplacement(session(std::nullopt),
                                                                  QStringLiteral("answer"))),
                  AppFailure);
-    keyEvents.createsSource = true;
+    chords.result.outcome = ChordResult::Outcome::typed;
     copyYields(QStringLiteral("copied"));
     EXPECT_EQ(capture()->selectedText, QStringLiteral("copied"));
 }

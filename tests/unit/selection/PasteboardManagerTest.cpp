@@ -1,6 +1,5 @@
 #include "SelectionFixture.h"
 #include "platform/none/NonePasteboard.h"
-#include "selection/PermissionManager.h"
 
 namespace quillmender {
 namespace {
@@ -80,37 +79,6 @@ TEST(NonePasteboardTest, keepsTheContract) {
     pasteboard.clearContents();
     EXPECT_TRUE(fakes::await(pasteboard.items()).isEmpty());
     EXPECT_EQ(fakes::await(pasteboard.string()), std::nullopt);
-}
-
-TEST(PermissionManagerTest, asksOnlyWhenItIsTold) {
-    const fakes::CallLog log = fakes::makeCallLog();
-    fakes::FakeAccessibility accessibility(log);
-    fakes::FakeWorkspace workspace(log);
-    PermissionManager manager(accessibility, workspace);
-    EXPECT_FALSE(manager.accessibilityGranted());
-    EXPECT_TRUE(log->isEmpty());
-
-    accessibility.trusted = false;
-    accessibility.grantsOnPrompt = true;
-    manager.requestAccessibilityPermission();
-    EXPECT_TRUE(manager.accessibilityGranted());
-    EXPECT_EQ(*log, QStringList({QStringLiteral("isProcessTrustedWithPrompt"),
-                                 QStringLiteral("isProcessTrusted")}));
-
-    accessibility.trusted = false;
-    EXPECT_TRUE(manager.accessibilityGranted());
-    manager.refresh();
-    EXPECT_FALSE(manager.accessibilityGranted());
-}
-
-TEST(PermissionManagerTest, opensThePrivacySettings) {
-    const fakes::CallLog log = fakes::makeCallLog();
-    fakes::FakeAccessibility accessibility(log);
-    fakes::FakeWorkspace workspace(log);
-    PermissionManager(accessibility, workspace).openAccessibilitySettings();
-    EXPECT_EQ(*log, QStringList({QStringLiteral(
-                        "openUrl x-apple.systempreferences:com.apple.preference.security?"
-                        "Privacy_Accessibility")}));
 }
 
 } // namespace

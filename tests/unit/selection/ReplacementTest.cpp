@@ -14,66 +14,29 @@ class ReplacementTest : public SelectionFixture {
     }
 };
 
-TEST_F(ReplacementTest, rewritesTheValueAndSelectsWhatItInserted) {
-    setText(QString(), QStringLiteral("abcdeXYZfgh"));
-    EXPECT_TRUE(replace(session(TextRange{5, 3}), QStringLiteral("0123456789")));
-    EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("copy AXValue"),
-                        QStringLiteral("set AXValue abcde0123456789fgh"),
-                        QStringLiteral("set AXSelectedTextRange 5+10"),
-                    }));
+TEST_F(ReplacementTest, replacesTheCapturedRange) {
+    EXPECT_TRUE(replace(session(TextRange{5, 3}), QStringLiteral(" 0123456789\n")));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("focus.replace 5+3  0123456789\n")}));
 }
 
 TEST_F(ReplacementTest, needsAnElementAndARange) {
-    setText(QString(), QStringLiteral("text"));
     EXPECT_FALSE(replace(session(std::nullopt), QStringLiteral("new")));
     EXPECT_FALSE(replace(session(TextRange{0, 4}, false), QStringLiteral("new")));
     EXPECT_TRUE(log->isEmpty());
 }
 
-TEST_F(ReplacementTest, needsAReadableValue) {
+TEST_F(ReplacementTest, aRefusalIsNoReplacementAndIsLogged) {
+    focus.replacement = {Replacement::Outcome::refused, QStringLiteral("it is read only")};
+    const fakes::LogLines lines("quillmender.session");
     EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
-    EXPECT_EQ(*log, QStringList({QStringLiteral("copy AXValue")}));
-}
-
-TEST_F(ReplacementTest, refusesARangeThatNoLongerFits) {
-    setText(QString(), QStringLiteral("short"));
-    for (const TextRange range : {TextRange{3, 3}, TextRange{6, 0}, TextRange{-1, 2},
-                                  TextRange{0, -1}, TextRange{2, 9223372036854775807}})
-        EXPECT_FALSE(replace(session(range), QStringLiteral("new")));
-    EXPECT_EQ(value(), QStringLiteral("short"));
-}
-
-TEST_F(ReplacementTest, refusesARangeThatSplitsACharacter) {
-    // a, family emoji of 8 units, e with a combining acute, CR LF
-    setText(QString(), QStringLiteral("a\U0001F469\u200D\U0001F467\u200D\U0001F466e\u0301\r\n"));
-    for (const TextRange range :
-         {TextRange{0, 2}, TextRange{2, 7}, TextRange{0, 4}, TextRange{9, 1}, TextRange{11, 1}})
-        EXPECT_FALSE(replace(session(range), QStringLiteral("x"))) << range.location;
-    EXPECT_TRUE(replace(session(TextRange{1, 8}), QStringLiteral("x")));
-    EXPECT_EQ(value(), QStringLiteral("axe\u0301\r\n"));
-}
-
-TEST_F(ReplacementTest, findsBoundariesFarIntoAForeignScript) {
-    const QString text = QStringLiteral("\u0915\u094D\u0937\u093F").repeated(5000);
-    setText(QString(), text);
-    EXPECT_FALSE(replace(session(TextRange{1, 4}), QStringLiteral("x")));
-    EXPECT_TRUE(replace(session(TextRange{19'996, 4}), QStringLiteral("x")));
-}
-
-TEST_F(ReplacementTest, aRefusedValueIsNotFollowedByASelection) {
-    setText(QString(), QStringLiteral("text"));
-    accessibility.refusedAttributes = {QStringLiteral("AXValue")};
-    EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
-    EXPECT_EQ(log->last(), QStringLiteral("set AXValue new"));
+    EXPECT_TRUE(lines.contain(QStringLiteral("it is read only")));
+    EXPECT_FALSE(lines.contain(QStringLiteral("new")));
 }
 
 TEST_F(ReplacementTest, anOrderOfUnknownOutcomeIsFollowedByNothing) {
-    setText(QString(), QStringLiteral("text"));
-    accessibility.refusedAttributes = {QStringLiteral("AXValue")};
-    accessibility.refusal = AccessibilityError::cannotComplete;
+    focus.replacement = {Replacement::Outcome::uncertain, QStringLiteral("no answer")};
     EXPECT_THROW(replace(session(TextRange{0, 4}), QStringLiteral("new")), UncertainReplacement);
-    EXPECT_EQ(log->last(), QStringLiteral("set AXValue new"));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("focus.replace 0+4 new")}));
 }
 
 TEST_F(ReplacementTest, theUserReadsThatTheOutcomeIsNoReplacement) {
@@ -81,38 +44,22 @@ TEST_F(ReplacementTest, theUserReadsThatTheOutcomeIsNoReplacement) {
               AppFailure::replacementFailed().errorDescription());
 }
 
-TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
-    setText(QString(), QStringLiteral("text"));
-    accessibility.refusedAttributes = {QStringLiteral("AXSelectedTextRange")};
-    EXPECT_TRUE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
-}
-
 TEST_F(ReplacementTest, writesACopiedSelectionThroughAccessibility) {
-    setText(QString(), QStringLiteral(" "), TextRange{0, 1});
+    focus.rangeAfterCopy = TextRange{0, 1};
     copyYields(QStringLiteral("copied"));
-    const auto captured = capture();
-    EXPECT_TRUE(replace(captured, QStringLiteral("new")));
+    EXPECT_TRUE(replace(capture(), QStringLiteral("new")));
 }
 
 TEST_F(ReplacementTest, pastesInTheFixedOrder) {
     paste(session(std::nullopt), QStringLiteral("answer"));
     EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("pasteboard.clear"),
-                        QStringLiteral("pasteboard.setString answer"),
+                        QStringLiteral("pasteboard.lend answer"),
                         QStringLiteral("activate source options 0"),
                         QStringLiteral("sleep 120"),
-                        QStringLiteral("prepareChord paste"),
-                        QStringLiteral("createSource 0"),
-                        QStringLiteral("createEvent 9 down"),
-                        QStringLiteral("createEvent 9 up"),
-                        QStringLiteral("setFlags 9 down 0x100000"),
-                        QStringLiteral("setFlags 9 up 0x100000"),
-                        QStringLiteral("post 9 down tap 0"),
-                        QStringLiteral("post 9 up tap 0"),
+                        QStringLiteral("type paste"),
                         QStringLiteral("sleep 160"),
-                        QStringLiteral("pasteboard.stringWasRead 840"),
-                        QStringLiteral("pasteboard.clear"),
-                        QStringLiteral("pasteboard.writeItems 2"),
+                        QStringLiteral("lent.wasRead 840"),
+                        QStringLiteral("pasteboard.replaceContents 2"),
                     }));
     EXPECT_EQ(pasteboard.contents, twoItems());
     EXPECT_GT(pasteboard.count, 7);
@@ -121,21 +68,21 @@ TEST_F(ReplacementTest, pastesInTheFixedOrder) {
 TEST_F(ReplacementTest, selectsTheCapturedRangeAgainBeforeThePaste) {
     paste(session(TextRange{0, 9}), QStringLiteral("answer"));
     EXPECT_LT(log->indexOf(QStringLiteral("sleep 120")),
-              log->indexOf(QStringLiteral("selectBeforePaste 0+9")));
-    EXPECT_LT(log->indexOf(QStringLiteral("selectBeforePaste 0+9")),
-              log->indexOf(QStringLiteral("prepareChord paste")));
+              log->indexOf(QStringLiteral("focus.select 0+9")));
+    EXPECT_LT(log->indexOf(QStringLiteral("focus.select 0+9")),
+              log->indexOf(QStringLiteral("type paste")));
 }
 
 TEST_F(ReplacementTest, isNotPastedBesideTheCapturedText) {
     const auto ends = [this](CaptureScope scope, PasteTarget target) {
         const auto made = std::make_shared<SelectionSession>(*session(TextRange{0, 9}));
         made->captureScope = scope;
-        accessibility.pasteTarget = target;
+        focus.pasteTarget = target;
         log->clear();
         try {
             paste(made, QStringLiteral("answer"));
         } catch (const AppFailure &) {
-            EXPECT_FALSE(log->contains(QStringLiteral("prepareChord paste")));
+            EXPECT_FALSE(log->contains(QStringLiteral("type paste")));
             EXPECT_EQ(pasteboard.contents, twoItems());
             return false;
         }
@@ -162,47 +109,53 @@ TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
             EXPECT_EQ(failure.failureCase(), AppFailure::Case::replacementFailed) << why;
         }
         EXPECT_EQ(pasteboard.contents, twoItems()) << why;
-        EXPECT_EQ(log->count(QStringLiteral("pasteboard.clear")), 2) << why;
+        EXPECT_EQ(log->count(QStringLiteral("pasteboard.replaceContents 2")), 1) << why;
     };
-    keyEvents.createsSource = false;
-    expectFailure("no source");
-    keyEvents.createsSource = true;
-    keyEvents.createsUp = false;
-    expectFailure("no event");
-    keyEvents.createsUp = true;
-    keyEvents.readiness = ChordReadiness::withheld;
-    expectFailure("withheld");
-    keyEvents.readiness = ChordReadiness::ready;
-    keyEvents.acceptsPosts = false;
-    expectFailure("the source lost the focus");
-    EXPECT_EQ(log->count(QStringLiteral("post 9 up tap 0")), 0);
-    keyEvents.acceptsPosts = true;
-    pasteboard.isStringRead = false;
+    for (const auto outcome : {ChordResult::Outcome::unavailable, ChordResult::Outcome::withheld}) {
+        chords.result = {outcome, QStringLiteral("no keys")};
+        expectFailure("no chord");
+        EXPECT_FALSE(log->contains(QStringLiteral("sleep 160")));
+    }
+    chords.result = {ChordResult::Outcome::typed};
+    pasteboard.isLentTextRead = false;
     expectFailure("the source hangs or has no use for it");
-    pasteboard.isStringRead = true;
+    pasteboard.isLentTextRead = true;
     clock.cancelledSleep = clock.sleeps + 1;
     expectFailure("first sleep cancelled");
     clock.cancelledSleep = clock.sleeps + 2;
     expectFailure("second sleep cancelled");
 }
 
+TEST_F(ReplacementTest, whatThePasteboardDoesNotTakeIsNotPasted) {
+    pasteboard.acceptsWrites = false;
+    EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
+    EXPECT_EQ(chords.targets.size(), 0) << "somebody else's contents would be pasted";
+}
+
+TEST_F(ReplacementTest, theReasonOfAPasteThatFailsIsLogged) {
+    const fakes::LogLines lines("quillmender.session");
+    chords.result = {ChordResult::Outcome::withheld, QStringLiteral("not in front")};
+    EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
+    EXPECT_TRUE(lines.contain(QStringLiteral("not pasted: not in front")));
+    EXPECT_FALSE(lines.contain(QStringLiteral("answer")));
+}
+
 TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
     clock.cancelledSleep = 2;
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
-    const auto read = log->indexOf(QStringLiteral("pasteboard.stringWasRead 840"));
+    const auto read = log->indexOf(QStringLiteral("lent.wasRead 840"));
     ASSERT_GE(read, 0);
-    EXPECT_EQ(log->lastIndexOf(QStringLiteral("pasteboard.clear")), read + 1);
+    EXPECT_EQ(log->indexOf(QStringLiteral("pasteboard.replaceContents 2")), read + 1);
 }
 
 TEST_F(ReplacementTest, takesTheSnapshotOfASlowOwnerBeforeItBorrows) {
     const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
     made->originalPasteboard = {.changeCount = 7, .items = {}, .isComplete = false};
     paste(made, QStringLiteral("answer"));
-    EXPECT_EQ(log->mid(0, 4), QStringList({
+    EXPECT_EQ(log->mid(0, 3), QStringList({
                                   QStringLiteral("pasteboard.items"),
                                   QStringLiteral("pasteboard.changeCount"),
-                                  QStringLiteral("pasteboard.clear"),
-                                  QStringLiteral("pasteboard.setString answer"),
+                                  QStringLiteral("pasteboard.lend answer"),
                               }));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
@@ -215,10 +168,15 @@ TEST_F(ReplacementTest, anythingThatGoesWrongRestores) {
 
 TEST_F(ReplacementTest, theChordIsOfItsOwnSession) {
     const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
+    made->sourceApp = std::make_shared<const RunningApplication>();
     made->chordContext = std::make_shared<const ChordContext>();
-    accessibility.context = std::make_shared<const ChordContext>();
     paste(made, QStringLiteral("answer"));
-    EXPECT_EQ(keyEvents.contexts, QList<ChordContextRef>{made->chordContext});
+    ASSERT_EQ(chords.targets.size(), 1);
+    const ChordTarget &target = chords.targets.constFirst();
+    EXPECT_EQ(target.application, made->sourceApp);
+    EXPECT_EQ(target.context, made->chordContext);
+    EXPECT_NE(target.text, nullptr);
+    EXPECT_EQ(pasteboard.readers, QList<RunningApplicationRef>{made->sourceApp});
 }
 
 TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {
@@ -227,54 +185,15 @@ TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(ReplacementTest, aValueBesideAnErrorIsNone) {
-    setText(QString(), QStringLiteral("text"));
-    accessibility.errorsBeside[QStringLiteral("AXValue")] = AccessibilityError::cannotComplete;
-    EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
-    EXPECT_EQ(value(), QStringLiteral("text"));
-    EXPECT_EQ(log->filter(QStringLiteral("set ")), QStringList());
-}
-
-TEST_F(ReplacementTest, onlyBothKeyEventsTogetherArePosted) {
-    for (bool *part : {&keyEvents.createsDown, &keyEvents.createsUp}) {
-        *part = false;
-        log->clear();
-        EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
-        EXPECT_EQ(log->filter(QStringLiteral("setFlags")), QStringList());
-        EXPECT_EQ(log->filter(QStringLiteral(" tap ")), QStringList());
-        EXPECT_EQ(log->last(), QStringLiteral("pasteboard.writeItems 2"));
-        *part = true;
-    }
-}
-
-TEST_F(ReplacementTest, replacesTheRangeAndNothingElse) {
-    const struct {
-        TextRange range;
-        const char *wanted;
-    } cases[] = {{{0, 0}, "newone two"}, {{0, 3}, "new two"},    {{3, 1}, "onenewtwo"},
-                 {{4, 3}, "one new"},    {{7, 0}, "one twonew"}, {{0, 7}, "new"}};
-    for (const auto &each : cases) {
-        setText(QString(), QStringLiteral("one two"));
-        EXPECT_TRUE(replace(session(each.range), QStringLiteral("new")));
-        EXPECT_EQ(value(), QLatin1String(each.wanted));
-        EXPECT_EQ(std::get<TextRange>(
-                      accessibility.attributes.value(QStringLiteral("AXSelectedTextRange"))),
-                  (TextRange{each.range.location, 3}));
-    }
-}
-
-TEST_F(ReplacementTest, theAnswerIsWrittenAndPastedAsItIs) {
-    setText(QString(), QStringLiteral("text"));
-    EXPECT_TRUE(replace(session(TextRange{0, 4}), QStringLiteral(" new\n")));
-    EXPECT_EQ(value(), QStringLiteral(" new\n"));
+TEST_F(ReplacementTest, theAnswerIsPastedAsItIs) {
     paste(session(std::nullopt), QStringLiteral(" new\n"));
-    EXPECT_TRUE(log->contains(QStringLiteral("pasteboard.setString  new\n")));
+    EXPECT_TRUE(log->contains(QStringLiteral("pasteboard.lend  new\n")));
 }
 
 TEST_F(ReplacementTest, onlyWhatWasAnElementWithARangeIsSelectedBeforeThePaste) {
     paste(session(TextRange{0, 9}, false), QStringLiteral("answer"));
     paste(session(std::nullopt, true), QStringLiteral("answer"));
-    EXPECT_EQ(log->filter(QStringLiteral("selectBeforePaste")), QStringList());
+    EXPECT_EQ(log->filter(QStringLiteral("focus.select")), QStringList());
 }
 
 } // namespace

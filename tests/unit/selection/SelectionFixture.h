@@ -1,11 +1,12 @@
 #pragma once
 
 #include "fakes/Await.h"
-#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
-#include "fakes/FakeKeyEvents.h"
+#include "fakes/FakeFocusedText.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"
+#include "fakes/LogLines.h"
 #include "model/AppFailure.h"
 #include "selection/SelectionController.h"
 
@@ -27,19 +28,19 @@ class SelectionFixture : public testing::Test {
 
     SelectionFixture() { pasteboard.contents = twoItems(); }
 
+    /// Nothing of these that is null is there to be read.
     void setText(const QString &selectedText, const QString &value,
                  std::optional<TextRange> range = std::nullopt) {
         if (!selectedText.isNull())
-            accessibility.attributes[QStringLiteral("AXSelectedText")] = selectedText;
-        if (!value.isNull())
-            accessibility.attributes[QStringLiteral("AXValue")] = value;
-        if (range)
-            accessibility.attributes[QStringLiteral("AXSelectedTextRange")] = *range;
+            focus.reading.selectedText = selectedText;
+        else if (!value.isNull())
+            focus.reading.value = value;
+        focus.reading.selectedRange = range;
     }
 
     void copyYields(std::optional<QString> text) {
-        keyEvents.onPost = [this, text](quint16) {
-            if (pasteboard.text != text)
+        chords.onTyped = [this, text](Chord chord) {
+            if (chord == Chord::copy)
                 pasteboard.copyFromElsewhere(text);
         };
     }
@@ -61,24 +62,20 @@ class SelectionFixture : public testing::Test {
         auto made = std::make_shared<SelectionSession>();
         made->sourceApp = workspace.frontmost;
         if (hasElement)
-            made->focusedElement = std::make_shared<const AccessibilityElement>();
+            made->focusedElement = focus.reading.element;
         made->selectedRange = range;
         made->originalPasteboard = {7, twoItems()};
         return made;
     }
 
-    QString value() {
-        return std::get<QString>(accessibility.attributes.value(QStringLiteral("AXValue")));
-    }
-
     fakes::CallLog log = fakes::makeCallLog();
     fakes::FakeClock clock{log};
-    fakes::FakeAccessibility accessibility{log};
+    fakes::FakeFocusedText focus{log};
     fakes::FakePasteboard pasteboard{log};
-    fakes::FakeKeyEvents keyEvents{log};
+    fakes::FakeChords chords{log};
     fakes::FakeWorkspace workspace{log};
-    PasteboardManager manager{pasteboard, keyEvents};
-    SelectionController controller{manager, accessibility, workspace, clock};
+    PasteboardManager manager{pasteboard, chords};
+    SelectionController controller{manager, focus, workspace, clock};
 };
 
 } // namespace quillmender
