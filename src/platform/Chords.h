@@ -13,9 +13,9 @@ enum class Chord { copy, paste };
 
 /// All that a chord needs to know of where it goes.
 struct ChordTarget {
-    RunningApplicationRef application; ///< never null
-    ChordContextRef context; ///< of the capture that it is typed for; null when nothing is known
-    LentTextRef text;        ///< what is to be pasted; null for a copy
+    RunningApplicationRef application{}; ///< never null
+    ChordContextRef context{}; ///< of the capture that it is typed for; null when nothing is known
+    LentTextRef text{};        ///< what is to be pasted; null for a copy
 };
 
 struct ChordResult {

@@ -26,13 +26,13 @@ using FocusedElementRef = std::shared_ptr<const FocusedElement>;
 
 /// What an application shows where its focus is.
 struct FocusReading {
-    RunningApplicationRef application;      ///< whose focus it is; null when nobody knows
-    FocusedElementRef element;              ///< null when nothing of that application has the focus
-    std::optional<QString> selectedText;    ///< never blank
-    std::optional<TextRange> selectedRange; ///< of the selected text; absent when nobody tells
-    std::optional<QString> value; ///< the whole text, never blank; only without a selected text
-    ChordContextRef chordContext; ///< for chords into that application; null when they need none
-    bool isElsewhere = false;     ///< the focus is in another application or window than asked for
+    RunningApplicationRef application{};   ///< whose focus it is; null when nobody knows
+    FocusedElementRef element{};           ///< null when nothing of that application has the focus
+    std::optional<QString> selectedText{}; ///< never blank
+    std::optional<TextRange> selectedRange{}; ///< of the selected text; absent when nobody tells
+    std::optional<QString> value{}; ///< the whole text, never blank; only without a selected text
+    ChordContextRef chordContext{}; ///< for chords into that application; null when they need none
+    bool isElsewhere = false; ///< the focus is in another application or window than asked for
 };
 
 /// What came of an order to replace a text.

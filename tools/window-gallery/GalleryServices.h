@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/none/NoneAccessibility.h"
+#include "platform/none/NoneAccessibilityAccess.h"
 #include "platform/none/NoneLoginItem.h"
 #include "platform/none/NoneSecretItems.h"
 #include "platform/none/NoneUserDefaults.h"

@@ -38,7 +38,7 @@ class WindowScenes : public QObject {
     NoneUserDefaults defaults_;
     GallerySecretItems secrets_;
     GalleryLoginItem loginItem_;
-    NoneAccessibility accessibility_;
+    NoneAccessibilityAccess accessibility_;
     NoneWorkspace workspace_;
     SettingsStore store_{defaults_, secrets_, loginItem_};
     PermissionManager permissions_{accessibility_, workspace_};

@@ -1,9 +1,10 @@
 #include "app/AppDelegate.h"
 
-#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeAccessibilityAccess.h"
+#include "fakes/FakeChords.h"
+#include "fakes/FakeFocusedText.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHotKeys.h"
-#include "fakes/FakeKeyEvents.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
@@ -54,9 +55,10 @@ class AppDelegateTest : public testing::Test {
         platform->secretItems = make(secrets);
         platform->loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform->workspace = std::make_unique<fakes::FakeWorkspace>(log);
-        platform->accessibility = make(accessibility);
+        platform->accessibilityAccess = make(access);
+        platform->focusedText = make(focus);
         platform->pasteboard = std::make_unique<fakes::FakePasteboard>(log);
-        platform->keyEvents = std::make_unique<fakes::FakeKeyEvents>(log);
+        platform->chords = std::make_unique<fakes::FakeChords>(log);
         platform->hotKeys = make(hotKeys);
         platform->presence = make(presence);
         platform->bundleVersion = QStringLiteral("1.2.3");
@@ -111,7 +113,7 @@ class AppDelegateTest : public testing::Test {
 
     /// A session whose answer is on its way into another program by pasting.
     void startPasting() {
-        accessibility->attributes[QStringLiteral("AXSelectedText")] = QStringLiteral("me goes");
+        focus->reading.selectedText = QStringLiteral("me goes");
         server.setAnswer(test::ScriptedAnswer::http(200, test::openAIBody(QStringLiteral("I go"))));
         instance->perform(QStringLiteral("transform"));
         clock->hold();
@@ -123,7 +125,8 @@ class AppDelegateTest : public testing::Test {
     fakes::CallLog log = fakes::makeCallLog();
     FakeInstance *instance = nullptr;
     fakes::FakeClock *clock = nullptr;
-    fakes::FakeAccessibility *accessibility = nullptr;
+    fakes::FakeAccessibilityAccess *access = nullptr;
+    fakes::FakeFocusedText *focus = nullptr;
     fakes::FakeSecretItems *secrets = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakePresence *presence = nullptr;
@@ -131,7 +134,7 @@ class AppDelegateTest : public testing::Test {
 };
 
 TEST_F(AppDelegateTest, launchesInItsOrder) {
-    EXPECT_EQ(*log, QStringList(QStringLiteral("isProcessTrusted"))) << "made, not launched";
+    EXPECT_EQ(*log, QStringList(QStringLiteral("access.isGranted"))) << "made, not launched";
     log->clear();
     EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, InstanceClaim::Outcome::held);
     EXPECT_EQ(*log, QStringList({
@@ -225,7 +228,7 @@ TEST_F(AppDelegateTest, quittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQu
     });
     EXPECT_EQ(QCoreApplication::exec(), 0);
     const auto cancelled = log->indexOf(QStringLiteral("cancelAll"));
-    const auto restored = log->lastIndexOf(QStringLiteral("pasteboard.clear"));
+    const auto restored = log->lastIndexOf(QStringLiteral("pasteboard.replaceContents 0"));
     const auto handedOver = log->indexOf(QStringLiteral("pasteboard.handOver"));
     EXPECT_GE(cancelled, 0);
     EXPECT_GT(restored, cancelled);

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "app/AppCoordinator.h"
-#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeAccessibilityAccess.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
+#include "fakes/FakeFocusedText.h"
 #include "fakes/FakeHotKeys.h"
-#include "fakes/FakeKeyEvents.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
@@ -114,9 +115,10 @@ class CoordinatorFixture : public testing::Test {
         platform.secretItems = make(secrets);
         platform.loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform.workspace = make(workspace);
-        platform.accessibility = make(accessibility);
+        platform.accessibilityAccess = make(access);
+        platform.focusedText = make(focus);
         platform.pasteboard = make(pasteboard);
-        platform.keyEvents = make(keyEvents);
+        platform.chords = make(chords);
         platform.hotKeys = make(hotKeys);
         platform.presence = make(presence);
         secrets->items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
@@ -158,10 +160,8 @@ class CoordinatorFixture : public testing::Test {
     }
 
     void select(const QString &text) {
-        accessibility->attributes[QStringLiteral("AXSelectedText")] = text;
-        accessibility->attributes[QStringLiteral("AXValue")] = text;
-        accessibility->attributes[QStringLiteral("AXSelectedTextRange")] =
-            TextRange{0, text.size()};
+        focus->reading.selectedText = text;
+        focus->reading.selectedRange = TextRange{0, text.size()};
     }
 
     /// A session with this text captured and the panel open.
@@ -180,8 +180,10 @@ class CoordinatorFixture : public testing::Test {
         EXPECT_TRUE(QTest::qWaitFor([this] { return !coordinator->isWorking(); }));
     }
 
-    QString value() const {
-        return std::get<QString>(accessibility->attributes.value(QStringLiteral("AXValue")));
+    /// What was written over the captured text last; null when nothing was.
+    QString written() const {
+        const QStringList orders = log->filter(QStringLiteral("focus.replace "));
+        return orders.isEmpty() ? QString() : orders.constLast().section(u' ', 2);
     }
 
     void expectReset() const {
@@ -198,9 +200,10 @@ class CoordinatorFixture : public testing::Test {
     fakes::FakeTransport transport{log};
     Platform platform;
     fakes::FakeClock *clock = nullptr;
-    fakes::FakeAccessibility *accessibility = nullptr;
+    fakes::FakeAccessibilityAccess *access = nullptr;
+    fakes::FakeFocusedText *focus = nullptr;
     fakes::FakePasteboard *pasteboard = nullptr;
-    fakes::FakeKeyEvents *keyEvents = nullptr;
+    fakes::FakeChords *chords = nullptr;
     fakes::FakeWorkspace *workspace = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakeSecretItems *secrets = nullptr;

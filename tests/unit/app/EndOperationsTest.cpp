@@ -27,13 +27,13 @@ TEST_F(EndOperationsTest, waitsForTheRunAndItsWriteBack) {
     transport.answerText("answer");
     test::runTask(std::move(ending));
     EXPECT_FALSE(coordinator->isWorking());
-    EXPECT_EQ(value(), QStringLiteral("answer"));
+    EXPECT_EQ(written(), QStringLiteral("answer"));
 }
 
 TEST_F(EndOperationsTest, waitsForEveryOperation) {
     capture(QStringLiteral("text"));
     coordinator->run(action());
-    accessibility->hasFocusedElement = false;
+    focus->reading = {};
     clock->hold();
     coordinator->beginWorkflow();
     auto ending = coordinator->endOperations(longEnough);

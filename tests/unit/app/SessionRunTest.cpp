@@ -33,23 +33,21 @@ TEST_F(SessionRunTest, sendsTheRenderedPromptAndReplacesTheText) {
 
     answerText("I go");
     EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("copy AXValue"),
-                        QStringLiteral("set AXValue I go"),
-                        QStringLiteral("set AXSelectedTextRange 0+4"),
+                        QStringLiteral("focus.replace 0+7 I go"),
                         QStringLiteral("orderOut"),
                     }));
     EXPECT_FALSE(coordinator->isWorking());
     expectReset();
-    EXPECT_EQ(value(), QStringLiteral("I go"));
+    EXPECT_EQ(written(), QStringLiteral("I go"));
 }
 
 TEST_F(SessionRunTest, pastesWhenAccessibilityRefuses) {
     capture(QStringLiteral("me goes"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    focus->replacement.outcome = Replacement::Outcome::refused;
     coordinator->run(action(TextAction::fixGrammar));
     answerText("I go");
-    EXPECT_LT(log->indexOf(QStringLiteral("set AXValue I go")),
-              log->indexOf(QStringLiteral("pasteboard.setString I go")));
+    EXPECT_LT(log->indexOf(QStringLiteral("focus.replace 0+7 I go")),
+              log->indexOf(QStringLiteral("pasteboard.lend I go")));
     EXPECT_EQ(log->last(), QStringLiteral("orderOut"));
     expectReset();
 }
@@ -68,7 +66,7 @@ TEST_F(SessionRunTest, aProviderFailureKeepsTheSessionForAnotherAction) {
     EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
     EXPECT_EQ(coordinator->currentActionTitle(), QStringLiteral("Make It Casual"));
     answerText("hey");
-    EXPECT_EQ(value(), QStringLiteral("hey"));
+    EXPECT_EQ(written(), QStringLiteral("hey"));
     expectReset();
 }
 
@@ -89,8 +87,8 @@ TEST_F(SessionRunTest, resetsTheWorkBeforeItSaysWhy) {
 
 TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
     capture(QStringLiteral("me goes"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
-    keyEvents->readiness = ChordReadiness::withheld;
+    focus->replacement.outcome = Replacement::Outcome::refused;
+    chords->result.outcome = ChordResult::Outcome::withheld;
     coordinator->run(action(TextAction::fixGrammar));
     answerText("I go");
     EXPECT_EQ(
@@ -103,13 +101,12 @@ TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
 
 TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
     capture(QStringLiteral("text"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
-    accessibility->refusal = AccessibilityError::cannotComplete;
+    focus->replacement.outcome = Replacement::Outcome::uncertain;
     coordinator->run(coordinator->actions().constFirst());
     answerText("answer");
     EXPECT_EQ(coordinator->errorMessage(), AppFailure::replacementFailed().errorDescription());
-    EXPECT_FALSE(log->contains(QStringLiteral("prepareChord paste")));
-    EXPECT_TRUE(log->filter(QStringLiteral("setString")).isEmpty());
+    EXPECT_FALSE(log->contains(QStringLiteral("type paste")));
+    EXPECT_TRUE(log->filter(QStringLiteral("pasteboard.lend")).isEmpty());
     EXPECT_TRUE(panel->isVisible);
     EXPECT_EQ(coordinator->currentSession(), nullptr);
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("text"));
@@ -122,8 +119,7 @@ TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
 
 TEST_F(SessionRunTest, anUncertainWriteBackLeavesALaterSessionAlone) {
     capture(QStringLiteral("first"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
-    accessibility->refusal = AccessibilityError::cannotComplete;
+    focus->replacement.outcome = Replacement::Outcome::uncertain;
     coordinator->run(coordinator->actions().constFirst());
     capture(QStringLiteral("second"));
     const SelectionSessionRef second = coordinator->currentSession();
@@ -149,7 +145,7 @@ TEST_F(SessionRunTest, runsTheFreeInstructionTrimmed) {
     EXPECT_TRUE(transport.requests.first().body.contains(
         "Instruction:\\nwrite an email\\n\\nSource text:\\nmeeting notes\""));
     answerText("Dear all");
-    EXPECT_EQ(value(), QStringLiteral("Dear all"));
+    EXPECT_EQ(written(), QStringLiteral("Dear all"));
     expectReset();
 }
 
@@ -179,7 +175,7 @@ TEST_F(SessionRunTest, aRunUnderWayFinishesInTheSessionThatItHolds) {
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("second text"));
     EXPECT_TRUE(coordinator->isWorking());
     answerText("1st");
-    EXPECT_EQ(value(), QStringLiteral("1std text"));
+    EXPECT_EQ(written(), QStringLiteral("1st"));
     expectReset();
     EXPECT_FALSE(panel->isVisible);
 }
@@ -192,7 +188,7 @@ TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
     expectReset();
     EXPECT_TRUE(coordinator->isWorking());
     answerText("1st");
-    EXPECT_EQ(value(), QStringLiteral("1st"));
+    EXPECT_EQ(written(), QStringLiteral("1st"));
 }
 
 TEST_F(SessionRunTest, aKeyOfBlanksIsAMissingKey) {
@@ -239,7 +235,7 @@ TEST_F(SessionRunTest, aFailureIsPublishedInItsOrder) {
 }
 
 TEST_F(SessionRunTest, hidingIsPublishedInItsOrderOnceThePanelIsAway) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(action(TextAction::fixGrammar));
     transport.fail(QStringLiteral("offline"));
@@ -259,7 +255,7 @@ TEST_F(SessionRunTest, hidingIsPublishedInItsOrderOnceThePanelIsAway) {
 }
 
 TEST_F(SessionRunTest, theCapturedTextIsSentAsItWasCaptured) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("  all\tof it \n");
+    focus->reading.value = QStringLiteral("  all\tof it \n");
     coordinator->beginWorkflow();
     coordinator->run(action(TextAction::fixGrammar));
     EXPECT_TRUE(transport.requests.constLast().body.contains("Text:\\n  all\\tof it \\n\""));

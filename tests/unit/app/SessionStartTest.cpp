@@ -9,14 +9,11 @@ TEST_F(SessionStartTest, capturesThenShowsThePanel) {
     select(QStringLiteral("some words"));
     coordinator->beginWorkflow();
     EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("isProcessTrusted"),
+                        QStringLiteral("access.isGranted"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("pasteboard.itemsWithin 1000"),
                         QStringLiteral("pasteboard.changeCount"),
-                        QStringLiteral("createSystemWide"),
-                        QStringLiteral("copy AXFocusedUIElement"),
-                        QStringLiteral("copy AXSelectedText"),
-                        QStringLiteral("copy AXSelectedTextRange"),
+                        QStringLiteral("focus.read"),
                         QStringLiteral("make panel"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("centre"),
@@ -31,7 +28,7 @@ TEST_F(SessionStartTest, capturesThenShowsThePanel) {
 }
 
 TEST_F(SessionStartTest, describesAWholeField) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Captured Field"));
     EXPECT_EQ(coordinator->captureDescription(),
@@ -41,10 +38,10 @@ TEST_F(SessionStartTest, describesAWholeField) {
 
 TEST_F(SessionStartTest, withoutAccessSendsNoKeyAndSaysSo) {
     capture(QStringLiteral("earlier"));
-    accessibility->trusted = false;
+    access->granted = false;
     coordinator->beginWorkflow();
     EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("isProcessTrusted"),
+                        QStringLiteral("access.isGranted"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("centre"),
                         QStringLiteral("makeKeyAndOrderFront"),
@@ -62,7 +59,7 @@ TEST_F(SessionStartTest, withoutAccessSendsNoKeyAndSaysSo) {
 TEST_F(SessionStartTest, aSecondPressDuringTheCaptureChangesNothing) {
     clock->duringSleep = [this](int) { coordinator->beginWorkflow(); };
     coordinator->beginWorkflow();
-    EXPECT_EQ(log->count(QStringLiteral("isProcessTrusted")), 1);
+    EXPECT_EQ(log->count(QStringLiteral("access.isGranted")), 1);
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
@@ -95,7 +92,7 @@ TEST_F(SessionStartTest, reusesThePanel) {
 }
 
 TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
-    accessibility->hasFocusedElement = false;
+    focus->reading.element = nullptr;
     clock->duringSleep = [this](int sleep) {
         if (sleep == 1)
             coordinator->beginWorkflow();
@@ -107,10 +104,10 @@ TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
 
 TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
     fakes::Gate gate;
-    accessibility->gate = &gate;
+    focus->gate = &gate;
     select(QStringLiteral("of an application that hangs"));
     coordinator->beginWorkflow();
-    const auto captures = [this] { return log->count(QStringLiteral("copy AXFocusedUIElement")); };
+    const auto captures = [this] { return log->count(QStringLiteral("focus.read")); };
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
             coordinator->beginWorkflow();
@@ -119,7 +116,7 @@ TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
         20'000));
     EXPECT_EQ(captures(), 2);
 
-    accessibility->gate = nullptr;
+    focus->gate = nullptr;
     select(QStringLiteral("of another"));
     EXPECT_FALSE(panel->isVisible);
     gate.open();
@@ -128,13 +125,12 @@ TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
 }
 
 TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
-    accessibility->trusted = false;
+    access->granted = false;
     coordinator->beginWorkflow();
     log->clear();
     coordinator->requestAccessibilityAccess();
-    EXPECT_EQ(*log, QStringList({QStringLiteral("isProcessTrustedWithPrompt"),
-                                 QStringLiteral("isProcessTrusted")}));
-    accessibility->grantsOnPrompt = true;
+    EXPECT_EQ(*log, QStringList({QStringLiteral("access.request"), QStringLiteral("access.isGranted")}));
+    access->grantsOnRequest = true;
     select(QStringLiteral("words"));
     coordinator->requestAccessibilityAccess();
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("words"));
@@ -188,7 +184,7 @@ TEST_F(SessionStartTest, settingsChangesRedrawThePanel) {
 }
 
 TEST_F(SessionStartTest, aCaptureIsPublishedInItsOrderBeforeThePanelShows) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    focus->reading.value = QStringLiteral("all of it");
     coordinator->run(coordinator->actions().constFirst());
     PublishedChanges changes(*coordinator);
     bool wasVisible = false;
@@ -204,10 +200,10 @@ TEST_F(SessionStartTest, aCaptureIsPublishedInItsOrderBeforeThePanelShows) {
 }
 
 TEST_F(SessionStartTest, aRefusalIsPublishedInItsOrder) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(coordinator->actions().constFirst());
-    accessibility->trusted = false;
+    access->granted = false;
     PublishedChanges changes(*coordinator);
     coordinator->beginWorkflow();
     EXPECT_EQ(
@@ -219,7 +215,7 @@ TEST_F(SessionStartTest, aRefusalIsPublishedInItsOrder) {
 }
 
 TEST_F(SessionStartTest, aFailedCaptureIsPublishedInItsOrder) {
-    accessibility->attributes[QStringLiteral("AXValue")] = QStringLiteral("all of it");
+    focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(coordinator->actions().constFirst());
     workspace->frontmost = nullptr;

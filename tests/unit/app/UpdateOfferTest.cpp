@@ -15,7 +15,7 @@ class UpdateOfferTest : public CoordinatorFixture {
                                   R"(","download_url":"https://releases.test/get"})");
     }
     bool awaitAlert() const {
-        return QTest::qWaitFor([this] { return alert.has_value(); });
+        return QTest::qWaitFor([this] { return alert.has_written(); });
     }
     const StatusMenuItem &item() const { return presence->statusItem.menu.at(updateItem); }
 
@@ -98,7 +98,7 @@ TEST_F(UpdateOfferTest, aFailureChangesNothing) {
 
 TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
     capture(QStringLiteral("text"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    focus->replacement.outcome = Replacement::Outcome::refused;
     coordinator->run(coordinator->actions().constFirst());
     clock->hold();
     transport.answerText("answer");
@@ -115,7 +115,7 @@ TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
     awaitEnd();
     ASSERT_TRUE(awaitAlert());
     EXPECT_GT(log->indexOf(QStringLiteral("show alert")),
-              log->indexOf(QStringLiteral("post 9 up tap 0")));
+              log->indexOf(QStringLiteral("type paste")));
     EXPECT_EQ(log->last(), QStringLiteral("show alert"));
 }
 
@@ -135,11 +135,11 @@ TEST_F(UpdateOfferTest, theAlertWaitsForARunThatWaitsItself) {
     transport.answerText("answer");
     ASSERT_TRUE(awaitAlert());
     EXPECT_FALSE(coordinator->isWorking());
-    EXPECT_EQ(value(), QStringLiteral("answer"));
+    EXPECT_EQ(written(), QStringLiteral("answer"));
 }
 
 TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfACapture) {
-    accessibility->hasFocusedElement = false;
+    focus->reading = {};
     clock->hold();
     coordinator->beginWorkflow();
     coordinator->start();

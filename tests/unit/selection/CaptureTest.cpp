@@ -89,7 +89,7 @@ TEST_F(CaptureTest, aSlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
     EXPECT_FALSE(capture()->originalPasteboard.isComplete);
     EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.items")));
 
-    focus.reading.element = nullptr;
+    focus.reading = {};
     copyYields(QStringLiteral("copied"));
     log->clear();
     const auto session = capture();

@@ -191,11 +191,11 @@ TEST_F(SettingsFormTest, ApprovalKeepsTheSwitchOnUntilTheNextShow) {
 }
 
 TEST_F(SettingsFormTest, PermissionChangesOnlyOnRefresh) {
-    accessibility.trusted = false;
+    access.granted = false;
     permissions.refresh();
     show();
     EXPECT_TRUE(shows("Accessibility access not granted"));
-    accessibility.trusted = true;
+    access.granted = true;
     store().setModel(AIProvider::openAI, QStringLiteral("x"));
     settle();
     EXPECT_TRUE(shows("Accessibility access not granted"));
@@ -218,8 +218,8 @@ TEST_F(SettingsFormTest, PermissionChangesOnlyOnRefresh) {
 }
 
 TEST_F(SettingsFormTest, ButtonsAskTheSystem) {
-    accessibility.trusted = false;
-    accessibility.grantsOnPrompt = true;
+    access.granted = false;
+    access.grantsOnRequest = true;
     show();
     log->clear();
     button("Open Login Items Settings")->click();
@@ -227,7 +227,7 @@ TEST_F(SettingsFormTest, ButtonsAskTheSystem) {
     button("Open Privacy Settings")->click();
     settle();
     EXPECT_EQ(log->join(u'\n').toStdString(),
-              "openLoginItemSettings\nisProcessTrustedWithPrompt\nisProcessTrusted\n"
+              "openLoginItemSettings\naccess.request\naccess.isGranted\n"
               "openUrl "
               "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility");
     EXPECT_TRUE(shows("Accessibility access granted"));

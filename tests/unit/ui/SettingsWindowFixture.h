@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PanelFixture.h"
-#include "fakes/FakeAccessibility.h"
+#include "fakes/FakeAccessibilityAccess.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeSecretItems.h"
 #include "fakes/FakeWorkspace.h"
@@ -106,9 +106,9 @@ class SettingsWindowFixture : public testing::Test {
     NoneUserDefaults defaults;
     fakes::FakeSecretItems secrets{log};
     fakes::FakeLoginItem loginItem{log};
-    fakes::FakeAccessibility accessibility{log};
+    fakes::FakeAccessibilityAccess access{log};
     fakes::FakeWorkspace workspace{log};
-    PermissionManager permissions{accessibility, workspace};
+    PermissionManager permissions{access, workspace};
     PanelPresence presence;
     Theme theme{presence};
 
