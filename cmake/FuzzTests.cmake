@@ -4,14 +4,15 @@
 include(ExternalProject)
 
 set(targets accessible_answers answers action_documents release_manifest templates text_ranges selection_protocol)
-find_program(QUILLMENDER_FUZZ_COMPILER clang++-19)
+include(${CMAKE_CURRENT_LIST_DIR}/FindClang.cmake)
+quillmender_find_clang(compiler)
 set(missing "")
-if(NOT QUILLMENDER_FUZZ_COMPILER)
-    set(missing "clang++-19")
+if(NOT compiler)
+    set(missing "clang++ 19")
 else()
     set(piece lib/linux/libclang_rt.fuzzer-${CMAKE_SYSTEM_PROCESSOR}.a)
     execute_process(
-        COMMAND ${QUILLMENDER_FUZZ_COMPILER} -print-file-name=${piece}
+        COMMAND ${compiler} -print-file-name=${piece}
         OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE)
     if(NOT EXISTS "${found}")
         set(missing ${piece})
@@ -29,7 +30,8 @@ ExternalProject_Add(fuzz_build
     PREFIX ${fuzzBuild}-imports
     CMAKE_ARGS
         -DCMAKE_BUILD_TYPE=RelWithDebInfo
-        -DCMAKE_CXX_COMPILER=${QUILLMENDER_FUZZ_COMPILER}
+        -DCMAKE_CXX_COMPILER=${compiler}
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR}
         -DQUILLMENDER_FUZZ=ON -DQUILLMENDER_SANITIZE=ON
         -DQUILLMENDER_TESTS=OFF -DQUILLMENDER_BENCH=OFF
     BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> --target fuzz_targets quillmender

@@ -3,14 +3,15 @@
 # build's libraries of shared code. Its tests are among this build's tests.
 include(ExternalProject)
 
-find_program(QUILLMENDER_OBJCXX_COMPILER clang++-19)
+include(${CMAKE_CURRENT_LIST_DIR}/FindClang.cmake)
+quillmender_find_clang(compiler)
 set(missing "")
-if(NOT QUILLMENDER_OBJCXX_COMPILER)
-    set(missing "clang++-19")
+if(NOT compiler)
+    set(missing "clang++ 19")
 else()
     foreach(piece include/objc/objc.h libobjc.so lib/linux/libclang_rt.asan-${CMAKE_SYSTEM_PROCESSOR}.a)
         execute_process(
-            COMMAND ${QUILLMENDER_OBJCXX_COMPILER} -print-file-name=${piece}
+            COMMAND ${compiler} -print-file-name=${piece}
             OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE)
         if(NOT EXISTS "${found}")
             list(APPEND missing ${piece})
@@ -35,8 +36,9 @@ ExternalProject_Add(macos_doubles
     PREFIX ${binaryDir}-imports
     CMAKE_ARGS
         -DCMAKE_BUILD_TYPE=Debug
-        -DCMAKE_CXX_COMPILER=${QUILLMENDER_OBJCXX_COMPILER}
-        -DCMAKE_OBJCXX_COMPILER=${QUILLMENDER_OBJCXX_COMPILER}
+        -DCMAKE_CXX_COMPILER=${compiler}
+        -DCMAKE_OBJCXX_COMPILER=${compiler}
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=${CMAKE_COMPILE_WARNING_AS_ERROR}
         -DQUILLMENDER_SHARED_LIBRARIES=${binaryDir}-imports/SharedLibraries.cmake
     DEPENDS ${sharedLibraries}
     BUILD_ALWAYS ON

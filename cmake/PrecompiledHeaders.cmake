@@ -17,7 +17,7 @@ function(quillmender_precompiled name)
 endfunction()
 
 set(common <algorithm> <chrono> <functional> <memory> <optional> <utility>
-    <QByteArray> <QCoroSignal> <QCoroTask> <QHash> <QList> <QObject> <QString> <QStringList> <QTimer>)
+    <QByteArray> <QCoroTask> <QHash> <QList> <QObject> <QString> <QStringList> <QTimer>)
 quillmender_precompiled(quillmender_precompiled
     HEADERS ${common} LIBRARIES Qt6::Core QCoro6::Core)
 if(QUILLMENDER_TESTS)

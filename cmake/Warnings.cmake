@@ -1,6 +1,6 @@
 add_compile_options(
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wformat=2 -Werror)
+    -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wformat=2)
 
 if(QUILLMENDER_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
