@@ -6,9 +6,12 @@
 
 namespace quillmender {
 
-RunningOperations::Mark RunningOperations::begin() {
+Lease RunningOperations::begin() {
     ++count_;
-    return Mark(this, End{this});
+    return Lease(this, [this] {
+        --count_;
+        Q_EMIT oneEnded();
+    });
 }
 
 QCoro::Task<> RunningOperations::allEnded(std::chrono::milliseconds limit) {
@@ -16,13 +19,6 @@ QCoro::Task<> RunningOperations::allEnded(std::chrono::milliseconds limit) {
     while (count_ > 0 && !deadline.hasExpired())
         co_await SignalWait(this, &RunningOperations::oneEnded,
                             std::chrono::milliseconds(deadline.remainingTime()));
-}
-
-void RunningOperations::End::operator()(RunningOperations *) const {
-    if (!operations)
-        return;
-    --operations->count_;
-    Q_EMIT operations->oneEnded();
 }
 
 } // namespace quillmender

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/Lease.h"
+
 #include <QCoroTask>
 #include <QObject>
-#include <QPointer>
 
 #include <chrono>
-#include <memory>
 
 namespace quillmender {
 
@@ -15,14 +15,8 @@ class RunningOperations : public QObject {
     Q_OBJECT
 
   public:
-    struct End {
-        QPointer<RunningOperations> operations;
-        void operator()(RunningOperations *) const;
-    };
-    /// An operation under way, until it is destroyed.
-    using Mark = std::unique_ptr<RunningOperations, End>;
-
-    [[nodiscard]] Mark begin();
+    /// The operation is under way while the lease lives.
+    Lease begin();
 
     /// Completes when none is under way, or after `limit`.
     QCoro::Task<> allEnded(std::chrono::milliseconds limit);

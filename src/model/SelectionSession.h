@@ -1,8 +1,6 @@
 #pragma once
 
-#include "model/CaptureScope.h"
 #include "model/PasteboardSnapshot.h"
-#include "model/SelectionAcquisitionMethod.h"
 #include "platform/FocusedText.h"
 
 #include <QString>
@@ -11,6 +9,18 @@
 #include <optional>
 
 namespace quillmender {
+
+/// What the captured text covers.
+enum class CaptureScope {
+    selection, ///< only what the user had selected
+    fullField, ///< the whole text field, because nothing usable was selected
+};
+
+/// How the captured text was obtained.
+enum class SelectionAcquisitionMethod {
+    accessibility, ///< read from the focused element
+    clipboard,     ///< copied by the application itself
+};
 
 /// One capture: all that it takes to put another text back where this one came from.
 struct SelectionSession {

@@ -4,19 +4,15 @@
 
 namespace quillmender {
 
-QCoro::Task<PasteboardLease::Held> PasteboardLease::acquire() {
+QCoro::Task<Lease> PasteboardLease::acquire() {
     while (isHeld_)
         co_await SignalWait(this, &PasteboardLease::released);
     isHeld_ = true;
     ++turn_;
-    co_return Held(this, Release{this});
-}
-
-void PasteboardLease::Release::operator()(PasteboardLease *) const {
-    if (!lease)
-        return;
-    lease->isHeld_ = false;
-    Q_EMIT lease->released();
+    co_return Lease(this, [this] {
+        isHeld_ = false;
+        Q_EMIT released();
+    });
 }
 
 } // namespace quillmender

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "platform/Lease.h"
+
 #include <QCoroTask>
 #include <QObject>
-#include <QPointer>
-
-#include <memory>
 
 namespace quillmender {
 
@@ -14,14 +13,8 @@ class PasteboardLease : public QObject {
     Q_OBJECT
 
   public:
-    struct Release {
-        QPointer<PasteboardLease> lease;
-        void operator()(PasteboardLease *) const;
-    };
-    using Held = std::unique_ptr<PasteboardLease, Release>;
-
-    /// Completes when nobody else holds it; the result gives it back when it is destroyed.
-    QCoro::Task<Held> acquire();
+    /// Completes when nobody else holds it.
+    QCoro::Task<Lease> acquire();
 
     /// Which one in the row of holders the present one is, or the last one was.
     quint64 turn() const { return turn_; }

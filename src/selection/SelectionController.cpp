@@ -71,7 +71,7 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     // Somebody who has pressed the hot key again waits for another window's text.
     if (capture != latestCapture_)
         throw CancellationError();
-    const PasteboardLease::Held lease = co_await lease_.acquire();
+    const Lease lease = co_await lease_.acquire();
     // What others did with it in between counts as no copy, and is not to be undone. And from here
     // on everything has to be there that is to be put back.
     if (lease_.turn() != turn + 1 || !session->originalPasteboard.isComplete)
@@ -87,7 +87,7 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
 }
 
 QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
-    const PasteboardLease::Held lease = co_await lease_.acquire();
+    const Lease lease = co_await lease_.acquire();
     session->originalPasteboard = co_await pasteboardManager_.snapshotWithin(snapshotLimit);
 }
 
@@ -159,7 +159,7 @@ QCoro::Task<bool> SelectionController::replaceViaAccessibility(SelectionSessionR
 
 QCoro::Task<> SelectionController::performPasteReplacement(SelectionSessionRef session,
                                                            QString replacement) {
-    const PasteboardLease::Held lease = co_await lease_.acquire();
+    const Lease lease = co_await lease_.acquire();
     PasteboardSnapshot original = session->originalPasteboard;
     if (!original.isComplete)
         original = co_await pasteboardManager_.snapshot();

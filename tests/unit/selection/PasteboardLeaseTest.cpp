@@ -27,7 +27,7 @@ class PasteboardLeaseTest : public testing::Test {
 
     PasteboardLease lease;
     QStringList taken;
-    std::map<QString, PasteboardLease::Held> leases;
+    std::map<QString, Lease> leases;
 };
 
 TEST_F(PasteboardLeaseTest, isThereAtOnceWhenNobodyHasIt) {
