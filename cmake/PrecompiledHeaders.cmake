@@ -25,6 +25,9 @@ if(QUILLMENDER_TESTS)
     quillmender_precompiled(quillmender_precompiled_test
         HEADERS ${common} <gmock/gmock.h> <gtest/gtest.h>
         LIBRARIES Qt6::Core QCoro6::Core GTest::gmock)
+    if(NOT QUILLMENDER_SANITIZE)
+        target_compile_options(quillmender_precompiled_test PRIVATE ${QUILLMENDER_TEST_OPTIONS})
+    endif()
 endif()
 
 # All programs and libraries of a folder and of those below it.

@@ -6,6 +6,9 @@ function(quillmender_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
 endfunction()
 
+# What test programs are compiled with besides; the checks of buffers want the optimiser.
+set(QUILLMENDER_TEST_OPTIONS -O0 -U_FORTIFY_SOURCE)
+
 # One GoogleTest program with all its cases under CTest. The environment has no display unless the
 # test starts one itself.
 function(quillmender_test name)
