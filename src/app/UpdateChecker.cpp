@@ -44,7 +44,7 @@ QCoro::Task<std::optional<ReleaseManifest>> UpdateChecker::checkForUpdate(QStrin
         if (!isSuccess(response))
             co_return std::nullopt;
         const ReleaseManifest manifest = decodeReleaseManifest(response.body);
-        if (isVersion(manifest.version, currentVersion))
+        if (isNewer(manifest.version, currentVersion))
             co_return manifest;
     } catch (const std::exception &) {
         // No release that can be told of is no news.
@@ -53,9 +53,9 @@ QCoro::Task<std::optional<ReleaseManifest>> UpdateChecker::checkForUpdate(QStrin
     co_return std::nullopt;
 }
 
-bool UpdateChecker::isVersion(const QString &candidate, const QString &newerThan) {
+bool UpdateChecker::isNewer(const QString &candidate, const QString &reference) {
     const QStringList candidateParts = candidate.split(u'.', Qt::SkipEmptyParts);
-    const QStringList referenceParts = newerThan.split(u'.', Qt::SkipEmptyParts);
+    const QStringList referenceParts = reference.split(u'.', Qt::SkipEmptyParts);
     const qsizetype count = std::max(candidateParts.size(), referenceParts.size());
     for (qsizetype i = 0; i < count; ++i) {
         const qint64 candidateNumber = number(candidateParts.value(i));

@@ -22,8 +22,8 @@ class UpdateChecker {
                                                                QUrl manifestURL) const;
 
   private:
-    /// Compares dotted numbers; a missing or unreadable one counts as 0.
-    static bool isVersion(const QString &candidate, const QString &newerThan);
+    /// Whether the candidate comes after the reference: both are dotted numbers; a missing or unreadable one counts as 0.
+    static bool isNewer(const QString &candidate, const QString &reference);
 
     HttpTransport *transport_;
 };

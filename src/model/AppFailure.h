@@ -1,14 +1,14 @@
 #pragma once
 
 #include "model/AIProvider.h"
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 
 #include <optional>
 
 namespace quillmender {
 
 /// The failures of the program's own making, each with a fixed sentence for the user.
-class AppFailure : public DescribedError {
+class AppFailure : public UserVisibleError {
   public:
     enum class Case {
         missingAPIKey,
@@ -50,7 +50,7 @@ class AppFailure : public DescribedError {
   private:
     AppFailure(Case failureCase, const QString &description,
                std::optional<AIProvider> provider = std::nullopt)
-        : DescribedError(description),
+        : UserVisibleError(description),
           case_(failureCase),
           provider_(provider) {}
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 
 namespace quillmender {
 
 /// Bytes that are not the JSON that they should be. The description quotes nothing of them.
-class DecodingError : public DescribedError {
+class DecodingError : public UserVisibleError {
   public:
-    explicit DecodingError(const QString &description) : DescribedError(description) {}
+    explicit DecodingError(const QString &description) : UserVisibleError(description) {}
 };
 
 } // namespace quillmender

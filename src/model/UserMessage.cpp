@@ -1,6 +1,6 @@
 #include "model/UserMessage.h"
 
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 
 namespace quillmender {
 
@@ -10,7 +10,7 @@ QString userMessage(const std::exception_ptr &error) {
         return unknown;
     try {
         std::rethrow_exception(error);
-    } catch (const DescribedError &described) {
+    } catch (const UserVisibleError &described) {
         return described.errorDescription();
     } catch (const std::exception &other) {
         return QString::fromUtf8(other.what());

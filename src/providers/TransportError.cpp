@@ -67,7 +67,7 @@ TransportError::TransportError(Kind kind, const QUrl &url, const QString &detail
     : TransportError(kind, describe(kind, url, {}, detail)) {}
 
 TransportError::TransportError(Kind kind, const QString &description)
-    : DescribedError(description),
+    : UserVisibleError(description),
       kind_(kind) {}
 
 TransportError TransportError::from(QAbstractSocket::SocketError error, const QUrl &url) {

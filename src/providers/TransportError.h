@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 
 #include <QAbstractSocket>
 #include <QNetworkProxy>
@@ -10,7 +10,7 @@ namespace quillmender {
 
 /// A request that brought no whole answer. The description is short and names hosts at most:
 /// neither path nor query nor header, since they may hold a key.
-class TransportError : public DescribedError {
+class TransportError : public UserVisibleError {
   public:
     enum class Kind {
         unsupportedScheme,

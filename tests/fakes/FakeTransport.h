@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/CallLog.h"
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 #include "platform/SignalWait.h"
 #include "providers/HttpTransport.h"
 
@@ -12,9 +12,9 @@
 
 namespace quillmender::fakes {
 
-class FakeTransportError : public DescribedError {
+class FakeTransportError : public UserVisibleError {
   public:
-    explicit FakeTransportError(const QString &description) : DescribedError(description) {}
+    explicit FakeTransportError(const QString &description) : UserVisibleError(description) {}
 };
 
 /// Keeps every request until the test answers it; each answer goes to all requests under way.

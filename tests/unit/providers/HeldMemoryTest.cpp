@@ -101,7 +101,7 @@ TEST_F(HeldMemoryTest, TheLargestAnswersOfAllShapesAreBounded) {
             beginMeasuring();
             try {
                 EXPECT_FALSE(transform(configuration(AIProvider::openAI)).isEmpty());
-            } catch (const DescribedError &error) {
+            } catch (const UserVisibleError &error) {
                 EXPECT_FALSE(error.errorDescription().isEmpty());
             }
             expectLittle();

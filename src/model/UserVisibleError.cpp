@@ -1,8 +1,8 @@
-#include "model/DescribedError.h"
+#include "model/UserVisibleError.h"
 
 namespace quillmender {
 
-DescribedError::DescribedError(const QString &description)
+UserVisibleError::UserVisibleError(const QString &description)
     : description_(description),
       utf8_(description.toUtf8()) {}
 

@@ -8,7 +8,7 @@
 namespace quillmender {
 
 /// An exception with a text that is fit for the user's eyes. It never holds a secret.
-class DescribedError : public std::exception {
+class UserVisibleError : public std::exception {
   public:
     QString errorDescription() const { return description_; }
 
@@ -16,7 +16,7 @@ class DescribedError : public std::exception {
     const char *what() const noexcept override { return utf8_.constData(); }
 
   protected:
-    explicit DescribedError(const QString &description);
+    explicit UserVisibleError(const QString &description);
 
   private:
     QString description_;
