@@ -58,6 +58,8 @@ void AppCoordinator::start() {
             if (coordinator)
                 coordinator->beginWorkflow();
         });
+    connect(hotKeyManager_.get(), &HotKeyManager::heldKeysChanged, &settingsStore_,
+            &SettingsStore::setHeldHotKey);
     hotKeyManager_->registerHotKey();
     checkForUpdates();
 }

@@ -229,4 +229,19 @@ void SettingsStore::updateLaunchAtLoginRegistration(bool isEnabled) {
     publish(launchAtLoginStatusMessage_, error);
 }
 
+QString SettingsStore::hotKeyDisplay() const {
+    return quillmender::hotKeyDisplay(heldHotKey_.value_or(askedHotKey));
+}
+
+std::optional<QString> SettingsStore::hotKeyStatusMessage() const {
+    if (heldHotKey_)
+        return std::nullopt;
+    return QStringLiteral("The shortcut does not work at the moment; another program may be using "
+                          "these keys. Use Transform in the status menu instead.");
+}
+
+void SettingsStore::setHeldHotKey(std::optional<QKeyCombination> keys) {
+    publish(heldHotKey_, keys);
+}
+
 } // namespace quillmender
