@@ -35,7 +35,7 @@ AppCoordinator::AppCoordinator(Platform &platform, LLMClient llmClient, UpdateCh
     : platform_(platform),
       windows_(std::move(windows)),
       captureTitle_(selectedTextTitle()),
-      settingsStore_(*platform.userDefaults, *platform.secretItems, *platform.loginItem),
+      settingsStore_(*platform.userDefaults, *platform.secrets, *platform.loginItem),
       permissionManager_(*platform.accessibility, *platform.workspace),
       pasteboardManager_(*platform.pasteboard, *platform.keyEvents),
       selectionController_(pasteboardManager_, *platform.accessibility, *platform.workspace,

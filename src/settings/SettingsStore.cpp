@@ -40,10 +40,10 @@ QString keychainService(AIProvider provider) {
 
 } // namespace
 
-SettingsStore::SettingsStore(UserDefaults &defaults, SecretItems &secretItems, LoginItem &loginItem,
+SettingsStore::SettingsStore(UserDefaults &defaults, Secrets &secrets, LoginItem &loginItem,
                              std::chrono::milliseconds keyPatience)
     : defaults_(defaults),
-      keychain_(secretItems),
+      keychain_(secrets),
       launchAtLoginManager_(loginItem),
       selectedProvider_(
           providerFromRawValue(defaults.string(selectedProviderKey()).value_or(QString()))

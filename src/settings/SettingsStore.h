@@ -27,7 +27,7 @@ class SettingsStore : public Observable {
 
   public:
     /// A snapshot waits `keyPatience` at most for the keychain.
-    SettingsStore(UserDefaults &defaults, SecretItems &secretItems, LoginItem &loginItem,
+    SettingsStore(UserDefaults &defaults, Secrets &secrets, LoginItem &loginItem,
                   std::chrono::milliseconds keyPatience = std::chrono::seconds(20));
 
     AIProvider selectedProvider() const { return selectedProvider_; }

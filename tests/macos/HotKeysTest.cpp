@@ -1,6 +1,7 @@
 #include "DoublesTest.h"
 #include "app/HotKeyManager.h"
 #include "doubles/carbon/EventDispatcher.h"
+#include "fakes/Await.h"
 #include "platform/macos/MacHotKey.h"
 #include "platform/macos/MacHotKeys.h"
 #include "settings/HotKeyDisplay.h"
@@ -82,14 +83,10 @@ TEST_F(HotKeysTest, aModifierIsTheKeyOfThatName) {
 }
 
 TEST_F(HotKeysTest, anotherKeyIsRefusedWithoutAskingTheSystem) {
-    QString reason;
-    [](MacHotKeys &keys, QString &why) -> QCoro::Task<> {
-        const HotKeyOutcome outcome =
-            co_await keys.hold(QKeyCombination(Qt::ControlModifier, Qt::Key_F1), [] {});
-        EXPECT_EQ(outcome.hotKey, nullptr);
-        why = outcome.reason;
-    }(hotKeys, reason);
-    EXPECT_FALSE(reason.isEmpty());
+    const HotKeyOutcome outcome =
+        fakes::await(hotKeys.hold(QKeyCombination(Qt::ControlModifier, Qt::Key_F1), [] {}));
+    EXPECT_EQ(outcome.hotKey, nullptr);
+    EXPECT_FALSE(outcome.reason.isEmpty());
     EXPECT_THAT(calls(), ElementsAre());
 }
 
@@ -106,6 +103,9 @@ TEST_F(HotKeysTest, registersNothingWithoutAHandler) {
     EXPECT_THAT(told, ElementsAre(std::nullopt));
     letGo();
     EXPECT_THAT(calls(), ElementsAre(install));
+    const HotKeyOutcome outcome = fakes::await(hotKeys.hold(askedHotKey, [] {}));
+    EXPECT_EQ(outcome.hotKey, nullptr);
+    EXPECT_FALSE(outcome.reason.isEmpty());
 }
 
 TEST_F(HotKeysTest, aTakenChordLeavesTheHandlerAndHoldsNoKeys) {

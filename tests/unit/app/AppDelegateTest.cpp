@@ -7,7 +7,7 @@
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "support/LoopbackServer.h"
@@ -51,7 +51,7 @@ class AppDelegateTest : public testing::Test {
         platform->clock = make(clock);
         platform->instance = make(instance);
         platform->userDefaults = std::make_unique<NoneUserDefaults>();
-        platform->secretItems = make(secrets);
+        platform->secrets = make(secrets);
         platform->loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform->workspace = std::make_unique<fakes::FakeWorkspace>(log);
         platform->accessibility = make(accessibility);
@@ -124,7 +124,7 @@ class AppDelegateTest : public testing::Test {
     FakeInstance *instance = nullptr;
     fakes::FakeClock *clock = nullptr;
     fakes::FakeAccessibility *accessibility = nullptr;
-    fakes::FakeSecretItems *secrets = nullptr;
+    fakes::FakeSecrets *secrets = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakePresence *presence = nullptr;
     std::unique_ptr<AppDelegate> delegate;
