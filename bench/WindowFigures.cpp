@@ -8,7 +8,7 @@
 #include "desktop/harness/ProductProcess.h"
 #include "platform/linux/services/SettingsFile.h"
 #include "platform/none/NoneLoginItem.h"
-#include "platform/none/NoneSecretItems.h"
+#include "platform/none/NoneSecrets.h"
 #include "settings/SettingsStore.h"
 
 namespace quillmender::bench {
@@ -111,7 +111,7 @@ Samples keystrokes(SettingsStore &store, int count) {
 void measureKeystrokes(Report &report, int count) {
     constexpr double limitMs = 2;
     SettingsFile file;
-    NoneSecretItems secrets;
+    NoneSecrets secrets;
     NoneLoginItem loginItem;
     SettingsStore store(file, secrets, loginItem);
     report.limit(QStringLiteral("main-thread time to save a keystroke"), keystrokes(store, count),

@@ -35,7 +35,7 @@ AppCoordinator::AppCoordinator(Platform &platform, LLMClient llmClient, UpdateCh
     : platform_(platform),
       windows_(std::move(windows)),
       captureTitle_(selectedTextTitle()),
-      settingsStore_(*platform.userDefaults, *platform.secretItems, *platform.loginItem),
+      settingsStore_(*platform.userDefaults, *platform.secrets, *platform.loginItem),
       permissionManager_(*platform.accessibilityAccess, *platform.workspace),
       pasteboardManager_(*platform.pasteboard, *platform.chords),
       selectionController_(pasteboardManager_, *platform.focusedText, *platform.workspace,
@@ -58,6 +58,8 @@ void AppCoordinator::start() {
             if (coordinator)
                 coordinator->beginWorkflow();
         });
+    connect(hotKeyManager_.get(), &HotKeyManager::heldKeysChanged, &settingsStore_,
+            &SettingsStore::setHeldHotKey);
     hotKeyManager_->registerHotKey();
     checkForUpdates();
 }

@@ -3,13 +3,14 @@
 #include "platform/HotKeys.h"
 
 #include <QObject>
-#include <QStringView>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 namespace quillmender {
 
-/// The one global shortcut, Control + Option + Space. Every failure is silent: the status menu
+/// The one global shortcut. The user is told of no failure but in the settings: the status menu
 /// does the same thing.
 class HotKeyManager : public QObject {
     Q_OBJECT
@@ -17,25 +18,22 @@ class HotKeyManager : public QObject {
   public:
     /// `handler` runs on the main thread, in a turn of the event loop of its own, once a press.
     HotKeyManager(HotKeys &hotKeys, std::function<void()> handler);
-    ~HotKeyManager() override;
 
     /// Replaces an earlier registration.
     void registerHotKey();
 
-    /// The callback for the event service; `userData` is the manager.
-    static qint32 hotKeyEventHandler(void *nextHandler, void *event, void *userData);
-
-    /// Folds UTF-8 bytes into 32 bits, the last four remaining.
-    static quint32 fourCharCode(QStringView text);
+  Q_SIGNALS:
+    /// The keys that start the handler from now on, none while it has no keys.
+    void heldKeysChanged(std::optional<QKeyCombination> keys);
 
   private:
-    void release();
-    void invoke();
+    QCoro::Task<> hold();
+    void tellHeldKeys();
 
     HotKeys &hotKeys_;
-    HotKeyRef hotKeyRef_ = 0;
-    EventHandlerRef eventHandlerRef_ = 0;
     std::function<void()> handler_;
+    std::unique_ptr<HeldHotKey> hotKey_;
+    quint64 latestRegistration_ = 0;
 };
 
 } // namespace quillmender

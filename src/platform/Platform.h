@@ -9,7 +9,7 @@
 #include "platform/LoginItem.h"
 #include "platform/Pasteboard.h"
 #include "platform/Presence.h"
-#include "platform/SecretItems.h"
+#include "platform/Secrets.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
@@ -25,7 +25,7 @@ struct Platform {
     std::unique_ptr<Clock> clock;
     std::unique_ptr<Instance> instance;
     std::unique_ptr<UserDefaults> userDefaults;
-    std::unique_ptr<SecretItems> secretItems;
+    std::unique_ptr<Secrets> secrets;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<AccessibilityAccess> accessibilityAccess;

@@ -2,53 +2,40 @@
 
 #include "model/Wiping.h"
 
+#include <QLoggingCategory>
 #include <QStringDecoder>
 
 namespace quillmender {
 
-KeychainStore::KeychainStore(SecretItems &items) : items_(items) {}
-
-SecretAttributes KeychainStore::baseQuery(const QString &service, const QString &account) {
-    return {
-        {SecretAttribute::itemClass, QString::fromLatin1(secret::genericPassword)},
-        {SecretAttribute::service, service},
-        {SecretAttribute::account, account},
-    };
-}
+namespace {
+Q_LOGGING_CATEGORY(log, "quillmender.secrets", QtWarningMsg)
+} // namespace
 
 QCoro::Task<KeychainReading> KeychainStore::read(QString service, QString account) {
-    SecretAttributes query = baseQuery(service, account);
-    query[SecretAttribute::returnData] = true;
-    query[SecretAttribute::matchLimit] = QString::fromLatin1(secret::matchLimitOne);
-    SecretMatch match = co_await items_.copyMatching(std::move(query));
-    if (match.status == secret::notAvailable || match.status == secret::interactionNotAllowed)
-        co_return KeychainReading{std::nullopt, false};
-    if (match.status != secret::success || !match.data)
-        co_return KeychainReading{};
+    SecretSearch search = co_await secrets_.find(service, account);
+    if (!search.reason.isEmpty())
+        qCWarning(log, "reading a secret failed: %s", qUtf8Printable(search.reason));
+    if (search.outcome != SecretOutcome::found)
+        co_return KeychainReading{std::nullopt, search.outcome == SecretOutcome::absent};
 
     // Every character is the caller's, a byte order mark as well.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
                                                      QStringDecoder::Flag::ConvertInitialBom);
-    QString text = decoder(*match.data);
-    wipe(*match.data);
+    QString text = decoder(search.secret);
+    wipe(search.secret);
     if (decoder.hasError())
         co_return KeychainReading{};
     co_return KeychainReading{text, true};
 }
 
 void KeychainStore::write(const QString &value, const QString &service, const QString &account) {
-    const SecretAttributes query = baseQuery(service, account);
-    items_.remove(query);
-    SecretAttributes attributes = query;
-    attributes[SecretAttribute::valueData] = value.toUtf8();
-    attributes[SecretAttribute::accessible] =
-        QString::fromLatin1(secret::accessibleAfterFirstUnlock);
-    items_.add(attributes);
-    wipe(std::get<QByteArray>(attributes[SecretAttribute::valueData]));
+    QByteArray bytes = value.toUtf8();
+    secrets_.store(service, account, bytes);
+    wipe(bytes);
 }
 
 void KeychainStore::remove(const QString &service, const QString &account) {
-    items_.remove(baseQuery(service, account));
+    secrets_.remove(service, account);
 }
 
 } // namespace quillmender

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SecretItems.h"
+#include "platform/Secrets.h"
 
 #include <QString>
 
@@ -14,24 +14,22 @@ struct KeychainReading {
     bool wasAnswered = true;     ///< false when the keychain could not be asked, or stayed locked
 };
 
-/// One generic password for each service and account in the user's keychain. Failures are silent:
-/// a secret that cannot be read is absent, one that cannot be written is not kept.
+/// One text for each service and account in the user's keychain. Failures are silent, but for the
+/// log: a secret that cannot be read is absent, one that cannot be written is not kept.
 class KeychainStore {
   public:
-    explicit KeychainStore(SecretItems &items);
+    explicit KeychainStore(Secrets &secrets) : secrets_(secrets) {}
 
     /// Completes when the keychain has answered. The store may be gone by then.
     QCoro::Task<KeychainReading> read(QString service, QString account);
 
-    /// Replaces the item: a deletion, then an addition, so that its attributes are new as well.
+    /// Replaces the item.
     void write(const QString &value, const QString &service, const QString &account);
 
     void remove(const QString &service, const QString &account);
 
-    static SecretAttributes baseQuery(const QString &service, const QString &account);
-
   private:
-    SecretItems &items_;
+    Secrets &secrets_;
 };
 
 } // namespace quillmender

@@ -40,10 +40,10 @@ QString keychainService(AIProvider provider) {
 
 } // namespace
 
-SettingsStore::SettingsStore(UserDefaults &defaults, SecretItems &secretItems, LoginItem &loginItem,
+SettingsStore::SettingsStore(UserDefaults &defaults, Secrets &secrets, LoginItem &loginItem,
                              std::chrono::milliseconds keyPatience)
     : defaults_(defaults),
-      keychain_(secretItems),
+      keychain_(secrets),
       launchAtLoginManager_(loginItem),
       selectedProvider_(
           providerFromRawValue(defaults.string(selectedProviderKey()).value_or(QString()))
@@ -227,6 +227,21 @@ void SettingsStore::updateLaunchAtLoginRegistration(bool isEnabled) {
     setLaunchAtLoginEnabled(service.status() == LoginItemStatus::enabled);
     isRefreshingLaunchAtLogin_ = false;
     publish(launchAtLoginStatusMessage_, error);
+}
+
+QString SettingsStore::hotKeyDisplay() const {
+    return quillmender::hotKeyDisplay(heldHotKey_.value_or(askedHotKey));
+}
+
+std::optional<QString> SettingsStore::hotKeyStatusMessage() const {
+    if (heldHotKey_)
+        return std::nullopt;
+    return QStringLiteral("The shortcut does not work at the moment; another program may be using "
+                          "these keys. Use Transform in the status menu instead.");
+}
+
+void SettingsStore::setHeldHotKey(std::optional<QKeyCombination> keys) {
+    publish(heldHotKey_, keys);
 }
 
 } // namespace quillmender

@@ -7,6 +7,7 @@
 #include "model/Observable.h"
 #include "model/PromptAction.h"
 #include "platform/UserDefaults.h"
+#include "settings/HotKeyDisplay.h"
 #include "settings/KeychainStore.h"
 #include "settings/LaunchAtLoginManager.h"
 
@@ -26,7 +27,7 @@ class SettingsStore : public Observable {
 
   public:
     /// A snapshot waits `keyPatience` at most for the keychain.
-    SettingsStore(UserDefaults &defaults, SecretItems &secretItems, LoginItem &loginItem,
+    SettingsStore(UserDefaults &defaults, Secrets &secrets, LoginItem &loginItem,
                   std::chrono::milliseconds keyPatience = std::chrono::seconds(20));
 
     AIProvider selectedProvider() const { return selectedProvider_; }
@@ -75,7 +76,12 @@ class SettingsStore : public Observable {
     void refreshLaunchAtLoginState();
     LaunchAtLoginManager &launchAtLoginManager() { return launchAtLoginManager_; }
 
-    QString hotKeyDisplay() const { return QStringLiteral("Control + Option + Space"); }
+    /// The keys of the hot key: those that are held, those that were asked for while none are.
+    QString hotKeyDisplay() const;
+    /// Present while the hot key does nothing.
+    std::optional<QString> hotKeyStatusMessage() const;
+    /// Until the first call the keys count as held.
+    void setHeldHotKey(std::optional<QKeyCombination> keys);
 
   Q_SIGNALS:
     void apiKeySearchEnded();
@@ -102,6 +108,7 @@ class SettingsStore : public Observable {
     QList<BuiltInActionConfig> builtInActions_;
     bool launchAtLoginEnabled_ = false;
     std::optional<QString> launchAtLoginStatusMessage_;
+    std::optional<QKeyCombination> heldHotKey_ = askedHotKey;
     std::chrono::milliseconds keyPatience_;
     QSet<AIProvider> loadedAPIKeyProviders_;
     QSet<AIProvider> loadingAPIKeyProviders_;  ///< a search is under way

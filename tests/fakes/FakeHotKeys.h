@@ -1,58 +1,67 @@
 #pragma once
 
 #include "fakes/CallLog.h"
+#include "fakes/Gate.h"
 #include "platform/HotKeys.h"
+
+#include <QKeySequence>
+#include <QPointer>
 
 namespace quillmender::fakes {
 
+/// Records what is held and let go of. A test presses the keys, takes them away and gives others.
 class FakeHotKeys : public HotKeys {
   public:
+    class Held : public HeldHotKey {
+      public:
+        Held(CallLog log, std::optional<QKeyCombination> keys, std::function<void()> handler)
+            : HeldHotKey(std::move(handler)),
+              log_(std::move(log)),
+              keys_(keys) {}
+        ~Held() override { log_->append(QStringLiteral("letGo")); }
+
+        std::optional<QKeyCombination> keys() const override { return keys_; }
+        void setKeys(std::optional<QKeyCombination> keys) {
+            keys_ = keys;
+            Q_EMIT keysChanged();
+        }
+        using HeldHotKey::press;
+
+      private:
+        CallLog log_;
+        std::optional<QKeyCombination> keys_;
+    };
+
     explicit FakeHotKeys(CallLog log) : log_(std::move(log)) {}
 
-    EventHandlerInstallation installEventHandler(HotKeyEventHandler callback, EventTypeSpec type,
-                                                 void *userData) override {
-        log_->append(QStringLiteral("installEventHandler 0x%1 %2")
-                         .arg(type.eventClass, 0, 16)
-                         .arg(type.eventKind));
-        if (installStatus != noErr)
-            return {installStatus, 0};
-        callback_ = callback;
-        userData_ = userData;
-        return {noErr, ++lastHandle_};
-    }
-    qint32 removeEventHandler(EventHandlerRef handler) override {
-        log_->append(QStringLiteral("removeEventHandler %1").arg(handler));
-        callback_ = nullptr;
-        return noErr;
-    }
-    HotKeyRegistration registerHotKey(quint32 keyCode, quint32 modifiers, HotKeyId id,
-                                      quint32 options) override {
-        log_->append(QStringLiteral("registerHotKey %1 0x%2 0x%3 %4 options %5")
-                         .arg(keyCode)
-                         .arg(modifiers, 0, 16)
-                         .arg(id.signature, 0, 16)
-                         .arg(id.id)
-                         .arg(options));
-        if (registerStatus != noErr)
-            return {registerStatus, 0};
-        return {noErr, ++lastHandle_};
-    }
-    qint32 unregisterHotKey(HotKeyRef hotKey) override {
-        log_->append(QStringLiteral("unregisterHotKey %1").arg(hotKey));
-        return noErr;
+    QCoro::Task<HotKeyOutcome> hold(QKeyCombination keys, std::function<void()> handler) override {
+        log_->append(QStringLiteral("hold ") +
+                     QKeySequence(keys).toString(QKeySequence::PortableText));
+        if (gate) {
+            Gate own = *gate;
+            co_await own;
+        }
+        if (!refusal.isEmpty())
+            co_return HotKeyOutcome{nullptr, refusal};
+        auto made = std::make_unique<Held>(log_, isTaken ? std::nullopt : std::optional(keys),
+                                           std::move(handler));
+        held = made.get();
+        co_return HotKeyOutcome{std::move(made), {}};
     }
 
-    qint32 press() { return callback_ ? callback_(nullptr, nullptr, userData_) : -1; }
-    bool isInstalled() const { return callback_ != nullptr; }
+    /// The user presses the keys; nothing happens when nobody holds them.
+    void press() {
+        if (held && held->keys())
+            held->press();
+    }
 
-    qint32 installStatus = noErr;
-    qint32 registerStatus = noErr;
+    QPointer<Held> held;  ///< the newest
+    QString refusal;      ///< why no hot key can be had; empty when it can
+    bool isTaken = false; ///< another program has the keys
+    Gate *gate = nullptr; ///< holds up the answer
 
   private:
     CallLog log_;
-    HotKeyEventHandler callback_ = nullptr;
-    void *userData_ = nullptr;
-    quint64 lastHandle_ = 0;
 };
 
 } // namespace quillmender::fakes

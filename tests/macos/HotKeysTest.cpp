@@ -1,7 +1,10 @@
 #include "DoublesTest.h"
 #include "app/HotKeyManager.h"
 #include "doubles/carbon/EventDispatcher.h"
+#include "fakes/Await.h"
+#include "platform/macos/MacHotKey.h"
 #include "platform/macos/MacHotKeys.h"
+#include "settings/HotKeyDisplay.h"
 
 #include <QCoreApplication>
 
@@ -15,117 +18,127 @@ constexpr auto registration = "RegisterEventHotKey 49 0x1800 QLMD/1 application 
 
 class HotKeysTest : public DoublesTest {
   protected:
+    void hold() { manager->registerHotKey(); }
+    void letGo() { manager.reset(); }
+    static void finishTurn() { QCoreApplication::sendPostedEvents(); }
+
     doubles::EventDispatcher dispatcher;
     MacHotKeys hotKeys;
     int runs = 0;
+    std::vector<std::optional<QKeyCombination>> told;
+    std::unique_ptr<HotKeyManager> manager = [this] {
+        auto made = std::make_unique<HotKeyManager>(hotKeys, [this] { ++runs; });
+        QObject::connect(made.get(), &HotKeyManager::heldKeysChanged, made.get(),
+                         [this](std::optional<QKeyCombination> keys) { told.push_back(keys); });
+        return made;
+    }();
 };
 
 TEST_F(HotKeysTest, installsTheHandlerThenRegistersTheChord) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
     EXPECT_THAT(calls(), ElementsAre());
-    manager.registerHotKey();
+    hold();
     EXPECT_THAT(calls(), ElementsAre(install, registration));
+    EXPECT_THAT(told, ElementsAre(askedHotKey));
 }
 
 TEST_F(HotKeysTest, replacesAnEarlierRegistration) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
-    manager.registerHotKey();
+    hold();
     calls();
-    manager.registerHotKey();
+    hold();
     EXPECT_THAT(calls(),
                 ElementsAre("UnregisterEventHotKey", "RemoveEventHandler", install, registration));
     EXPECT_EQ(dispatcher.handlers.size(), 1U);
     EXPECT_EQ(dispatcher.hotKeys.size(), 1U);
     EXPECT_EQ(dispatcher.press(49, 0x1800), noErr);
-    QCoreApplication::sendPostedEvents(&manager);
+    finishTurn();
     EXPECT_EQ(runs, 1);
 }
 
 TEST_F(HotKeysTest, releasesBothWhenItEnds) {
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-        calls();
-    }
+    hold();
+    calls();
+    letGo();
     EXPECT_THAT(calls(), ElementsAre("UnregisterEventHotKey", "RemoveEventHandler"));
 }
 
 TEST_F(HotKeysTest, eachPressRunsTheHandlerOnceInATurnOfItsOwn) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
-    manager.registerHotKey();
+    hold();
     EXPECT_EQ(dispatcher.press(49, 0x1800), noErr);
     EXPECT_EQ(dispatcher.press(49, 0x1800), noErr);
     EXPECT_EQ(dispatcher.press(49, 0x0800), eventNotHandledErr);
     EXPECT_EQ(runs, 0);
-    QCoreApplication::sendPostedEvents(&manager);
+    finishTurn();
     EXPECT_EQ(runs, 2);
 }
 
+TEST_F(HotKeysTest, aModifierIsTheKeyOfThatName) {
+    const auto modifiersOf = [this](Qt::KeyboardModifiers modifiers) {
+        hotKeys.hold(QKeyCombination(modifiers, Qt::Key_Space), [] {});
+        return calls().at(1);
+    };
+    EXPECT_THAT(modifiersOf(Qt::ControlModifier), testing::HasSubstr(" 49 0x1000 "));
+    EXPECT_THAT(modifiersOf(Qt::AltModifier), testing::HasSubstr(" 49 0x800 "));
+    EXPECT_THAT(modifiersOf(Qt::ShiftModifier), testing::HasSubstr(" 49 0x200 "));
+    EXPECT_THAT(modifiersOf(Qt::MetaModifier), testing::HasSubstr(" 49 0x100 "));
+}
+
+TEST_F(HotKeysTest, anotherKeyIsRefusedWithoutAskingTheSystem) {
+    const HotKeyOutcome outcome =
+        fakes::await(hotKeys.hold(QKeyCombination(Qt::ControlModifier, Qt::Key_F1), [] {}));
+    EXPECT_EQ(outcome.hotKey, nullptr);
+    EXPECT_FALSE(outcome.reason.isEmpty());
+    EXPECT_THAT(calls(), ElementsAre());
+}
+
 TEST_F(HotKeysTest, withoutUserDataAPressIsNotHandled) {
-    const auto installed =
-        hotKeys.installEventHandler(&HotKeyManager::hotKeyEventHandler, {0x6B657962, 5}, nullptr);
-    ASSERT_EQ(dispatcher.handlers.size(), 1U);
-    const doubles::EventDispatcher::Handler handler = dispatcher.handlers.front();
-    EXPECT_EQ(handler.callback(nullptr, nullptr, handler.userData), -9874);
-    EXPECT_EQ(handler.callback(nullptr, nullptr, nullptr), -9874);
-    EXPECT_EQ(hotKeys.removeEventHandler(installed.handler), noErr);
-}
-
-qint32 countArguments(void *nextHandler, void *event, void *userData) {
-    *static_cast<int *>(userData) += (nextHandler ? 1 : 0) + (event ? 10 : 0);
-    return -1234;
-}
-
-TEST_F(HotKeysTest, passesTheCallOnAndItsStatusBack) {
-    const auto installed = hotKeys.installEventHandler(&countArguments, {0x6B657962, 5}, &runs);
-    EXPECT_EQ(installed.status, noErr);
-    const auto registered = hotKeys.registerHotKey(8, 0x100, {1, 2}, 0);
-    EXPECT_EQ(registered.status, noErr);
-    EXPECT_EQ(dispatcher.press(8, 0x100), -1234);
-    EXPECT_EQ(runs, 11);
-    EXPECT_EQ(hotKeys.unregisterHotKey(registered.hotKey), noErr);
-    EXPECT_EQ(hotKeys.removeEventHandler(installed.handler), noErr);
+    hold();
+    EXPECT_EQ(MacHotKey::hotKeyEventHandler(nullptr, nullptr, nullptr), -9874);
+    finishTurn();
+    EXPECT_EQ(runs, 0);
 }
 
 TEST_F(HotKeysTest, registersNothingWithoutAHandler) {
     dispatcher.installStatus = -9860;
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-    }
+    hold();
+    EXPECT_THAT(told, ElementsAre(std::nullopt));
+    letGo();
     EXPECT_THAT(calls(), ElementsAre(install));
-    const auto failed =
-        hotKeys.installEventHandler(&HotKeyManager::hotKeyEventHandler, {0x6B657962, 5}, this);
-    EXPECT_EQ(failed.status, -9860);
-    EXPECT_EQ(failed.handler, 0U);
+    const HotKeyOutcome outcome = fakes::await(hotKeys.hold(askedHotKey, [] {}));
+    EXPECT_EQ(outcome.hotKey, nullptr);
+    EXPECT_FALSE(outcome.reason.isEmpty());
 }
 
-TEST_F(HotKeysTest, aTakenChordIsSilent) {
+TEST_F(HotKeysTest, aTakenChordLeavesTheHandlerAndHoldsNoKeys) {
     dispatcher.registerStatus = eventHotKeyExistsErr;
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-        calls();
-    }
+    hold();
+    EXPECT_THAT(calls(), ElementsAre(install, registration));
+    EXPECT_THAT(told, ElementsAre(std::nullopt));
+    letGo();
     EXPECT_THAT(calls(), ElementsAre("RemoveEventHandler"));
-    const auto failed = hotKeys.registerHotKey(49, 0x1800, {1, 1}, 0);
-    EXPECT_EQ(failed.status, eventHotKeyExistsErr);
-    EXPECT_EQ(failed.hotKey, 0U);
 }
 
 TEST_F(HotKeysTest, aHandlerThatIsNotRemovedFindsNothingToDo) {
-    const auto installed = hotKeys.installEventHandler(&countArguments, {0x6B657962, 5}, &runs);
+    hold();
     const doubles::EventDispatcher::Handler handler = dispatcher.handlers.front();
     dispatcher.removeStatus = -50;
-    EXPECT_EQ(hotKeys.removeEventHandler(installed.handler), -50);
+    letGo();
     EXPECT_EQ(handler.callback(nullptr, nullptr, handler.userData), -9874);
+    finishTurn();
     EXPECT_EQ(runs, 0);
 }
 
-TEST_F(HotKeysTest, aFailedUnregistrationIsPassedOn) {
-    const auto registered = hotKeys.registerHotKey(49, 0x1800, {1, 1}, 0);
+TEST_F(HotKeysTest, aFailedUnregistrationDoesNotKeepTheHandler) {
+    hold();
+    calls();
     dispatcher.unregisterStatus = eventHotKeyInvalidErr;
-    EXPECT_EQ(hotKeys.unregisterHotKey(registered.hotKey), eventHotKeyInvalidErr);
+    letGo();
+    EXPECT_THAT(calls(), ElementsAre("UnregisterEventHotKey", "RemoveEventHandler"));
+}
+
+TEST_F(HotKeysTest, foldsFourCharacters) {
+    EXPECT_EQ(MacHotKey::fourCharCode(u"QLMD"), 0x514C4D44U);
+    EXPECT_EQ(MacHotKey::fourCharCode(u""), 0U);
+    EXPECT_EQ(MacHotKey::fourCharCode(u"xQLMD"), 0x514C4D44U);
 }
 
 } // namespace

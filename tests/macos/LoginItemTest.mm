@@ -1,7 +1,7 @@
 #include "FrameworksTest.h"
 #include "doubles/servicemanagement/LoginItemService.h"
 #include "platform/macos/MacLoginItem.h"
-#include "platform/none/NoneSecretItems.h"
+#include "platform/none/NoneSecrets.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "settings/SettingsStore.h"
 
@@ -17,7 +17,7 @@ class LoginItemTest : public FrameworksTest {
     LoginItemService &system = LoginItemService::shared();
     MacLoginItem loginItem;
     NoneUserDefaults defaults;
-    NoneSecretItems secrets;
+    NoneSecrets secrets;
 };
 
 } // namespace

@@ -26,7 +26,7 @@ class SessionRoadTest : public WholeSessionTest {
 } // namespace
 
 TEST_F(SessionRoadTest, EveryServiceIsMade) {
-    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secretItems &&
+    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets &&
                 platform->loginItem && platform->workspace && platform->accessibility &&
                 platform->pasteboard && platform->keyEvents && platform->hotKeys &&
                 platform->presence);

@@ -7,7 +7,7 @@
 #include "fakes/FakePresence.h"
 #include "fakes/FakeTransport.h"
 #include "platform/macos/MacHotKeys.h"
-#include "platform/macos/MacSecretItems.h"
+#include "platform/macos/MacSecrets.h"
 #include "platform/macos/MacUserDefaults.h"
 #include "platform/none/NoneInstance.h"
 
@@ -35,7 +35,7 @@ class SessionTest : public SelectionTest {
         platform.clock = std::make_unique<fakes::FakeClock>(log);
         platform.instance = std::make_unique<NoneInstance>();
         platform.userDefaults = std::make_unique<MacUserDefaults>();
-        platform.secretItems = std::make_unique<MacSecretItems>();
+        platform.secrets = std::make_unique<MacSecrets>();
         platform.loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform.workspace = std::make_unique<fakes::FakeWorkspace>(log);
         platform.accessibility = std::make_unique<MacAccessibility>();

@@ -5,7 +5,7 @@
 #include "doubles/security/Keychain.h"
 #include "fakes/Await.h"
 #include "fakes/FakeLoginItem.h"
-#include "platform/macos/MacSecretItems.h"
+#include "platform/macos/MacSecrets.h"
 #include "platform/macos/MacUserDefaults.h"
 #include "settings/SettingsStore.h"
 
@@ -38,7 +38,7 @@ class SettingsTest : public DoublesTest {
     doubles::Preferences preferences;
     doubles::Keychain keychain;
     MacUserDefaults defaults;
-    MacSecretItems secrets;
+    MacSecrets secrets;
     fakes::FakeLoginItem loginItem{fakes::makeCallLog()};
 
   private:

@@ -2,17 +2,17 @@
 
 #include "platform/none/NoneAccessibilityAccess.h"
 #include "platform/none/NoneLoginItem.h"
-#include "platform/none/NoneSecretItems.h"
+#include "platform/none/NoneSecrets.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "platform/none/NoneWorkspace.h"
 
 namespace quillmender {
 
 /// A keychain with the same made-up key for everybody; it keeps nothing.
-class GallerySecretItems : public NoneSecretItems {
+class GallerySecrets : public NoneSecrets {
   public:
-    QCoro::Task<SecretMatch> copyMatching(SecretAttributes) override {
-        co_return SecretMatch{secret::success, QByteArray("sk-not-a-real-key-0123456789")};
+    QCoro::Task<SecretSearch> find(QString, QString) override {
+        co_return SecretSearch{SecretOutcome::found, "sk-not-a-real-key-0123456789", {}};
     }
 };
 

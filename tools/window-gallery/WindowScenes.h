@@ -36,7 +36,7 @@ class WindowScenes : public QObject {
 
     QString folder_;
     NoneUserDefaults defaults_;
-    GallerySecretItems secrets_;
+    GallerySecrets secrets_;
     GalleryLoginItem loginItem_;
     NoneAccessibilityAccess accessibility_;
     NoneWorkspace workspace_;

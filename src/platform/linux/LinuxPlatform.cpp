@@ -6,7 +6,7 @@
 #include "platform/linux/services/AutostartLoginItem.h"
 #include "platform/linux/services/DesktopInstance.h"
 #include "platform/linux/services/LinuxPresence.h"
-#include "platform/linux/services/SecretServiceItems.h"
+#include "platform/linux/services/SecretServiceSecrets.h"
 #include "platform/linux/services/SettingsFile.h"
 #include "platform/linux/x11/X11Services.h"
 #include "platform/none/NoneHotKeys.h"
@@ -56,7 +56,7 @@ std::unique_ptr<Platform> makePlatform() {
     platform->clock = std::make_unique<QtClock>();
     platform->instance = std::make_unique<DesktopInstance>();
     platform->userDefaults = std::make_unique<SettingsFile>();
-    platform->secretItems = std::make_unique<SecretServiceItems>();
+    platform->secrets = std::make_unique<SecretServiceSecrets>();
     platform->loginItem = std::make_unique<AutostartLoginItem>();
     addWindowSystem(*platform, *shared);
 

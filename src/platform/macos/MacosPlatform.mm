@@ -9,7 +9,7 @@
 #include "platform/macos/MacLoginItem.h"
 #include "platform/macos/MacPasteboard.h"
 #include "platform/macos/MacPresence.h"
-#include "platform/macos/MacSecretItems.h"
+#include "platform/macos/MacSecrets.h"
 #include "platform/macos/MacUserDefaults.h"
 #include "platform/macos/MacWorkspace.h"
 
@@ -26,7 +26,7 @@ std::unique_ptr<Platform> makePlatform() {
     platform->clock = std::make_unique<QtClock>();
     platform->instance = std::make_unique<MacInstance>();
     platform->userDefaults = std::make_unique<MacUserDefaults>();
-    platform->secretItems = std::make_unique<MacSecretItems>();
+    platform->secrets = std::make_unique<MacSecrets>();
     platform->loginItem = std::make_unique<MacLoginItem>();
     platform->workspace = std::make_unique<MacWorkspace>();
     platform->accessibilityAccess = std::make_unique<MacAccessibilityAccess>();

@@ -4,18 +4,12 @@
 
 namespace quillmender {
 
-/// No global shortcuts: the handler cannot be installed.
+/// No global shortcuts.
 class NoneHotKeys : public HotKeys {
   public:
-    EventHandlerInstallation installEventHandler(HotKeyEventHandler, EventTypeSpec,
-                                                 void *) override {
-        return {eventNotHandledErr, 0};
+    QCoro::Task<HotKeyOutcome> hold(QKeyCombination, std::function<void()>) override {
+        co_return HotKeyOutcome{nullptr, QStringLiteral("this session has no global shortcuts")};
     }
-    qint32 removeEventHandler(EventHandlerRef) override { return eventNotHandledErr; }
-    HotKeyRegistration registerHotKey(quint32, quint32, HotKeyId, quint32) override {
-        return {eventNotHandledErr, 0};
-    }
-    qint32 unregisterHotKey(HotKeyRef) override { return eventNotHandledErr; }
 };
 
 } // namespace quillmender

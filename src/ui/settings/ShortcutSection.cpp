@@ -5,12 +5,21 @@
 namespace quillmender {
 
 ShortcutSection::ShortcutSection(const SettingsStore &store, Theme &theme, QWidget *parent)
-    : FormSection(theme, QStringLiteral("Shortcut"), parent) {
-    auto *shortcut = new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, card());
-    shortcut->show(store.hotKeyDisplay());
-    addField(QStringLiteral("Invoke Quillmender"), shortcut);
+    : FormSection(theme, QStringLiteral("Shortcut"), parent),
+      store_(store),
+      keys_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, card())),
+      status_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::error, card())) {
+    keys_->show(store.hotKeyDisplay());
+    addField(QStringLiteral("Invoke Quillmender"), keys_);
+    addRow(status_);
     addCaption(QStringLiteral(
         "Select text in any app, then press the shortcut to open the action picker."));
+}
+
+void ShortcutSection::render() {
+    keys_->show(store_.hotKeyDisplay());
+    status_->show(store_.hotKeyStatusMessage().value_or(QString()));
+    status_->setVisible(store_.hotKeyStatusMessage().has_value());
 }
 
 } // namespace quillmender

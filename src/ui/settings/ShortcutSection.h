@@ -5,12 +5,21 @@
 
 namespace quillmender {
 
-/// The hot key.
+class TextLabel;
+
+/// The hot key, as it is held at the moment.
 class ShortcutSection : public FormSection {
     Q_OBJECT
 
   public:
     ShortcutSection(const SettingsStore &store, Theme &theme, QWidget *parent = nullptr);
+
+    void render() override;
+
+  private:
+    const SettingsStore &store_;
+    TextLabel *keys_;
+    TextLabel *status_;
 };
 
 } // namespace quillmender

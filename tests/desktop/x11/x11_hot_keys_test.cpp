@@ -7,14 +7,7 @@ namespace quillmender {
 
 namespace {
 
-constexpr EventTypeSpec pressed{0x6b657962, 5};
-constexpr quint32 controlOption = 0x1800;
-constexpr HotKeyId hotKeyId{0x514C4D44, 1};
-
-qint32 count(void *, void *, void *userData) {
-    ++*static_cast<int *>(userData);
-    return noErr;
-}
+constexpr QKeyCombination controlOptionSpace(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
 
 class HotKeysTest : public X11Test {
   protected:
@@ -28,12 +21,17 @@ class HotKeysTest : public X11Test {
         ASSERT_TRUE(waitFor([this] { return window_->hasFocus(); }));
     }
 
-    HotKeyRef install() {
-        handler_ = services_->hotKeys->installEventHandler(count, pressed, &presses_).handler;
-        const auto result =
-            services_->hotKeys->registerHotKey(keycode::space, controlOption, hotKeyId, 0);
-        EXPECT_EQ(result.status, noErr);
-        return result.hotKey;
+    /// What comes of asking for the keys; a hot key counts its presses.
+    HotKeyOutcome ask(QKeyCombination keys) {
+        return wait(services_->hotKeys->hold(keys, [this] { ++presses_; }));
+    }
+
+    void hold(QKeyCombination keys = controlOptionSpace) {
+        hotKey_ = ask(keys).hotKey;
+        ASSERT_TRUE(hotKey_);
+        EXPECT_EQ(hotKey_->keys(), keys);
+        QObject::connect(hotKey_.get(), &HeldHotKey::keysChanged, hotKey_.get(),
+                         [this] { ++changes_; });
     }
 
     void pressAndRelease() {
@@ -58,12 +56,13 @@ class HotKeysTest : public X11Test {
 
     std::unique_ptr<KeyTyper> typer_;
     std::unique_ptr<TestWindow> window_;
-    EventHandlerRef handler_ = 0;
+    std::unique_ptr<HeldHotKey> hotKey_;
     int presses_ = 0;
+    int changes_ = 0;
 };
 
 TEST_F(HotKeysTest, CallsOncePerPressInEveryStateOfTheLocks) {
-    install();
+    hold();
     pressAndRelease();
     EXPECT_TRUE(isPressed(1));
     typer_->tap(XKB_KEY_Caps_Lock);
@@ -79,7 +78,7 @@ TEST_F(HotKeysTest, CallsOncePerPressInEveryStateOfTheLocks) {
 }
 
 TEST_F(HotKeysTest, IgnoresAScrollLockThatIsAModifier) {
-    install();
+    hold();
     server_.run(QStringLiteral("xmodmap"),
                 {QStringLiteral("-e"), QStringLiteral("add mod3 = Scroll_Lock")});
     ASSERT_TRUE(waitFor(
@@ -97,7 +96,7 @@ TEST_F(HotKeysTest, IgnoresAScrollLockThatIsAModifier) {
 }
 
 TEST_F(HotKeysTest, SleepsWhileTheUserTypesElsewhere) {
-    install();
+    hold();
     // The server announces the keyboard that is typed on when it is another one than before.
     typer_->tap(XKB_KEY_a);
     ASSERT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_a); }));
@@ -125,7 +124,7 @@ TEST_F(HotKeysTest, SleepsWhileTheUserTypesElsewhere) {
 }
 
 TEST_F(HotKeysTest, LeavesOtherCombinationsAlone) {
-    install();
+    hold();
     typer_->down(XKB_KEY_Shift_L);
     pressAndRelease();
     typer_->up(XKB_KEY_Shift_L);
@@ -138,7 +137,7 @@ TEST_F(HotKeysTest, CallsOnceForAHeldKeyThatRepeats) {
     // The first repeat after 100 ms, then one every 10.
     server_.run(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),
                                          QStringLiteral("100"), QStringLiteral("100")});
-    install();
+    hold();
     int repeats = 0;
     QObject::connect(services_->connection.get(), &X11Connection::eventReceived, window_.get(),
                      [&](const xcb_generic_event_t *event) {
@@ -162,7 +161,7 @@ TEST_F(HotKeysTest, CallsOnceForAHeldKeyThatRepeats) {
 }
 
 TEST_F(HotKeysTest, FreesAHeldKeyForAChord) {
-    install();
+    hold();
     typer_->down(XKB_KEY_Control_L);
     typer_->down(XKB_KEY_Alt_L);
     typer_->down(XKB_KEY_space);
@@ -178,7 +177,7 @@ TEST_F(HotKeysTest, FreesAHeldKeyForAChord) {
 }
 
 TEST_F(HotKeysTest, FollowsTheKeyboardMap) {
-    install();
+    hold();
     server_.run(QStringLiteral("setxkbmap"), {QStringLiteral("us,ru")});
     typer_ = std::make_unique<KeyTyper>(*peer_);
     typer_->lockGroup(1);
@@ -199,15 +198,16 @@ TEST_F(HotKeysTest, FollowsTheKeyboardMap) {
 }
 
 TEST_F(HotKeysTest, WaitsForAKeyThatIsTaken) {
-    handler_ = services_->hotKeys->installEventHandler(count, pressed, &presses_).handler;
     const xcb_keycode_t space = typer_->key(XKB_KEY_space);
     constexpr quint16 modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
     xcb_grab_key(peer_->xcb(), 0, peer_->root(), modifiers, space, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
     peer_->serverTime();
-    const auto result =
-        services_->hotKeys->registerHotKey(keycode::space, controlOption, hotKeyId, 0);
-    EXPECT_NE(result.status, noErr);
+    hotKey_ = ask(controlOptionSpace).hotKey;
+    ASSERT_TRUE(hotKey_);
+    EXPECT_EQ(hotKey_->keys(), std::nullopt);
+    QObject::connect(hotKey_.get(), &HeldHotKey::keysChanged, hotKey_.get(),
+                     [this] { ++changes_; });
     // Any window that becomes the active one.
     const auto changeRootWindow = [&] {
         writeCardinals(*peer_, peer_->root(), peer_->atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW,
@@ -219,27 +219,87 @@ TEST_F(HotKeysTest, WaitsForAKeyThatIsTaken) {
     EXPECT_TRUE(isPressed(0));
     // The first key of a session changes the keyboard map, which is another reason to try.
     finishTurn();
+    EXPECT_EQ(hotKey_->keys(), std::nullopt);
+    EXPECT_EQ(changes_, 0);
 
     xcb_ungrab_key(peer_->xcb(), space, peer_->root(), modifiers);
     changeRootWindow();
     services_->connection->serverTime();
     finishTurn();
+    EXPECT_EQ(hotKey_->keys(), controlOptionSpace);
+    EXPECT_EQ(changes_, 1);
     pressAndRelease();
     EXPECT_TRUE(isPressed(1));
-    EXPECT_EQ(services_->hotKeys->unregisterHotKey(result.hotKey), noErr);
+    hotKey_.reset();
     pressAndRelease();
     EXPECT_TRUE(isPressed(1));
 }
 
-TEST_F(HotKeysTest, StopsWhenUnregistered) {
-    const HotKeyRef first = install();
-    EXPECT_EQ(services_->hotKeys->unregisterHotKey(first), noErr);
-    EXPECT_NE(services_->hotKeys->unregisterHotKey(first), noErr);
+TEST_F(HotKeysTest, LosesAKeyThatAnotherProgramHasWhereTheMapPutsIt) {
+    hold();
+    // Space moves to where F1 was, which another program has with these modifiers.
+    constexpr xcb_keycode_t target = 67;
+    constexpr quint16 modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+    xcb_grab_key(peer_->xcb(), 0, peer_->root(), modifiers, target, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    peer_->serverTime();
+    server_.run(QStringLiteral("xmodmap"),
+                {QStringLiteral("-e"),
+                 QStringLiteral("keycode %1 = F1").arg(typer_->key(XKB_KEY_space)),
+                 QStringLiteral("-e"), QStringLiteral("keycode 67 = space")});
+    ASSERT_TRUE(waitFor([&] { return changes_ > 0; }));
+    EXPECT_EQ(hotKey_->keys(), std::nullopt);
+
+    xcb_ungrab_key(peer_->xcb(), target, peer_->root(), modifiers);
+    peer_->serverTime();
+    window_->setFocus();
+    writeCardinals(*peer_, peer_->root(), peer_->atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW,
+                   {window_->id()});
+    ASSERT_TRUE(waitFor([&] { return hotKey_->keys() == controlOptionSpace; }));
+    EXPECT_EQ(changes_, 2);
+}
+
+TEST_F(HotKeysTest, HoldsALetterWithEachModifier) {
+    using Held = std::pair<Qt::KeyboardModifier, xkb_keysym_t>;
+    for (const auto &[modifier, symbol] :
+         {Held(Qt::ControlModifier, XKB_KEY_Control_L), Held(Qt::AltModifier, XKB_KEY_Alt_L),
+          Held(Qt::ShiftModifier, XKB_KEY_Shift_L), Held(Qt::MetaModifier, XKB_KEY_Super_L)}) {
+        hold(QKeyCombination(modifier, Qt::Key_K));
+        presses_ = 0;
+        typer_->down(symbol);
+        typer_->tap(XKB_KEY_k);
+        typer_->up(symbol);
+        EXPECT_TRUE(isPressed(1)) << modifier;
+    }
+    EXPECT_FALSE(windowSaw(XKB_KEY_k));
+}
+
+TEST_F(HotKeysTest, SaysWhyAKeyCannotBeHeld) {
+    const HotKeyOutcome outcome = ask(QKeyCombination(Qt::ControlModifier, Qt::Key_MediaPlay));
+    EXPECT_EQ(outcome.hotKey, nullptr);
+    EXPECT_FALSE(outcome.reason.isEmpty());
+}
+
+TEST_F(HotKeysTest, RunsTheHandlerInATurnOfItsOwn) {
+    int pressesWithinTheEvent = -1;
+    hold();
+    QObject::connect(services_->connection.get(), &X11Connection::eventReceived, hotKey_.get(),
+                     [&](const xcb_generic_event_t *event) {
+                         if (eventType(event) == XCB_KEY_PRESS)
+                             pressesWithinTheEvent = presses_;
+                     });
+    pressAndRelease();
+    EXPECT_TRUE(isPressed(1));
+    EXPECT_EQ(pressesWithinTheEvent, 0);
+}
+
+TEST_F(HotKeysTest, StopsWhenLetGoOf) {
+    hold();
+    hotKey_.reset();
     pressAndRelease();
     EXPECT_TRUE(waitFor([&] { return windowSaw(XKB_KEY_space); }));
     EXPECT_TRUE(isPressed(0));
-    EXPECT_EQ(services_->hotKeys->removeEventHandler(handler_), noErr);
-    install();
+    hold();
     pressAndRelease();
     EXPECT_TRUE(isPressed(1));
 }

@@ -91,7 +91,9 @@ TEST_F(WorkspaceTest, AsksTheWindowManagerAsAPagerAtThePresentTime) {
                      });
     // The last key that the user is known to have pressed is no measure: they may have clicked.
     KeyTyper typer(*peer_);
-    ASSERT_EQ(services_->hotKeys->registerHotKey(keycode::space, 0, {}, 0).status, noErr);
+    const HotKeyOutcome outcome =
+        wait(services_->hotKeys->hold(QKeyCombination(Qt::Key_Space), [] {}));
+    ASSERT_TRUE(outcome.hotKey);
     typer.tap(XKB_KEY_space);
     const xcb_timestamp_t pressed = peer_->serverTime();
     xcb_timestamp_t now = pressed;

@@ -1,5 +1,4 @@
 #include "contract/Contract.h"
-#include "platform/HotKeys.h"
 #include "platform/KeyEvents.h"
 
 #include <Carbon/Carbon.h>
@@ -20,15 +19,14 @@ static_assert(std::is_same_v<decltype(EventTypeSpec::eventKind), UInt32>);
 static_assert(std::is_same_v<decltype(EventHotKeyID::signature), OSType>);
 static_assert(std::is_same_v<decltype(EventHotKeyID::id), UInt32>);
 static_assert(sizeof(EventTypeSpec) == 8 && sizeof(EventHotKeyID) == 8);
-static_assert(sizeof(EventHandlerRef) == sizeof(quillmender::EventHandlerRef));
-static_assert(sizeof(EventHotKeyRef) == sizeof(quillmender::HotKeyRef));
 
 static_assert(kEventClassKeyboard == 0x6B657962);
 static_assert(kEventHotKeyPressed == 5);
 static_assert(controlKey == 0x1000 && optionKey == 0x0800);
 static_assert(shiftKey == 0x0200 && cmdKey == 0x0100);
-static_assert(quillmender::noErr == noErr);
-static_assert(quillmender::eventNotHandledErr == eventNotHandledErr);
+static_assert(noErr == 0);
+static_assert(eventNotHandledErr == -9874);
+static_assert(kVK_Space == 49);
 static_assert(quillmender::keycode::c == kVK_ANSI_C);
 static_assert(quillmender::keycode::v == kVK_ANSI_V);
 static_assert(quillmender::keycode::space == kVK_Space);

@@ -8,7 +8,7 @@
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "support/LoopbackServer.h"
@@ -52,7 +52,7 @@ class AppDelegateTest : public testing::Test {
         platform->clock = make(clock);
         platform->instance = make(instance);
         platform->userDefaults = std::make_unique<NoneUserDefaults>();
-        platform->secretItems = make(secrets);
+        platform->secrets = make(secrets);
         platform->loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform->workspace = std::make_unique<fakes::FakeWorkspace>(log);
         platform->accessibilityAccess = make(access);
@@ -127,7 +127,7 @@ class AppDelegateTest : public testing::Test {
     fakes::FakeClock *clock = nullptr;
     fakes::FakeAccessibilityAccess *access = nullptr;
     fakes::FakeFocusedText *focus = nullptr;
-    fakes::FakeSecretItems *secrets = nullptr;
+    fakes::FakeSecrets *secrets = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakePresence *presence = nullptr;
     std::unique_ptr<AppDelegate> delegate;
@@ -141,8 +141,7 @@ TEST_F(AppDelegateTest, launchesInItsOrder) {
                         QStringLiteral("claim"),
                         QStringLiteral("setAccessoryPolicy"),
                         QStringLiteral("showStatusItem"),
-                        QStringLiteral("installEventHandler 0x6b657962 5"),
-                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
+                        QStringLiteral("hold Ctrl+Alt+Space"),
                     }));
     EXPECT_EQ(windowTitles(), QStringList());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !server.requests().empty(); }, 20'000));
@@ -155,7 +154,7 @@ TEST_F(AppDelegateTest, aSecondCopyStartsNothing) {
     instance->outcome = InstanceClaim::Outcome::otherActivated;
     EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, instance->outcome);
     EXPECT_EQ(*log, QStringList(QStringLiteral("claim")));
-    EXPECT_FALSE(hotKeys->isInstalled());
+    EXPECT_EQ(hotKeys->held, nullptr);
     EXPECT_EQ(windowTitles(), QStringList());
 }
 

@@ -9,7 +9,7 @@
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "fakes/FakeTransport.h"
 #include "fakes/FakeWorkspace.h"
 #include "model/AppFailure.h"
@@ -112,7 +112,7 @@ class CoordinatorFixture : public testing::Test {
         platform.clock = make(clock);
         platform.instance = std::make_unique<NoneInstance>();
         platform.userDefaults = std::make_unique<NoneUserDefaults>();
-        platform.secretItems = make(secrets);
+        platform.secrets = make(secrets);
         platform.loginItem = std::make_unique<fakes::FakeLoginItem>(log);
         platform.workspace = make(workspace);
         platform.accessibilityAccess = make(access);
@@ -206,7 +206,7 @@ class CoordinatorFixture : public testing::Test {
     fakes::FakeChords *chords = nullptr;
     fakes::FakeWorkspace *workspace = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
-    fakes::FakeSecretItems *secrets = nullptr;
+    fakes::FakeSecrets *secrets = nullptr;
     fakes::FakePresence *presence = nullptr;
     FakePanel *panel = nullptr;
     std::optional<Alert> alert;

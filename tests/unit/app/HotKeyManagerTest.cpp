@@ -3,88 +3,142 @@
 #include "fakes/FakeHotKeys.h"
 
 #include <QCoreApplication>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace quillmender {
 namespace {
 
+using testing::ElementsAre;
+
+constexpr QKeyCombination asked(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
+constexpr QKeyCombination other(Qt::MetaModifier, Qt::Key_F12);
+const QString hold = QStringLiteral("hold Ctrl+Alt+Space");
+const QString letGo = QStringLiteral("letGo");
+
 class HotKeyManagerTest : public testing::Test {
   protected:
+    HotKeyManagerTest() {
+        QObject::connect(manager.get(), &HotKeyManager::heldKeysChanged, manager.get(),
+                         [this](std::optional<QKeyCombination> keys) { told.push_back(keys); });
+    }
+
+    static void finishTurn() { QCoreApplication::sendPostedEvents(); }
+
     fakes::CallLog log = fakes::makeCallLog();
     fakes::FakeHotKeys hotKeys{log};
     int runs = 0;
+    std::vector<std::optional<QKeyCombination>> told;
+    std::unique_ptr<HotKeyManager> manager =
+        std::make_unique<HotKeyManager>(hotKeys, [this] { ++runs; });
 };
 
-TEST_F(HotKeyManagerTest, installsTheHandlerThenRegistersTheChord) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
+TEST_F(HotKeyManagerTest, holdsTheChordWhenItIsRegistered) {
     EXPECT_TRUE(log->isEmpty());
-    manager.registerHotKey();
-    EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("installEventHandler 0x6b657962 5"),
-                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
-                    }));
+    manager->registerHotKey();
+    EXPECT_EQ(*log, QStringList({hold}));
+    EXPECT_THAT(told, ElementsAre(asked));
 }
 
-TEST_F(HotKeyManagerTest, replacesAnEarlierRegistration) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
-    manager.registerHotKey();
-    log->clear();
-    manager.registerHotKey();
-    EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("unregisterHotKey 2"),
-                        QStringLiteral("removeEventHandler 1"),
-                        QStringLiteral("installEventHandler 0x6b657962 5"),
-                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
-                    }));
+TEST_F(HotKeyManagerTest, letsGoOfAnEarlierRegistrationFirst) {
+    manager->registerHotKey();
+    manager->registerHotKey();
+    EXPECT_EQ(*log, QStringList({hold, letGo, hold}));
+    hotKeys.press();
+    finishTurn();
+    EXPECT_EQ(runs, 1);
 }
 
-TEST_F(HotKeyManagerTest, registersNothingWithoutAHandler) {
-    hotKeys.installStatus = -1;
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-    }
-    EXPECT_EQ(*log, QStringList({QStringLiteral("installEventHandler 0x6b657962 5")}));
+TEST_F(HotKeyManagerTest, letsGoWhenItEnds) {
+    manager->registerHotKey();
+    manager.reset();
+    EXPECT_EQ(*log, QStringList({hold, letGo}));
 }
 
-TEST_F(HotKeyManagerTest, aTakenChordIsSilent) {
-    hotKeys.registerStatus = -9878;
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-        log->clear();
-    }
-    EXPECT_EQ(*log, QStringList({QStringLiteral("removeEventHandler 1")}));
-}
-
-TEST_F(HotKeyManagerTest, releasesBothWhenItEnds) {
-    {
-        HotKeyManager manager(hotKeys, [this] { ++runs; });
-        manager.registerHotKey();
-        log->clear();
-    }
-    EXPECT_EQ(*log, QStringList({QStringLiteral("unregisterHotKey 2"),
-                                 QStringLiteral("removeEventHandler 1")}));
-}
-
-TEST_F(HotKeyManagerTest, onlySchedulesTheHandlerOnceForEachPress) {
-    HotKeyManager manager(hotKeys, [this] { ++runs; });
-    manager.registerHotKey();
-    EXPECT_EQ(hotKeys.press(), noErr);
-    EXPECT_EQ(hotKeys.press(), noErr);
+TEST_F(HotKeyManagerTest, aPressRunsTheHandlerOnceInATurnOfItsOwn) {
+    manager->registerHotKey();
+    hotKeys.press();
+    hotKeys.press();
     EXPECT_EQ(runs, 0);
-    QCoreApplication::sendPostedEvents(&manager);
+    finishTurn();
     EXPECT_EQ(runs, 2);
 }
 
-TEST_F(HotKeyManagerTest, answersNotHandledWithoutItsManager) {
-    EXPECT_EQ(HotKeyManager::hotKeyEventHandler(nullptr, nullptr, nullptr), -9874);
+TEST_F(HotKeyManagerTest, aPressThatIsStillToBeToldEndsWithTheHotKey) {
+    manager->registerHotKey();
+    hotKeys.press();
+    manager.reset();
+    finishTurn();
+    EXPECT_EQ(runs, 0);
 }
 
-TEST_F(HotKeyManagerTest, foldsFourCharacters) {
-    EXPECT_EQ(HotKeyManager::fourCharCode(u"QLMD"), 0x514C4D44U);
-    EXPECT_EQ(HotKeyManager::fourCharCode(u""), 0U);
-    EXPECT_EQ(HotKeyManager::fourCharCode(u"xQLMD"), 0x514C4D44U);
+TEST_F(HotKeyManagerTest, theHandlerMayEndTheHotKey) {
+    manager = std::make_unique<HotKeyManager>(hotKeys, [this] {
+        ++runs;
+        manager.reset();
+        ++runs;
+    });
+    manager->registerHotKey();
+    hotKeys.press();
+    hotKeys.press();
+    finishTurn();
+    EXPECT_EQ(runs, 2);
+}
+
+TEST_F(HotKeyManagerTest, tellsThatThereIsNone) {
+    hotKeys.refusal = QStringLiteral("the desktop has none");
+    manager->registerHotKey();
+    EXPECT_THAT(told, ElementsAre(std::nullopt));
+    manager.reset();
+    EXPECT_EQ(*log, QStringList({hold}));
+}
+
+TEST_F(HotKeyManagerTest, followsKeysThatAreLostFoundOrChosenByTheUser) {
+    hotKeys.isTaken = true;
+    manager->registerHotKey();
+    hotKeys.held->setKeys(asked);
+    hotKeys.held->setKeys(std::nullopt);
+    hotKeys.held->setKeys(other);
+    EXPECT_THAT(told, ElementsAre(std::nullopt, asked, std::nullopt, other));
+    EXPECT_EQ(*log, QStringList({hold})) << "it stands all the while";
+    hotKeys.press();
+    finishTurn();
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(HotKeyManagerTest, anAnswerMayComeLate) {
+    fakes::Gate gate;
+    hotKeys.gate = &gate;
+    manager->registerHotKey();
+    EXPECT_TRUE(told.empty());
+    gate.open();
+    EXPECT_THAT(told, ElementsAre(asked));
+    hotKeys.press();
+    finishTurn();
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(HotKeyManagerTest, anAnswerAfterItsEndIsLetGoOf) {
+    fakes::Gate gate;
+    hotKeys.gate = &gate;
+    manager->registerHotKey();
+    manager.reset();
+    gate.open();
+    EXPECT_EQ(*log, QStringList({hold, letGo}));
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(HotKeyManagerTest, aLateAnswerToAnEarlierRegistrationIsLetGoOf) {
+    fakes::Gate first;
+    hotKeys.gate = &first;
+    manager->registerHotKey();
+    hotKeys.gate = nullptr;
+    manager->registerHotKey();
+    const QPointer<fakes::FakeHotKeys::Held> second = hotKeys.held;
+    first.open();
+    EXPECT_EQ(*log, QStringList({hold, hold, letGo}));
+    EXPECT_TRUE(second);
+    EXPECT_THAT(told, ElementsAre(asked));
 }
 
 } // namespace

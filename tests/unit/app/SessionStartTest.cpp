@@ -140,8 +140,7 @@ TEST_F(SessionStartTest, startsItsPartsInOrder) {
     coordinator->start();
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("showStatusItem"),
-                        QStringLiteral("installEventHandler 0x6b657962 5"),
-                        QStringLiteral("registerHotKey 49 0x1800 0x514c4d44 1 options 0"),
+                        QStringLiteral("hold Ctrl+Alt+Space"),
                         QStringLiteral("send"),
                     }));
     const StatusItem &item = presence->statusItem;
@@ -242,11 +241,25 @@ TEST_F(SessionStartTest, nothingIsShownBeforeItStarts) {
 TEST_F(SessionStartTest, theHotKeyStartsASession) {
     coordinator->start();
     select(QStringLiteral("words"));
-    EXPECT_EQ(hotKeys->press(), noErr);
+    hotKeys->press();
     EXPECT_EQ(panel, nullptr) << "not within the press";
     QCoreApplication::sendPostedEvents();
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("words"));
     EXPECT_TRUE(panel->isVisible);
+}
+
+TEST_F(SessionStartTest, theSettingsKnowWhichKeysAreHeld) {
+    hotKeys->isTaken = true;
+    coordinator->start();
+    const SettingsStore &settings = coordinator->settingsStore();
+    EXPECT_EQ(settings.hotKeyDisplay(), QStringLiteral("Control + Option + Space"));
+    EXPECT_NE(settings.hotKeyStatusMessage(), std::nullopt);
+    hotKeys->held->setKeys(QKeyCombination(Qt::MetaModifier, Qt::Key_F12));
+    EXPECT_EQ(settings.hotKeyDisplay(), QStringLiteral("Command + F12"));
+    EXPECT_EQ(settings.hotKeyStatusMessage(), std::nullopt);
+    hotKeys->held->setKeys(std::nullopt);
+    EXPECT_EQ(settings.hotKeyDisplay(), QStringLiteral("Control + Option + Space"));
+    EXPECT_NE(settings.hotKeyStatusMessage(), std::nullopt);
 }
 
 TEST_F(SessionStartTest, thePreviewIsShortTheSessionIsWhole) {

@@ -1,7 +1,7 @@
 #include "platform/linux/services/AutostartLoginItem.h"
 
 #include "DesktopFolderTest.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "platform/linux/desktop/DesktopEntry.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "settings/SettingsStore.h"
@@ -302,7 +302,7 @@ class AutostartToggleTest : public AutostartLoginItemTest {
 
   private:
     NoneUserDefaults defaults_;
-    fakes::FakeSecretItems secrets_{fakes::makeCallLog()};
+    fakes::FakeSecrets secrets_{fakes::makeCallLog()};
     std::unique_ptr<SettingsStore> store_;
 };
 

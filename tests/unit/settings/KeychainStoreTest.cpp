@@ -1,6 +1,6 @@
 #include "settings/KeychainStore.h"
 
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "support/RunTask.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace {
 class KeychainStoreTest : public testing::Test {
   protected:
     fakes::CallLog log = fakes::makeCallLog();
-    fakes::FakeSecretItems items{log};
+    fakes::FakeSecrets items{log};
     KeychainStore keychain{items};
     std::optional<QString> read() { return test::runTask(keychain.read(service, account)).text; }
 
@@ -19,31 +19,17 @@ class KeychainStoreTest : public testing::Test {
     const QString account = QStringLiteral("api-key");
 };
 
-TEST_F(KeychainStoreTest, theBaseQueryHasExactlyThreeEntries) {
-    const SecretAttributes query = KeychainStore::baseQuery(service, account);
-    EXPECT_EQ(query.size(), 3U);
-    EXPECT_EQ(std::get<QString>(query.at(SecretAttribute::itemClass)), QStringLiteral("genp"));
-    EXPECT_EQ(std::get<QString>(query.at(SecretAttribute::service)), service);
-    EXPECT_EQ(std::get<QString>(query.at(SecretAttribute::account)), account);
-}
-
-TEST_F(KeychainStoreTest, writesByDeletingThenAddingWithAllAttributes) {
+TEST_F(KeychainStoreTest, writesOneTextAsItsBytes) {
     keychain.write(QStringLiteral("sk-ключ"), service, account);
-    EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("remove class=genp service=com.quillmender.openAI "
-                                       "account=api-key"),
-                        QStringLiteral("add class=genp service=com.quillmender.openAI "
-                                       "account=api-key data=sk-ключ accessible=ck"),
-                    }));
+    EXPECT_EQ(*log, QStringList(QStringLiteral("store com.quillmender.openAI api-key sk-ключ")));
+    EXPECT_EQ((items.items[{service, account}]), "sk-\xd0\xba\xd0\xbb\xd1\x8e\xd1\x87");
 }
 
-TEST_F(KeychainStoreTest, readsOneItemWithItsData) {
+TEST_F(KeychainStoreTest, readsWhatItHasWritten) {
     keychain.write(QStringLiteral("sk-ключ"), service, account);
     log->clear();
     EXPECT_EQ(read(), QStringLiteral("sk-ключ"));
-    EXPECT_EQ(*log, QStringList(
-                        {QStringLiteral("copyMatching class=genp service=com.quillmender.openAI "
-                                        "account=api-key returnData=true matchLimit=m_LimitOne")}));
+    EXPECT_EQ(*log, QStringList(QStringLiteral("find com.quillmender.openAI api-key")));
 }
 
 TEST_F(KeychainStoreTest, aByteOrderMarkIsACharacterLikeAnyOther) {
@@ -75,38 +61,41 @@ TEST_F(KeychainStoreTest, bytesThatAreNotUtf8AreNothing) {
 }
 
 TEST_F(KeychainStoreTest, failuresAreSilent) {
-    items.failure = secret::notAvailable;
+    items.failure = fakes::FakeSecrets::unavailable();
     keychain.write(QStringLiteral("one"), service, account);
-    EXPECT_EQ(log->size(), 2);
-    for (const qint32 status :
-         {secret::notAvailable, secret::interactionNotAllowed, secret::duplicateItem}) {
-        items.failure = status;
-        const auto reading = test::runTask(keychain.read(service, account));
+    auto reading = test::runTask(keychain.read(service, account));
+    EXPECT_EQ(reading.text, std::nullopt);
+    EXPECT_FALSE(reading.wasAnswered);
+    for (const char *reason : {"", "the store refuses"}) {
+        items.failure = {SecretOutcome::absent, {}, QLatin1String(reason)};
+        reading = test::runTask(keychain.read(service, account));
         EXPECT_EQ(reading.text, std::nullopt);
-        EXPECT_EQ(reading.wasAnswered, status == secret::duplicateItem);
+        EXPECT_TRUE(reading.wasAnswered);
     }
-    items.failure = secret::success;
+    items.failure = std::nullopt;
     EXPECT_TRUE(test::runTask(keychain.read(service, account)).wasAnswered);
 }
 
-/// Answers with a status and with bytes beside it.
-class BothItems : public fakes::FakeSecretItems {
-  public:
-    using FakeSecretItems::FakeSecretItems;
-    QCoro::Task<SecretMatch> copyMatching(SecretAttributes) override {
-        co_return SecretMatch{failure, QByteArray("bytes")};
-    }
-};
-
 TEST_F(KeychainStoreTest, bytesBesideAFailureAreNothing) {
-    BothItems both{log};
-    KeychainStore store{both};
-    EXPECT_EQ(test::runTask(store.read(service, account)).text, QStringLiteral("bytes"));
-    for (const qint32 status : {secret::notAvailable, secret::interactionNotAllowed,
-                                secret::duplicateItem, secret::itemNotFound, -1}) {
-        both.failure = status;
-        EXPECT_EQ(test::runTask(store.read(service, account)).text, std::nullopt) << status;
+    for (const SecretOutcome outcome :
+         {SecretOutcome::found, SecretOutcome::absent, SecretOutcome::unavailable}) {
+        items.failure = {outcome, "bytes", {}};
+        EXPECT_EQ(read().has_value(), outcome == SecretOutcome::found);
     }
+}
+
+QString lastMessage;
+
+TEST_F(KeychainStoreTest, theLogHasWhyNothingCouldBeRead) {
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &text) { lastMessage = text; });
+    items.items[{service, account}] = "sk-secret";
+    read();
+    EXPECT_EQ(lastMessage, QString());
+    items.failure = {SecretOutcome::unavailable, "sk-secret", QStringLiteral("it is locked")};
+    read();
+    qInstallMessageHandler(before);
+    EXPECT_EQ(lastMessage, QStringLiteral("reading a secret failed: it is locked"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fakes/FakeLoginItem.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "fakes/FakeUserDefaults.h"
 #include "settings/SettingsStore.h"
 #include "support/RunTask.h"
@@ -25,7 +25,7 @@ class SettingsFixture : public testing::Test {
 
     fakes::CallLog log = fakes::makeCallLog();
     fakes::FakeUserDefaults defaults;
-    fakes::FakeSecretItems secrets{log};
+    fakes::FakeSecrets secrets{log};
     fakes::FakeLoginItem loginItem{log};
     std::chrono::milliseconds keyPatience = std::chrono::seconds(20);
 

@@ -13,9 +13,7 @@ class SettingsStoreTest : public SettingsFixture {
         secrets.items[{QStringLiteral("com.quillmender.") + provider, QStringLiteral("api-key")}] =
             key;
     }
-    int reads() const {
-        return static_cast<int>(log->filter(QStringLiteral("copyMatching")).size());
-    }
+    int reads() const { return static_cast<int>(log->filter(QStringLiteral("find ")).size()); }
 };
 
 TEST_F(SettingsStoreTest, startsWithTheDefaults) {
@@ -95,8 +93,8 @@ TEST_F(SettingsStoreTest, readsAKeyOnceAndOnlyTheSelectedProviders) {
     EXPECT_EQ(reads(), 1);
     store().loadAPIKeysIfNeeded();
     EXPECT_EQ(reads(), 3);
-    EXPECT_TRUE(log->at(1).contains(QStringLiteral("service=com.quillmender.anthropic")));
-    EXPECT_TRUE(log->at(2).contains(QStringLiteral("service=com.quillmender.gemini")));
+    EXPECT_TRUE(log->at(1).contains(QStringLiteral("com.quillmender.anthropic")));
+    EXPECT_TRUE(log->at(2).contains(QStringLiteral("com.quillmender.gemini")));
     store().loadAPIKeysIfNeeded();
     EXPECT_EQ(reads(), 3);
 }
@@ -141,7 +139,7 @@ TEST_F(SettingsStoreTest, theFirstLoadReplacesWhatWasTypedBefore) {
 }
 
 TEST_F(SettingsStoreTest, aFailingKeychainLeavesTheKeyEmpty) {
-    secrets.failure = secret::interactionNotAllowed;
+    secrets.failure = fakes::FakeSecrets::unavailable();
     EXPECT_EQ(snapshot().apiKey, QString());
     store().setApiKey(AIProvider::openAI, QStringLiteral("key"));
     EXPECT_EQ(store().apiKey(AIProvider::openAI), QStringLiteral("key"));
@@ -206,11 +204,10 @@ TEST_F(SettingsStoreTest, whatIsTypedDuringASearchStays) {
 
 TEST_F(SettingsStoreTest, aLockedKeychainIsAskedAgainTheNextTime) {
     storeKey(QStringLiteral("openAI"), "stored");
-    for (const qint32 failure : {secret::interactionNotAllowed, secret::notAvailable}) {
-        secrets.failure = failure;
-        EXPECT_EQ(snapshot().apiKey, QString());
-    }
-    secrets.failure = secret::success;
+    secrets.failure = fakes::FakeSecrets::unavailable();
+    EXPECT_EQ(snapshot().apiKey, QString());
+    EXPECT_EQ(snapshot().apiKey, QString());
+    secrets.failure = std::nullopt;
     EXPECT_EQ(snapshot().apiKey, QStringLiteral("stored"));
     EXPECT_EQ(reads(), 3);
     snapshot();
@@ -218,7 +215,7 @@ TEST_F(SettingsStoreTest, aLockedKeychainIsAskedAgainTheNextTime) {
 }
 
 TEST_F(SettingsStoreTest, whatIsTypedWithoutAKeychainIsUsedInThisRun) {
-    secrets.failure = secret::notAvailable;
+    secrets.failure = fakes::FakeSecrets::unavailable();
     store().loadAPIKeysIfNeeded();
     store().setApiKey(AIProvider::openAI, QStringLiteral("typed"));
     store().loadAPIKeysIfNeeded();

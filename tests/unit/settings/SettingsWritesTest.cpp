@@ -135,12 +135,9 @@ TEST_F(SettingsWritesTest, everyKeystrokeRewritesTheKeyOfItsProviderAlone) {
         log->clear();
         for (int time = 0; time < 2; ++time)
             store().setApiKey(provider, QStringLiteral("\t k 1 \n"));
-        const QString item = QStringLiteral(" class=genp service=com.quillmender.") +
-                             rawValue(provider) + QStringLiteral(" account=api-key");
-        const QStringList once{QStringLiteral("remove") + item,
-                               QStringLiteral("add") + item +
-                                   QStringLiteral(" data=k 1 accessible=ck")};
-        EXPECT_EQ(*log, once + once);
+        const QString once =
+            QStringLiteral("store com.quillmender.%1 api-key k 1").arg(rawValue(provider));
+        EXPECT_EQ(*log, QStringList({once, once}));
     }
 }
 
@@ -148,8 +145,7 @@ TEST_F(SettingsWritesTest, aClearedKeyIsDeletedAndNeverAdded) {
     for (const char *blank : {"", " ", "\n\t ", "\u00a0\u2003"}) {
         log->clear();
         store().setApiKey(AIProvider::gemini, QString::fromUtf8(blank));
-        EXPECT_EQ(*log, QStringList(QStringLiteral(
-                            "remove class=genp service=com.quillmender.gemini account=api-key")))
+        EXPECT_EQ(*log, QStringList(QStringLiteral("remove com.quillmender.gemini api-key")))
             << blank;
         EXPECT_EQ(store().apiKey(AIProvider::gemini), QString::fromUtf8(blank));
     }
@@ -213,13 +209,9 @@ TEST_F(SettingsWritesTest, aStoredProviderCountsOnlyAsItIsSpelt) {
 
 TEST_F(SettingsWritesTest, keysAreReadInTheOrderOfTheProviders) {
     store().loadAPIKeysIfNeeded();
-    QStringList services;
-    for (const QString &call : *log)
-        services.append(call.section(u' ', 0, 0) + u' ' + call.section(u' ', 2, 2));
-    EXPECT_EQ(services,
-              QStringList({QStringLiteral("copyMatching service=com.quillmender.openAI"),
-                           QStringLiteral("copyMatching service=com.quillmender.anthropic"),
-                           QStringLiteral("copyMatching service=com.quillmender.gemini")}));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("find com.quillmender.openAI api-key"),
+                                 QStringLiteral("find com.quillmender.anthropic api-key"),
+                                 QStringLiteral("find com.quillmender.gemini api-key")}));
 }
 
 } // namespace

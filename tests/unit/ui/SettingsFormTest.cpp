@@ -72,6 +72,23 @@ TEST_F(SettingsFormTest, TextsAreThoseInTheirOrder) {
     EXPECT_EQ(launchAtLogin()->text().toStdString(), "Launch Quillmender when I log in");
 }
 
+TEST_F(SettingsFormTest, ShortcutShowsTheKeysThatAreHeld) {
+    show();
+    const char *const status = "The shortcut does not work at the moment; another program may be "
+                               "using these keys. Use Transform in the status menu instead.";
+    EXPECT_TRUE(shows("Control + Option + Space"));
+    EXPECT_FALSE(shows(status));
+    store().setHeldHotKey(std::nullopt);
+    settle();
+    EXPECT_TRUE(shows("Control + Option + Space"));
+    EXPECT_TRUE(shows(status));
+    store().setHeldHotKey(QKeyCombination(Qt::MetaModifier, Qt::Key_F12));
+    settle();
+    EXPECT_FALSE(shows("Control + Option + Space"));
+    EXPECT_TRUE(shows("Command + F12"));
+    EXPECT_FALSE(shows(status));
+}
+
 TEST_F(SettingsFormTest, ProviderIsBoundBothWays) {
     show();
     QStringList names;

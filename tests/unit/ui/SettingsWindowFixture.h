@@ -3,7 +3,7 @@
 #include "PanelFixture.h"
 #include "fakes/FakeAccessibilityAccess.h"
 #include "fakes/FakeLoginItem.h"
-#include "fakes/FakeSecretItems.h"
+#include "fakes/FakeSecrets.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "ui/ActionEditorSheet.h"
@@ -104,7 +104,7 @@ class SettingsWindowFixture : public testing::Test {
 
     fakes::CallLog log = fakes::makeCallLog();
     NoneUserDefaults defaults;
-    fakes::FakeSecretItems secrets{log};
+    fakes::FakeSecrets secrets{log};
     fakes::FakeLoginItem loginItem{log};
     fakes::FakeAccessibilityAccess access{log};
     fakes::FakeWorkspace workspace{log};

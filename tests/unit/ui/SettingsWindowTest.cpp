@@ -78,15 +78,14 @@ TEST_F(SettingsWindowTest, KeysAreReadWhenItIsFirstShown) {
     show();
     QStringList reads;
     for (const QString &call : *log)
-        if (call.startsWith(QLatin1String("copyMatching")))
-            reads.append(call.section(u' ', 2, 2));
+        if (call.startsWith(QLatin1String("find ")))
+            reads.append(call.section(u' ', 1, 1));
     EXPECT_EQ(reads.join(u'|').toStdString(),
-              "service=com.quillmender.openAI|service=com.quillmender.anthropic|"
-              "service=com.quillmender.gemini");
+              "com.quillmender.openAI|com.quillmender.anthropic|com.quillmender.gemini");
     window()->close();
     log->clear();
     show();
-    EXPECT_EQ(log->filter(QStringLiteral("copyMatching")), QStringList());
+    EXPECT_EQ(log->filter(QStringLiteral("find ")), QStringList());
 }
 
 TEST_F(SettingsWindowTest, AppearsBeforeItsKeysAndFillsThem) {

@@ -5,7 +5,7 @@
 #include "doubles/security/Keychain.h"
 #include "fakes/Await.h"
 #include "platform/macos/CFRef.h"
-#include "platform/macos/MacSecretItems.h"
+#include "platform/macos/MacSecrets.h"
 #include "settings/KeychainStore.h"
 
 namespace quillmender {
@@ -19,12 +19,10 @@ constexpr auto deleteQuery = "SecItemDelete {acct=api-key, class=genp, svce=s}";
 constexpr auto addQuery =
     "SecItemAdd {acct=api-key, class=genp, pdmn=ck, svce=s, v_Data=<k\xC3\xA9y>}";
 
-class SecretItemsTest : public DoublesTest {
+class SecretsTest : public DoublesTest {
   protected:
     std::optional<QString> read() { return fakes::await(store.read(service, account)).text; }
-    qint32 copyStatus() {
-        return fakes::await(items.copyMatching(KeychainStore::baseQuery(service, account))).status;
-    }
+    SecretSearch find() { return fakes::await(secrets.find(service, account)); }
     void write(const QString &value) { store.write(value, service, account); }
 
     doubles::Keychain::Item item(const std::string &data) const {
@@ -34,28 +32,29 @@ class SecretItemsTest : public DoublesTest {
     const QString service = QStringLiteral("s");
     const QString account = QStringLiteral("api-key");
     doubles::Keychain keychain;
-    MacSecretItems items;
-    KeychainStore store{items};
+    MacSecrets secrets;
+    KeychainStore store{secrets};
 };
 
-TEST_F(SecretItemsTest, readsOneItemsBytes) {
+TEST_F(SecretsTest, readsOneItemsBytes) {
     keychain.items = {item("k\xC3\xA9y")};
     EXPECT_EQ(read(), QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(copyQuery));
 }
 
-TEST_F(SecretItemsTest, aMissingItemIsNothing) {
+TEST_F(SecretsTest, aMissingItemIsNothing) {
     EXPECT_EQ(read(), std::nullopt);
-    EXPECT_EQ(copyStatus(), -25300);
+    EXPECT_EQ(find().outcome, SecretOutcome::absent);
+    EXPECT_EQ(find().reason, QString());
 }
 
-TEST_F(SecretItemsTest, deletesThenAddsWithoutAResult) {
+TEST_F(SecretsTest, deletesThenAddsWithoutAResult) {
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(deleteQuery, addQuery));
     EXPECT_THAT(keychain.items, ElementsAre(item("k\xC3\xA9y")));
 }
 
-TEST_F(SecretItemsTest, writingTwiceLeavesTheSecondOnly) {
+TEST_F(SecretsTest, writingTwiceLeavesTheSecondOnly) {
     keychain.items = {{"genp", "s", "api-key", "old", "ak"}};
     write(QStringLiteral("first"));
     write(QStringLiteral("second"));
@@ -63,7 +62,7 @@ TEST_F(SecretItemsTest, writingTwiceLeavesTheSecondOnly) {
     EXPECT_EQ(read(), QStringLiteral("second"));
 }
 
-TEST_F(SecretItemsTest, otherItemsAreLeftAlone) {
+TEST_F(SecretsTest, otherItemsAreLeftAlone) {
     const doubles::Keychain::Item other = {"genp", "other", "api-key", "o", "ck"};
     const doubles::Keychain::Item web = {"inet", "s", "api-key", "w", "ck"};
     keychain.items = {other, web};
@@ -73,38 +72,41 @@ TEST_F(SecretItemsTest, otherItemsAreLeftAlone) {
     EXPECT_THAT(keychain.items, ElementsAre(other, web));
 }
 
-TEST_F(SecretItemsTest, removesWithTheBaseQuery) {
+TEST_F(SecretsTest, removesWithTheBaseQuery) {
     store.remove(service, account);
     EXPECT_THAT(calls(), ElementsAre(deleteQuery));
 }
 
-TEST_F(SecretItemsTest, theBaseQueryHasThreeEntries) {
-    EXPECT_EQ(KeychainStore::baseQuery(service, account).size(), 3U);
-}
-
-TEST_F(SecretItemsTest, aFailedDeletionDoesNotStopTheAddition) {
+TEST_F(SecretsTest, aFailedDeletionDoesNotStopTheAddition) {
     keychain.deleteStatus = errSecInteractionNotAllowed;
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(deleteQuery, addQuery));
 }
 
-TEST_F(SecretItemsTest, aFailedAdditionIsSilent) {
+TEST_F(SecretsTest, aFailedAdditionIsSilent) {
     keychain.addStatus = errSecNotAvailable;
     write(QStringLiteral("key"));
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretItemsTest, statusesComeThrough) {
-    const SecretAttributes query = KeychainStore::baseQuery(service, account);
-    keychain.copyStatus = errSecInteractionNotAllowed;
-    keychain.addStatus = errSecDuplicateItem;
-    keychain.deleteStatus = errSecNotAvailable;
-    EXPECT_EQ(copyStatus(), -25308);
-    EXPECT_EQ(items.add(query), -25299);
-    EXPECT_EQ(items.remove(query), -25291);
+TEST_F(SecretsTest, aKeychainThatCannotBeAskedIsNotAnEmptyOne) {
+    keychain.items = {item("key")};
+    for (const OSStatus status : {errSecInteractionNotAllowed, errSecNotAvailable}) {
+        keychain.copyStatus = status;
+        EXPECT_EQ(find().outcome, SecretOutcome::unavailable);
+        EXPECT_FALSE(find().reason.isEmpty());
+        EXPECT_FALSE(find().reason.contains(QLatin1String("25")));
+    }
+    keychain.copyStatus = errSecParam;
+    EXPECT_EQ(find().outcome, SecretOutcome::absent);
+    EXPECT_FALSE(find().reason.isEmpty());
+    keychain.copyStatus = errSecSuccess;
+    EXPECT_EQ(find().outcome, SecretOutcome::found);
+    EXPECT_EQ(find().secret, "key");
+    EXPECT_EQ(find().reason, QString());
 }
 
-TEST_F(SecretItemsTest, anotherResultThanBytesIsNothing) {
+TEST_F(SecretsTest, anotherResultThanBytesIsNothing) {
     keychain.items = {item("key")};
     const auto text = CFRef<CFStringRef>::adopted(doubles::makeString(u"key"));
     keychain.answer = text.get();
@@ -114,7 +116,7 @@ TEST_F(SecretItemsTest, anotherResultThanBytesIsNothing) {
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretItemsTest, aResultThatComesWithAnErrorIsReleased) {
+TEST_F(SecretsTest, aResultThatComesWithAnErrorIsReleased) {
     const auto bytes = CFRef<CFDataRef>::adopted(doubles::makeData("key"));
     keychain.answer = bytes.get();
     keychain.copyStatus = errSecInteractionNotAllowed;
@@ -122,32 +124,36 @@ TEST_F(SecretItemsTest, aResultThatComesWithAnErrorIsReleased) {
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretItemsTest, bytesThatAreNotUtf8AreNothing) {
+TEST_F(SecretsTest, bytesThatAreNotUtf8AreNothing) {
     keychain.items = {item("\xFF\xFE")};
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretItemsTest, withoutMemoryTheKeychainIsNotAsked) {
-    const SecretAttributes query = KeychainStore::baseQuery(service, account);
-    const auto expectAllocationError = [&](const std::function<void()> &makeScarce) {
+TEST_F(SecretsTest, withoutMemoryTheKeychainIsNotAsked) {
+    const auto expectNoCalls = [&](const std::function<void()> &makeScarce) {
         makeScarce();
-        EXPECT_EQ(copyStatus(), -108);
+        EXPECT_EQ(find().outcome, SecretOutcome::absent);
         makeScarce();
-        EXPECT_EQ(items.add(query), -108);
-        makeScarce();
-        EXPECT_EQ(items.remove(query), -108);
+        store.remove(service, account);
+        EXPECT_THAT(calls(), ElementsAre());
     };
-    expectAllocationError([] { doubles::nextDictionaryIsNull = true; });
+    expectNoCalls([] { doubles::nextDictionaryIsNull = true; });
     const doubles::ScarceStrings one(1);
-    expectAllocationError([] {});
+    expectNoCalls([] {});
+    write(QStringLiteral("key"));
     EXPECT_THAT(calls(), ElementsAre());
 }
 
-TEST_F(SecretItemsTest, valuesThatAreNotConstantsStayTexts) {
-    items.remove({{SecretAttribute::service, QStringLiteral("genp")},
-                  {SecretAttribute::itemClass, QStringLiteral("inet")},
-                  {SecretAttribute::returnData, false}});
-    EXPECT_THAT(calls(), ElementsAre("SecItemDelete {class=inet, r_Data=false, svce=genp}"));
+TEST_F(SecretsTest, withoutMemoryForTheDeletionTheAdditionIsTried) {
+    doubles::nextDictionaryIsNull = true;
+    write(QStringLiteral("k\u00E9y"));
+    EXPECT_THAT(calls(), ElementsAre(addQuery));
+}
+
+TEST_F(SecretsTest, withoutMemoryForTheBytesNothingIsAdded) {
+    doubles::nextDataIsNull = true;
+    write(QStringLiteral("k\u00E9y"));
+    EXPECT_THAT(calls(), ElementsAre(deleteQuery));
 }
 
 } // namespace

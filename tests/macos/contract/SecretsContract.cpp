@@ -1,5 +1,4 @@
 #include "contract/Contract.h"
-#include "platform/SecretItems.h"
 
 #include <Security/Security.h>
 
@@ -19,8 +18,7 @@ static_assert(std::is_same_v<decltype(kSecMatchLimit), const CFStringRef>);
 static_assert(std::is_same_v<decltype(kSecMatchLimitOne), const CFStringRef>);
 
 static_assert(errSecAllocate == -108);
-static_assert(quillmender::secret::success == errSecSuccess);
-static_assert(quillmender::secret::notAvailable == errSecNotAvailable);
-static_assert(quillmender::secret::duplicateItem == errSecDuplicateItem);
-static_assert(quillmender::secret::itemNotFound == errSecItemNotFound);
-static_assert(quillmender::secret::interactionNotAllowed == errSecInteractionNotAllowed);
+static_assert(errSecSuccess == 0);
+static_assert(errSecNotAvailable == -25291);
+static_assert(errSecItemNotFound == -25300);
+static_assert(errSecInteractionNotAllowed == -25308);

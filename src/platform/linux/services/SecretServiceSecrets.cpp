@@ -1,6 +1,6 @@
 // libsecret's headers use a name that Qt defines as a macro.
 #undef signals
-#include "platform/linux/services/SecretServiceItems.h"
+#include "platform/linux/services/SecretServiceSecrets.h"
 
 #include "platform/SignalWait.h"
 
@@ -41,71 +41,73 @@ struct AttributesDeleter {
 using Attributes = std::unique_ptr<GHashTable, AttributesDeleter>;
 
 struct ValueDeleter {
-    void operator()(::SecretValue *value) const { secret_value_unref(value); }
+    void operator()(SecretValue *value) const { secret_value_unref(value); }
 };
-using Value = std::unique_ptr<::SecretValue, ValueDeleter>;
+using Value = std::unique_ptr<SecretValue, ValueDeleter>;
 
 struct ErrorDeleter {
     void operator()(GError *error) const { g_error_free(error); }
 };
+using Error = std::unique_ptr<GError, ErrorDeleter>;
 
-QByteArray text(const SecretAttributes &attributes, SecretAttribute attribute) {
-    const auto found = attributes.find(attribute);
-    const auto *value = found == attributes.end() ? nullptr : std::get_if<QString>(&found->second);
-    return value ? value->toUtf8() : QByteArray();
-}
-
-Attributes lookupAttributes(const SecretAttributes &query) {
-    return Attributes(secret_attributes_build(
-        &schema, "service", text(query, SecretAttribute::service).constData(), "account",
-        text(query, SecretAttribute::account).constData(), nullptr));
+Attributes attributesOf(const QString &service, const QString &account) {
+    return Attributes(secret_attributes_build(&schema, "service", service.toUtf8().constData(),
+                                              "account", account.toUtf8().constData(), nullptr));
 }
 
 // Called by the worker alone.
 void report(const char *operation, GError *error) {
     static QByteArray lastProblem;
-    const std::unique_ptr<GError, ErrorDeleter> owned(error);
+    const Error owned(error);
     const QByteArray problem = owned ? QByteArray(owned->message) : QByteArray();
     if (owned && problem != lastProblem)
         qCWarning(log, "%s failed: %s", operation, owned->message);
     lastProblem = problem;
 }
 
-SecretMatch firstMatch(const SecretAttributes &query, GCancellable *cancellable) {
+SecretSearch unavailable(const QString &reason) {
+    return {SecretOutcome::unavailable, {}, reason};
+}
+
+SecretSearch firstMatch(const Attributes &attributes, GCancellable *cancellable) {
     GError *error = nullptr;
-    const Attributes attributes = lookupAttributes(query);
     // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): the flags of a C interface
     const auto flags = SecretSearchFlags(SECRET_SEARCH_UNLOCK | SECRET_SEARCH_LOAD_SECRETS);
     GList *found =
         secret_password_searchv_sync(&schema, attributes.get(), flags, cancellable, &error);
-    const bool isAnswered = error == nullptr;
-    report("reading a secret", error);
-    if (!isAnswered)
-        return {secret::notAvailable, std::nullopt};
+    if (const Error owned{error})
+        return unavailable(QString::fromUtf8(owned->message));
     if (!found)
-        return {secret::itemNotFound, std::nullopt};
+        return {};
     const Value value(secret_retrievable_retrieve_secret_sync(SECRET_RETRIEVABLE(found->data),
                                                               cancellable, nullptr));
     g_list_free_full(found, g_object_unref);
-    if (!value) {
-        qCWarning(log, "the keyring stays locked");
-        return {secret::interactionNotAllowed, std::nullopt};
-    }
+    if (!value)
+        return unavailable(QStringLiteral("the keyring stays locked"));
     gsize length = 0;
     const gchar *bytes = secret_value_get(value.get(), &length);
-    return {secret::success, QByteArray(bytes, static_cast<qsizetype>(length))};
+    return {SecretOutcome::found, QByteArray(bytes, static_cast<qsizetype>(length)), {}};
 }
 
-// One for each item.
-std::string subjectOf(const SecretAttributes &attributes) {
-    return (text(attributes, SecretAttribute::service) + '\n' +
-            text(attributes, SecretAttribute::account))
-        .toStdString();
+void clear(const Attributes &attributes, GCancellable *cancellable) {
+    GError *error = nullptr;
+    secret_password_clearv_sync(&schema, attributes.get(), cancellable, &error);
+    report("deleting a secret", error);
+}
+
+void add(const Attributes &attributes, const QString &service, const QByteArray &secret,
+         GCancellable *cancellable) {
+    GError *error = nullptr;
+    const Value value(secret_value_new(secret.constData(), secret.size(), "text/plain"));
+    const QByteArray label = "Quillmender: " + service.toUtf8();
+    secret_password_storev_binary_sync(&schema, attributes.get(), SECRET_COLLECTION_DEFAULT,
+                                       label.constData(), value.get(), cancellable, &error);
+    report("storing a secret", error);
 }
 
 } // namespace
 
-struct SecretServiceItems::Cancellation {
+struct SecretServiceSecrets::Cancellation {
     GCancellable *cancellable = g_cancellable_new();
     Cancellation() = default;
     Cancellation(const Cancellation &) = delete;
@@ -113,11 +115,11 @@ struct SecretServiceItems::Cancellation {
     ~Cancellation() { g_object_unref(cancellable); }
 };
 
-SecretServiceItems::SecretServiceItems(std::chrono::milliseconds lastWait)
+SecretServiceSecrets::SecretServiceSecrets(std::chrono::milliseconds lastWait)
     : lastWait_(lastWait),
       cancellation_(std::make_shared<Cancellation>()) {}
 
-SecretServiceItems::~SecretServiceItems() {
+SecretServiceSecrets::~SecretServiceSecrets() {
     // What was accepted is written before the program ends, unless the service is stuck.
     auto drained = std::make_shared<std::promise<void>>();
     const std::future<void> isDrained = drained->get_future();
@@ -128,18 +130,25 @@ SecretServiceItems::~SecretServiceItems() {
     }
 }
 
-void SecretServiceItems::enqueue(Job job, const std::string &subject) {
+void SecretServiceSecrets::enqueue(Job job, const std::string &subject) {
     worker_.enqueue([job = std::move(job), cancellation = cancellation_] { job(*cancellation); },
                     subject);
 }
 
-QCoro::Task<SecretMatch> SecretServiceItems::copyMatching(SecretAttributes query) {
-    const auto promise = std::make_shared<QPromise<SecretMatch>>();
-    QFutureWatcher<SecretMatch> watcher;
+// What it changes is one for each item.
+void SecretServiceSecrets::change(const QString &service, const QString &account, Job job) {
+    const std::string subject = (service + u'\n' + account).toStdString();
+    worker_.dropWaiting(subject);
+    enqueue(std::move(job), subject);
+}
+
+QCoro::Task<SecretSearch> SecretServiceSecrets::find(QString service, QString account) {
+    const auto promise = std::make_shared<QPromise<SecretSearch>>();
+    QFutureWatcher<SecretSearch> watcher;
     promise->start();
     watcher.setFuture(promise->future());
-    enqueue([promise, query](Cancellation &cancellation) {
-        promise->addResult(firstMatch(query, cancellation.cancellable));
+    enqueue([promise, service, account](Cancellation &cancellation) {
+        promise->addResult(firstMatch(attributesOf(service, account), cancellation.cancellable));
         promise->finish();
     });
     co_await SignalWait(&watcher, &QFutureWatcherBase::finished, patience);
@@ -148,41 +157,23 @@ QCoro::Task<SecretMatch> SecretServiceItems::copyMatching(SecretAttributes query
         co_await SignalWait(&watcher, &QFutureWatcherBase::finished);
     }
     if (watcher.future().resultCount() == 0)
-        co_return SecretMatch{secret::interactionNotAllowed, std::nullopt};
+        co_return unavailable(QStringLiteral("the program ends"));
     co_return watcher.result();
 }
 
-qint32 SecretServiceItems::add(const SecretAttributes &attributes) {
-    const auto write = [attributes](Cancellation &cancellation) {
-        const auto found = attributes.find(SecretAttribute::valueData);
-        const auto *data =
-            found == attributes.end() ? nullptr : std::get_if<QByteArray>(&found->second);
-        if (!data)
-            return;
-        GError *error = nullptr;
-        const Attributes lookup = lookupAttributes(attributes);
-        const Value value(secret_value_new(data->constData(), data->size(), "text/plain"));
-        const QByteArray label = "Quillmender: " + text(attributes, SecretAttribute::service);
-        secret_password_storev_binary_sync(&schema, lookup.get(), SECRET_COLLECTION_DEFAULT,
-                                           label.constData(), value.get(), cancellation.cancellable,
-                                           &error);
-        report("storing a secret", error);
-    };
-    enqueue(write, subjectOf(attributes));
-    return secret::success;
+void SecretServiceSecrets::store(const QString &service, const QString &account,
+                                 const QByteArray &secret) {
+    change(service, account, [service, account, secret](Cancellation &cancellation) {
+        const Attributes attributes = attributesOf(service, account);
+        clear(attributes, cancellation.cancellable);
+        add(attributes, service, secret, cancellation.cancellable);
+    });
 }
 
-qint32 SecretServiceItems::remove(const SecretAttributes &query) {
-    const std::string subject = subjectOf(query);
-    worker_.dropWaiting(subject);
-    const auto clear = [query](Cancellation &cancellation) {
-        GError *error = nullptr;
-        const Attributes attributes = lookupAttributes(query);
-        secret_password_clearv_sync(&schema, attributes.get(), cancellation.cancellable, &error);
-        report("deleting a secret", error);
-    };
-    enqueue(clear, subject);
-    return secret::success;
+void SecretServiceSecrets::remove(const QString &service, const QString &account) {
+    change(service, account, [service, account](Cancellation &cancellation) {
+        clear(attributesOf(service, account), cancellation.cancellable);
+    });
 }
 
 } // namespace quillmender

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SecretItems.h"
+#include "platform/Secrets.h"
 #include "platform/linux/services/SerialWorker.h"
 
 #include <QString>
@@ -13,24 +13,25 @@ namespace quillmender {
 
 /// Passwords in the desktop's Secret Service (org.freedesktop.secrets), found by the attributes
 /// `service` and `account` alone. Every operation runs on one worker in the order in which it was
-/// called, except that a deletion drops what still waits to be done to the same item: however slow
-/// the service is, it never lags behind more than one change of each. The log has why something did
+/// called, except that a change drops what still waits to be done to the same item: however slow
+/// the service is, it never lags behind more than one change of each. The log has why a change did
 /// not work; a problem that goes on is told once.
-class SecretServiceItems : public SecretItems {
+class SecretServiceSecrets : public Secrets {
   public:
     /// Destruction waits `lastWait` at most for what was accepted to be written.
-    explicit SecretServiceItems(std::chrono::milliseconds lastWait = std::chrono::seconds(3));
-    ~SecretServiceItems() override;
+    explicit SecretServiceSecrets(std::chrono::milliseconds lastWait = std::chrono::seconds(3));
+    ~SecretServiceSecrets() override;
 
-    QCoro::Task<SecretMatch> copyMatching(SecretAttributes query) override;
-    qint32 add(const SecretAttributes &attributes) override;
-    qint32 remove(const SecretAttributes &query) override;
+    QCoro::Task<SecretSearch> find(QString service, QString account) override;
+    void store(const QString &service, const QString &account, const QByteArray &secret) override;
+    void remove(const QString &service, const QString &account) override;
 
   private:
     struct Cancellation;
     using Job = std::function<void(Cancellation &)>;
 
     void enqueue(Job job, const std::string &subject = {});
+    void change(const QString &service, const QString &account, Job job);
 
     std::chrono::milliseconds lastWait_;
     std::shared_ptr<Cancellation> cancellation_;
