@@ -11,7 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr quint32 noActivationOptions = 0;
 constexpr auto activationDelay = 120ms;
 constexpr auto copyPollInterval = 50ms;
 constexpr int copyPollAttempts = 6;
@@ -132,7 +131,7 @@ SelectionController::selectedRange(AccessibilityElementRef element) {
 }
 
 QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere) {
-    workspace_.activate(session->sourceApp, noActivationOptions);
+    workspace_.activate(session->sourceApp);
     co_await clock_.sleepFor(activationDelay);
     if (isFocusElsewhere)
         co_await findFocus(session);
@@ -234,7 +233,7 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
     pasteboard.clearContents();
     pasteboard.setString(replacement);
 
-    workspace_.activate(session->sourceApp, noActivationOptions);
+    workspace_.activate(session->sourceApp);
     co_await clock_.sleepFor(activationDelay);
     const bool replaces = co_await selectWhatGoes(session);
     if (!replaces)

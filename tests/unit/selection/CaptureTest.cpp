@@ -70,7 +70,7 @@ TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
     copyYields(QStringLiteral(" copied "));
     const auto session = capture();
     EXPECT_EQ(log->mid(5), QStringList({
-                               QStringLiteral("activate source options 0"),
+                               QStringLiteral("activate source"),
                                QStringLiteral("sleep 120"),
                                QStringLiteral("prepareChord copy"),
                                QStringLiteral("createSource 0"),

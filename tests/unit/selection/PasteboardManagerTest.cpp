@@ -108,9 +108,7 @@ TEST(PermissionManagerTest, opensThePrivacySettings) {
     fakes::FakeAccessibility accessibility(log);
     fakes::FakeWorkspace workspace(log);
     PermissionManager(accessibility, workspace).openAccessibilitySettings();
-    EXPECT_EQ(*log, QStringList({QStringLiteral(
-                        "openUrl x-apple.systempreferences:com.apple.preference.security?"
-                        "Privacy_Accessibility")}));
+    EXPECT_EQ(*log, QStringList(QStringLiteral("openSettingsPage accessibility")));
 }
 
 } // namespace

@@ -99,7 +99,7 @@ TEST_F(ReplacementTest, pastesInTheFixedOrder) {
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("pasteboard.clear"),
                         QStringLiteral("pasteboard.setString answer"),
-                        QStringLiteral("activate source options 0"),
+                        QStringLiteral("activate source"),
                         QStringLiteral("sleep 120"),
                         QStringLiteral("prepareChord paste"),
                         QStringLiteral("createSource 0"),
