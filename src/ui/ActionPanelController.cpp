@@ -90,6 +90,9 @@ std::shared_ptr<SteppedAside> ActionPanelController::stepAside() {
         aside->stayAway();
     aside = ownWindows_.stepAside(panel_->windowHandle());
     aside_ = aside;
+    // A widget whose window alone was hidden counts as shown, and could not be shown again.
+    if (aside)
+        panel_->hide();
     return aside;
 }
 

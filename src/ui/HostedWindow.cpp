@@ -55,7 +55,7 @@ QWidget *HostedWindow::sheet() const {
 }
 
 void HostedWindow::floatWith(QWidget *panel) {
-    winId();
+    create();
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, panel != nullptr);
     if (panel)
         panel->installEventFilter(this);
