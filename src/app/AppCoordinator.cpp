@@ -1,7 +1,6 @@
 #include "app/AppCoordinator.h"
 
 #include "app/HotKeyManager.h"
-#include "app/TextPreview.h"
 #include "model/AppFailure.h"
 #include "model/TextRules.h"
 #include "model/UserMessage.h"
@@ -17,16 +16,10 @@ namespace {
 // Never the user's text, nor a failure's message, which can quote it.
 Q_LOGGING_CATEGORY(log, "quillmender.session", QtWarningMsg)
 
-// Of the status menu.
-constexpr int updateItem = 2;
 // An alert takes the keyboard, which a session may be about to use.
 constexpr std::chrono::minutes alertPatience(1);
 // Even a capture from an application that hangs has shown the panel by then.
 constexpr std::chrono::milliseconds captureIsLate(1500);
-
-QString selectedTextTitle() {
-    return QStringLiteral("Selected Text");
-}
 
 } // namespace
 
@@ -34,15 +27,18 @@ AppCoordinator::AppCoordinator(Platform &platform, LLMClient llmClient, UpdateCh
                                ReleaseSource release, WindowFactory windows)
     : platform_(platform),
       windows_(std::move(windows)),
-      captureTitle_(selectedTextTitle()),
       settingsStore_(*platform.userDefaults, *platform.secrets, *platform.loginItem),
       permissionManager_(*platform.accessibilityAccess, *platform.workspace),
       pasteboardManager_(*platform.pasteboard, *platform.chords),
       selectionController_(pasteboardManager_, *platform.focusedText, *platform.workspace,
                            *platform.clock),
       llmClient_(llmClient),
-      updateChecker_(updateChecker),
-      release_(std::move(release)) {
+      updateOffer_(updateChecker, std::move(release), *platform.workspace, windows_.showAlert),
+      statusMenu_(*platform.statusItem, {.transformSelection = [this] { beginWorkflow(); },
+                                         .openSettings = [this] { openSettings(); },
+                                         .openAvailableUpdate = [this] { openAvailableUpdate(); },
+                                         .openAbout = [this] { openAbout(); },
+                                         .quit = [this] { quit(); }}) {
     permissionManager_.refresh();
     connect(&settingsStore_, &Observable::objectWillChange, this, &Observable::objectWillChange);
     connect(&permissionManager_, &Observable::objectWillChange, this,
@@ -65,55 +61,28 @@ void AppCoordinator::start() {
 }
 
 void AppCoordinator::configureStatusItem() {
-    StatusItem item;
-    item.symbol = QStringLiteral("text.quote");
-    item.accessibilityDescription = QStringLiteral("Quillmender");
-    item.toolTip = QStringLiteral("Quillmender");
-    item.menu = {
-        {QStringLiteral("Transform"), QStringLiteral(" "), controlModifier | optionModifier, false,
-         [this] { beginWorkflow(); }},
-        {QStringLiteral("Settings"), QStringLiteral(","), commandModifier, false,
-         [this] { openSettings(); }},
-        {QStringLiteral("Download Latest Version"), {}, 0, true, [this] { openAvailableUpdate(); }},
-        {QStringLiteral("About"), {}, 0, false, [this] { openAbout(); }},
-        {QStringLiteral("Quit Quillmender"), QStringLiteral("q"), commandModifier, false,
-         [this] { quit(); }},
-    };
-    platform_.presence->showStatusItem(item);
+    statusMenu_.show();
 }
 
 QCoro::Task<> AppCoordinator::checkForUpdates() {
     const QPointer coordinator(this);
-    const auto manifest =
-        co_await updateChecker_.checkForUpdate(release_.currentVersion, release_.manifestURL);
+    const auto manifest = co_await updateOffer_.checkForUpdate();
     if (!coordinator || isEnding_ || !manifest)
         co_return;
     publish(availableUpdate_, manifest);
-    platform_.presence->updateStatusMenuItem(
-        updateItem, QStringLiteral("Download Quillmender ") + manifest->version, false);
+    statusMenu_.offerUpdate(manifest->version);
     co_await operations_.allEnded(alertPatience);
     if (coordinator && !isEnding_)
         presentUpdateAlertIfNeeded(*manifest);
 }
 
 void AppCoordinator::presentUpdateAlertIfNeeded(const ReleaseManifest &manifest) {
-    if (hasPresentedUpdateAlert_)
-        return;
-    hasPresentedUpdateAlert_ = true;
-    const Alert alert{
-        QStringLiteral("Quillmender %1 is available").arg(manifest.version),
-        QStringLiteral("A newer version of Quillmender has been published. Do you want to download "
-                       "it now?"),
-        {QStringLiteral("Download"), QStringLiteral("Later")}};
-    windows_.showAlert(alert, [this, url = manifest.downloadURL](int button) {
-        if (button == 0)
-            platform_.workspace->openUrl(url);
-    });
+    updateOffer_.presentAlertIfNeeded(manifest);
 }
 
 void AppCoordinator::openAvailableUpdate() {
     if (availableUpdate_)
-        platform_.workspace->openUrl(availableUpdate_->downloadURL);
+        updateOffer_.openDownload(*availableUpdate_);
 }
 
 void AppCoordinator::beginWorkflow() {
@@ -132,10 +101,11 @@ QCoro::Task<> AppCoordinator::captureTask() {
     sinceCapture_.start();
     permissionManager_.refresh();
     if (!permissionManager_.accessibilityGranted()) {
-        publish(currentSession_, nullptr);
-        publish(selectedTextPreview_, QString());
-        publish(errorMessage_, AppFailure::accessibilityPermissionRequired().errorDescription());
-        publish(currentActionTitle_, QString());
+        // Title and description stay those of the last capture.
+        become(
+            SessionState::failed(AppFailure::accessibilityPermissionRequired().errorDescription()),
+            &SessionState::currentSession, &SessionState::selectedTextPreview,
+            &SessionState::errorMessage, &SessionState::currentActionTitle);
     } else {
         try {
             auto selection = selectionController_.captureSelection();
@@ -157,58 +127,50 @@ QCoro::Task<> AppCoordinator::captureTask() {
 }
 
 void AppCoordinator::captured(SelectionSessionRef session) {
-    const bool isFullField = session->captureScope == CaptureScope::fullField;
     qCInfo(log, "captured %lld characters of %s, by %s", qint64(session->selectedText.size()),
-           isFullField ? "the whole field" : "the selection",
+           session->captureScope == CaptureScope::fullField ? "the whole field" : "the selection",
            session->acquisitionMethod == SelectionAcquisitionMethod::clipboard ? "copying"
                                                                                : "accessibility");
-    publish(selectedTextPreview_, textPreview(session->selectedText));
-    publish(captureTitle_, isFullField ? QStringLiteral("Captured Field") : selectedTextTitle());
-    publish(captureDescription_,
-            isFullField ? QStringLiteral("No selection was found, so Quillmender captured the full "
-                                         "focused text field.")
-                        : QStringLiteral("Using only the highlighted text."));
-    publish(errorMessage_, std::nullopt);
-    publish(currentActionTitle_, QString());
-    currentSession_ = std::move(session);
+    become(SessionState::captured(std::move(session)), &SessionState::selectedTextPreview,
+           &SessionState::captureTitle, &SessionState::captureDescription,
+           &SessionState::errorMessage, &SessionState::currentActionTitle,
+           &SessionState::currentSession);
 }
 
 void AppCoordinator::captureFailed(const std::exception_ptr &error) {
     qCInfo(log, "nothing could be captured");
-    currentSession_ = nullptr;
-    publish(selectedTextPreview_, QString());
-    publish(captureDescription_, QString());
-    publish(captureTitle_, selectedTextTitle());
-    publish(errorMessage_, userMessage(error));
-    publish(currentActionTitle_, QString());
+    become(SessionState::failed(userMessage(error)), &SessionState::currentSession,
+           &SessionState::selectedTextPreview, &SessionState::captureDescription,
+           &SessionState::captureTitle, &SessionState::errorMessage,
+           &SessionState::currentActionTitle);
 }
 
 void AppCoordinator::run(const PromptAction &action) {
-    if (!currentSession_) {
-        publish(errorMessage_, AppFailure::noSelectionFound().errorDescription());
+    if (!state_.currentSession) {
+        publish(state_.errorMessage, AppFailure::noSelectionFound().errorDescription());
         return;
     }
     const LLMClient &client = llmClient_;
-    transformTask(currentSession_, action.title(),
-                  [client, prompt = action.prompt(currentSession_->selectedText)](
+    transformTask(state_.currentSession, action.title(),
+                  [client, prompt = action.prompt(state_.currentSession->selectedText)](
                       LLMConfiguration configuration) {
                       return client.transform(prompt, std::move(configuration));
                   });
 }
 
 void AppCoordinator::runCustomInstruction() {
-    if (!currentSession_) {
-        publish(errorMessage_, AppFailure::noSelectionFound().errorDescription());
+    if (!state_.currentSession) {
+        publish(state_.errorMessage, AppFailure::noSelectionFound().errorDescription());
         return;
     }
-    const QString instruction = trimmed(customInstruction_);
+    const QString instruction = trimmed(state_.customInstruction);
     if (instruction.isEmpty()) {
-        publish(errorMessage_, QStringLiteral("Add an instruction first."));
+        publish(state_.errorMessage, QStringLiteral("Add an instruction first."));
         return;
     }
     const LLMClient &client = llmClient_;
-    transformTask(currentSession_, QStringLiteral("Generate from Prompt"),
-                  [client, source = currentSession_->selectedText,
+    transformTask(state_.currentSession, QStringLiteral("Generate from Prompt"),
+                  [client, source = state_.currentSession->selectedText,
                    instruction](LLMConfiguration configuration) {
                       return client.generate(source, instruction, std::move(configuration));
                   });
@@ -218,8 +180,8 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
                                             Request request) {
     const auto operation = operations_.begin();
     publish(isWorking_, true);
-    publish(errorMessage_, std::nullopt);
-    publish(currentActionTitle_, title);
+    publish(state_.errorMessage, std::nullopt);
+    publish(state_.currentActionTitle, title);
     try {
         LLMConfiguration configuration = co_await settingsStore_.snapshot();
         qCInfo(log, "asking %s", qUtf8Printable(displayName(configuration.provider)));
@@ -228,12 +190,12 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
         const bool replaced =
             co_await selectionController_.replaceViaAccessibility(session, answer);
         if (!replaced)
-            co_await selectionController_.performPasteReplacement(session, answer);
+            co_await paste(session, answer);
         qCInfo(log, "replaced by %s", replaced ? "accessibility" : "pasting");
     } catch (const UncertainReplacement &) {
         qCInfo(log, "it is not known whether the text was replaced");
-        if (currentSession_ == session)
-            publish(currentSession_, nullptr);
+        if (state_.currentSession == session)
+            publish(state_.currentSession, nullptr);
         transformFailed(std::current_exception());
         co_return;
     } catch (...) {
@@ -244,10 +206,18 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
     hidePanel();
 }
 
+QCoro::Task<> AppCoordinator::paste(SelectionSessionRef session, QString replacement) {
+    const auto aside = panelController_ ? panelController_->stepAside() : nullptr;
+    co_await selectionController_.performPasteReplacement(std::move(session),
+                                                          std::move(replacement));
+    if (aside)
+        aside->stayAway();
+}
+
 void AppCoordinator::transformFailed(const std::exception_ptr &error) {
     qCInfo(log, "the text was not replaced");
     publish(isWorking_, false);
-    publish(errorMessage_, userMessage(error));
+    publish(state_.errorMessage, userMessage(error));
 }
 
 void AppCoordinator::requestAccessibilityAccess() {
@@ -280,13 +250,10 @@ PickerPanel &AppCoordinator::panel() {
 void AppCoordinator::hidePanel() {
     if (panelController_)
         panelController_->orderOut();
-    publish(currentSession_, nullptr);
-    publish(currentActionTitle_, QString());
-    publish(errorMessage_, std::nullopt);
-    publish(selectedTextPreview_, QString());
-    publish(captureTitle_, selectedTextTitle());
-    publish(captureDescription_, QString());
-    publish(customInstruction_, QString());
+    become({}, &SessionState::currentSession, &SessionState::currentActionTitle,
+           &SessionState::errorMessage, &SessionState::selectedTextPreview,
+           &SessionState::captureTitle, &SessionState::captureDescription,
+           &SessionState::customInstruction);
 }
 
 void AppCoordinator::quit() {
@@ -304,7 +271,7 @@ QList<PromptAction> AppCoordinator::actions() const {
 }
 
 void AppCoordinator::setCustomInstruction(const QString &instruction) {
-    publish(customInstruction_, instruction);
+    publish(state_.customInstruction, instruction);
 }
 
 bool AppCoordinator::accessibilityGranted() const {

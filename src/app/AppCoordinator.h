@@ -2,16 +2,16 @@
 
 #include "app/ReleaseManifest.h"
 #include "app/RunningOperations.h"
-#include "app/UpdateChecker.h"
+#include "app/SessionState.h"
+#include "app/StatusMenu.h"
+#include "app/UpdateOffer.h"
 #include "model/PromptAction.h"
-#include "model/SelectionSession.h"
 #include "platform/Platform.h"
 #include "providers/LLMClient.h"
 #include "selection/PermissionManager.h"
 #include "selection/SelectionController.h"
 #include "settings/SettingsStore.h"
 #include "ui/ActionPickerModel.h"
-#include "ui/Alert.h"
 #include "ui/PickerPanel.h"
 
 #include <QElapsedTimer>
@@ -29,15 +29,8 @@ struct WindowFactory {
     std::function<std::unique_ptr<PickerPanel>(ActionPickerModel &)> pickerPanel;
     std::function<void()> showSettings;
     std::function<void()> showAbout;
-    /// Shows the alert in front of everything and returns; `answered` gets the button's index.
-    std::function<void(const Alert &alert, std::function<void(int)> answered)> showAlert;
+    UpdateOffer::ShowAlert showAlert;
     std::function<void()> terminate;
-};
-
-/// What the update check compares the running program with.
-struct ReleaseSource {
-    QString currentVersion;
-    QUrl manifestURL;
 };
 
 /// Runs the whole life of a session: hot key or menu, capture, panel, one request to the provider,
@@ -76,13 +69,13 @@ class AppCoordinator : public ActionPickerModel {
     QCoro::Task<> endOperations(std::chrono::milliseconds limit);
 
     QList<PromptAction> actions() const override;
-    QString selectedTextPreview() const override { return selectedTextPreview_; }
-    QString captureTitle() const override { return captureTitle_; }
-    QString captureDescription() const override { return captureDescription_; }
-    std::optional<QString> errorMessage() const override { return errorMessage_; }
+    QString selectedTextPreview() const override { return state_.selectedTextPreview; }
+    QString captureTitle() const override { return state_.captureTitle; }
+    QString captureDescription() const override { return state_.captureDescription; }
+    std::optional<QString> errorMessage() const override { return state_.errorMessage; }
     bool isWorking() const override { return isWorking_; }
-    QString currentActionTitle() const override { return currentActionTitle_; }
-    QString customInstruction() const override { return customInstruction_; }
+    QString currentActionTitle() const override { return state_.currentActionTitle; }
+    QString customInstruction() const override { return state_.customInstruction; }
     void setCustomInstruction(const QString &instruction) override;
     bool accessibilityGranted() const override;
 
@@ -90,7 +83,7 @@ class AppCoordinator : public ActionPickerModel {
     PermissionManager &permissionManager() { return permissionManager_; }
     /// The newer release that was found at launch.
     const std::optional<ReleaseManifest> &availableUpdate() const { return availableUpdate_; }
-    const SelectionSessionRef &currentSession() const { return currentSession_; }
+    const SelectionSessionRef &currentSession() const { return state_.currentSession; }
 
   private:
     using Request = std::function<QCoro::Task<QString>(LLMConfiguration)>;
@@ -102,19 +95,26 @@ class AppCoordinator : public ActionPickerModel {
     QCoro::Task<> captureTask();
     QCoro::Task<> transformTask(SelectionSessionRef session, QString title, Request request);
     void transformFailed(const std::exception_ptr &error);
+    QCoro::Task<> paste(SelectionSessionRef session, QString replacement);
     void captured(SelectionSessionRef session);
     void captureFailed(const std::exception_ptr &error);
+
+    /// The one place where a session's state is set as a whole: each of these fields takes its
+    /// value of `next`, in this order, and what changes is announced before. The others stay.
+    template <typename... Field>
+    void become(const SessionState &next, Field SessionState::*...fields) {
+        (publishChange(state_.*fields, next.*fields), ...);
+    }
+    template <typename Field> void publishChange(Field &property, const Field &value) {
+        if (property != value)
+            publish(property, value);
+    }
 
     Platform &platform_;
     WindowFactory windows_;
 
-    QString selectedTextPreview_;
-    QString captureTitle_;
-    QString captureDescription_;
-    std::optional<QString> errorMessage_;
+    SessionState state_;
     bool isWorking_ = false;
-    QString currentActionTitle_;
-    QString customInstruction_;
     std::optional<ReleaseManifest> availableUpdate_;
 
     SettingsStore settingsStore_;
@@ -122,16 +122,14 @@ class AppCoordinator : public ActionPickerModel {
     PasteboardManager pasteboardManager_;
     SelectionController selectionController_;
     LLMClient llmClient_;
-    UpdateChecker updateChecker_;
-    ReleaseSource release_;
+    UpdateOffer updateOffer_;
+    StatusMenu statusMenu_;
     std::unique_ptr<HotKeyManager> hotKeyManager_;
     std::unique_ptr<PickerPanel> panelController_;
-    SelectionSessionRef currentSession_;
     bool isCapturing_ = false;
     QElapsedTimer sinceCapture_;
     quint64 latestCapture_ = 0;
     bool isEnding_ = false;
-    bool hasPresentedUpdateAlert_ = false;
     RunningOperations operations_;
 };
 

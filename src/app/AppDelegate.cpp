@@ -21,7 +21,7 @@ InstanceClaim AppDelegate::applicationDidFinishLaunching() {
         platform_->instance->claim([this](const QString &action) { perform(action); });
     if (claim.outcome != InstanceClaim::Outcome::held)
         return claim;
-    platform_->presence->setAccessoryPolicy();
+    platform_->ownWindows->setAccessoryPolicy();
     coordinator_.start();
     return claim;
 }
@@ -41,7 +41,7 @@ void AppDelegate::perform(const QString &action) {
 WindowFactory AppDelegate::windows() {
     WindowFactory windows;
     windows.pickerPanel = [this](ActionPickerModel &model) -> std::unique_ptr<PickerPanel> {
-        return std::make_unique<ActionPanelController>(model, theme(), *platform_->presence);
+        return std::make_unique<ActionPanelController>(model, theme(), *platform_->ownWindows);
     };
     windows.showSettings = [this] { showSettings(); };
     windows.showAbout = [this] { showAbout(); };
@@ -59,7 +59,7 @@ void AppDelegate::showSettings() {
     if (!settingsWindow_)
         settingsWindow_ = std::make_unique<SettingsWindowController>(
             coordinator_.settingsStore(), coordinator_.permissionManager(), theme(),
-            *platform_->presence);
+            *platform_->ownWindows);
     settingsWindow_->centre();
     settingsWindow_->makeKeyAndOrderFront();
 }
@@ -67,7 +67,7 @@ void AppDelegate::showSettings() {
 void AppDelegate::showAbout() {
     if (!aboutWindow_)
         aboutWindow_ = std::make_unique<AboutWindowController>(
-            AppMetadata::version(platform_->bundleVersion), theme(), *platform_->presence);
+            AppMetadata::version(platform_->bundleVersion), theme(), *platform_->ownWindows);
     aboutWindow_->centre();
     aboutWindow_->makeKeyAndOrderFront();
 }
@@ -80,13 +80,13 @@ void AppDelegate::showAlert(const Alert &alert, std::function<void(int)> answere
             // It is still on the stack.
             alertWindow_.release()->deleteLater();
         },
-        theme(), *platform_->presence);
+        theme(), *platform_->ownWindows);
     alertWindow_->makeKeyAndOrderFront();
 }
 
 Theme &AppDelegate::theme() {
     if (!theme_)
-        theme_ = std::make_unique<Theme>(*platform_->presence);
+        theme_ = std::make_unique<Theme>(*platform_->appearance, *platform_->symbols);
     return *theme_;
 }
 

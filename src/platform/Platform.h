@@ -2,14 +2,18 @@
 
 #include "platform/AccessibilityAccess.h"
 #include "platform/Chords.h"
+#include "platform/Appearance.h"
+#include "platform/Capabilities.h"
 #include "platform/Clock.h"
 #include "platform/FocusedText.h"
 #include "platform/HotKeys.h"
 #include "platform/Instance.h"
 #include "platform/LoginItem.h"
+#include "platform/OwnWindows.h"
 #include "platform/Pasteboard.h"
-#include "platform/Presence.h"
 #include "platform/Secrets.h"
+#include "platform/StatusItem.h"
+#include "platform/Symbols.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
@@ -33,14 +37,20 @@ struct Platform {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<Chords> chords;
     std::unique_ptr<HotKeys> hotKeys;
-    std::unique_ptr<Presence> presence;
+    std::unique_ptr<OwnWindows> ownWindows;
+    std::unique_ptr<Symbols> symbols;
+    std::unique_ptr<Appearance> appearance;
+    std::unique_ptr<StatusItem> statusItem;
+
+    /// What this session lacks; the services above are then their `none` forms.
+    MissingCapabilities missing;
 
     /// The version of the installed program, if the system knows it.
     std::optional<QString> bundleVersion;
 };
 
-/// Makes this system's services, trying each backend in turn, and writes to the log in one line
-/// which ones were found. A service that the session lacks is its `none` form.
+/// Makes this system's services and writes a line to the log for each capability: which backend was
+/// chosen, or why there is none. The application object of the toolkit must be there.
 std::unique_ptr<Platform> makePlatform();
 
 } // namespace quillmender

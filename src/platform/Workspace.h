@@ -32,6 +32,11 @@ struct DesktopRect {
     int height = 0;
 };
 
+/// A page of the system's own settings program.
+enum class SettingsPage {
+    accessibility, ///< what assistive programs may do
+};
+
 /// Running applications and what opens a URL.
 class Workspace {
   public:
@@ -44,9 +49,9 @@ class Workspace {
     /// there is none.
     virtual RunningApplicationRef frontmostApplication() = 0;
 
-    /// Brings the application to the front. `options` is the system's option set; 0 is none.
-    /// True when the request was sent, which does not mean that it was granted.
-    virtual bool activate(RunningApplicationRef application, quint32 options) = 0;
+    /// Brings the application to the front. True when the request was sent, which does not mean
+    /// that it was granted.
+    virtual bool activate(RunningApplicationRef application) = 0;
 
     /// Where the application's window is, so that a panel can appear on the same screen. Absent
     /// where the system places windows itself.
@@ -54,6 +59,9 @@ class Workspace {
 
     /// Opens the URL with the system's handler. False when there is none.
     virtual bool openUrl(const QUrl &url) = 0;
+
+    /// False when the system has no such page.
+    virtual bool openSettingsPage(SettingsPage page) = 0;
 };
 
 } // namespace quillmender

@@ -20,10 +20,7 @@ void PermissionManager::requestAccessibilityPermission() {
 }
 
 void PermissionManager::openAccessibilitySettings() {
-    const QUrl url(QStringLiteral(
-        "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
-    if (url.isValid())
-        workspace_.openUrl(url);
+    workspace_.openSettingsPage(SettingsPage::accessibility);
 }
 
 } // namespace quillmender

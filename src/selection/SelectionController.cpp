@@ -14,7 +14,6 @@ using namespace std::chrono_literals;
 
 Q_LOGGING_CATEGORY(log, "quillmender.session", QtWarningMsg)
 
-constexpr quint32 noActivationOptions = 0;
 constexpr auto activationDelay = 120ms;
 constexpr auto copyPollInterval = 50ms;
 constexpr int copyPollAttempts = 6;
@@ -92,7 +91,7 @@ QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
 }
 
 QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere) {
-    workspace_.activate(session->sourceApp, noActivationOptions);
+    workspace_.activate(session->sourceApp);
     co_await clock_.sleepFor(activationDelay);
     if (isFocusElsewhere) {
         const FocusReading reading = co_await focusedText_.read(session->sourceApp);
@@ -198,7 +197,7 @@ QCoro::Task<bool> SelectionController::paste(SelectionSessionRef session, QStrin
     }
     const LentTextRef lent = target.text;
 
-    workspace_.activate(session->sourceApp, noActivationOptions);
+    workspace_.activate(session->sourceApp);
     co_await clock_.sleepFor(activationDelay);
     const bool replaces = co_await selectWhatGoes(session);
     if (!replaces) {

@@ -58,7 +58,7 @@ AboutView::AboutView(Theme &theme, const QString &version, QWidget *parent)
 
 void AboutView::addName(QVBoxLayout *stack) {
     auto *symbol = new SymbolView(theme_, symbolSize);
-    symbol->setSymbol(QStringLiteral("text.quote"));
+    symbol->setSymbol(programSymbol);
     auto *row = new QHBoxLayout;
     row->setSpacing(10);
     row->addWidget(symbol, 0, Qt::AlignVCenter);

@@ -10,9 +10,9 @@ constexpr QSize contentSize(520, 420);
 } // namespace
 
 AboutWindowController::AboutWindowController(const QString &version, Theme &theme,
-                                             Presence &presence)
+                                             OwnWindows &ownWindows)
     : window_(std::make_unique<HostedWindow>(QStringLiteral("About Quillmender"), contentSize,
-                                             new AboutView(theme, version), presence)) {}
+                                             new AboutView(theme, version), ownWindows)) {}
 
 AboutWindowController::~AboutWindowController() = default;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/OwnWindows.h"
 #include "ui/Theme.h"
 
 #include <memory>
@@ -12,8 +12,8 @@ class HostedWindow;
 /// Owns the one about window. It is made once and reused; closing only hides it.
 class AboutWindowController {
   public:
-    /// Theme and presence outlive the controller.
-    AboutWindowController(const QString &version, Theme &theme, Presence &presence);
+    /// Theme and own windows outlive the controller.
+    AboutWindowController(const QString &version, Theme &theme, OwnWindows &ownWindows);
     AboutWindowController(const AboutWindowController &) = delete;
     AboutWindowController &operator=(const AboutWindowController &) = delete;
     ~AboutWindowController();

@@ -41,12 +41,12 @@ QScreen *screenShowing(const DesktopRect &window) {
 } // namespace
 
 ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &theme,
-                                             Presence &presence)
-    : presence_(presence),
+                                             OwnWindows &ownWindows)
+    : ownWindows_(ownWindows),
       view_(new ActionPickerView(model, theme, {GridColumn(), GridColumn()})),
       panel_(std::make_unique<ActionPanel>(view_)) {
     QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
-                     [this] { presence_.applyPanelAttributes(panel_->winId()); });
+                     [this] { ownWindows_.applyPanelAttributes(panel_->windowHandle()); });
     ActionPanelController::centre(std::nullopt);
 }
 
@@ -66,7 +66,7 @@ void ActionPanelController::makeKeyAndOrderFront() {
     panel_->show();
     panel_->raise();
     panel_->activateWindow();
-    presence_.activateWindow(panel_->winId());
+    ownWindows_.activate(panel_->windowHandle());
     // A panel that was hidden only for a moment never lost the focus of the window system, and the
     // toolkit then misses that it is the active window again.
     if (QGuiApplication::focusWindow() == panel_->windowHandle())
@@ -76,7 +76,24 @@ void ActionPanelController::makeKeyAndOrderFront() {
 }
 
 void ActionPanelController::orderOut() {
+    if (const auto aside = aside_.lock())
+        aside->stayAway();
     panel_->hide();
+}
+
+std::shared_ptr<SteppedAside> ActionPanelController::stepAside() {
+    std::shared_ptr<SteppedAside> aside = aside_.lock();
+    // Another write-back has hidden it: it comes back when both have ended.
+    if (!panel_->isVisible())
+        return aside;
+    if (aside)
+        aside->stayAway();
+    aside = ownWindows_.stepAside(panel_->windowHandle());
+    aside_ = aside;
+    // A widget whose window alone was hidden counts as shown, and could not be shown again.
+    if (aside)
+        panel_->hide();
+    return aside;
 }
 
 bool ActionPanelController::isVisible() const {

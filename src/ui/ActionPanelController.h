@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/OwnWindows.h"
 #include "ui/PickerPanel.h"
 #include "ui/Theme.h"
 
@@ -16,8 +17,8 @@ class ActionPickerView;
 /// out, never destroyed, when it is closed.
 class ActionPanelController : public PickerPanel {
   public:
-    /// Model, theme and presence outlive the controller.
-    ActionPanelController(ActionPickerModel &model, Theme &theme, Presence &presence);
+    /// Model, theme and own windows outlive the controller.
+    ActionPanelController(ActionPickerModel &model, Theme &theme, OwnWindows &ownWindows);
     ~ActionPanelController() override;
 
     /// Centres the panel on the screen that shows most of that window (device pixels); without one,
@@ -28,15 +29,17 @@ class ActionPanelController : public PickerPanel {
     void makeKeyAndOrderFront() override;
 
     void orderOut() override;
+    std::shared_ptr<SteppedAside> stepAside() override;
 
     bool isVisible() const;
     ActionPanel *panel() const { return panel_.get(); }
     ActionPickerView *view() const { return view_; }
 
   private:
-    Presence &presence_;
+    OwnWindows &ownWindows_;
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;
+    std::weak_ptr<SteppedAside> aside_;
 };
 
 } // namespace quillmender

@@ -20,11 +20,11 @@ constexpr int windowWidth = 460;
 } // namespace
 
 AlertWindow::AlertWindow(const Alert &alert, std::function<void(int)> answered, Theme &theme,
-                         Presence &presence)
+                         OwnWindows &ownWindows)
     : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
       answered_(std::move(answered)),
-      presence_(presence) {
+      ownWindows_(ownWindows) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(alert.messageText);
     setAccessibleDescription(alert.informativeText);
@@ -33,7 +33,7 @@ AlertWindow::AlertWindow(const Alert &alert, std::function<void(int)> answered, 
 
 void AlertWindow::build(const Alert &alert, Theme &theme) {
     auto *symbol = new SymbolView(theme, symbolSize, this);
-    symbol->setSymbol(QStringLiteral("text.quote"));
+    symbol->setSymbol(programSymbol);
     auto *message = new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this);
     message->show(alert.messageText);
     auto *information = new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, this);
@@ -81,7 +81,7 @@ void AlertWindow::makeKeyAndOrderFront() {
     show();
     raise();
     activateWindow();
-    presence_.activateWindow(winId());
+    ownWindows_.activate(windowHandle());
 }
 
 void AlertWindow::done(int button) {

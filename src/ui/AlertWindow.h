@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/OwnWindows.h"
 #include "ui/Alert.h"
 #include "ui/Theme.h"
 
@@ -19,9 +19,9 @@ class AlertWindow : public QDialog {
 
   public:
     /// `answered` is called once, with the index of the button, when the window has gone. Theme and
-    /// presence outlive it.
+    /// own windows outlive it.
     AlertWindow(const Alert &alert, std::function<void(int)> answered, Theme &theme,
-                Presence &presence);
+                OwnWindows &ownWindows);
 
     /// Shows it in the middle of the screen with the pointer, with the keyboard focus.
     void makeKeyAndOrderFront();
@@ -36,7 +36,7 @@ class AlertWindow : public QDialog {
     void build(const Alert &alert, Theme &theme);
 
     std::function<void(int)> answered_;
-    Presence &presence_;
+    OwnWindows &ownWindows_;
     QList<PushButton *> buttons_;
 };
 

@@ -1,5 +1,7 @@
 #include "ui/Colors.h"
 
+#include "platform/Appearance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,7 +9,6 @@ namespace quillmender {
 
 namespace {
 
-constexpr quint32 houseAccent = 0x4a5bd4;
 constexpr double markContrast = 4.5;
 
 double linear(float channel) {
@@ -51,7 +52,7 @@ double contrast(const QColor &a, const QColor &b) {
     return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 
-Colors Colors::make(bool dark, std::optional<quint32> accent) {
+Colors Colors::make(bool dark, std::optional<QColor> accent) {
     Colors colors;
     if (dark) {
         colors.window = QColor(0x1d, 0x1d, 0x21);
@@ -76,7 +77,7 @@ Colors Colors::make(bool dark, std::optional<quint32> accent) {
         colors.control = QColor(0xff, 0xff, 0xff);
         colors.controlOutline = QColor(0, 0, 0, 36);
     }
-    colors.accent = QColor::fromRgb(accent.value_or(houseAccent));
+    colors.accent = accent.value_or(QColor::fromRgb(houseAccent));
     colors.accentMark = visibleOn(colors.accent, dark ? colors.card : colors.window,
                                   dark ? QColor(Qt::white) : QColor(Qt::black));
     const QColor ink(0x16, 0x16, 0x1a);

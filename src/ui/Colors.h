@@ -24,7 +24,7 @@ struct Colors {
     QColor onAccent;   ///< text on a surface of the accent
 
     /// The house accent stands in for an absent one.
-    static Colors make(bool dark, std::optional<quint32> accent);
+    static Colors make(bool dark, std::optional<QColor> accent);
 };
 
 /// The colour at a fraction of its opacity.

@@ -27,12 +27,12 @@ QWidget *shownPanel() {
 } // namespace
 
 HostedWindow::HostedWindow(const QString &title, QSize contentSize, QWidget *content,
-                           Presence &presence)
+                           OwnWindows &ownWindows)
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                            Qt::WindowCloseButtonHint),
       contentSize_(contentSize),
-      presence_(presence) {
+      ownWindows_(ownWindows) {
     setWindowTitle(title);
     setAttribute(Qt::WA_QuitOnClose, false);
     auto *layout = new QVBoxLayout(this);
@@ -55,7 +55,7 @@ QWidget *HostedWindow::sheet() const {
 }
 
 void HostedWindow::floatWith(QWidget *panel) {
-    winId();
+    create();
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, panel != nullptr);
     if (panel)
         panel->installEventFilter(this);
@@ -64,7 +64,7 @@ void HostedWindow::floatWith(QWidget *panel) {
 bool HostedWindow::event(QEvent *event) {
     const bool handled = QWidget::event(event);
     if (event->type() == QEvent::WinIdChange && internalWinId() != 0)
-        presence_.applyWindowAttributes(internalWinId());
+        ownWindows_.applyWindowAttributes(windowHandle());
     if (event->type() == QEvent::Hide && !event->spontaneous())
         releasePixels(*this);
     return handled;
@@ -86,7 +86,7 @@ void HostedWindow::makeKeyAndOrderFront() {
     QWidget *front = sheet() ? sheet() : this;
     front->raise();
     front->activateWindow();
-    presence_.activateWindow(front->winId());
+    ownWindows_.activate(front->windowHandle());
     // A window that was hidden only for a moment never lost the focus of the window system, and
     // the toolkit then misses that it is the active window again.
     if (QGuiApplication::focusWindow() == front->windowHandle())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/OwnWindows.h"
 
 #include <QWidget>
 
@@ -12,8 +12,8 @@ class HostedWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// Takes the content; the presence outlives the window.
-    HostedWindow(const QString &title, QSize contentSize, QWidget *content, Presence &presence);
+    /// Takes the content; the own windows outlive this one.
+    HostedWindow(const QString &title, QSize contentSize, QWidget *content, OwnWindows &ownWindows);
 
     /// Centres the window on the screen with the pointer.
     void centre();
@@ -34,7 +34,7 @@ class HostedWindow : public QWidget {
     QWidget *sheet() const;
 
     QSize contentSize_;
-    Presence &presence_;
+    OwnWindows &ownWindows_;
 };
 
 } // namespace quillmender

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/OwnWindows.h"
 #include "platform/Workspace.h"
 
+#include <memory>
 #include <optional>
 
 namespace quillmender {
@@ -22,6 +24,12 @@ class PickerPanel {
 
     /// Hides the panel and keeps it for the next session.
     virtual void orderOut() = 0;
+
+    /// Hides a panel that is shown while text is written back, where the source application gets
+    /// the focus only then. It comes back with the end of what is returned, unless that was told
+    /// that the text is written, or the panel was ordered out meanwhile. Null where nothing is
+    /// hidden.
+    virtual std::shared_ptr<SteppedAside> stepAside() = 0;
 };
 
 } // namespace quillmender

@@ -11,11 +11,11 @@ constexpr QSize contentSize(760, 820);
 
 SettingsWindowController::SettingsWindowController(SettingsStore &store,
                                                    PermissionManager &permissionManager,
-                                                   Theme &theme, Presence &presence)
+                                                   Theme &theme, OwnWindows &ownWindows)
     : view_(new SettingsView(
           store, permissionManager, [this] { window_->close(); }, theme)),
       window_(std::make_unique<HostedWindow>(QStringLiteral("Quillmender Settings"), contentSize,
-                                             view_, presence)) {}
+                                             view_, ownWindows)) {}
 
 SettingsWindowController::~SettingsWindowController() = default;
 

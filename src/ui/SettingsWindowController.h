@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/OwnWindows.h"
 #include "selection/PermissionManager.h"
 #include "settings/SettingsStore.h"
 #include "ui/Theme.h"
@@ -17,7 +17,7 @@ class SettingsWindowController {
   public:
     /// Everything referred to outlives the controller.
     SettingsWindowController(SettingsStore &store, PermissionManager &permissionManager,
-                             Theme &theme, Presence &presence);
+                             Theme &theme, OwnWindows &ownWindows);
     SettingsWindowController(const SettingsWindowController &) = delete;
     SettingsWindowController &operator=(const SettingsWindowController &) = delete;
     ~SettingsWindowController();

@@ -1,7 +1,6 @@
 #include "ui/Theme.h"
 
 #include <QApplication>
-#include <QImage>
 #include <QPalette>
 
 #include <cmath>
@@ -33,43 +32,39 @@ QPalette paletteOf(const Colors &colors) {
 
 } // namespace
 
-Theme::Theme(Presence &presence)
-    : presence_(presence),
+Theme::Theme(Appearance &appearance, Symbols &symbols)
+    : appearance_(appearance),
+      symbols_(symbols),
       desktopIsDark_(QGuiApplication::palette().color(QPalette::Window).lightness() < 128) {
-    presence_.onAppearanceChange([this] { follow(); });
+    appearance_.onChange([this] { follow(); });
     follow();
 }
 
 Theme::~Theme() {
-    presence_.onAppearanceChange({});
+    appearance_.onChange({});
 }
 
 QPixmap Theme::symbol(const QString &name, int size, double devicePixelRatio, const QColor &color) {
     const int pixels = int(std::lround(size * devicePixelRatio));
     const QString key =
         QStringLiteral("%1/%2/%3").arg(name).arg(pixels).arg(color.rgba(), 8, 16, QChar(u'0'));
-    const auto known = symbols_.constFind(key);
-    if (known != symbols_.constEnd())
+    const auto known = drawn_.constFind(key);
+    if (known != drawn_.constEnd())
         return *known;
-    QPixmap pixmap;
-    const QByteArray pixelData = presence_.symbolImage(name, pixels, color.rgba());
-    if (pixelData.size() == qsizetype(pixels) * pixels * 4) {
-        const QImage image(reinterpret_cast<const uchar *>(pixelData.constData()), pixels, pixels,
-                           qsizetype{pixels} * 4, QImage::Format_ARGB32_Premultiplied);
-        pixmap = QPixmap::fromImage(image.copy());
+    QPixmap pixmap = QPixmap::fromImage(symbols_.image(name, pixels, color));
+    if (!pixmap.isNull())
         pixmap.setDevicePixelRatio(devicePixelRatio);
-    }
-    symbols_.insert(key, pixmap);
+    drawn_.insert(key, pixmap);
     return pixmap;
 }
 
 void Theme::follow() {
-    const Appearance appearance = presence_.appearance();
-    const bool dark = appearance.colorScheme == ColorScheme::noPreference
+    const DesktopColors desktop = appearance_.colors();
+    const bool dark = desktop.scheme == ColorScheme::noPreference
                           ? desktopIsDark_
-                          : appearance.colorScheme == ColorScheme::dark;
-    colors_ = Colors::make(dark, appearance.accentColor);
-    symbols_.clear();
+                          : desktop.scheme == ColorScheme::dark;
+    colors_ = Colors::make(dark, desktop.accent);
+    drawn_.clear();
     QApplication::setPalette(paletteOf(colors_));
     Q_EMIT changed();
 }

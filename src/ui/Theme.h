@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/Appearance.h"
+#include "platform/Symbols.h"
 #include "ui/Colors.h"
 
 #include <QHash>
@@ -15,8 +16,8 @@ class Theme : public QObject {
     Q_OBJECT
 
   public:
-    /// Takes the presence's one appearance listener; the presence outlives the theme.
-    explicit Theme(Presence &presence);
+    /// Takes the appearance's one listener. Both outlive the theme.
+    Theme(Appearance &appearance, Symbols &symbols);
     ~Theme() override;
 
     const Colors &colors() const { return colors_; }
@@ -31,10 +32,11 @@ class Theme : public QObject {
   private:
     void follow();
 
-    Presence &presence_;
+    Appearance &appearance_;
+    Symbols &symbols_;
     bool desktopIsDark_;
     Colors colors_;
-    QHash<QString, QPixmap> symbols_;
+    QHash<QString, QPixmap> drawn_;
 };
 
 } // namespace quillmender

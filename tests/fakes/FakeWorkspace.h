@@ -13,16 +13,20 @@ class FakeWorkspace : public Workspace {
         log_->append(QStringLiteral("frontmostApplication"));
         return frontmost;
     }
-    bool activate(RunningApplicationRef application, quint32 options) override {
-        log_->append(QStringLiteral("activate %1 options %2")
-                         .arg(application == frontmost ? QStringLiteral("source")
-                                                       : QStringLiteral("another"))
-                         .arg(options));
+    bool activate(RunningApplicationRef application) override {
+        log_->append(application == frontmost ? QStringLiteral("activate source")
+                                              : QStringLiteral("activate another"));
         return true;
     }
     std::optional<DesktopRect> windowFrame(RunningApplicationRef) override { return std::nullopt; }
     bool openUrl(const QUrl &url) override {
         log_->append(QStringLiteral("openUrl ") + url.toString());
+        return true;
+    }
+    bool openSettingsPage(SettingsPage page) override {
+        log_->append(page == SettingsPage::accessibility
+                         ? QStringLiteral("openSettingsPage accessibility")
+                         : QStringLiteral("openSettingsPage another"));
         return true;
     }
 

@@ -1,6 +1,6 @@
 #include "FrameworksTest.h"
 #include "doubles/appkit/SystemColors.h"
-#include "platform/macos/MacPresence.h"
+#include "platform/macos/MacAppearance.h"
 
 namespace quillmender {
 
@@ -11,46 +11,46 @@ using doubles::AccentColor;
 class AppearanceTest : public FrameworksTest {
   protected:
     doubles::SystemColors &system = doubles::SystemColors::shared();
-    MacPresence presence;
+    MacAppearance appearance;
 };
 
 } // namespace
 
 TEST_F(AppearanceTest, SchemeIsTheApplications) {
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::light);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::light);
     system.isDark = true;
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::dark);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::dark);
     system.hasNoAppearance = true;
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::noPreference);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::noPreference);
 }
 
 TEST_F(AppearanceTest, AccentIsRoundedIntoBytes) {
-    EXPECT_EQ(presence.appearance().accentColor, std::nullopt);
+    EXPECT_EQ(appearance.colors().accent, std::nullopt);
     system.accent = AccentColor{0.0, 122.4 / 255, 1.0};
-    EXPECT_EQ(presence.appearance().accentColor, 0x007affU);
+    EXPECT_EQ(appearance.colors().accent, QColor(0x007aff));
     system.accent = AccentColor{1.02, -0.01, 0.5};
-    EXPECT_EQ(presence.appearance().accentColor, 0xff0080U);
+    EXPECT_EQ(appearance.colors().accent, QColor(0xff0080));
 }
 
 TEST_F(AppearanceTest, ListenerIsToldOfEachChangeAndReadsTheNewColors) {
     system.becomeDark(true);
-    QList<Appearance> seen;
-    presence.onAppearanceChange([&] { seen.append(presence.appearance()); });
+    QList<DesktopColors> seen;
+    appearance.onChange([&] { seen.append(appearance.colors()); });
     system.becomeDark(false);
     system.changeAccent(AccentColor{1, 0, 0});
     ASSERT_EQ(seen.size(), 2);
-    EXPECT_EQ(seen[0].colorScheme, ColorScheme::light);
-    EXPECT_EQ(seen[1].accentColor, 0xff0000U);
-    presence.onAppearanceChange({});
+    EXPECT_EQ(seen[0].scheme, ColorScheme::light);
+    EXPECT_EQ(seen[1].accent, QColor(0xff0000));
+    appearance.onChange({});
     system.becomeDark(true);
     EXPECT_EQ(seen.size(), 2);
 }
 
-TEST_F(AppearanceTest, NobodyIsToldOnceThePresenceHasGone) {
+TEST_F(AppearanceTest, NobodyIsToldOnceItHasGone) {
     int told = 0;
     {
-        MacPresence shortLived;
-        shortLived.onAppearanceChange([&] { ++told; });
+        MacAppearance shortLived;
+        shortLived.onChange([&] { ++told; });
     }
     system.becomeDark(true);
     system.changeAccent(std::nullopt);

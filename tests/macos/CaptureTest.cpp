@@ -16,7 +16,7 @@ class CaptureTest : public SelectionTest {
         QStringLiteral("AXUIElementCopyAttributeValue system-wide AXFocusedUIElement"),
     };
     const QStringList copyChord = {
-        QStringLiteral("activate source options 0"),
+        QStringLiteral("activate source"),
         QStringLiteral("sleep 120"),
         QStringLiteral("CGEventSourceCreate 0"),
         QStringLiteral("CGEventCreateKeyboardEvent 8 down"),

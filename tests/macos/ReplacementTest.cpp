@@ -84,7 +84,7 @@ TEST_F(ReplacementTest, pastesInTheFixedOrder) {
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("pasteboard.clear"),
                         QStringLiteral("pasteboard.setString answer"),
-                        QStringLiteral("activate source options 0"),
+                        QStringLiteral("activate source"),
                         QStringLiteral("sleep 120"),
                         QStringLiteral("CGEventSourceCreate 0"),
                         QStringLiteral("CGEventCreateKeyboardEvent 9 down"),

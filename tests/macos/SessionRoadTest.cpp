@@ -29,7 +29,8 @@ TEST_F(SessionRoadTest, EveryServiceIsMade) {
     EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets &&
                 platform->loginItem && platform->workspace && platform->accessibility &&
                 platform->pasteboard && platform->keyEvents && platform->hotKeys &&
-                platform->presence);
+                platform->ownWindows && platform->symbols && platform->appearance &&
+                platform->statusItem);
     EXPECT_EQ(platform->instance->claim([](const QString &) {}).outcome,
               InstanceClaim::Outcome::held);
     EXPECT_EQ(platform->bundleVersion, std::nullopt);
@@ -38,7 +39,7 @@ TEST_F(SessionRoadTest, EveryServiceIsMade) {
 }
 
 TEST_F(SessionRoadTest, LaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
-    platform->presence->setAccessoryPolicy();
+    platform->ownWindows->setAccessoryPolicy();
     coordinator->start();
     const QStringList calls = taken();
     ASSERT_EQ(calls.size(), 6) << joined(calls);

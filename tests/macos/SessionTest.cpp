@@ -4,12 +4,15 @@
 #include "doubles/cf/Preferences.h"
 #include "doubles/security/Keychain.h"
 #include "fakes/FakeLoginItem.h"
-#include "fakes/FakePresence.h"
+#include "fakes/FakeStatusItem.h"
 #include "fakes/FakeTransport.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacSecrets.h"
 #include "platform/macos/MacUserDefaults.h"
+#include "platform/none/NoneAppearance.h"
 #include "platform/none/NoneInstance.h"
+#include "platform/none/NoneOwnWindows.h"
+#include "platform/none/NoneSymbols.h"
 
 #include <QTest>
 
@@ -22,6 +25,7 @@ class QuietPanel : public PickerPanel {
     void centre(std::optional<DesktopRect>) override {}
     void makeKeyAndOrderFront() override { isVisible_ = true; }
     void orderOut() override { isVisible_ = false; }
+    std::shared_ptr<SteppedAside> stepAside() override { return nullptr; }
 
   private:
     bool &isVisible_;
@@ -45,7 +49,10 @@ class SessionTest : public SelectionTest {
         platform.pasteboard = std::move(general);
         platform.keyEvents = std::make_unique<MacKeyEvents>();
         platform.hotKeys = std::make_unique<MacHotKeys>();
-        platform.presence = std::make_unique<fakes::FakePresence>(log);
+        platform.ownWindows = std::make_unique<NoneOwnWindows>();
+        platform.symbols = std::make_unique<NoneSymbols>();
+        platform.appearance = std::make_unique<NoneAppearance>();
+        platform.statusItem = std::make_unique<fakes::FakeStatusItem>(log);
 
         WindowFactory windows;
         windows.pickerPanel = [this](ActionPickerModel &) {

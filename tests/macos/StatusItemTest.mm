@@ -1,6 +1,6 @@
 #include "FrameworksTest.h"
 #include "doubles/appkit/StatusArea.h"
-#include "platform/macos/MacPresence.h"
+#include "platform/macos/MacStatusItem.h"
 
 namespace quillmender {
 
@@ -11,36 +11,34 @@ using testing::ElementsAre;
 
 class StatusItemTest : public FrameworksTest {
   protected:
-    StatusItem item() {
-        StatusItem made;
+    StatusItemContents contents() {
+        StatusItemContents made;
         made.symbol = QStringLiteral("text.quote");
         made.accessibilityDescription = QStringLiteral("Quillmender");
         made.toolTip = QStringLiteral("The tip");
-        made.menu = {{QStringLiteral("Transform"), QStringLiteral(" "),
-                      controlModifier | optionModifier, false, [this] { chosen.append(0); }},
-                     {QStringLiteral("Settings"), QStringLiteral(","), commandModifier, false,
-                      [this] { chosen.append(1); }},
-                     {QStringLiteral("Download"), {}, 0, true, {}}};
+        made.menu = {
+            {QStringLiteral("Transform"),
+             QKeyCombination(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space), false,
+             [this] { chosen.append(0); }},
+            {QStringLiteral("Settings"), QKeyCombination(Qt::MetaModifier, Qt::Key_Comma), false,
+             [this] { chosen.append(1); }},
+            {QStringLiteral("Download"), std::nullopt, true, {}},
+            {QStringLiteral("Quit"), QKeyCombination(Qt::MetaModifier, Qt::Key_Q), false, {}}};
         return made;
     }
 
     StatusArea &area = StatusArea::shared();
-    MacPresence presence;
+    MacStatusItem item;
     QList<int> chosen;
 };
 
 } // namespace
 
-TEST_F(StatusItemTest, AccessoryPolicyIsSet) {
-    presence.setAccessoryPolicy();
-    EXPECT_THAT(calls(), ElementsAre("NSApplication setActivationPolicy 1"));
-}
-
 TEST_F(StatusItemTest, IsMadeWithVariableLengthThenItsImageThenItsMenu) {
-    presence.showStatusItem(item());
+    item.show(contents());
     EXPECT_THAT(calls(), ElementsAre("NSStatusBar statusItemWithLength -1",
                                      "NSImage imageWithSystemSymbolName text.quote Quillmender",
-                                     "NSStatusItem setMenu 3"));
+                                     "NSStatusItem setMenu 4"));
     EXPECT_EQ(area.itemCount(), 1);
     EXPECT_EQ(area.length(), -1);
     EXPECT_EQ(area.symbol(), "text.quote");
@@ -49,9 +47,9 @@ TEST_F(StatusItemTest, IsMadeWithVariableLengthThenItsImageThenItsMenu) {
 }
 
 TEST_F(StatusItemTest, MenuHasItsKeysModifiersAndHiddenItem) {
-    presence.showStatusItem(item());
+    item.show(contents());
     const auto menu = area.menu();
-    ASSERT_EQ(menu.size(), 3U);
+    ASSERT_EQ(menu.size(), 4U);
     EXPECT_EQ(menu[0].title, "Transform");
     EXPECT_EQ(menu[0].keyEquivalent, " ");
     EXPECT_EQ(menu[0].modifiers, 0xC0000U);
@@ -61,10 +59,12 @@ TEST_F(StatusItemTest, MenuHasItsKeysModifiersAndHiddenItem) {
     EXPECT_EQ(menu[2].keyEquivalent, "");
     EXPECT_EQ(menu[2].modifiers, 0U);
     EXPECT_TRUE(menu[2].hidden);
+    EXPECT_EQ(menu[3].keyEquivalent, "q") << "a capital letter would want Shift";
+    EXPECT_EQ(menu[3].modifiers, 0x100000U);
 }
 
 TEST_F(StatusItemTest, ChosenItemRunsItsOwnHandler) {
-    presence.showStatusItem(item());
+    item.show(contents());
     EXPECT_TRUE(area.choose(1));
     EXPECT_TRUE(area.choose(0));
     EXPECT_TRUE(area.choose(2)) << "without a handler nothing happens";
@@ -73,12 +73,12 @@ TEST_F(StatusItemTest, ChosenItemRunsItsOwnHandler) {
 
 TEST_F(StatusItemTest, HandlerMayReplaceTheMenuThatItIsIn) {
     {
-        StatusItem first = item();
+        StatusItemContents first = contents();
         first.menu[0].handler = [this, own = QList<int>({7, 8})] {
-            presence.showStatusItem(item());
+            item.show(contents());
             chosen = own;
         };
-        presence.showStatusItem(first);
+        item.show(first);
     }
     EXPECT_TRUE(area.choose(0));
     EXPECT_EQ(chosen, QList<int>({7, 8}));
@@ -86,11 +86,11 @@ TEST_F(StatusItemTest, HandlerMayReplaceTheMenuThatItIsIn) {
 }
 
 TEST_F(StatusItemTest, UpdateRetitlesAndShowsOneItem) {
-    presence.updateStatusMenuItem(2, QStringLiteral("early"), false);
-    presence.showStatusItem(item());
-    presence.updateStatusMenuItem(2, QStringLiteral("Download Quillmender 2.0"), false);
-    presence.updateStatusMenuItem(3, QStringLiteral("beyond"), false);
-    presence.updateStatusMenuItem(-1, QStringLiteral("before"), false);
+    item.updateMenuItem(2, QStringLiteral("early"), false);
+    item.show(contents());
+    item.updateMenuItem(2, QStringLiteral("Download Quillmender 2.0"), false);
+    item.updateMenuItem(4, QStringLiteral("beyond"), false);
+    item.updateMenuItem(-1, QStringLiteral("before"), false);
     EXPECT_EQ(area.menu()[2].title, "Download Quillmender 2.0");
     EXPECT_FALSE(area.menu()[2].hidden);
     EXPECT_EQ(area.menu()[0].title, "Transform");
@@ -98,25 +98,25 @@ TEST_F(StatusItemTest, UpdateRetitlesAndShowsOneItem) {
 
 TEST_F(StatusItemTest, ItemWithoutButtonStillHasItsMenu) {
     area.hasNoButtons = true;
-    presence.showStatusItem(item());
+    item.show(contents());
     EXPECT_THAT(calls(),
-                ElementsAre("NSStatusBar statusItemWithLength -1", "NSStatusItem setMenu 3"));
-    EXPECT_EQ(area.menu().size(), 3U);
+                ElementsAre("NSStatusBar statusItemWithLength -1", "NSStatusItem setMenu 4"));
+    EXPECT_EQ(area.menu().size(), 4U);
 }
 
 TEST_F(StatusItemTest, AnotherItemTakesThePlaceOfTheFirst) {
-    presence.showStatusItem(item());
-    StatusItem other = item();
+    item.show(contents());
+    StatusItemContents other = contents();
     other.toolTip = QStringLiteral("Other");
-    presence.showStatusItem(other);
+    item.show(other);
     EXPECT_EQ(area.itemCount(), 1);
     EXPECT_EQ(area.toolTip(), "Other");
 }
 
-TEST_F(StatusItemTest, GoesWithThePresence) {
+TEST_F(StatusItemTest, GoesWithItsObject) {
     {
-        MacPresence shortLived;
-        shortLived.showStatusItem(item());
+        MacStatusItem shortLived;
+        shortLived.show(contents());
         EXPECT_EQ(area.itemCount(), 1);
         calls();
     }

@@ -30,6 +30,7 @@ class RecordedPanel : public PickerPanel {
         log_->append(QStringLiteral("panel makeKeyAndOrderFront"));
     }
     void orderOut() override { log_->append(QStringLiteral("panel orderOut")); }
+    std::shared_ptr<SteppedAside> stepAside() override { return nullptr; }
 
   private:
     fakes::CallLog log_;

@@ -1,6 +1,11 @@
 #include "FrameworksTest.h"
 #include "doubles/appkit/ToolkitWindow.h"
-#include "platform/macos/MacPresence.h"
+#include "platform/macos/MacOwnWindows.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <optional>
 
 namespace quillmender {
 
@@ -15,6 +20,13 @@ constexpr unsigned long zoomButton = 2;
 
 class WindowTest : public FrameworksTest {
   protected:
+    // The toolkit makes no window without it.
+    static void SetUpTestSuite() {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application.emplace(argumentCount, arguments);
+    }
+    static void TearDownTestSuite() { application.reset(); }
+
     static void expectPanel(const ToolkitWindow &panel) {
         EXPECT_EQ(panel.styleMask(), 32771U);
         EXPECT_TRUE(panel.isFloatingPanel());
@@ -45,43 +57,66 @@ class WindowTest : public FrameworksTest {
 
     ToolkitWindow panel{ToolkitWindow::Kind::panel, 620, 620};
     ToolkitWindow window{ToolkitWindow::Kind::window, 760, 820};
-    MacPresence presence;
+    QWindow panelHandle;
+    QWindow windowHandle;
+    MacOwnWindows ownWindows{[this](const QWindow &handle) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): as the toolkit hands the view out
+        return reinterpret_cast<NSView *>((&handle == &panelHandle ? panel : window).identifier());
+    }};
+
+  private:
+    static inline int argumentCount = 1;
+    static inline char name[] = "test";
+    static inline char *arguments[] = {name, nullptr};
+    static inline std::optional<QGuiApplication> application;
 };
 
 } // namespace
 
+TEST_F(WindowTest, AccessoryPolicyIsSet) {
+    ownWindows.setAccessoryPolicy();
+    EXPECT_THAT(calls(), ElementsAre("NSApplication setActivationPolicy 1"));
+}
+
+TEST_F(WindowTest, NothingStepsAsideForAWriteBack) {
+    ownWindows.applyPanelAttributes(&panelHandle);
+    calls();
+    EXPECT_EQ(ownWindows.stepAside(&panelHandle), nullptr);
+    EXPECT_THAT(calls(), ElementsAre());
+}
+
 TEST_F(WindowTest, PanelGetsItsAttributes) {
-    presence.applyPanelAttributes(panel.identifier());
+    ownWindows.applyPanelAttributes(&panelHandle);
     expectPanel(panel);
 }
 
 TEST_F(WindowTest, PanelThatIsAnOrdinaryWindowFloatsToo) {
-    presence.applyPanelAttributes(window.identifier());
+    ownWindows.applyPanelAttributes(&windowHandle);
     EXPECT_EQ(window.styleMask(), 32771U);
     EXPECT_EQ(window.level(), 3);
 }
 
 TEST_F(WindowTest, WindowGetsItsAttributes) {
-    presence.applyWindowAttributes(window.identifier());
+    ownWindows.applyWindowAttributes(&windowHandle);
     expectWindow(window);
 }
 
 TEST_F(WindowTest, ActivationComesBeforeTheWindowIsKey) {
-    presence.applyPanelAttributes(panel.identifier());
+    ownWindows.applyPanelAttributes(&panelHandle);
     calls();
-    presence.activateWindow(panel.identifier());
+    ownWindows.activate(&panelHandle);
     EXPECT_THAT(calls(), ElementsAre("NSApplication activateIgnoringOtherApps YES",
                                      "NSWindow makeKeyAndOrderFront style 32771"));
 }
 
 TEST_F(WindowTest, WindowMadeAnewHasItsAttributesWhenItIsShown) {
-    presence.applyPanelAttributes(panel.identifier());
-    presence.applyWindowAttributes(window.identifier());
+    ownWindows.applyPanelAttributes(&panelHandle);
+    ownWindows.applyWindowAttributes(&windowHandle);
     panel.makeNativeWindowAnew();
     window.makeNativeWindowAnew();
     calls();
-    presence.activateWindow(panel.identifier());
-    presence.activateWindow(window.identifier());
+    ownWindows.activate(&panelHandle);
+    ownWindows.activate(&windowHandle);
     EXPECT_THAT(calls(), ElementsAre("NSApplication activateIgnoringOtherApps YES",
                                      "NSWindow makeKeyAndOrderFront style 32771",
                                      "NSApplication activateIgnoringOtherApps YES",
@@ -92,15 +127,15 @@ TEST_F(WindowTest, WindowMadeAnewHasItsAttributesWhenItIsShown) {
 
 TEST_F(WindowTest, SheetIsShownAsItIs) {
     const unsigned long before = window.styleMask();
-    presence.activateWindow(window.identifier());
+    ownWindows.activate(&windowHandle);
     EXPECT_EQ(window.styleMask(), before);
     EXPECT_EQ(window.level(), 0);
 }
 
 TEST_F(WindowTest, ViewWithoutWindowIsLeftAlone) {
     panel.loseNativeWindow();
-    presence.applyPanelAttributes(panel.identifier());
-    presence.activateWindow(panel.identifier());
+    ownWindows.applyPanelAttributes(&panelHandle);
+    ownWindows.activate(&panelHandle);
     EXPECT_THAT(calls(), ElementsAre("NSApplication activateIgnoringOtherApps YES"));
 }
 

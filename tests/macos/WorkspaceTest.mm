@@ -54,11 +54,11 @@ TEST_F(WorkspaceTest, ActivationPassesTheEmptyOptionSet) {
     system.frontmost = 7;
     const RunningApplicationRef application = workspace.frontmostApplication();
     calls();
-    EXPECT_TRUE(workspace.activate(application, 0));
+    EXPECT_TRUE(workspace.activate(application));
     EXPECT_THAT(calls(), ElementsAre("NSRunningApplication 7 activateWithOptions 0"));
     system.terminated.insert(7);
-    EXPECT_FALSE(workspace.activate(application, 0));
-    EXPECT_FALSE(workspace.activate(nullptr, 0));
+    EXPECT_FALSE(workspace.activate(application));
+    EXPECT_FALSE(workspace.activate(nullptr));
 }
 
 TEST_F(WorkspaceTest, HandleOutlivesTheWorkspaceThatGaveIt) {
@@ -78,13 +78,17 @@ TEST_F(WorkspaceTest, PlacesNoWindowItself) {
 }
 
 TEST_F(WorkspaceTest, UrlIsOpenedAsItIsWritten) {
-    EXPECT_TRUE(workspace.openUrl(QUrl(QStringLiteral(
-        "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"))));
     EXPECT_TRUE(workspace.openUrl(QUrl(QStringLiteral("https://example.org/a%20b/\u00e9?q=1"))));
+    EXPECT_THAT(calls(), ElementsAre("NSWorkspace openURL https://example.org/a%20b/%C3%A9?q=1"));
+}
+
+TEST_F(WorkspaceTest, AccessibilityPageIsALinkIntoThePrivacySettings) {
+    EXPECT_TRUE(workspace.openSettingsPage(SettingsPage::accessibility));
     EXPECT_THAT(calls(),
                 ElementsAre("NSWorkspace openURL x-apple.systempreferences:com.apple.preference."
-                            "security?Privacy_Accessibility",
-                            "NSWorkspace openURL https://example.org/a%20b/%C3%A9?q=1"));
+                            "security?Privacy_Accessibility"));
+    system.opensUrls = false;
+    EXPECT_FALSE(workspace.openSettingsPage(SettingsPage::accessibility));
 }
 
 TEST_F(WorkspaceTest, UrlThatNobodyOpensIsTold) {

@@ -13,9 +13,9 @@ namespace {
 constexpr int settleMilliseconds = 60;
 } // namespace
 
-Photographer::Photographer(Theme &theme, Presence &presence, QString folder)
+Photographer::Photographer(Theme &theme, OwnWindows &ownWindows, QString folder)
     : theme_(theme),
-      presence_(presence),
+      ownWindows_(ownWindows),
       folder_(std::move(folder)),
       waiting_(galleryStates()) {}
 
@@ -32,7 +32,7 @@ void Photographer::showNext() {
     state_ = waiting_.takeFirst();
     model_ = std::make_unique<GalleryModel>();
     enterState(*model_, state_);
-    controller_ = std::make_unique<ActionPanelController>(*model_, theme_, presence_);
+    controller_ = std::make_unique<ActionPanelController>(*model_, theme_, ownWindows_);
     controller_->makeKeyAndOrderFront();
     QTimer::singleShot(settleMilliseconds, this, &Photographer::takePictures);
 }

@@ -15,7 +15,7 @@ class Photographer : public QObject {
     Q_OBJECT
 
   public:
-    Photographer(Theme &theme, Presence &presence, QString folder);
+    Photographer(Theme &theme, OwnWindows &ownWindows, QString folder);
 
     void start();
 
@@ -27,7 +27,7 @@ class Photographer : public QObject {
     void takePictures();
 
     Theme &theme_;
-    Presence &presence_;
+    OwnWindows &ownWindows_;
     QString folder_;
     QStringList waiting_;
     QString state_;

@@ -1,9 +1,9 @@
 // Shows the action picker in one made-up state, or writes pictures of all of them.
+#include "GalleryDesktop.h"
 #include "GalleryModel.h"
-#include "GalleryPresence.h"
 #include "Photographer.h"
 #include "States.h"
-#include "platform/linux/services/Symbols.h"
+#include "platform/linux/services/SymbolDrawings.h"
 #include "ui/ActionPanel.h"
 
 #include <QApplication>
@@ -61,23 +61,25 @@ int main(int argc, char **argv) {
     if (parser.isSet(symbols))
         return writeSymbolSheet(parser.value(symbols)) ? 0 : 1;
 
-    Appearance appearance;
-    appearance.colorScheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
+    DesktopColors colors;
+    colors.scheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
     if (parser.isSet(accent))
-        appearance.accentColor = parser.value(accent).toUInt(nullptr, 16);
-    GalleryPresence presence(appearance);
-    presence.setAccessoryPolicy();
-    Theme theme(presence);
+        colors.accent = QColor::fromRgb(parser.value(accent).toUInt(nullptr, 16));
+    GalleryAppearance appearance(colors);
+    DrawnSymbols drawings;
+    NoneOwnWindows ownWindows;
+    QApplication::setQuitOnLastWindowClosed(false);
+    Theme theme(appearance, drawings);
 
     if (parser.isSet(all)) {
-        Photographer photographer(theme, presence, parser.value(all));
+        Photographer photographer(theme, ownWindows, parser.value(all));
         QObject::connect(&photographer, &Photographer::finished, &QCoreApplication::quit);
         photographer.start();
         return QApplication::exec();
     }
     GalleryModel model;
     enterState(model, parser.value(state));
-    ActionPanelController controller(model, theme, presence);
+    ActionPanelController controller(model, theme, ownWindows);
     controller.makeKeyAndOrderFront();
     QTimer::singleShot(0, &model, [&] { scrollPanel(controller, parser.value(scroll).toInt()); });
     return QApplication::exec();

@@ -18,15 +18,15 @@ constexpr int settleMilliseconds = 120;
 constexpr int manyActions = 40;
 } // namespace
 
-WindowScenes::WindowScenes(Theme &theme, Presence &presence, QString folder)
+WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
     : folder_(std::move(folder)),
-      settings_(store_, permissions_, theme, presence),
-      about_(QStringLiteral("1.0.0"), theme, presence),
+      settings_(store_, permissions_, theme, ownWindows),
+      about_(QStringLiteral("1.0.0"), theme, ownWindows),
       alert_({QStringLiteral("Quillmender 1.4.2 is available"),
               QStringLiteral("A newer version of Quillmender has been published. Do you want to "
                              "download it now?"),
               {QStringLiteral("Download"), QStringLiteral("Later")}},
-             {}, theme, presence) {
+             {}, theme, ownWindows) {
     const auto settingsAt = [this](int percent) {
         return [this, percent]() -> QWidget * {
             scroll(percent);

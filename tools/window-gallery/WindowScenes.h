@@ -17,7 +17,7 @@ class WindowScenes : public QObject {
     Q_OBJECT
 
   public:
-    WindowScenes(Theme &theme, Presence &presence, QString folder);
+    WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder);
 
     void start();
 

@@ -1,6 +1,6 @@
 // Writes pictures of the settings, the action editor, About and an alert.
 #include "WindowScenes.h"
-#include "panel-gallery/GalleryPresence.h"
+#include "panel-gallery/GalleryDesktop.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -18,12 +18,14 @@ int main(int argc, char **argv) {
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(1);
 
-    Appearance appearance;
-    appearance.colorScheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
-    GalleryPresence presence(appearance);
-    presence.setAccessoryPolicy();
-    Theme theme(presence);
-    WindowScenes scenes(theme, presence, parser.positionalArguments().first());
+    DesktopColors colors;
+    colors.scheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
+    GalleryAppearance appearance(colors);
+    DrawnSymbols symbols;
+    NoneOwnWindows ownWindows;
+    QApplication::setQuitOnLastWindowClosed(false);
+    Theme theme(appearance, symbols);
+    WindowScenes scenes(theme, ownWindows, parser.positionalArguments().first());
     QObject::connect(&scenes, &WindowScenes::finished, &QCoreApplication::quit);
     scenes.start();
     return QApplication::exec();

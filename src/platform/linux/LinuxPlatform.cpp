@@ -1,19 +1,18 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
-#include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
+#include "platform/linux/WindowSystemServices.h"
 #include "platform/linux/services/AutostartLoginItem.h"
+#include "platform/linux/services/Badge.h"
 #include "platform/linux/services/DesktopInstance.h"
-#include "platform/linux/services/LinuxPresence.h"
 #include "platform/linux/services/SecretServiceSecrets.h"
+#include "platform/linux/services/DrawnSymbols.h"
+#include "platform/linux/services/PortalAppearance.h"
 #include "platform/linux/services/SettingsFile.h"
-#include "platform/linux/x11/X11Services.h"
-#include "platform/none/NoneHotKeys.h"
-#include "platform/none/NoneKeyEvents.h"
-#include "platform/none/NonePasteboard.h"
-#include "platform/none/NoneWorkspace.h"
+#include "platform/linux/services/TrayStatusItem.h"
 
+#include <QGuiApplication>
 #include <QLoggingCategory>
 
 namespace quillmender {
@@ -24,32 +23,24 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 
 // What the services refer to beyond each other.
 struct Shared {
-    NoFrontmostSource noFrontmost;
     AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
-    std::unique_ptr<X11Services> x11;
+    std::shared_ptr<void> windowSystem;
+    std::unique_ptr<FrontmostSource> frontmost;
+    std::unique_ptr<WindowSystemTray> tray;
 };
-
-void addWindowSystem(Platform &platform, Shared &shared) {
-    if (X11Services *x11 = shared.x11.get()) {
-        platform.workspace = std::move(x11->workspace);
-        platform.pasteboard = std::move(x11->pasteboard);
-        platform.keyEvents = std::move(x11->keyEvents);
-        platform.hotKeys = std::move(x11->hotKeys);
-    } else {
-        platform.workspace = std::make_unique<NoneWorkspace>();
-        platform.pasteboard = std::make_unique<NonePasteboard>();
-        platform.keyEvents = std::make_unique<NoneKeyEvents>();
-        platform.hotKeys = std::make_unique<NoneHotKeys>();
-    }
-}
 
 } // namespace
 
 std::unique_ptr<Platform> makePlatform() {
+    WindowSystemServices windowSystem = chooseWindowSystem(
+        QGuiApplication::platformName(), [] { return badge(QString(programSymbol)); });
+    qCInfo(log, "texts: AT-SPI");
+    qCInfo(log, "secrets: Secret Service");
+
     const auto shared = std::make_shared<Shared>();
-    shared->x11 = X11Services::create();
-    qCInfo(log, "window system: %s; accessibility: AT-SPI; secrets: Secret Service",
-           shared->x11 ? "X11" : "none");
+    shared->windowSystem = std::move(windowSystem.shared);
+    shared->frontmost = std::move(windowSystem.frontmost);
+    shared->tray = std::move(windowSystem.tray);
 
     auto platform = std::make_unique<Platform>();
     platform->shared = shared;
@@ -58,18 +49,19 @@ std::unique_ptr<Platform> makePlatform() {
     platform->userDefaults = std::make_unique<SettingsFile>();
     platform->secrets = std::make_unique<SecretServiceSecrets>();
     platform->loginItem = std::make_unique<AutostartLoginItem>();
-    addWindowSystem(*platform, *shared);
-
-    FrontmostSource *frontmost = &shared->noFrontmost;
-    WindowSystem *windowSystem = nullptr;
-    if (shared->x11) {
-        frontmost = shared->x11->frontmost.get();
-        windowSystem = shared->x11->windowSystem.get();
-    }
+    platform->workspace = std::move(windowSystem.workspace);
     platform->accessibilityAccess = std::make_unique<AtspiAccess>(shared->accessibilityBus);
     platform->focusedText =
-        std::make_unique<AtspiFocusedText>(*frontmost, shared->accessibilityBus);
-    platform->presence = std::make_unique<LinuxPresence>(windowSystem);
+        std::make_unique<AtspiFocusedText>(*shared->frontmost, shared->accessibilityBus);
+    platform->pasteboard = std::move(windowSystem.pasteboard);
+    platform->chords = std::move(windowSystem.chords);
+    platform->hotKeys = std::move(windowSystem.hotKeys);
+    platform->ownWindows = std::move(windowSystem.ownWindows);
+    platform->symbols = std::make_unique<DrawnSymbols>();
+    platform->appearance = std::make_unique<PortalAppearance>();
+    platform->statusItem =
+        std::make_unique<TrayStatusItem>(*platform->appearance, shared->tray.get());
+    platform->missing = std::move(windowSystem.missing);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;
 }

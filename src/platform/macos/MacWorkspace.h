@@ -16,9 +16,11 @@ class MacWorkspace : public Workspace {
     ~MacWorkspace() override;
 
     RunningApplicationRef frontmostApplication() override;
-    bool activate(RunningApplicationRef application, quint32 options) override;
+    /// With the empty option set.
+    bool activate(RunningApplicationRef application) override;
     std::optional<DesktopRect> windowFrame(RunningApplicationRef application) override;
     bool openUrl(const QUrl &url) override;
+    bool openSettingsPage(SettingsPage page) override;
 
   private:
     ObjcRef<NSWorkspace> workspace_;

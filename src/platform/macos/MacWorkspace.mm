@@ -5,6 +5,21 @@
 
 namespace quillmender {
 
+namespace {
+
+constexpr NSApplicationActivationOptions noOptions = 0;
+
+QUrl linkTo(SettingsPage page) {
+    switch (page) {
+    case SettingsPage::accessibility:
+        return QUrl(QStringLiteral(
+            "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
+    }
+    return {};
+}
+
+} // namespace
+
 MacWorkspace::MacWorkspace() {
     @autoreleasepool {
         workspace_ = ObjcRef<NSWorkspace>::retained([NSWorkspace sharedWorkspace]);
@@ -28,12 +43,12 @@ RunningApplicationRef MacWorkspace::frontmostApplication() {
     }
 }
 
-bool MacWorkspace::activate(RunningApplicationRef application, quint32 options) {
+bool MacWorkspace::activate(RunningApplicationRef application) {
     const auto *running = dynamic_cast<const MacRunningApplication *>(application.get());
     if (running == nullptr)
         return false;
     @autoreleasepool {
-        return [running->get() activateWithOptions:options];
+        return [running->get() activateWithOptions:noOptions];
     }
 }
 
@@ -49,6 +64,10 @@ bool MacWorkspace::openUrl(const QUrl &url) {
             return false;
         return [workspace_.get() openURL:target];
     }
+}
+
+bool MacWorkspace::openSettingsPage(SettingsPage page) {
+    return openUrl(linkTo(page));
 }
 
 } // namespace quillmender

@@ -3,13 +3,16 @@
 #include "platform/macos/BundleVersion.h"
 #include "platform/macos/MacAccessibilityAccess.h"
 #include "platform/macos/MacFocusedText.h"
+#include "platform/macos/MacAppearance.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacInstance.h"
 #include "platform/macos/MacKeyEvents.h"
 #include "platform/macos/MacLoginItem.h"
+#include "platform/macos/MacOwnWindows.h"
 #include "platform/macos/MacPasteboard.h"
-#include "platform/macos/MacPresence.h"
 #include "platform/macos/MacSecrets.h"
+#include "platform/macos/MacStatusItem.h"
+#include "platform/macos/MacSymbols.h"
 #include "platform/macos/MacUserDefaults.h"
 #include "platform/macos/MacWorkspace.h"
 
@@ -34,7 +37,10 @@ std::unique_ptr<Platform> makePlatform() {
     platform->pasteboard = std::make_unique<MacPasteboard>();
     platform->keyEvents = std::make_unique<MacKeyEvents>();
     platform->hotKeys = std::make_unique<MacHotKeys>();
-    platform->presence = std::make_unique<MacPresence>();
+    platform->ownWindows = std::make_unique<MacOwnWindows>();
+    platform->symbols = std::make_unique<MacSymbols>();
+    platform->appearance = std::make_unique<MacAppearance>();
+    platform->statusItem = std::make_unique<MacStatusItem>();
     platform->bundleVersion = bundleVersion();
     qCInfo(log, "window system: AppKit; accessibility: AX; secrets: keychain");
     return platform;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/StatusItem.h"
 
 #import <AppKit/AppKit.h>
 

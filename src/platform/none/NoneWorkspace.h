@@ -8,9 +8,10 @@ namespace quillmender {
 class NoneWorkspace : public Workspace {
   public:
     RunningApplicationRef frontmostApplication() override { return nullptr; }
-    bool activate(RunningApplicationRef, quint32) override { return false; }
+    bool activate(RunningApplicationRef) override { return false; }
     std::optional<DesktopRect> windowFrame(RunningApplicationRef) override { return std::nullopt; }
     bool openUrl(const QUrl &) override { return false; }
+    bool openSettingsPage(SettingsPage) override { return false; }
 };
 
 } // namespace quillmender

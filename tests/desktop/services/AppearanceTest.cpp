@@ -1,6 +1,7 @@
 #include "FakePortal.h"
-#include "platform/linux/services/LinuxPresence.h"
-#include "platform/linux/services/StatusMenu.h"
+#include "platform/linux/services/PortalAppearance.h"
+#include "platform/linux/services/TrayMenu.h"
+#include "platform/linux/services/TrayStatusItem.h"
 
 #include <QApplication>
 #include <QTest>
@@ -21,47 +22,47 @@ const QString accentKey = QStringLiteral("accent-color");
 
 TEST(AppearanceTest, IsReadAndFollowed) {
     FakePortal portal({{schemeKey, 1u}, {accentKey, FakePortal::accent(1, 0, 0.2)}});
-    LinuxPresence presence(nullptr);
+    PortalAppearance appearance;
     int changes = 0;
-    presence.onAppearanceChange([&changes] { ++changes; });
-    EXPECT_EQ(presence.appearance(), Appearance()) << "nothing waits for the portal";
+    appearance.onChange([&changes] { ++changes; });
+    EXPECT_EQ(appearance.colors(), DesktopColors()) << "nothing waits for the portal";
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }, deadline));
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::dark);
-    EXPECT_EQ(presence.appearance().accentColor, 0xff0033u);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::dark);
+    EXPECT_EQ(appearance.colors().accent, QColor(0xff0033));
 
     portal.change(schemeKey, 2u);
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 2; }, deadline));
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::light);
-    EXPECT_EQ(presence.appearance().accentColor, 0xff0033u);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::light);
+    EXPECT_EQ(appearance.colors().accent, QColor(0xff0033));
 
     portal.change(accentKey, FakePortal::accent(0, 1, 0));
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 3; }, deadline));
-    EXPECT_EQ(presence.appearance().accentColor, 0x00ff00u);
+    EXPECT_EQ(appearance.colors().accent, QColor(0x00ff00));
 
     portal.change(QStringLiteral("contrast"), 1u);
     portal.change(accentKey, FakePortal::accent(-1, -1, -1));
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 4; }, deadline));
-    EXPECT_EQ(presence.appearance().accentColor, std::nullopt);
+    EXPECT_EQ(appearance.colors().accent, std::nullopt);
 }
 
 TEST(AppearanceTest, MenuFollowsBeforeAnyWindowHasBeenShown) {
     FakePortal portal({{schemeKey, 1u}});
-    LinuxPresence presence(nullptr);
-    presence.showStatusItem({{}, {}, {}, {{QStringLiteral("Settings"), {}, 0, false, {}}}});
+    PortalAppearance appearance;
+    TrayStatusItem item(appearance, nullptr);
+    item.show({{}, {}, {}, {{QStringLiteral("Settings"), std::nullopt, false, {}}}});
     const QWidgetList widgets = QApplication::topLevelWidgets();
     const auto menu = std::find_if(widgets.begin(), widgets.end(), [](const QWidget *widget) {
-        return qobject_cast<const StatusMenu *>(widget) != nullptr;
+        return qobject_cast<const TrayMenu *>(widget) != nullptr;
     });
     ASSERT_NE(menu, widgets.end());
     const auto surfaceWhenOpened = [&] {
-        qobject_cast<StatusMenu *>(*menu)->popup({10, 10});
+        qobject_cast<TrayMenu *>(*menu)->popup({10, 10});
         const QColor surface = (*menu)->palette().color(QPalette::Window);
         (*menu)->close();
         return surface.lightness();
     };
     const auto hasScheme = [&](ColorScheme scheme) {
-        return QTest::qWaitFor([&] { return presence.appearance().colorScheme == scheme; },
-                               deadline);
+        return QTest::qWaitFor([&] { return appearance.colors().scheme == scheme; }, deadline);
     };
     EXPECT_TRUE(hasScheme(ColorScheme::dark));
     EXPECT_LT(surfaceWhenOpened(), 80);
@@ -72,25 +73,25 @@ TEST(AppearanceTest, MenuFollowsBeforeAnyWindowHasBeenShown) {
 
 TEST(AppearanceTest, ValuesOfTheWrongTypeAreNoPreference) {
     FakePortal portal({{schemeKey, QStringLiteral("dark")}, {accentKey, 7u}});
-    LinuxPresence presence(nullptr);
+    PortalAppearance appearance;
     int changes = 0;
-    presence.onAppearanceChange([&changes] { ++changes; });
+    appearance.onChange([&changes] { ++changes; });
     portal.change(schemeKey, 99u);
     portal.change(schemeKey, 1u);
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return presence.appearance().colorScheme == ColorScheme::dark; }, deadline));
-    EXPECT_EQ(presence.appearance().accentColor, std::nullopt);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return appearance.colors().scheme == ColorScheme::dark; }, deadline));
+    EXPECT_EQ(appearance.colors().accent, std::nullopt);
 }
 
 TEST(AppearanceTest, APortalThatComesLaterIsRead) {
-    LinuxPresence presence(nullptr);
+    PortalAppearance appearance;
     int changes = 0;
-    presence.onAppearanceChange([&changes] { ++changes; });
+    appearance.onChange([&changes] { ++changes; });
     QTest::qWait(0);
-    EXPECT_EQ(presence.appearance(), Appearance());
+    EXPECT_EQ(appearance.colors(), DesktopColors());
     const FakePortal portal({{schemeKey, 1u}});
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }, deadline));
-    EXPECT_EQ(presence.appearance().colorScheme, ColorScheme::dark);
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::dark);
 }
 
 } // namespace quillmender

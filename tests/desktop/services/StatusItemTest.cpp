@@ -1,5 +1,6 @@
 #include "FakeStatusWatcher.h"
-#include "platform/linux/services/LinuxPresence.h"
+#include "platform/linux/services/TrayStatusItem.h"
+#include "platform/none/NoneAppearance.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
@@ -12,21 +13,37 @@ namespace {
 
 constexpr int deadline = 10000;
 
-StatusItem item() {
+StatusItemContents contents() {
     return {QStringLiteral("text.quote"),
             QStringLiteral("Quillmender"),
             QStringLiteral("Quillmender"),
-            {{QStringLiteral("Transform"), QString(), 0, false, {}}}};
+            {{QStringLiteral("Transform"), std::nullopt, false, {}}}};
 }
+
+const QDBusConnection noBus(QStringLiteral("no such connection"));
+
+/// A window system's tray that is never there, and counts who looks.
+class FakeTray : public WindowSystemTray {
+  public:
+    bool isThere() override {
+        ++looks;
+        return false;
+    }
+    void onAnnouncement(std::function<void()> told) override { listener = std::move(told); }
+
+    int looks = 0;
+    std::function<void()> listener;
+};
 
 } // namespace
 
 // The order of these cases matters: the toolkit decides at the first icon of a process what kind
 // of status area there is, so the first case must be the one that starts without any.
 TEST(StatusItemTest, RegistersWhenTheStatusAreaComesLaterAndAgainWhenItRestarts) {
-    LinuxPresence presence(nullptr);
-    presence.showStatusItem(item());
-    presence.updateStatusMenuItem(0, QStringLiteral("Transform"), false);
+    NoneAppearance appearance;
+    TrayStatusItem item(appearance, nullptr);
+    item.show(contents());
+    item.updateMenuItem(0, QStringLiteral("Transform"), false);
     QTest::qWait(0);
 
     auto watcher = std::make_unique<FakeStatusWatcher>();
@@ -41,8 +58,9 @@ TEST(StatusItemTest, RegistersWhenTheStatusAreaComesLaterAndAgainWhenItRestarts)
 
 TEST(StatusItemTest, WaitsForAHost) {
     FakeStatusWatcher watcher(false);
-    LinuxPresence presence(nullptr);
-    presence.showStatusItem(item());
+    NoneAppearance appearance;
+    TrayStatusItem item(appearance, nullptr);
+    item.show(contents());
     QTest::qWait(0);
     EXPECT_EQ(watcher.items(), QStringList());
     watcher.addHost();
@@ -51,19 +69,41 @@ TEST(StatusItemTest, WaitsForAHost) {
 
 TEST(StatusItemTest, RegistersAtOnceWhenTheStatusAreaIsThere) {
     const FakeStatusWatcher watcher;
-    LinuxPresence presence(nullptr);
-    presence.showStatusItem(item());
+    NoneAppearance appearance;
+    TrayStatusItem item(appearance, nullptr);
+    item.show(contents());
     EXPECT_TRUE(QTest::qWaitFor([&] { return watcher.items().size() == 1; }, deadline));
 }
 
 TEST(StatusItemTest, NothingBreaksWithoutABus) {
-    LinuxPresence presence(nullptr, QDBusConnection(QStringLiteral("no such connection")));
-    presence.showStatusItem(item());
-    presence.updateStatusMenuItem(0, QStringLiteral("New"), true);
-    presence.updateStatusMenuItem(7, QStringLiteral("None"), true);
-    presence.applyPanelAttributes(1);
-    presence.activateWindow(1);
-    EXPECT_EQ(presence.appearance(), Appearance());
+    NoneAppearance appearance;
+    TrayStatusItem item(appearance, nullptr, noBus);
+    item.show(contents());
+    item.updateMenuItem(0, QStringLiteral("New"), true);
+    item.updateMenuItem(7, QStringLiteral("None"), true);
+}
+
+TEST(StatusItemTest, WithoutABusTheWindowSystemsTrayIsLookedFor) {
+    NoneAppearance appearance;
+    FakeTray tray;
+    {
+        TrayStatusItem item(appearance, &tray, noBus);
+        EXPECT_EQ(tray.looks, 0) << "made, not shown";
+        item.show(contents());
+        EXPECT_EQ(tray.looks, 1);
+        EXPECT_TRUE(tray.listener);
+    }
+    EXPECT_FALSE(tray.listener) << "nobody is left to be told";
+}
+
+TEST(StatusItemTest, ATrayThatAnnouncesItselfIsLookedForOnceTheBusHasNoHost) {
+    NoneAppearance appearance;
+    FakeTray tray;
+    TrayStatusItem item(appearance, &tray);
+    item.show(contents());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tray.looks == 1; }, deadline));
+    tray.listener();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tray.looks == 2; }, deadline));
 }
 
 } // namespace quillmender

@@ -1,6 +1,4 @@
-#include "platform/linux/services/Symbols.h"
-
-#include "platform/linux/services/LinuxPresence.h"
+#include "platform/linux/services/DrawnSymbols.h"
 
 #include <gtest/gtest.h>
 
@@ -47,21 +45,19 @@ TEST(SymbolsTest, SharpLinesFillWholePixels) {
     EXPECT_TRUE(drawSharpSymbol(QStringLiteral("no.such"), 16, 2, Qt::white).isNull());
 }
 
-TEST(SymbolsTest, ImageIsPremultipliedRowByRow) {
-    LinuxPresence presence(nullptr);
-    const QByteArray pixels = presence.symbolImage(QStringLiteral("globe"), 20, 0x80ff0000);
-    ASSERT_EQ(pixels.size(), 20 * 20 * 4);
-    const QImage image(reinterpret_cast<const uchar *>(pixels.constData()), 20, 20, 80,
-                       QImage::Format_ARGB32_Premultiplied);
+TEST(SymbolsTest, ImageIsPremultiplied) {
+    const QImage image =
+        DrawnSymbols().image(QStringLiteral("globe"), 20, QColor::fromRgba(0x80ff0000));
+    ASSERT_EQ(image.size(), QSize(20, 20));
+    ASSERT_EQ(image.format(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < 20; ++y)
         for (int x = 0; x < 20; ++x)
             EXPECT_LE(qRed(reinterpret_cast<const QRgb *>(image.constScanLine(y))[x]), 0x80);
 }
 
-TEST(SymbolsTest, UnknownSymbolIsEmpty) {
-    LinuxPresence presence(nullptr);
-    EXPECT_TRUE(presence.symbolImage(QStringLiteral("no.such"), 20, 0xffffffff).isEmpty());
-    EXPECT_TRUE(presence.symbolImage(QStringLiteral("globe"), 0, 0xffffffff).isEmpty());
+TEST(SymbolsTest, UnknownSymbolIsNull) {
+    EXPECT_TRUE(DrawnSymbols().image(QStringLiteral("no.such"), 20, Qt::white).isNull());
+    EXPECT_TRUE(DrawnSymbols().image(QStringLiteral("globe"), 0, Qt::white).isNull());
 }
 
 } // namespace quillmender

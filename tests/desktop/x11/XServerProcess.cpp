@@ -27,13 +27,14 @@ void end(QProcess &process) {
 
 } // namespace
 
-XServerProcess::XServerProcess() {
+XServerProcess::XServerProcess(const QStringList &moreArguments) {
     process_.setProcessChannelMode(QProcess::SeparateChannels);
     process_.setStandardErrorFile(QProcess::nullDevice());
-    process_.start(QStringLiteral("Xvfb"),
-                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
+    const QStringList arguments{QStringLiteral("-displayfd"),  QStringLiteral("1"),
+                                QStringLiteral("-screen"),     QStringLiteral("0"),
+                                QStringLiteral("1024x768x24"), QStringLiteral("-nolisten"),
+                                QStringLiteral("tcp"),         QStringLiteral("-noreset")};
+    process_.start(QStringLiteral("Xvfb"), arguments + moreArguments);
     while (!process_.canReadLine()) {
         if (!process_.waitForReadyRead(20'000)) {
             ADD_FAILURE() << "Xvfb does not start";

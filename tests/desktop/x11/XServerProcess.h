@@ -9,7 +9,7 @@ namespace quillmender {
 /// An X server of the test's own, on whichever display is free; it ends with this object.
 class XServerProcess {
   public:
-    XServerProcess();
+    explicit XServerProcess(const QStringList &moreArguments = {});
     XServerProcess(const XServerProcess &) = delete;
     XServerProcess &operator=(const XServerProcess &) = delete;
     ~XServerProcess();

@@ -118,7 +118,7 @@ TEST_F(PasteboardWriteTest, ShowsTemporaryTextToNobodyButWhoIsPastedInto) {
     ASSERT_TRUE(waitFor(isThere));
 
     ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
-    ASSERT_TRUE(services_->workspace->activate(terminal, 0));
+    ASSERT_TRUE(services_->workspace->activate(terminal));
     EXPECT_EQ(elsewhere("UTF8_STRING"), "");
     EXPECT_EQ(elsewhere("TARGETS"), "TARGETS\nTIMESTAMP\nMULTIPLE\nx-kde-passwordManagerHint\n");
     EXPECT_EQ(elsewhere("x-kde-passwordManagerHint"), "secret");
@@ -126,13 +126,12 @@ TEST_F(PasteboardWriteTest, ShowsTemporaryTextToNobodyButWhoIsPastedInto) {
     // The test is the application itself, and what it started acts for it.
     const TestWindow window(*peer_);
     ASSERT_TRUE(services_->workspace->activate(
-        std::make_shared<X11RunningApplication>(window.id(), QCoreApplication::applicationPid()),
-        0));
+        std::make_shared<X11RunningApplication>(window.id(), QCoreApplication::applicationPid())));
     TestRequestor reader(*peer_);
     EXPECT_EQ(reader.fetch("UTF8_STRING")->value, "answer");
     EXPECT_EQ(elsewhere("UTF8_STRING"), "answer");
 
-    ASSERT_TRUE(services_->workspace->activate(terminal, 0));
+    ASSERT_TRUE(services_->workspace->activate(terminal));
     pasteboard().clearContents();
     ASSERT_TRUE(pasteboard().writeItems(itemOf(QStringLiteral("UTF8_STRING"), "the user's")));
     EXPECT_EQ(elsewhere("UTF8_STRING"), "the user's");

@@ -38,7 +38,7 @@ class WindowManagerTest : public X11Test {
 
     ChordReadiness activateAndPrepare(Chord chord) {
         const auto application = std::make_shared<X11RunningApplication>(source_->id(), 0);
-        services_->workspace->activate(application, 0);
+        services_->workspace->activate(application);
         return wait(services_->keyEvents->prepareChord(application, chord, focus_));
     }
 
@@ -78,7 +78,7 @@ TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
         peer_->serverTime();
     }
     proceed();
-    services_->workspace->activate(application, 0);
+    services_->workspace->activate(application);
     EXPECT_EQ(wait(std::move(readiness)), ChordReadiness::ready);
 }
 

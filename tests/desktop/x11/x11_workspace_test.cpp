@@ -67,12 +67,12 @@ TEST_F(WorkspaceTest, KnowsAndActivatesTheApplicationInFront) {
     ASSERT_NE(secondApplication, nullptr);
     EXPECT_NE(secondApplication->window(), firstApplication->window());
 
-    EXPECT_TRUE(services_->workspace->activate(firstApplication, 0));
+    EXPECT_TRUE(services_->workspace->activate(firstApplication));
     EXPECT_TRUE(
         waitFor([&] { return services_->activeWindow->isInFront(firstApplication->window()); }));
 
     first.kill();
-    EXPECT_TRUE(waitFor([&] { return !services_->workspace->activate(firstApplication, 0); }));
+    EXPECT_TRUE(waitFor([&] { return !services_->workspace->activate(firstApplication); }));
     EXPECT_EQ(services_->workspace->windowFrame(firstApplication), std::nullopt);
 }
 
@@ -100,7 +100,7 @@ TEST_F(WorkspaceTest, AsksTheWindowManagerAsAPagerAtThePresentTime) {
     ASSERT_TRUE(waitFor([&] { return (now = peer_->serverTime()) > pressed; }));
 
     const TestWindow window(*peer_);
-    services_->workspace->activate(std::make_shared<X11RunningApplication>(window.id(), 0), 0);
+    services_->workspace->activate(std::make_shared<X11RunningApplication>(window.id(), 0));
     ASSERT_TRUE(waitFor([&] { return !messages.empty(); }));
     EXPECT_EQ(messages[0].window, window.id());
     EXPECT_EQ(messages[0].type, peer_->atom("_NET_ACTIVE_WINDOW"));
@@ -114,8 +114,8 @@ TEST_F(WorkspaceTest, OurOwnWindowIsNeverTheApplicationInFront) {
     const auto application = frontmostOf(xterm);
     ASSERT_NE(application, nullptr);
     TestWindow panel(*peer_);
-    services_->windowSystem->applyPanelAttributes(panel.id());
-    services_->windowSystem->activateWindow(panel.id());
+    services_->windowStanding->applyPanelAttributes(panel.id());
+    services_->windowStanding->activate(panel.id());
     panel.map();
     ASSERT_TRUE(waitFor([&] { return services_->activeWindow->current() == panel.id(); }));
     EXPECT_EQ(services_->workspace->frontmostApplication(), application);
@@ -134,10 +134,10 @@ TEST_F(WorkspaceTest, PutsThePanelAboveOnEveryDesktopEachTimeItIsShown) {
                    {QByteArray("_NET_WM_STATE_ABOVE"), QByteArray("_NET_WM_STATE_SKIP_TASKBAR"),
                     QByteArray("_NET_WM_STATE_SKIP_PAGER")}))(stateOf(panel.id()));
     };
-    services_->windowSystem->applyPanelAttributes(panel.id());
+    services_->windowStanding->applyPanelAttributes(panel.id());
     for (int i = 0; i < 2; ++i) {
         panel.map();
-        services_->windowSystem->activateWindow(panel.id());
+        services_->windowStanding->activate(panel.id());
         EXPECT_TRUE(waitFor([&] {
             return isAsAskedFor() && services_->activeWindow->isInFront(panel.id());
         })) << i
@@ -167,7 +167,7 @@ TEST_F(WorkspaceTest, FallsBackToTheFocusWithoutWindowManager) {
     };
     ASSERT_TRUE(waitFor(isMapped));
     const auto application = std::make_shared<X11RunningApplication>(window, 0);
-    EXPECT_TRUE(services_->workspace->activate(application, 0));
+    EXPECT_TRUE(services_->workspace->activate(application));
     EXPECT_TRUE(waitFor([&] { return services_->activeWindow->isInFront(window); }));
     EXPECT_NE(frontmostOf(xterm), nullptr);
     EXPECT_TRUE(services_->workspace->windowFrame(application).has_value());

@@ -1,5 +1,4 @@
 #include "contract/Contract.h"
-#include "platform/Presence.h"
 
 #import <AppKit/AppKit.h>
 
@@ -24,9 +23,9 @@ static_assert(NSWindowZoomButton == 2);
 static_assert(NSWindowTitleVisible == 0);
 static_assert(NSBackingStoreBuffered == 2);
 
-static_assert(NSEventModifierFlagControl == quillmender::controlModifier);
-static_assert(NSEventModifierFlagOption == quillmender::optionModifier);
-static_assert(NSEventModifierFlagCommand == quillmender::commandModifier);
+static_assert(NSEventModifierFlagControl == 0x40000);
+static_assert(NSEventModifierFlagOption == 0x80000);
+static_assert(NSEventModifierFlagCommand == 0x100000);
 
 static_assert(NSCompositingOperationSourceOver == 2);
 

@@ -3,12 +3,15 @@
 #include "fakes/FakeAccessibilityAccess.h"
 #include "fakes/FakeChords.h"
 #include "fakes/FakeFocusedText.h"
+#include "fakes/FakeAppearance.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHotKeys.h"
 #include "fakes/FakeLoginItem.h"
+#include "fakes/FakeOwnWindows.h"
 #include "fakes/FakePasteboard.h"
-#include "fakes/FakePresence.h"
 #include "fakes/FakeSecrets.h"
+#include "fakes/FakeStatusItem.h"
+#include "fakes/FakeSymbols.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/none/NoneUserDefaults.h"
 #include "support/LoopbackServer.h"
@@ -60,7 +63,10 @@ class AppDelegateTest : public testing::Test {
         platform->pasteboard = std::make_unique<fakes::FakePasteboard>(log);
         platform->chords = std::make_unique<fakes::FakeChords>(log);
         platform->hotKeys = make(hotKeys);
-        platform->presence = make(presence);
+        platform->ownWindows = std::make_unique<fakes::FakeOwnWindows>(log);
+        platform->symbols = std::make_unique<fakes::FakeSymbols>();
+        platform->appearance = std::make_unique<fakes::FakeAppearance>();
+        platform->statusItem = make(statusItem);
         platform->bundleVersion = QStringLiteral("1.2.3");
         platform->userDefaults->setString(QStringLiteral("settings.openai.endpoint"),
                                           server.baseUrl() + QStringLiteral("/v1/responses"));
@@ -129,7 +135,7 @@ class AppDelegateTest : public testing::Test {
     fakes::FakeFocusedText *focus = nullptr;
     fakes::FakeSecrets *secrets = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
-    fakes::FakePresence *presence = nullptr;
+    fakes::FakeStatusItem *statusItem = nullptr;
     std::unique_ptr<AppDelegate> delegate;
 };
 
@@ -218,8 +224,8 @@ TEST_F(AppDelegateTest, quittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQu
     startPasting();
     log->clear();
     QTimer::singleShot(0, QCoreApplication::instance(), [this] {
-        presence->statusItem.menu.constLast().handler();
-        presence->statusItem.menu.constLast().handler();
+        statusItem->contents.menu.constLast().handler();
+        statusItem->contents.menu.constLast().handler();
     });
     QTimer::singleShot(std::chrono::seconds(50), QCoreApplication::instance(), [] {
         ADD_FAILURE() << "it does not quit";

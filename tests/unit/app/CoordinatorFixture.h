@@ -3,13 +3,16 @@
 #include "app/AppCoordinator.h"
 #include "fakes/FakeAccessibilityAccess.h"
 #include "fakes/FakeChords.h"
+#include "fakes/FakeAppearance.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFocusedText.h"
 #include "fakes/FakeHotKeys.h"
 #include "fakes/FakeLoginItem.h"
+#include "fakes/FakeOwnWindows.h"
 #include "fakes/FakePasteboard.h"
-#include "fakes/FakePresence.h"
 #include "fakes/FakeSecrets.h"
+#include "fakes/FakeStatusItem.h"
+#include "fakes/FakeSymbols.h"
 #include "fakes/FakeTransport.h"
 #include "fakes/FakeWorkspace.h"
 #include "model/AppFailure.h"
@@ -34,10 +37,35 @@ class FakePanel : public PickerPanel {
         log_->append(QStringLiteral("orderOut"));
         isVisible = false;
     }
+    std::shared_ptr<SteppedAside> stepAside() override {
+        if (!needsSteppingAside)
+            return nullptr;
+        log_->append(QStringLiteral("stepAside"));
+        return std::make_shared<Aside>(log_);
+    }
 
     bool isVisible = false;
+    /// As where the focus goes back to the source only when the panel is hidden.
+    bool needsSteppingAside = false;
 
   private:
+    class Aside : public SteppedAside {
+      public:
+        explicit Aside(fakes::CallLog log) : log_(std::move(log)) {}
+        ~Aside() override {
+            if (!staysAway_)
+                log_->append(QStringLiteral("come back"));
+        }
+        void stayAway() override {
+            log_->append(QStringLiteral("stayAway"));
+            staysAway_ = true;
+        }
+
+      private:
+        fakes::CallLog log_;
+        bool staysAway_ = false;
+    };
+
     fakes::CallLog log_;
 };
 
@@ -120,7 +148,10 @@ class CoordinatorFixture : public testing::Test {
         platform.pasteboard = make(pasteboard);
         platform.chords = make(chords);
         platform.hotKeys = make(hotKeys);
-        platform.presence = make(presence);
+        platform.ownWindows = std::make_unique<fakes::FakeOwnWindows>(log);
+        platform.symbols = std::make_unique<fakes::FakeSymbols>();
+        platform.appearance = std::make_unique<fakes::FakeAppearance>();
+        platform.statusItem = make(statusItem);
         secrets->items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
             "key";
 
@@ -207,7 +238,7 @@ class CoordinatorFixture : public testing::Test {
     fakes::FakeWorkspace *workspace = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakeSecrets *secrets = nullptr;
-    fakes::FakePresence *presence = nullptr;
+    fakes::FakeStatusItem *statusItem = nullptr;
     FakePanel *panel = nullptr;
     std::optional<Alert> alert;
     std::function<void(int)> answerAlert;

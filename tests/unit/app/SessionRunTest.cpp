@@ -99,6 +99,41 @@ TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
     EXPECT_TRUE(panel->isVisible);
 }
 
+TEST_F(SessionRunTest, thePanelThatHasToStepsAsideForAPasteAlone) {
+    capture(QStringLiteral("me goes"));
+    panel->needsSteppingAside = true;
+    coordinator->run(action(TextAction::fixGrammar));
+    answerText("I go");
+    EXPECT_FALSE(log->contains(QStringLiteral("stepAside"))) << "accessibility needs no focus";
+
+    capture(QStringLiteral("me goes"));
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    coordinator->run(action(TextAction::fixGrammar));
+    answerText("I go");
+    EXPECT_LT(log->indexOf(QStringLiteral("set AXValue I go")),
+              log->indexOf(QStringLiteral("stepAside")));
+    EXPECT_LT(log->indexOf(QStringLiteral("stepAside")),
+              log->indexOf(QStringLiteral("pasteboard.setString I go")));
+    EXPECT_EQ(log->last(2), QStringList({QStringLiteral("stayAway"), QStringLiteral("orderOut")}));
+}
+
+TEST_F(SessionRunTest, thePanelComesBackWhenThePasteFails) {
+    capture(QStringLiteral("me goes"));
+    panel->needsSteppingAside = true;
+    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    keyEvents->readiness = ChordReadiness::withheld;
+    coordinator->run(action(TextAction::fixGrammar));
+    bool wasBackFirst = false;
+    QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
+                     [&] { wasBackFirst = log->last() == QStringLiteral("come back"); });
+    answerText("I go");
+    EXPECT_EQ(log->last(), QStringLiteral("come back"));
+    EXPECT_FALSE(log->contains(QStringLiteral("stayAway")));
+    EXPECT_TRUE(wasBackFirst) << "before it says why";
+    EXPECT_TRUE(coordinator->errorMessage());
+    EXPECT_NE(coordinator->currentSession(), nullptr);
+}
+
 TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
     capture(QStringLiteral("text"));
     focus->replacement.outcome = Replacement::Outcome::uncertain;

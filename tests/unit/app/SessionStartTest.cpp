@@ -143,7 +143,7 @@ TEST_F(SessionStartTest, startsItsPartsInOrder) {
                         QStringLiteral("hold Ctrl+Alt+Space"),
                         QStringLiteral("send"),
                     }));
-    const StatusItem &item = presence->statusItem;
+    const StatusItemContents &item = statusItem->contents;
     EXPECT_EQ(item.symbol, QStringLiteral("text.quote"));
     EXPECT_EQ(item.toolTip, QStringLiteral("Quillmender"));
     EXPECT_EQ(item.accessibilityDescription, QStringLiteral("Quillmender"));
@@ -153,23 +153,24 @@ TEST_F(SessionStartTest, startsItsPartsInOrder) {
     EXPECT_EQ(titles, QStringList({QStringLiteral("Transform"), QStringLiteral("Settings"),
                                    QStringLiteral("(Download Latest Version)"),
                                    QStringLiteral("About"), QStringLiteral("Quit Quillmender")}));
-    EXPECT_EQ(item.menu[0].keyEquivalent, QStringLiteral(" "));
-    EXPECT_EQ(item.menu[0].modifiers, 0xC0000U);
-    EXPECT_EQ(item.menu[1].keyEquivalent, QStringLiteral(","));
-    EXPECT_EQ(item.menu[4].keyEquivalent, QStringLiteral("q"));
-    EXPECT_EQ(item.menu[4].modifiers, commandModifier);
+    EXPECT_EQ(item.menu[0].shortcut,
+              QKeyCombination(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space));
+    EXPECT_EQ(item.menu[1].shortcut, QKeyCombination(Qt::MetaModifier, Qt::Key_Comma));
+    EXPECT_EQ(item.menu[2].shortcut, std::nullopt);
+    EXPECT_EQ(item.menu[3].shortcut, std::nullopt);
+    EXPECT_EQ(item.menu[4].shortcut, QKeyCombination(Qt::MetaModifier, Qt::Key_Q));
 }
 
 TEST_F(SessionStartTest, theMenuDoesWhatItSays) {
     coordinator->start();
     log->clear();
-    presence->statusItem.menu[1].handler();
-    presence->statusItem.menu[2].handler();
-    presence->statusItem.menu[3].handler();
-    presence->statusItem.menu[4].handler();
+    statusItem->contents.menu[1].handler();
+    statusItem->contents.menu[2].handler();
+    statusItem->contents.menu[3].handler();
+    statusItem->contents.menu[4].handler();
     EXPECT_EQ(*log, QStringList({QStringLiteral("show settings"), QStringLiteral("show about"),
                                  QStringLiteral("terminate")}));
-    presence->statusItem.menu[0].handler();
+    statusItem->contents.menu[0].handler();
     EXPECT_EQ(log->last(), QStringLiteral("makeKeyAndOrderFront"));
 }
 

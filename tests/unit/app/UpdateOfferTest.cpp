@@ -17,7 +17,7 @@ class UpdateOfferTest : public CoordinatorFixture {
     bool awaitAlert() const {
         return QTest::qWaitFor([this] { return alert.has_written(); });
     }
-    const StatusMenuItem &item() const { return presence->statusItem.menu.at(updateItem); }
+    const StatusMenuItem &item() const { return statusItem->contents.menu.at(updateItem); }
 
     const QByteArray newer = R"({"version":"2","download_url":"https://releases.test/get"})";
     const QString opened = QStringLiteral("openUrl https://releases.test/get");

@@ -10,8 +10,6 @@ namespace quillmender {
 namespace {
 
 constexpr int deadline = 20000;
-const QUrl privacyLink(QStringLiteral(
-    "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
 
 class SettingsPagesTest : public DesktopFolderTest {
   protected:
@@ -21,7 +19,7 @@ class SettingsPagesTest : public DesktopFolderTest {
     }
 
     /// What the page of this desktop is shown with, without the folder of the program.
-    QString command(const char *desktop, SettingsPage page) {
+    QString command(const char *desktop, DesktopPage page) {
         set("XDG_CURRENT_DESKTOP", QLatin1String(desktop));
         return settingsPages::command(page).join(u' ').remove(path(QStringLiteral("bin/")));
     }
@@ -42,7 +40,7 @@ TEST_F(SettingsPagesTest, EachDesktopHasItsOwn) {
     struct Expected {
         const char *desktop;
         const char *loginItems;
-        const char *privacy;
+        const char *accessibility;
     };
     const QString folder =
         QStringLiteral("xdg-open ") + path(QStringLiteral("home/config/autostart"));
@@ -59,27 +57,29 @@ TEST_F(SettingsPagesTest, EachDesktopHasItsOwn) {
         {"openbox", folderCommand.c_str(), ""},
         {"", folderCommand.c_str(), ""},
     };
-    for (const auto &[desktop, loginItems, privacy] : all) {
-        EXPECT_EQ(command(desktop, SettingsPage::loginItems).toStdString(), loginItems) << desktop;
-        EXPECT_EQ(command(desktop, SettingsPage::privacy).toStdString(), privacy) << desktop;
+    for (const auto &[desktop, loginItems, accessibility] : all) {
+        EXPECT_EQ(command(desktop, DesktopPage::loginItems).toStdString(), loginItems) << desktop;
+        EXPECT_EQ(command(desktop, DesktopPage::accessibility).toStdString(), accessibility)
+            << desktop;
     }
 }
 
 TEST_F(SettingsPagesTest, TheInstalledProgramDecides) {
-    EXPECT_EQ(command("GNOME", SettingsPage::loginItems), QString());
-    EXPECT_EQ(command("GNOME", SettingsPage::privacy), QString());
+    EXPECT_EQ(command("GNOME", DesktopPage::loginItems), QString());
+    EXPECT_EQ(command("GNOME", DesktopPage::accessibility), QString());
     installPrograms({"xdg-open"});
-    EXPECT_TRUE(command("GNOME", SettingsPage::loginItems).startsWith(QStringLiteral("xdg-open")));
+    EXPECT_TRUE(command("GNOME", DesktopPage::loginItems).startsWith(QStringLiteral("xdg-open")));
     installPrograms({"gnome-control-center"});
-    EXPECT_EQ(command("GNOME", SettingsPage::loginItems),
+    EXPECT_EQ(command("GNOME", DesktopPage::loginItems),
               QStringLiteral("gnome-control-center applications"));
     installPrograms({"gnome-session-properties", "gnome-tweaks"});
-    EXPECT_EQ(command("GNOME", SettingsPage::loginItems),
+    EXPECT_EQ(command("GNOME", DesktopPage::loginItems),
               QStringLiteral("gnome-session-properties"));
     installPrograms({"systemsettings5"});
-    EXPECT_EQ(command("KDE", SettingsPage::loginItems),
+    EXPECT_EQ(command("KDE", DesktopPage::loginItems),
               QStringLiteral("systemsettings5 kcm_autostart"));
-    EXPECT_EQ(command("KDE", SettingsPage::privacy), QStringLiteral("systemsettings5 kcm_access"));
+    EXPECT_EQ(command("KDE", DesktopPage::accessibility),
+              QStringLiteral("systemsettings5 kcm_access"));
 }
 
 TEST_F(SettingsPagesTest, LoginItemsAreStartedWithoutAShell) {
@@ -91,20 +91,20 @@ TEST_F(SettingsPagesTest, LoginItemsAreStartedWithoutAShell) {
     EXPECT_TRUE(QFileInfo(path(QStringLiteral("home/a $(touch b) c/autostart"))).isDir());
 }
 
-TEST_F(SettingsPagesTest, PrivacyLinkOpensTheDesktopsPage) {
+TEST_F(SettingsPagesTest, ThePageOfTheProgramIsTheDesktops) {
     installPrograms({"systemsettings", "xdg-open"});
     set("XDG_CURRENT_DESKTOP", QStringLiteral("KDE"));
-    EXPECT_TRUE(openUrlOnDesktop(privacyLink));
+    EXPECT_TRUE(settingsPages::open(SettingsPage::accessibility));
     EXPECT_EQ(argumentsOf(QStringLiteral("systemsettings")), "kcm_access\n");
     EXPECT_FALSE(QFile::exists(path(QStringLiteral("bin/xdg-open.arguments"))));
 }
 
 TEST_F(SettingsPagesTest, NoPageIsNoProgram) {
     installPrograms({"xdg-open"});
-    EXPECT_FALSE(openUrlOnDesktop(privacyLink));
-    EXPECT_FALSE(settingsPages::open(SettingsPage::privacy));
+    EXPECT_FALSE(settingsPages::open(SettingsPage::accessibility));
+    EXPECT_FALSE(settingsPages::open(DesktopPage::accessibility));
     QFile::remove(path(QStringLiteral("bin/xdg-open")));
-    EXPECT_FALSE(settingsPages::open(SettingsPage::loginItems));
+    EXPECT_FALSE(settingsPages::open(DesktopPage::loginItems));
     EXPECT_FALSE(openUrlOnDesktop(QUrl(QStringLiteral("https://quillmender.example/"))));
 }
 

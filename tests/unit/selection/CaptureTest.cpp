@@ -67,7 +67,7 @@ TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
     copyYields(QStringLiteral(" copied "));
     const auto session = capture();
     EXPECT_EQ(log->mid(4), QStringList({
-                               QStringLiteral("activate source options 0"),
+                               QStringLiteral("activate source"),
                                QStringLiteral("sleep 120"),
                                QStringLiteral("type copy"),
                                QStringLiteral("sleep 50"),

@@ -34,9 +34,7 @@ TEST(PermissionManagerTest, opensThePrivacySettings) {
     fakes::FakeAccessibilityAccess access(log);
     fakes::FakeWorkspace workspace(log);
     PermissionManager(access, workspace).openAccessibilitySettings();
-    EXPECT_EQ(*log, QStringList({QStringLiteral(
-                        "openUrl x-apple.systempreferences:com.apple.preference.security?"
-                        "Privacy_Accessibility")}));
+    EXPECT_EQ(*log, QStringList(QStringLiteral("openSettingsPage accessibility")));
 }
 
 } // namespace

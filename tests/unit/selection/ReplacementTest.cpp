@@ -54,7 +54,7 @@ TEST_F(ReplacementTest, pastesInTheFixedOrder) {
     paste(session(std::nullopt), QStringLiteral("answer"));
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("pasteboard.lend answer"),
-                        QStringLiteral("activate source options 0"),
+                        QStringLiteral("activate source"),
                         QStringLiteral("sleep 120"),
                         QStringLiteral("type paste"),
                         QStringLiteral("sleep 160"),

@@ -24,9 +24,11 @@ class AboutWindowTest : public testing::Test {
     HostedWindow *window() const { return controller.window(); }
     QList<TextLabel *> labels() const { return window()->findChildren<TextLabel *>(); }
 
-    PanelPresence presence;
-    Theme theme{presence};
-    AboutWindowController controller{QStringLiteral("1.0.0"), theme, presence};
+    fakes::FakeAppearance appearance;
+    fakes::FakeSymbols symbols;
+    fakes::FakeOwnWindows ownWindows;
+    Theme theme{appearance, symbols};
+    AboutWindowController controller{QStringLiteral("1.0.0"), theme, ownWindows};
 };
 
 } // namespace
@@ -90,14 +92,14 @@ TEST_F(AboutWindowTest, WindowIsTitledFixedAndMinimisable) {
 
 TEST_F(AboutWindowTest, GetsItsAttributesWheneverTheNativeWindowIsMade) {
     show();
-    const quintptr id = window()->winId();
-    EXPECT_EQ(presence.calls, QStringList({QStringLiteral("applyWindowAttributes %1").arg(id),
-                                           QStringLiteral("activateWindow %1").arg(id)}));
-    presence.calls.clear();
+    const QWindow *handle = window()->windowHandle();
+    EXPECT_EQ(ownWindows.calls, QList<Call>({{QStringLiteral("applyWindowAttributes"), handle},
+                                             {QStringLiteral("activate"), handle}}));
+    ownWindows.calls.clear();
     window()->setParent(nullptr, window()->windowFlags());
     show();
-    EXPECT_EQ(presence.calls.first(),
-              QStringLiteral("applyWindowAttributes %1").arg(quintptr(window()->winId())));
+    EXPECT_EQ(ownWindows.calls.first(),
+              (Call{QStringLiteral("applyWindowAttributes"), window()->windowHandle()}));
 }
 
 TEST_F(AboutWindowTest, OpeningTwiceCentresTheOneWindowInFront) {
@@ -110,8 +112,8 @@ TEST_F(AboutWindowTest, OpeningTwiceCentresTheOneWindowInFront) {
     const QPoint off =
         window()->frameGeometry().center() - window()->screen()->availableGeometry().center();
     EXPECT_LE(off.manhattanLength(), 2);
-    EXPECT_EQ(presence.calls.last(),
-              QStringLiteral("activateWindow %1").arg(quintptr(window()->winId())));
+    EXPECT_EQ(ownWindows.calls.last(),
+              (Call{QStringLiteral("activate"), window()->windowHandle()}));
     EXPECT_TRUE(window()->isActiveWindow());
 }
 

@@ -229,8 +229,7 @@ TEST_F(ActionEditorTest, IsModalOverTheSettings) {
 TEST_F(ActionEditorTest, ShowingTheSettingsAgainBringsTheSheetForward) {
     openNew();
     controller().makeKeyAndOrderFront();
-    EXPECT_EQ(presence.calls.last(),
-              QStringLiteral("activateWindow %1").arg(quintptr(sheet()->winId())));
+    EXPECT_EQ(ownWindows.calls.last(), (Call{QStringLiteral("activate"), sheet()->windowHandle()}));
     window()->hide();
     expectClosed();
 }

@@ -18,15 +18,17 @@ class AlertWindowTest : public testing::Test {
     }
     PushButton *button(int index) const { return window.buttons().at(index); }
 
-    PanelPresence presence;
-    Theme theme{presence};
+    fakes::FakeAppearance appearance;
+    fakes::FakeSymbols symbols;
+    fakes::FakeOwnWindows ownWindows;
+    Theme theme{appearance, symbols};
     QList<int> answers;
     AlertWindow window{{QStringLiteral("Quillmender 2 is available"),
                         QStringLiteral("Do you want <b>it</b> now?"),
                         {QStringLiteral("Download"), QStringLiteral("Later")}},
                        [this](int button) { answers.append(button); },
                        theme,
-                       presence};
+                       ownWindows};
 };
 
 } // namespace
@@ -57,7 +59,7 @@ TEST_F(AlertWindowTest, NothingWaitsForIt) {
 
 TEST_F(AlertWindowTest, IsADialogInTheMiddleAboveTheOthers) {
     show();
-    EXPECT_EQ(presence.calls.last(), QStringLiteral("activateWindow %1").arg(window.winId()));
+    EXPECT_EQ(ownWindows.calls.last(), (Call{QStringLiteral("activate"), window.windowHandle()}));
     EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
     EXPECT_LE((window.frameGeometry().center() - window.screen()->availableGeometry().center())
                   .manhattanLength(),
@@ -110,7 +112,7 @@ TEST_F(AlertWindowTest, ClosingMeansTheLastButtonAndEndsNothing) {
 
 TEST_F(AlertWindowTest, ALongTextIsShownWhole) {
     AlertWindow tall({QString(300, u'9'), QStringLiteral("?"), {QStringLiteral("Later")}}, {},
-                     theme, presence);
+                     theme, ownWindows);
     tall.makeKeyAndOrderFront();
     for (const TextLabel *label : tall.findChildren<TextLabel *>())
         EXPECT_GE(label->height(), label->heightForWidth(label->width()));

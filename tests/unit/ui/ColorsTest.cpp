@@ -43,11 +43,11 @@ TEST_F(ThemeTest, FollowsTheDesktopWhileTheProgramRuns) {
     show();
     const QSignalSpy changed(&theme, &Theme::changed);
     const QColor light = QApplication::palette().color(QPalette::Window);
-    presence.become({ColorScheme::dark, 0xff0000});
+    appearance.become({ColorScheme::dark, 0xff0000});
     EXPECT_EQ(changed.count(), 1);
     EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), light.lightness());
     EXPECT_EQ(theme.colors().accent, QColor(255, 0, 0));
-    presence.become({ColorScheme::light, std::nullopt});
+    appearance.become({ColorScheme::light, std::nullopt});
     EXPECT_EQ(QApplication::palette().color(QPalette::Window), light);
     EXPECT_EQ(theme.colors().accent, Colors::make(false, std::nullopt).accent);
 }
@@ -55,7 +55,7 @@ TEST_F(ThemeTest, FollowsTheDesktopWhileTheProgramRuns) {
 TEST_F(ThemeTest, ThePanelIsPaintedInTheNewColours) {
     show();
     for (const ColorScheme scheme : {ColorScheme::dark, ColorScheme::light}) {
-        presence.become({scheme, std::nullopt});
+        appearance.become({scheme, std::nullopt});
         settle();
         EXPECT_EQ(controller.panel()->grab().toImage().pixelColor(2, 2).name().toStdString(),
                   theme.colors().window.name().toStdString());

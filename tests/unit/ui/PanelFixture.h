@@ -1,7 +1,9 @@
 #pragma once
 
 #include "FakePickerModel.h"
-#include "platform/none/NonePresence.h"
+#include "fakes/FakeAppearance.h"
+#include "fakes/FakeOwnWindows.h"
+#include "fakes/FakeSymbols.h"
 #include "ui/ActionPanel.h"
 #include "ui/ActionPanelController.h"
 #include "ui/ActionPickerView.h"
@@ -13,50 +15,9 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
-#include <cstring>
-
 namespace quillmender {
 
-/// Records what the panel asks of the desktop; its colours can be changed.
-class PanelPresence : public NonePresence {
-  public:
-    void applyPanelAttributes(quintptr id) override {
-        calls.append(QStringLiteral("applyPanelAttributes %1").arg(id));
-    }
-    void applyWindowAttributes(quintptr id) override {
-        calls.append(QStringLiteral("applyWindowAttributes %1").arg(id));
-    }
-    void activateWindow(quintptr id) override {
-        calls.append(QStringLiteral("activateWindow %1").arg(id));
-    }
-    /// A square of the wanted colour, where symbols are drawn at all.
-    QByteArray symbolImage(const QString &name, int pixelSize, quint32 color) override {
-        if (!drawsSymbols)
-            return {};
-        symbols.append(QStringLiteral("%1 %2").arg(name).arg(pixelSize));
-        QByteArray pixels(qsizetype(pixelSize) * pixelSize * 4, '\0');
-        for (qsizetype at = 0; at < pixels.size(); at += 4)
-            std::memcpy(pixels.data() + at, &color, sizeof color);
-        return pixels;
-    }
-    Appearance appearance() override { return current; }
-    void onAppearanceChange(std::function<void()> listener) override {
-        listener_ = std::move(listener);
-    }
-
-    void become(const Appearance &appearance) {
-        current = appearance;
-        listener_();
-    }
-
-    QStringList calls;
-    QStringList symbols;
-    bool drawsSymbols = false;
-    Appearance current{ColorScheme::light, std::nullopt};
-
-  private:
-    std::function<void()> listener_;
-};
+using Call = fakes::FakeOwnWindows::Call;
 
 /// A panel on a fake model.
 class PanelFixture : public testing::Test {
@@ -113,9 +74,11 @@ class PanelFixture : public testing::Test {
     }
 
     FakePickerModel model;
-    PanelPresence presence;
-    Theme theme{presence};
-    ActionPanelController controller{model, theme, presence};
+    fakes::FakeAppearance appearance;
+    fakes::FakeSymbols symbols;
+    fakes::FakeOwnWindows ownWindows;
+    Theme theme{appearance, symbols};
+    ActionPanelController controller{model, theme, ownWindows};
 };
 
 } // namespace quillmender

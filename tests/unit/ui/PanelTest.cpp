@@ -33,12 +33,73 @@ TEST_F(PanelTest, IsADialogOnTheAccessibilityBus) {
 
 TEST_F(PanelTest, GetsItsAttributesBeforeItIsActivated) {
     show();
-    const quintptr id = controller.panel()->winId();
-    EXPECT_EQ(presence.calls, QStringList({QStringLiteral("applyPanelAttributes %1").arg(id),
-                                           QStringLiteral("activateWindow %1").arg(id)}));
+    const QWindow *window = controller.panel()->windowHandle();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(ownWindows.calls, QList<Call>({{QStringLiteral("applyPanelAttributes"), window},
+                                             {QStringLiteral("activate"), window}}));
     controller.orderOut();
     show();
-    EXPECT_EQ(presence.calls.last(), QStringLiteral("activateWindow %1").arg(id));
+    EXPECT_EQ(ownWindows.calls.last(), (Call{QStringLiteral("activate"), window}));
+}
+
+TEST_F(PanelTest, StaysOnScreenDuringAWriteBackWhereItMay) {
+    show();
+    EXPECT_EQ(controller.stepAside(), nullptr);
+    EXPECT_TRUE(controller.isVisible());
+}
+
+TEST_F(PanelTest, ComesBackAfterAWriteBackThatFailed) {
+    ownWindows.needsSteppingAside = true;
+    show();
+    auto aside = controller.stepAside();
+    ASSERT_TRUE(aside);
+    EXPECT_EQ(ownWindows.calls.last(),
+              (Call{QStringLiteral("stepAside"), controller.panel()->windowHandle()}));
+    EXPECT_FALSE(controller.isVisible());
+    aside.reset();
+    EXPECT_TRUE(controller.isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(controller.panel()));
+}
+
+TEST_F(PanelTest, StaysAwayAfterAWriteBackThatSucceeded) {
+    ownWindows.needsSteppingAside = true;
+    show();
+    controller.stepAside()->stayAway();
+    EXPECT_FALSE(controller.isVisible());
+    show();
+    EXPECT_TRUE(controller.isVisible()) << "for the next session";
+}
+
+TEST_F(PanelTest, APanelThatWasOrderedOutMeanwhileDoesNotComeBack) {
+    ownWindows.needsSteppingAside = true;
+    show();
+    auto aside = controller.stepAside();
+    controller.orderOut();
+    aside.reset();
+    EXPECT_FALSE(controller.isVisible());
+}
+
+TEST_F(PanelTest, ComesBackWhenTheLastOfTwoWriteBacksHasEnded) {
+    ownWindows.needsSteppingAside = true;
+    show();
+    auto first = controller.stepAside();
+    auto second = controller.stepAside();
+    first.reset();
+    EXPECT_FALSE(controller.isVisible());
+    second.reset();
+    EXPECT_TRUE(controller.isVisible());
+}
+
+TEST_F(PanelTest, AnEarlierWriteBackLeavesALaterOnesPanelAside) {
+    ownWindows.needsSteppingAside = true;
+    show();
+    auto earlier = controller.stepAside();
+    show();
+    auto later = controller.stepAside();
+    earlier.reset();
+    EXPECT_FALSE(controller.isVisible());
+    later.reset();
+    EXPECT_TRUE(controller.isVisible());
 }
 
 TEST_F(PanelTest, ClosingByTheTitleBarOnlyHides) {

@@ -47,7 +47,7 @@ TEST_F(RenderTest, ChangesJustBeforeTheShowAreShownByIt) {
 
 TEST_F(RenderTest, AViewThatIsGoneIsNotRendered) {
     {
-        ActionPanelController other(model, theme, presence);
+        ActionPanelController other(model, theme, ownWindows);
         other.makeKeyAndOrderFront();
         model.change([](auto &state) { state.preview = QStringLiteral("x"); });
     }

@@ -245,8 +245,7 @@ TEST_F(SettingsFormTest, ButtonsAskTheSystem) {
     settle();
     EXPECT_EQ(log->join(u'\n').toStdString(),
               "openLoginItemSettings\naccess.request\naccess.isGranted\n"
-              "openUrl "
-              "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility");
+              "openSettingsPage accessibility");
     EXPECT_TRUE(shows("Accessibility access granted"));
     EXPECT_TRUE(button("Request Access")) << "always shown";
     EXPECT_TRUE(button("Open Privacy Settings"));

@@ -38,7 +38,7 @@ class SettingsWindowFixture : public testing::Test {
     SettingsWindowController &controller() {
         if (!controller_)
             controller_ =
-                std::make_unique<SettingsWindowController>(store(), permissions, theme, presence);
+                std::make_unique<SettingsWindowController>(store(), permissions, theme, ownWindows);
         return *controller_;
     }
     HostedWindow *window() { return controller().window(); }
@@ -109,8 +109,10 @@ class SettingsWindowFixture : public testing::Test {
     fakes::FakeAccessibilityAccess access{log};
     fakes::FakeWorkspace workspace{log};
     PermissionManager permissions{access, workspace};
-    PanelPresence presence;
-    Theme theme{presence};
+    fakes::FakeAppearance appearance;
+    fakes::FakeSymbols symbols;
+    fakes::FakeOwnWindows ownWindows;
+    Theme theme{appearance, symbols};
 
   private:
     std::unique_ptr<SettingsStore> store_;

@@ -41,8 +41,8 @@ TEST_F(SettingsWindowTest, OpeningTwiceIsTheSameWindowAtTheSameSize) {
     const QRect available = window()->screen()->availableGeometry();
     EXPECT_LE(qAbs(window()->geometry().center().x() - available.center().x()), 1);
     EXPECT_TRUE(available.contains(window()->geometry()));
-    EXPECT_EQ(presence.calls.last(),
-              QStringLiteral("activateWindow %1").arg(quintptr(window()->winId())));
+    EXPECT_EQ(ownWindows.calls.last(),
+              (Call{QStringLiteral("activate"), window()->windowHandle()}));
 }
 
 TEST_F(SettingsWindowTest, CloseAndTheTitleBarOnlyHide) {

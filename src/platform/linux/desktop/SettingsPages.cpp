@@ -15,29 +15,29 @@ namespace {
 
 struct Row {
     const char *desktop; ///< as in XDG_CURRENT_DESKTOP
-    SettingsPage page;
+    DesktopPage page;
     const char *program;
     const char *argument = nullptr;
 };
 
-using enum SettingsPage;
+using enum DesktopPage;
 
 // Of several rows for one desktop and page the first whose program is installed counts.
 constexpr std::array rows{
     Row{"GNOME", loginItems, "gnome-session-properties"},
     Row{"GNOME", loginItems, "gnome-tweaks"},
     Row{"GNOME", loginItems, "gnome-control-center", "applications"},
-    Row{"GNOME", privacy, "gnome-control-center", "universal-access"},
+    Row{"GNOME", accessibility, "gnome-control-center", "universal-access"},
     Row{"KDE", loginItems, "systemsettings", "kcm_autostart"},
     Row{"KDE", loginItems, "systemsettings5", "kcm_autostart"},
-    Row{"KDE", privacy, "systemsettings", "kcm_access"},
-    Row{"KDE", privacy, "systemsettings5", "kcm_access"},
+    Row{"KDE", accessibility, "systemsettings", "kcm_access"},
+    Row{"KDE", accessibility, "systemsettings5", "kcm_access"},
     Row{"XFCE", loginItems, "xfce4-session-settings"},
-    Row{"XFCE", privacy, "xfce4-accessibility-settings"},
+    Row{"XFCE", accessibility, "xfce4-accessibility-settings"},
     Row{"MATE", loginItems, "mate-session-properties"},
-    Row{"MATE", privacy, "mate-at-properties"},
+    Row{"MATE", accessibility, "mate-at-properties"},
     Row{"X-Cinnamon", loginItems, "cinnamon-settings", "startup"},
-    Row{"X-Cinnamon", privacy, "cinnamon-settings", "accessibility"},
+    Row{"X-Cinnamon", accessibility, "cinnamon-settings", "accessibility"},
     Row{"LXQt", loginItems, "lxqt-config-session"},
 };
 
@@ -61,7 +61,7 @@ QStringList folderCommand() {
 
 } // namespace
 
-QStringList command(SettingsPage page) {
+QStringList command(DesktopPage page) {
     // From the most special name to the most general one, as in "Budgie:GNOME".
     const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
     for (const QString &desktop : desktops) {
@@ -77,8 +77,16 @@ QStringList command(SettingsPage page) {
     return page == loginItems ? folderCommand() : QStringList();
 }
 
-bool open(SettingsPage page) {
+bool open(DesktopPage page) {
     return startDetached(command(page));
+}
+
+bool open(SettingsPage page) {
+    switch (page) {
+    case SettingsPage::accessibility:
+        return open(DesktopPage::accessibility);
+    }
+    return false;
 }
 
 } // namespace quillmender::settingsPages

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "platform/Workspace.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace quillmender {
 
-enum class SettingsPage {
-    loginItems, ///< which programs start with the session
-    privacy,    ///< what assistive programs may do
+enum class DesktopPage {
+    loginItems,    ///< which programs start with the session
+    accessibility, ///< what assistive programs may do
 };
 
 /// The pages of the desktop's own settings program. Which desktop this is comes from
@@ -16,9 +18,12 @@ namespace settingsPages {
 
 /// The program, by its absolute path, and its arguments; empty when the desktop has no such page.
 /// The login items of a desktop without one are the folder of autostart files in its file manager.
-QStringList command(SettingsPage page);
+QStringList command(DesktopPage page);
 
 /// Starts that program, detached. False when there is none or it cannot be started.
+bool open(DesktopPage page);
+
+/// The same for a page that the program names.
 bool open(SettingsPage page);
 
 } // namespace settingsPages

@@ -103,7 +103,7 @@ std::optional<QString> AutostartLoginItem::unregisterItem() {
 }
 
 void AutostartLoginItem::openSystemSettings() {
-    settingsPages::open(SettingsPage::loginItems);
+    settingsPages::open(DesktopPage::loginItems);
 }
 
 } // namespace quillmender

@@ -32,7 +32,7 @@ ColorScheme schemeOf(const QVariant &value) {
 }
 
 // A desktop without an accent colour tells channels outside 0 to 1.
-std::optional<quint32> accentOf(const QVariant &value) {
+std::optional<QColor> accentOf(const QVariant &value) {
     if (!value.canConvert<QDBusArgument>())
         return std::nullopt;
     const auto argument = value.value<QDBusArgument>();
@@ -42,20 +42,20 @@ std::optional<quint32> accentOf(const QVariant &value) {
     argument.beginStructure();
     argument >> channels[0] >> channels[1] >> channels[2];
     argument.endStructure();
-    quint32 color = 0;
+    QRgb color = 0;
     for (const double channel : channels) {
         if (std::isnan(channel) || channel < 0 || channel > 1)
             return std::nullopt;
-        color = color << 8 | quint32(std::lround(channel * 255));
+        color = color << 8 | QRgb(std::lround(channel * 255));
     }
-    return color;
+    return QColor::fromRgb(color);
 }
 
-void apply(Appearance &appearance, const QString &key, const QVariant &value) {
+void apply(DesktopColors &colors, const QString &key, const QVariant &value) {
     if (key == QStringLiteral("color-scheme"))
-        appearance.colorScheme = schemeOf(value);
+        colors.scheme = schemeOf(value);
     else if (key == QStringLiteral("accent-color"))
-        appearance.accentColor = accentOf(value);
+        colors.accent = accentOf(value);
 }
 
 } // namespace
@@ -82,7 +82,7 @@ void PortalAppearance::readAll() {
         const QDBusPendingReply<SettingGroups> reply = *watcher;
         if (reply.isError())
             return;
-        Appearance read;
+        DesktopColors read;
         const QVariantMap settings = reply.value().value(appearanceGroup);
         for (auto setting = settings.cbegin(); setting != settings.cend(); ++setting)
             apply(read, setting.key(), setting.value());
@@ -94,16 +94,17 @@ void PortalAppearance::settingChanged(const QDBusMessage &signal) {
     const QVariantList arguments = signal.arguments();
     if (signal.signature() != QStringLiteral("ssv") || arguments[0].toString() != appearanceGroup)
         return;
-    Appearance next = current_;
+    DesktopColors next = current_;
     apply(next, arguments[1].toString(), arguments[2].value<QDBusVariant>().variant());
     accept(next);
 }
 
-void PortalAppearance::accept(const Appearance &appearance) {
-    if (appearance == current_)
+void PortalAppearance::accept(const DesktopColors &colors) {
+    if (colors == current_)
         return;
-    current_ = appearance;
-    Q_EMIT changed();
+    current_ = colors;
+    if (listener_)
+        listener_();
 }
 
 } // namespace quillmender

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Presence.h"
+#include "platform/Appearance.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,27 +12,26 @@ namespace quillmender {
 /// The desktop's colours as the settings portal tells them (namespace
 /// `org.freedesktop.appearance`). Asked without waiting; until an answer comes, and on a desktop
 /// without the portal, there is no preference.
-class PortalAppearance : public QObject {
+class PortalAppearance : public QObject, public Appearance {
     Q_OBJECT
 
   public:
-    explicit PortalAppearance(QDBusConnection bus);
+    explicit PortalAppearance(QDBusConnection bus = QDBusConnection::sessionBus());
 
-    const Appearance &current() const { return current_; }
-
-  Q_SIGNALS:
-    void changed();
+    DesktopColors colors() override { return current_; }
+    void onChange(std::function<void()> listener) override { listener_ = std::move(listener); }
 
   private Q_SLOTS: // NOLINT(readability-redundant-access-specifiers): moc reads it
     void settingChanged(const QDBusMessage &signal);
 
   private: // NOLINT(readability-redundant-access-specifiers): ends the slots
     void readAll();
-    void accept(const Appearance &appearance);
+    void accept(const DesktopColors &colors);
 
     QDBusConnection bus_;
     QDBusServiceWatcher portal_;
-    Appearance current_;
+    DesktopColors current_;
+    std::function<void()> listener_;
 };
 
 } // namespace quillmender

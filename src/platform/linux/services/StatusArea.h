@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QAbstractNativeEventFilter>
+#include "platform/linux/WindowSystemTray.h"
+
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
@@ -8,13 +9,14 @@
 namespace quillmender {
 
 /// Says when the desktop has a status area: when `org.kde.StatusNotifierWatcher` is on the session
-/// bus and has a host that shows items, or, without one, when the X server has a tray of the older
-/// kind (System Tray Protocol). Nothing here waits for another process.
-class StatusArea : public QObject, private QAbstractNativeEventFilter {
+/// bus and has a host that shows items, or, without one, when the window system has a tray of its
+/// own. Nothing here waits for another process.
+class StatusArea : public QObject {
     Q_OBJECT
 
   public:
-    explicit StatusArea(QDBusConnection bus);
+    /// `tray` may be null, and otherwise outlives this object.
+    StatusArea(QDBusConnection bus, WindowSystemTray *tray);
     ~StatusArea() override;
 
     /// Begins to look. `appeared()` follows whenever a status area is found, perhaps never.
@@ -27,12 +29,11 @@ class StatusArea : public QObject, private QAbstractNativeEventFilter {
     void askForHost();
 
   private: // NOLINT(readability-redundant-access-specifiers): ends the slots
-    void lookForOlderTray();
-    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    void lookForTray();
 
     QDBusConnection bus_;
     QDBusServiceWatcher watcher_;
-    quint32 managerAtom_ = 0;
+    WindowSystemTray *tray_;
 };
 
 } // namespace quillmender

@@ -20,7 +20,7 @@ std::unique_ptr<X11Services> X11Services::create(const QByteArray &displayName) 
                                                    *all.chords, all.pastes);
     all.hotKeys = std::make_unique<X11HotKeys>(*all.connection, *all.keymap);
     all.workspace = std::make_unique<X11Workspace>(*all.connection, *all.activeWindow, all.pastes);
-    all.windowSystem = std::make_unique<X11WindowSystem>(*all.connection, *all.activeWindow);
+    all.windowStanding = std::make_unique<WindowStanding>(*all.connection, *all.activeWindow);
     // What was subscribed to counts from now on, not from the loop's first sleep.
     xcb_flush(all.connection->xcb());
     return services;

@@ -4,13 +4,13 @@
 #include "platform/linux/x11/ChordWatch.h"
 #include "platform/linux/x11/PasteRecord.h"
 #include "platform/linux/x11/WindowPing.h"
+#include "platform/linux/x11/WindowStanding.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11FrontmostSource.h"
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/linux/x11/X11KeyEvents.h"
 #include "platform/linux/x11/X11Keymap.h"
 #include "platform/linux/x11/X11Pasteboard.h"
-#include "platform/linux/x11/X11WindowSystem.h"
 #include "platform/linux/x11/X11Workspace.h"
 
 #include <memory>
@@ -18,8 +18,7 @@
 namespace quillmender {
 
 /// Every service of an X11 session over one connection. What refers to another is declared after
-/// it; each can be moved out, and then needs the connection, keymap and active window of this
-/// object all the same.
+/// it; each can be moved out, and then needs what is left in this object all the same.
 struct X11Services {
     /// Null when there is no X server. An empty name is the session's display.
     static std::unique_ptr<X11Services> create(const QByteArray &displayName = {});
@@ -35,7 +34,7 @@ struct X11Services {
     std::unique_ptr<X11KeyEvents> keyEvents;
     std::unique_ptr<X11HotKeys> hotKeys;
     std::unique_ptr<X11Workspace> workspace;
-    std::unique_ptr<X11WindowSystem> windowSystem;
+    std::unique_ptr<WindowStanding> windowStanding;
 };
 
 } // namespace quillmender

@@ -1,92 +1,40 @@
 #include "platform/linux/x11/X11WindowSystem.h"
 
-#include "platform/linux/x11/ActiveWindow.h"
-#include "platform/linux/x11/ClientMessage.h"
-#include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11OwnWindows.h"
+#include "platform/linux/x11/X11Services.h"
+#include "platform/linux/x11/X11Tray.h"
 
 namespace quillmender {
 
-namespace {
-
-/// A window manager maps a window inside its frame before it maps the frame: such a window is not
-/// viewable yet, but its map event is over.
-bool isMapped(const X11Connection &connection, xcb_window_t window) {
-    xcb_generic_error_t *error = nullptr;
-    const auto reply = adoptXcb(xcb_get_window_attributes_reply(
-        connection.xcb(), xcb_get_window_attributes(connection.xcb(), window), &error));
-    std::free(error);
-    return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
-}
-
-constexpr std::array panelStates{"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_STICKY",
-                                 "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"};
-constexpr quint32 allDesktops = 0xffffffff;
-
-} // namespace
-
-X11WindowSystem::X11WindowSystem(X11Connection &connection, ActiveWindow &activeWindow)
-    : connection_(connection),
-      activeWindow_(activeWindow) {
-    connect(&connection_, &X11Connection::eventReceived, this, &X11WindowSystem::handleEvent);
-}
-
-void X11WindowSystem::applyPanelAttributes(quintptr windowId) {
-    const auto window = static_cast<xcb_window_t>(windowId);
-    panels_.insert(window);
-    writeCardinals(connection_, window, connection_.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM,
-                   {connection_.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
-    if (isMapped(connection_, window))
-        requestState(window);
-    else
-        writeState(window);
-    xcb_flush(connection_.xcb());
-}
-
-void X11WindowSystem::activateWindow(quintptr windowId) {
-    const auto window = static_cast<xcb_window_t>(windowId);
-    watch_.reset();
-    // Watched before it is asked, so that it cannot be mapped unseen in between.
-    watch_ = std::make_unique<WindowWatch>(connection_, window);
-    awaited_ = window;
-    if (isMapped(connection_, window))
-        activateMapped(window);
-    xcb_flush(connection_.xcb());
-}
-
-void X11WindowSystem::handleEvent(const xcb_generic_event_t *event) {
-    if (eventType(event) != XCB_MAP_NOTIFY || awaited_ == XCB_WINDOW_NONE)
-        return;
-    if (eventCast<xcb_map_notify_event_t>(event).window == awaited_)
-        activateMapped(awaited_);
-}
-
-void X11WindowSystem::activateMapped(xcb_window_t window) {
-    awaited_ = XCB_WINDOW_NONE;
-    watch_.reset();
-    if (panels_.contains(window))
-        requestState(window);
-    activeWindow_.activate(window);
-}
-
-void X11WindowSystem::writeState(xcb_window_t window) {
-    QList<quint32> states;
-    for (const char *state : panelStates)
-        states.append(connection_.atom(state));
-    writeCardinals(connection_, window, connection_.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, states);
-    writeCardinals(connection_, window, connection_.atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL,
-                   {allDesktops});
-}
-
-void X11WindowSystem::requestState(xcb_window_t window) {
-    constexpr quint32 add = 1;
-    constexpr quint32 application = 1;
-    for (std::size_t i = 0; i < panelStates.size(); i += 2)
-        sendToWindowManager(connection_, window, "_NET_WM_STATE",
-                            {add, connection_.atom(panelStates[i]),
-                             connection_.atom(panelStates[i + 1]), application, 0});
-    sendToWindowManager(connection_, window, "_NET_WM_DESKTOP",
-                        {allDesktops, application, 0, 0, 0});
+WindowSystemServices x11WindowSystem(std::function<QIcon()> windowIcon) {
+    WindowSystemServices services;
+    services.name = QStringLiteral("X11");
+    const std::shared_ptr<X11Services> x11 = X11Services::create();
+    if (!x11)
+        return services;
+    services.shared = x11;
+    services.workspace = std::move(x11->workspace);
+    services.pasteboard = std::move(x11->pasteboard);
+    services.hotKeys = std::move(x11->hotKeys);
+    services.ownWindows =
+        std::make_unique<X11OwnWindows>(*x11->windowStanding, std::move(windowIcon));
+    services.frontmost = std::move(x11->frontmost);
+    services.tray = std::make_unique<X11Tray>();
+    services.backends = {
+        {Capability::sourceApplications, QStringLiteral("EWMH, else the input focus")},
+        {Capability::clipboard, QStringLiteral("selections and XFixes")},
+        {Capability::hotKeys, QStringLiteral("passive grabs")},
+        {Capability::panel, QStringLiteral("EWMH")},
+    };
+    if (x11->connection->hasTest()) {
+        services.keyEvents = std::move(x11->keyEvents);
+        services.backends[Capability::chords] = QStringLiteral("XTest");
+    } else {
+        services.missing[Capability::chords] =
+            QStringLiteral("This X server lacks the XTest extension, so Quillmender cannot copy or "
+                           "paste for you.");
+    }
+    return services;
 }
 
 } // namespace quillmender

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11Workspace.h"
 
+#include "platform/linux/desktop/SettingsPages.h"
 #include "platform/linux/desktop/UrlOpener.h"
 #include "platform/linux/x11/ActiveWindow.h"
 #include "platform/linux/x11/ClientIdentity.h"
@@ -11,7 +12,7 @@ RunningApplicationRef X11Workspace::frontmostApplication() {
     return activeWindow_.frontmost();
 }
 
-bool X11Workspace::activate(RunningApplicationRef application, quint32) {
+bool X11Workspace::activate(RunningApplicationRef application) {
     const auto own = std::dynamic_pointer_cast<const X11RunningApplication>(application);
     if (!own)
         return false;
@@ -47,6 +48,10 @@ std::optional<DesktopRect> X11Workspace::windowFrame(RunningApplicationRef appli
 
 bool X11Workspace::openUrl(const QUrl &url) {
     return openUrlOnDesktop(url);
+}
+
+bool X11Workspace::openSettingsPage(SettingsPage page) {
+    return settingsPages::open(page);
 }
 
 } // namespace quillmender

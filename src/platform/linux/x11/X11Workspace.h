@@ -18,9 +18,10 @@ class X11Workspace : public Workspace {
           pastes_(pastes) {}
 
     RunningApplicationRef frontmostApplication() override;
-    bool activate(RunningApplicationRef application, quint32 options) override;
+    bool activate(RunningApplicationRef application) override;
     std::optional<DesktopRect> windowFrame(RunningApplicationRef application) override;
     bool openUrl(const QUrl &url) override;
+    bool openSettingsPage(SettingsPage page) override;
 
   private:
     X11Connection &connection_;

@@ -38,9 +38,11 @@ class AboutLookFixture : public testing::Test {
         QCoreApplication::sendPostedEvents();
     }
 
-    PanelPresence presence;
-    Theme theme{presence};
-    AboutWindowController controller{QStringLiteral("1.0.0"), theme, presence};
+    fakes::FakeAppearance appearance;
+    fakes::FakeSymbols symbols;
+    fakes::FakeOwnWindows ownWindows;
+    Theme theme{appearance, symbols};
+    AboutWindowController controller{QStringLiteral("1.0.0"), theme, ownWindows};
 };
 
 namespace look {

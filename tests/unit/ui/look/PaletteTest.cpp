@@ -74,7 +74,7 @@ TEST(ColorTableTest, TheMarkIsTheAccentWhereItIsSeen) {
 
 TEST_F(PaletteTest, TheToolkitHasOurColours) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        presence.become({scheme, 0x3584e4});
+        appearance.become({scheme, 0x3584e4});
         const Colors &colors = theme.colors();
         EXPECT_EQ(colors.accent, QColor(0x35, 0x84, 0xe4)) << "the desktop's";
         const QPalette used = QApplication::palette();
@@ -96,13 +96,14 @@ TEST_F(PaletteTest, TheToolkitHasOurColours) {
 TEST(ThemeChoiceTest, ADesktopWithoutAPreferenceDecidesByItsOwnColours) {
     for (const bool dark : {true, false}) {
         QApplication::setPalette(QPalette(dark ? QColor(Qt::black) : QColor(Qt::white)));
-        PanelPresence presence;
-        presence.current = {ColorScheme::noPreference, std::nullopt};
-        const Theme theme(presence);
+        fakes::FakeAppearance appearance;
+        fakes::FakeSymbols symbols;
+        appearance.current = {ColorScheme::noPreference, std::nullopt};
+        const Theme theme(appearance, symbols);
         EXPECT_EQ(theme.colors().window, Colors::make(dark, std::nullopt).window) << dark;
-        presence.become({dark ? ColorScheme::light : ColorScheme::dark, std::nullopt});
+        appearance.become({dark ? ColorScheme::light : ColorScheme::dark, std::nullopt});
         EXPECT_EQ(theme.colors().window, Colors::make(!dark, std::nullopt).window) << dark;
-        presence.become({ColorScheme::noPreference, std::nullopt});
+        appearance.become({ColorScheme::noPreference, std::nullopt});
         EXPECT_EQ(theme.colors().window, Colors::make(dark, std::nullopt).window) << dark;
     }
 }

@@ -46,7 +46,7 @@ bool isNear(const QColor &a, const QColor &b) {
 
 TEST_F(SurfaceTest, ATileIsAFaintAccentWithRoundCorners) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        presence.become({scheme, 0xd02060});
+        appearance.become({scheme, 0xd02060});
         show();
         settle();
         button(QStringLiteral("Close"))->setFocus();
@@ -118,7 +118,7 @@ TEST_F(SurfaceTest, TheTitleOfATileIsBolderAndLargerThanItsSubtitle) {
 
 TEST_F(SurfaceTest, TheInstructionHasItsOutline) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        presence.become({scheme, std::nullopt});
+        appearance.become({scheme, std::nullopt});
         show();
         settle();
         EXPECT_EQ(editor()->height(), 96);
@@ -176,17 +176,16 @@ TEST_F(SurfaceTest, WhatIsFocusedHasARingOfTheAccent) {
 }
 
 TEST_F(SurfaceTest, ATileShowsItsSymbolBesideItsTitle) {
-    presence.drawsSymbols = true;
+    symbols.drawsSymbols = true;
     show();
     settle();
     const auto tiles = controller.panel()->findChildren<ActionTile *>();
     for (ActionTile *each : tiles) {
-        presence.symbols.clear();
+        symbols.asked.clear();
         // The theme keeps what it has drawn once.
-        presence.become(presence.current);
+        appearance.become(appearance.current);
         const QImage image = look::painted(*each, ground());
-        EXPECT_EQ(presence.symbols,
-                  QStringList(each->action().systemImage() + QStringLiteral(" 20")));
+        EXPECT_EQ(symbols.asked, QStringList(each->action().systemImage() + QStringLiteral(" 20")));
         EXPECT_EQ(look::count(image.copy(16, 0, 20, image.height()), colors().accentMark), 20 * 20);
         EXPECT_EQ(look::count(image.copy(0, 0, 16, image.height()), colors().text), 0);
         EXPECT_EQ(look::count(image.copy(36, 0, 12, image.height()), colors().text), 0);
@@ -194,8 +193,8 @@ TEST_F(SurfaceTest, ATileShowsItsSymbolBesideItsTitle) {
 }
 
 TEST_F(SurfaceTest, ATilesTextsAreInTheMiddleInTheirSizes) {
-    presence.drawsSymbols = true;
-    presence.become(presence.current);
+    symbols.drawsSymbols = true;
+    appearance.become(appearance.current);
     show();
     settle();
     QFont title = fontFor(TextStyle::body);

@@ -63,7 +63,7 @@ TEST_F(FontTest, TheScaleGrowsWithTheTextAndNeverShrinks) {
 
 TEST_F(PanelTypeTest, EachTextHasItsSizeItsWeightAndItsColour) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        presence.become({scheme, std::nullopt});
+        appearance.become({scheme, std::nullopt});
         showEverything();
         expectType(controller.panel(), theme,
                    {

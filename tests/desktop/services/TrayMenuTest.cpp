@@ -1,16 +1,18 @@
-#include "platform/linux/services/StatusMenu.h"
+#include "platform/linux/services/TrayMenu.h"
 
 #include <gtest/gtest.h>
 
 namespace quillmender {
 
-TEST(StatusMenuTest, ShowsTitlesShortcutsAndHidesWhatIsHidden) {
+TEST(TrayMenuTest, ShowsTitlesShortcutsAndHidesWhatIsHidden) {
     int pressed = 0;
-    StatusMenu menu({{QStringLiteral("Transform"), QStringLiteral(" "),
-                      controlModifier | optionModifier, false, [&pressed] { ++pressed; }},
-                     {QStringLiteral("Settings"), QStringLiteral(","), commandModifier, false, {}},
-                     {QStringLiteral("This & That"), QString(), 0, true, {}},
-                     {QStringLiteral("Quit"), QStringLiteral("q"), commandModifier, false, {}}});
+    TrayMenu menu(
+        {{QStringLiteral("Transform"),
+          QKeyCombination(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space), false,
+          [&pressed] { ++pressed; }},
+         {QStringLiteral("Settings"), QKeyCombination(Qt::MetaModifier, Qt::Key_Comma), false, {}},
+         {QStringLiteral("This & That"), std::nullopt, true, {}},
+         {QStringLiteral("Quit"), QKeyCombination(Qt::MetaModifier, Qt::Key_Q), false, {}}});
     const QList<QAction *> actions = menu.actions();
     ASSERT_EQ(actions.size(), 4);
     EXPECT_EQ(actions[0]->shortcut().toString().toStdString(), "Ctrl+Alt+Space");

@@ -1,10 +1,9 @@
-#include "platform/macos/SymbolImage.h"
+#include "platform/macos/MacSymbols.h"
 
 #include "platform/macos/ObjcText.h"
 
 #import <AppKit/AppKit.h>
 #include <algorithm>
-#include <cstring>
 
 namespace quillmender {
 
@@ -61,29 +60,27 @@ quint32 scaled(quint32 component, quint32 alpha) {
     return (component * alpha + 127) / 255;
 }
 
-quint32 premultiplied(quint32 color, quint32 coverage) {
+QRgb premultiplied(QRgb color, quint32 coverage) {
     const quint32 alpha = scaled(color >> 24, coverage);
     return alpha << 24 | scaled(color >> 16 & 0xff, alpha) << 16 |
            scaled(color >> 8 & 0xff, alpha) << 8 | scaled(color & 0xff, alpha);
 }
 
 // The symbol is a template: only its coverage counts.
-QByteArray tinted(NSBitmapImageRep *bitmap, int pixelSize, quint32 color) {
-    QByteArray pixels(qsizetype{pixelSize} * pixelSize * bytesPerPixel, Qt::Uninitialized);
-    char *to = pixels.data();
+QImage tinted(NSBitmapImageRep *bitmap, int pixelSize, QRgb color) {
+    QImage image(pixelSize, pixelSize, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < pixelSize; ++y) {
         const unsigned char *from = [bitmap bitmapData] + [bitmap bytesPerRow] * y;
-        for (int x = 0; x < pixelSize; ++x, from += bytesPerPixel, to += bytesPerPixel) {
-            const quint32 pixel = premultiplied(color, from[alphaByte]);
-            std::memcpy(to, &pixel, sizeof pixel);
-        }
+        auto *to = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < pixelSize; ++x, from += bytesPerPixel)
+            to[x] = premultiplied(color, from[alphaByte]);
     }
-    return pixels;
+    return image;
 }
 
 } // namespace
 
-QByteArray systemSymbolImage(const QString &name, int pixelSize, quint32 color) {
+QImage MacSymbols::image(const QString &name, int pixelSize, const QColor &color) {
     if (pixelSize <= 0)
         return {};
     @autoreleasepool {
@@ -93,7 +90,7 @@ QByteArray systemSymbolImage(const QString &name, int pixelSize, quint32 color) 
         const auto bitmap = makeBitmap(pixelSize);
         if (!bitmap || !draw(symbol, bitmap.get(), pixelSize))
             return {};
-        return tinted(bitmap.get(), pixelSize, color);
+        return tinted(bitmap.get(), pixelSize, color.rgba());
     }
 }
 

@@ -1,4 +1,4 @@
-#include "platform/linux/services/Symbols.h"
+#include "platform/linux/services/SymbolDrawings.h"
 
 #include <QHash>
 #include <QPainter>

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+class QWindow;
+
+namespace quillmender {
+
+/// A window that is out of the way while text is written back into another application. It comes
+/// back when this object goes.
+class SteppedAside {
+  public:
+    SteppedAside() = default;
+    SteppedAside(const SteppedAside &) = delete;
+    SteppedAside &operator=(const SteppedAside &) = delete;
+    virtual ~SteppedAside() = default;
+
+    /// The window stays hidden instead, until somebody shows it.
+    virtual void stayAway() = 0;
+};
+
+/// The standing of this program's own windows on the desktop. A window is handed over once its
+/// native window has been made.
+class OwnWindows {
+  public:
+    OwnWindows() = default;
+    OwnWindows(const OwnWindows &) = delete;
+    OwnWindows &operator=(const OwnWindows &) = delete;
+    virtual ~OwnWindows() = default;
+
+    /// No Dock icon, no application menu. Once, before any window.
+    virtual void setAccessoryPolicy() = 0;
+
+    /// The floating panel: above others, on all desktops, a dialog, in no task bar. To be called
+    /// whenever its native window was made.
+    virtual void applyPanelAttributes(QWindow *window) = 0;
+
+    /// The same for an ordinary titled window of fixed size. Nothing to do where the toolkit's own
+    /// flags say all of it.
+    virtual void applyWindowAttributes(QWindow *window) = 0;
+
+    /// Gives the window the front and the keyboard focus, whatever application has them now.
+    virtual void activate(QWindow *window) = 0;
+
+    /// Hides the window where the source application gets the focus back only then. Null where it
+    /// gets it with the window on screen: nothing is hidden.
+    virtual std::unique_ptr<SteppedAside> stepAside(QWindow *window) = 0;
+};
+
+} // namespace quillmender

@@ -1,0 +1,81 @@
+#include "platform/linux/WindowSystemServices.h"
+
+#include "platform/linux/NoFrontmostSource.h"
+#include "platform/linux/x11/X11WindowSystem.h"
+#include "platform/none/NoneHotKeys.h"
+#include "platform/none/NoneKeyEvents.h"
+#include "platform/none/NoneOwnWindows.h"
+#include "platform/none/NonePasteboard.h"
+#include "platform/none/NoneWorkspace.h"
+
+#include <QLoggingCategory>
+
+namespace quillmender {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
+
+struct Words {
+    Capability capability;
+    const char *name;
+    const char *without; ///< what the user does without
+};
+
+constexpr std::array vocabulary{
+    Words{Capability::sourceApplications, "source applications",
+          "Quillmender cannot tell which application you are working in."},
+    Words{
+        Capability::clipboard, "clipboard",
+        "Quillmender cannot take text from the clipboard of other applications, nor put it there."},
+    Words{Capability::chords, "chords", "Quillmender cannot copy or paste for you."},
+    Words{Capability::hotKeys, "hot keys",
+          "The keyboard shortcut does not work here. Use the menu of the status item instead."},
+    Words{Capability::panel, "panel", "The panel may open behind other windows."},
+};
+
+template <typename None, typename Service> void complete(std::unique_ptr<Service> &service) {
+    if (!service)
+        service = std::make_unique<None>();
+}
+
+void completeWithNone(WindowSystemServices &services) {
+    complete<NoneWorkspace>(services.workspace);
+    complete<NonePasteboard>(services.pasteboard);
+    complete<NoneKeyEvents>(services.keyEvents);
+    complete<NoneHotKeys>(services.hotKeys);
+    complete<NoneOwnWindows>(services.ownWindows);
+    complete<NoFrontmostSource>(services.frontmost);
+    for (const Words &words : vocabulary)
+        if (!services.backends.contains(words.capability) &&
+            !services.missing.contains(words.capability))
+            services.missing[words.capability] = QLatin1String(words.without);
+}
+
+void writeToLog(const WindowSystemServices &services, const QString &toolkitPlatform) {
+    qCInfo(log, "window system: %s, since the toolkit speaks %s",
+           services.name.isEmpty() ? "none" : qUtf8Printable(services.name),
+           qUtf8Printable(toolkitPlatform));
+    for (const Words &words : vocabulary) {
+        const auto backend = services.backends.constFind(words.capability);
+        if (backend != services.backends.constEnd())
+            qCInfo(log, "%s: %s", words.name, qUtf8Printable(*backend));
+        else
+            qCInfo(log, "%s: none. %s", words.name,
+                   qUtf8Printable(services.missing[words.capability]));
+    }
+}
+
+} // namespace
+
+WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
+                                        std::function<QIcon()> windowIcon) {
+    WindowSystemServices services;
+    if (toolkitPlatform == QStringLiteral("xcb"))
+        services = x11WindowSystem(std::move(windowIcon));
+    completeWithNone(services);
+    writeToLog(services, toolkitPlatform);
+    return services;
+}
+
+} // namespace quillmender

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Capabilities.h"
+#include "platform/HotKeys.h"
+#include "platform/KeyEvents.h"
+#include "platform/OwnWindows.h"
+#include "platform/Pasteboard.h"
+#include "platform/Workspace.h"
+#include "platform/linux/FrontmostSource.h"
+#include "platform/linux/WindowSystemTray.h"
+
+#include <QIcon>
+
+#include <functional>
+#include <memory>
+
+namespace quillmender {
+
+/// What the session's window system offers, each by the backend that was chosen for it.
+struct WindowSystemServices {
+    QString name; ///< empty when the window system is none that is known here
+
+    /// Keeps alive what the services share, such as a connection.
+    std::shared_ptr<void> shared;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<HotKeys> hotKeys;
+    std::unique_ptr<OwnWindows> ownWindows;
+    std::unique_ptr<FrontmostSource> frontmost;
+    std::unique_ptr<WindowSystemTray> tray; ///< null where trays are on the session bus alone
+
+    /// How each capability comes about, for the log, or why it is missing, for the user.
+    QMap<Capability, QString> backends;
+    MissingCapabilities missing;
+};
+
+/// The services of the window system that the toolkit speaks, by the toolkit's name of it: another
+/// one's server that happens to answer, as XWayland does, is not this session's. What is missing is
+/// its `none` form. Writes its choices to the log, a line for each capability. `windowIcon` makes
+/// the icon of our windows where the window system is told of one.
+WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
+                                        std::function<QIcon()> windowIcon);
+
+} // namespace quillmender

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "fakes/CallLog.h"
+#include "platform/OwnWindows.h"
+
+#include <QPointer>
+#include <QWindow>
+
+namespace quillmender::fakes {
+
+/// Hides a window as a window system does that gives the focus back only then.
+class FakeSteppedAside : public SteppedAside {
+  public:
+    explicit FakeSteppedAside(QWindow *window) : window_(window) { window_->hide(); }
+    ~FakeSteppedAside() override {
+        if (window_)
+            window_->show();
+    }
+    void stayAway() override { window_.clear(); }
+
+  private:
+    QPointer<QWindow> window_;
+};
+
+/// Records what is asked for each window.
+class FakeOwnWindows : public OwnWindows {
+  public:
+    explicit FakeOwnWindows(CallLog log = makeCallLog()) : log_(std::move(log)) {}
+
+    struct Call {
+        QString name;
+        const QWindow *window = nullptr;
+
+        friend bool operator==(const Call &, const Call &) = default;
+    };
+
+    void setAccessoryPolicy() override { log_->append(QStringLiteral("setAccessoryPolicy")); }
+    void applyPanelAttributes(QWindow *window) override { record("applyPanelAttributes", window); }
+    void applyWindowAttributes(QWindow *window) override {
+        record("applyWindowAttributes", window);
+    }
+    void activate(QWindow *window) override { record("activate", window); }
+    std::unique_ptr<SteppedAside> stepAside(QWindow *window) override {
+        if (!needsSteppingAside)
+            return nullptr;
+        record("stepAside", window);
+        return std::make_unique<FakeSteppedAside>(window);
+    }
+
+    QList<Call> calls;
+    bool needsSteppingAside = false;
+
+  private:
+    void record(const char *name, const QWindow *window) {
+        calls.append({QString::fromLatin1(name), window});
+    }
+
+    CallLog log_;
+};
+
+} // namespace quillmender::fakes
