@@ -1,172 +1,312 @@
-#include "SelectionTest.h"
+#include "FocusedTextTest.h"
 #include "doubles/cf/Data.h"
+#include "doubles/cf/Number.h"
 
 #include <unistd.h>
 
 namespace quillmender {
 namespace {
 
-class CaptureTest : public SelectionTest {
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+using Calls = std::vector<std::string>;
+
+Calls operator+(Calls first, const Calls &second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+class CaptureTest : public FocusedTextTest {
   protected:
-    const QStringList beforeTheTexts = {
-        QStringLiteral("frontmostApplication"),
-        QStringLiteral("pasteboard.itemsWithin 1000"),
-        QStringLiteral("pasteboard.changeCount"),
-        QStringLiteral("AXUIElementCreateSystemWide"),
-        QStringLiteral("AXUIElementCopyAttributeValue system-wide AXFocusedUIElement"),
+    void expectNothing(const FocusReading &reading) {
+        EXPECT_EQ(reading.application, application);
+        EXPECT_EQ(reading.element, nullptr);
+        expectNoText(reading);
+    }
+    static void expectNoText(const FocusReading &reading) {
+        EXPECT_EQ(reading.selectedText, std::nullopt);
+        EXPECT_EQ(reading.selectedRange, std::nullopt);
+        EXPECT_EQ(reading.value, std::nullopt);
+    }
+
+    /// Every type of value but a text; the caller owns the references.
+    static std::vector<CFTypeRef> otherTypes() {
+        const SInt32 number = 7;
+        return {CFNumberCreate(nullptr, kCFNumberSInt32Type, &number), doubles::makeData("bytes"),
+                CFRetain(kCFBooleanTrue), doubles::makeRange(0, 4)};
+    }
+
+    const Calls search = {
+        "AXUIElementCreateSystemWide",
+        "AXUIElementCopyAttributeValue system-wide AXFocusedUIElement",
     };
-    const QStringList copyChord = {
-        QStringLiteral("activate source"),
-        QStringLiteral("sleep 120"),
-        QStringLiteral("CGEventSourceCreate 0"),
-        QStringLiteral("CGEventCreateKeyboardEvent 8 down"),
-        QStringLiteral("CGEventCreateKeyboardEvent 8 up"),
-        QStringLiteral("CGEventSetFlags 8 down 0x100000"),
-        QStringLiteral("CGEventSetFlags 8 up 0x100000"),
-        QStringLiteral("CGEventPost 0 8 down 0x100000"),
-        QStringLiteral("CGEventPost 0 8 up 0x100000"),
-        QStringLiteral("sleep 50"),
-        QStringLiteral("pasteboard.changeCount"),
-    };
-    const QStringList copiedAndRestored = {
-        QStringLiteral("pasteboard.string"),
-        QStringLiteral("pasteboard.clear"),
-        QStringLiteral("pasteboard.writeItems 1"),
-    };
+    const Calls owner = {"AXUIElementGetPid editor"};
     /// Whose the focused element is, and whether it holds a password.
-    const QStringList examination = {
-        QStringLiteral("AXUIElementGetPid editor"),
-        QStringLiteral("AXUIElementCopyAttributeValue editor AXSubrole"),
-    };
-    const QString selectedText =
-        QStringLiteral("AXUIElementCopyAttributeValue editor AXSelectedText");
-    const QString wholeValue = QStringLiteral("AXUIElementCopyAttributeValue editor AXValue");
-    const QString range =
-        QStringLiteral("AXUIElementCopyAttributeValue editor AXSelectedTextRange");
+    const Calls examination = owner + Calls{"AXUIElementCopyAttributeValue editor AXSubrole"};
+    const Calls selectedText = {"AXUIElementCopyAttributeValue editor AXSelectedText"};
+    const Calls wholeValue = {"AXUIElementCopyAttributeValue editor AXValue"};
+    const Calls range = {"AXUIElementCopyAttributeValue editor AXSelectedTextRange"};
 };
 
-TEST_F(CaptureTest, takesTheSelectionTrimmedWithTheElementsRange) {
-    setText(u"a  word  b", CFRangeMake(1, 8));
-    const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, range}));
-    EXPECT_EQ(session->selectedText, QStringLiteral("word"));
-    EXPECT_EQ(session->selectedRange, (TextRange{1, 8}));
-    EXPECT_EQ(session->captureScope, CaptureScope::selection);
-    EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::accessibility);
+const AXError everyError[] = {
+    kAXErrorFailure,        kAXErrorIllegalArgument,      kAXErrorInvalidUIElement,
+    kAXErrorCannotComplete, kAXErrorAttributeUnsupported, kAXErrorAPIDisabled,
+    kAXErrorNoValue,        kAXErrorNotImplemented,
+};
+
+TEST_F(CaptureTest, waitsForOneSecondAtMost) {
+    const MacFocusedText another;
+    EXPECT_THAT(calls(), ElementsAre("AXUIElementCreateSystemWide",
+                                     "AXUIElementSetMessagingTimeout system-wide 1.000000"));
 }
 
-TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
+TEST_F(CaptureTest, readsTheSelectedTextThenItsRange) {
+    setText(u"a  w\u00F6rd \U0001F642 b", CFRangeMake(1, 10));
+    const FocusReading reading = read();
+    EXPECT_EQ(calls(), search + examination + selectedText + range);
+    EXPECT_EQ(reading.application, application);
+    EXPECT_NE(reading.element, nullptr);
+    EXPECT_FALSE(reading.isElsewhere);
+    EXPECT_EQ(reading.selectedText, QStringLiteral("  w\u00F6rd \U0001F642 "));
+    EXPECT_EQ(reading.selectedRange, (TextRange{1, 10}));
+    EXPECT_EQ(reading.value, std::nullopt);
+    EXPECT_EQ(reading.chordContext, nullptr);
+}
+
+TEST_F(CaptureTest, readsTheWholeValueWhenNothingIsSelected) {
     setText(u"  \U0001F642lo  ");
-    const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, wholeValue}));
-    EXPECT_EQ(session->selectedText, QStringLiteral("  \U0001F642lo  "));
-    EXPECT_EQ(session->selectedRange, (TextRange{0, 8}));
-    EXPECT_EQ(session->captureScope, CaptureScope::fullField);
+    editor->give("AXSelectedText", doubles::makeString(u""));
+    editor->give("AXSelectedTextRange", doubles::makeRange(3, 0));
+    const FocusReading reading = read();
+    EXPECT_EQ(calls(), search + examination + selectedText + wholeValue);
+    EXPECT_NE(reading.element, nullptr);
+    EXPECT_EQ(reading.selectedText, std::nullopt);
+    EXPECT_EQ(reading.selectedRange, std::nullopt) << "of a selected text only";
+    EXPECT_EQ(reading.value, QStringLiteral("  \U0001F642lo  ")) << "as the field holds it";
 }
 
-TEST_F(CaptureTest, fallsThroughABlankSelectionToTheField) {
-    setText(u"   text", CFRangeMake(0, 3));
-    EXPECT_EQ(capture()->captureScope, CaptureScope::fullField);
+TEST_F(CaptureTest, aBlankSelectionIsNone) {
+    for (const auto *const blank : {u"", u" ", u" \n\t", u"\u00A0 \u2028\r\n"}) {
+        setText(u"some text", CFRangeMake(4, 1));
+        editor->give("AXSelectedText", doubles::makeString(blank));
+        const FocusReading reading = read();
+        EXPECT_EQ(calls(), search + examination + selectedText + wholeValue);
+        EXPECT_EQ(reading.selectedText, std::nullopt);
+        EXPECT_EQ(reading.selectedRange, std::nullopt);
+        EXPECT_EQ(reading.value, QStringLiteral("some text"));
+    }
 }
 
-TEST_F(CaptureTest, anUnreadableRangeIsAbsent) {
+TEST_F(CaptureTest, aBlankFieldHasAnElementAndNoText) {
+    for (const auto *const blank : {u"", u" \n", u"\u00A0 \u2028\r\n\t"}) {
+        setText(blank);
+        const FocusReading reading = read();
+        EXPECT_EQ(calls(), search + examination + selectedText + wholeValue);
+        EXPECT_NE(reading.element, nullptr);
+        expectNoText(reading);
+    }
+}
+
+TEST_F(CaptureTest, aTextOfAnotherTypeIsNone) {
+    for (const CFTypeRef selected : otherTypes()) {
+        setText(u"text");
+        editor->give("AXSelectedText", selected);
+        const FocusReading reading = read();
+        EXPECT_EQ(reading.selectedText, std::nullopt);
+        EXPECT_EQ(reading.value, QStringLiteral("text"));
+    }
+    for (const CFTypeRef whole : otherTypes()) {
+        editor->give("AXValue", whole);
+        calls();
+        const FocusReading reading = read();
+        EXPECT_EQ(calls(), search + examination + selectedText + wholeValue);
+        EXPECT_NE(reading.element, nullptr);
+        expectNoText(reading);
+    }
+}
+
+TEST_F(CaptureTest, aTextThatCannotBeReadIsNone) {
+    setText(u"a word", CFRangeMake(2, 4));
+    for (const AXError error : everyError) {
+        editor->failReading("AXSelectedText", error);
+        const FocusReading reading = read();
+        EXPECT_EQ(calls(), search + examination + selectedText + wholeValue);
+        EXPECT_EQ(reading.selectedText, std::nullopt);
+        EXPECT_EQ(reading.value, QStringLiteral("a word"));
+    }
+    for (const AXError error : everyError) {
+        editor->failReading("AXValue", error);
+        const FocusReading reading = read();
+        EXPECT_NE(reading.element, nullptr);
+        expectNoText(reading);
+    }
+}
+
+TEST_F(CaptureTest, whatComesBesideAnErrorIsNone) {
+    setText(u"a word", CFRangeMake(2, 4));
+    editor->failReadingWithValue("AXSelectedTextRange", kAXErrorFailure);
+    EXPECT_EQ(read().selectedText, QStringLiteral("word"));
+    EXPECT_EQ(read().selectedRange, std::nullopt);
+    editor->failReadingWithValue("AXSelectedText", kAXErrorCannotComplete);
+    EXPECT_EQ(read().selectedText, std::nullopt);
+    EXPECT_EQ(read().value, QStringLiteral("a word"));
+    editor->failReadingWithValue("AXValue", kAXErrorNoValue);
+    expectNoText(read());
+    EXPECT_NE(read().element, nullptr);
+    server.focusedError = kAXErrorFailure;
+    server.focusedBesideError = true;
+    expectNothing(read());
+}
+
+TEST_F(CaptureTest, withoutAFocusedElementNobodyIsAsked) {
     setText(u"word", CFRangeMake(0, 4));
-    editor->failReading("AXSelectedTextRange", kAXErrorAttributeUnsupported);
-    EXPECT_EQ(capture()->selectedRange, std::nullopt);
-}
-
-TEST_F(CaptureTest, aRangeOfAnotherTypeIsAbsent) {
-    setText(u"word", CFRangeMake(0, 4));
-    editor->give("AXSelectedTextRange", doubles::makeRange(0, 4, kAXValueTypeCGSize));
-    EXPECT_EQ(capture()->selectedRange, std::nullopt);
-    editor->give("AXSelectedTextRange", doubles::makeString(u"{0, 4}"));
-    EXPECT_EQ(capture()->selectedRange, std::nullopt);
-}
-
-TEST_F(CaptureTest, copiesWhenNoElementHasTheFocus) {
-    server.focusedError = kAXErrorCannotComplete;
-    copyYields(QStringLiteral(" copied "));
-    const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + copyChord + copiedAndRestored);
-    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
-    EXPECT_EQ(session->focusedElement, nullptr);
-    EXPECT_EQ(session->selectedRange, std::nullopt);
-    EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::clipboard);
-}
-
-TEST_F(CaptureTest, copiesWhenTheFocusIsInAnotherApplication) {
-    struct Process : RunningApplication {
-        qint64 processId() const override { return 7; }
-    };
-    workspace.frontmost = std::make_shared<const Process>();
-    setText(u"of another", CFRangeMake(0, 10));
-    EXPECT_NE(capture()->focusedElement, nullptr);
-    editor->process = 8;
-    log->clear();
-    copyYields(QStringLiteral("copied"));
-    const auto session = capture();
-    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
-    EXPECT_EQ(session->focusedElement, nullptr);
-    EXPECT_FALSE(log->contains(selectedText));
-}
-
-TEST_F(CaptureTest, copiesWhenTheFocusedElementIsNull) {
+    for (const AXError error : everyError) {
+        server.focusedError = error;
+        const FocusReading reading = read();
+        EXPECT_EQ(calls(), search);
+        EXPECT_FALSE(reading.isElsewhere);
+        expectNothing(reading);
+    }
+    server.focusedError = kAXErrorSuccess;
     server.focused = nullptr;
-    copyYields(QStringLiteral("copied"));
-    EXPECT_EQ(capture()->focusedElement, nullptr);
+    expectNothing(read());
 }
 
-TEST_F(CaptureTest, copiesWhenNeitherTextIsUsable) {
-    editor->give("AXSelectedText", doubles::makeData("rich"));
-    editor->give("AXValue", doubles::makeString(u" \n"));
-    editor->give("AXSelectedTextRange", doubles::makeRange(3, 6));
-    copyYields(QStringLiteral("copied"));
-    const auto session = capture();
-    EXPECT_EQ(*log, beforeTheTexts + examination + QStringList({selectedText, wholeValue}) +
-                        copyChord + copiedAndRestored + QStringList({range}));
-    EXPECT_NE(session->focusedElement, nullptr);
-    EXPECT_EQ(session->selectedRange, (TextRange{3, 6}));
+TEST_F(CaptureTest, whatIsNoElementHasNoFocus) {
+    for (const CFTypeRef other : otherTypes()) {
+        server.focused = other;
+        calls();
+        expectNothing(read());
+        EXPECT_EQ(calls(), search);
+        CFRelease(other);
+    }
 }
 
-TEST_F(CaptureTest, copiesWhenItsOwnPanelHasTheKeyboard) {
+TEST_F(CaptureTest, theTextOfAnotherApplicationIsNotRead) {
+    setText(u"of another", CFRangeMake(0, 10));
+    editor->process = 8;
+    const FocusReading reading = read();
+    EXPECT_EQ(calls(), search + owner);
+    EXPECT_TRUE(reading.isElsewhere);
+    expectNothing(reading);
+}
+
+TEST_F(CaptureTest, whoseNobodyTellsIsTakenForTheOneAskedFor) {
+    setText(u"word", CFRangeMake(0, 4));
     editor->process = ::getpid();
-    setText(u"an instruction typed into the panel");
-    copyYields(QStringLiteral("copied"));
-    const auto session = capture();
-    EXPECT_EQ(session->selectedText, QStringLiteral("copied"));
-    EXPECT_EQ(session->focusedElement, nullptr);
+    editor->tellsItsProcess = false;
+    EXPECT_EQ(read().selectedText, QStringLiteral("word"));
+    editor->process = 8;
+    editor->tellsItsProcess = true;
+    application = std::make_shared<const Process>(0);
+    const FocusReading reading = read();
+    EXPECT_EQ(reading.selectedText, QStringLiteral("word"));
+    EXPECT_FALSE(reading.isElsewhere);
 }
 
-TEST_F(CaptureTest, aPasswordIsNotCaptured) {
+TEST_F(CaptureTest, itsOwnPanelHasNoFocus) {
+    setText(u"an instruction typed into the panel");
+    editor->process = ::getpid();
+    const FocusReading reading = read();
+    EXPECT_EQ(calls(), search + owner);
+    EXPECT_FALSE(reading.isElsewhere) << "the application keeps its focus behind the panel";
+    expectNothing(reading);
+}
+
+TEST_F(CaptureTest, withoutAnApplicationNobodyIsAsked) {
+    setText(u"word", CFRangeMake(0, 4));
+    application = nullptr;
+    expectNothing(read());
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(CaptureTest, aPasswordIsNotRead) {
     editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
     setText(u"secret", CFRangeMake(0, 6));
-    EXPECT_EQ(failureOf([this] { capture(); }), AppFailure::Case::noSelectionFound);
-    EXPECT_FALSE(log->contains(selectedText));
-    EXPECT_FALSE(log->contains(wholeValue));
+    const FocusReading reading = read();
+    EXPECT_EQ(calls(), search + examination);
+    EXPECT_NE(reading.element, nullptr);
+    expectNoText(reading);
+    EXPECT_EQ(fakes::await(focusedText.selectedRange(reading.element)), (TextRange{0, 6}));
+    EXPECT_EQ(calls(), range);
 }
 
-TEST_F(CaptureTest, aCopyThatDoesNotArriveFailsRestored) {
-    server.focused = nullptr;
-    EXPECT_EQ(failureOf([this] { capture(); }), AppFailure::Case::noSelectionFound);
-    EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
-    EXPECT_EQ(log->last(), QStringLiteral("pasteboard.writeItems 1"));
+TEST_F(CaptureTest, theTextOfAnyOtherSubroleIsRead) {
+    setText(u"words");
+    editor->give("AXSubrole", doubles::makeString(u"AXSearchField"));
+    EXPECT_EQ(read().value, QStringLiteral("words"));
+    editor->give("AXSubrole", doubles::makeData("AXSecureTextField"));
+    EXPECT_EQ(read().value, QStringLiteral("words"));
+    editor->failReading("AXSubrole", kAXErrorAttributeUnsupported);
+    EXPECT_EQ(read().value, QStringLiteral("words"));
 }
 
-TEST_F(CaptureTest, withoutKeyEventsThePasteboardStaysUntouched) {
-    server.focused = nullptr;
-    for (bool *const creates : {&events.createsSources, &events.createsDown, &events.createsUp}) {
-        *creates = false;
-        EXPECT_EQ(failureOf([this] { capture(); }), AppFailure::Case::replacementFailed);
-        *creates = true;
+TEST_F(CaptureTest, keepsAnElementThatTheApplicationHasLetGo) {
+    editor->give("AXSelectedTextRange", doubles::makeRange(5, 3));
+    CFRetain(editor->ref());
+    const FocusedElementRef element = focused();
+    CFRelease(editor->ref());
+    EXPECT_EQ(fakes::await(focusedText.selectedRange(element)), (TextRange{5, 3}));
+    EXPECT_EQ(calls(), range);
+}
+
+TEST_F(CaptureTest, aRangeIsOnlyWhatSaysThatItIsOne) {
+    setText(u"word", CFRangeMake(0, 4));
+    const FocusedElementRef element = focused();
+    const auto rangeOf = [&](CFTypeRef packed) {
+        editor->give("AXSelectedTextRange", packed);
+        EXPECT_EQ(read().selectedText, QStringLiteral("word"));
+        const std::optional<TextRange> alone = fakes::await(focusedText.selectedRange(element));
+        EXPECT_EQ(read().selectedRange, alone);
+        return alone;
+    };
+    EXPECT_EQ(rangeOf(doubles::makeRange(1, 2)), (TextRange{1, 2}));
+    EXPECT_EQ(rangeOf(doubles::makeRange(1, 2, kAXValueTypeCGPoint)), std::nullopt);
+    EXPECT_EQ(rangeOf(doubles::makeRange(1, 2, kAXValueTypeCGSize)), std::nullopt);
+    EXPECT_EQ(rangeOf(doubles::makeRange(1, 2, kAXValueTypeAXError)), std::nullopt);
+    EXPECT_EQ(rangeOf(doubles::makeString(u"{0, 4}")), std::nullopt);
+    EXPECT_EQ(rangeOf(doubles::makeData("bytes")), std::nullopt);
+    server.unpacksValues = false;
+    EXPECT_EQ(rangeOf(doubles::makeRange(1, 2)), std::nullopt);
+}
+
+TEST_F(CaptureTest, aRangeThatCannotBeReadIsAbsent) {
+    setText(u"word", CFRangeMake(0, 4));
+    const FocusedElementRef element = focused();
+    for (const AXError error : everyError) {
+        editor->failReading("AXSelectedTextRange", error);
+        EXPECT_EQ(read().selectedText, QStringLiteral("word"));
+        EXPECT_EQ(read().selectedRange, std::nullopt);
+        EXPECT_EQ(fakes::await(focusedText.selectedRange(element)), std::nullopt);
     }
-    EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.clear")));
-    EXPECT_TRUE(log->filter(QStringLiteral("CGEventPost")).isEmpty());
 }
 
-TEST_F(CaptureTest, withoutFrontmostApplicationNothingIsAsked) {
-    workspace.frontmost = nullptr;
-    EXPECT_EQ(failureOf([this] { capture(); }), AppFailure::Case::missingFrontmostApplication);
-    EXPECT_EQ(*log, QStringList({QStringLiteral("frontmostApplication")}));
+TEST_F(CaptureTest, anElementOfNobodyHasNoRange) {
+    EXPECT_EQ(fakes::await(focusedText.selectedRange(nullptr)), std::nullopt);
+    const auto foreign = std::make_shared<const FocusedElement>();
+    EXPECT_EQ(fakes::await(focusedText.selectedRange(foreign)), std::nullopt);
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(CaptureTest, withoutMemoryForItsNameNoAttributeIsAskedFor) {
+    setText(u"word", CFRangeMake(0, 4));
+    for (int strings = 0; strings < 4; ++strings) {
+        const doubles::ScarceStrings few(strings);
+        EXPECT_EQ(read().selectedRange, std::nullopt);
+        EXPECT_THAT(calls(), Each(Not(HasSubstr("null"))));
+    }
+    const doubles::ScarceStrings none(0);
+    expectNothing(read());
+}
+
+TEST_F(CaptureTest, leavesTheSelectionBeforeAPasteAlone) {
+    const FocusedElementRef element = focused();
+    EXPECT_EQ(fakes::await(focusedText.select(element, {0, 4})), PasteTarget::selected);
+    EXPECT_THAT(calls(), IsEmpty());
 }
 
 } // namespace

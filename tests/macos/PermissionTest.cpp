@@ -1,5 +1,8 @@
-#include "AccessibilityTest.h"
+#include "DoublesTest.h"
+#include "doubles/accessibility/AccessibilityServer.h"
+#include "doubles/cf/Dictionary.h"
 #include "fakes/FakeWorkspace.h"
+#include "platform/macos/MacAccessibilityAccess.h"
 #include "selection/PermissionManager.h"
 
 namespace quillmender {
@@ -7,24 +10,28 @@ namespace {
 
 using testing::ElementsAre;
 
-class PermissionTest : public AccessibilityTest {
+class PermissionTest : public DoublesTest {
   protected:
-    fakes::FakeWorkspace workspace{fakes::makeCallLog()};
-    PermissionManager manager{accessibility, workspace};
+    doubles::AccessibilityServer server;
+    MacAccessibilityAccess access;
 };
 
-TEST_F(PermissionTest, asksWithoutPromptOnRefresh) {
-    manager.refresh();
-    EXPECT_TRUE(manager.accessibilityGranted());
+TEST_F(PermissionTest, asksWithoutAPrompt) {
+    EXPECT_TRUE(access.isGranted());
     server.trusted = false;
-    manager.refresh();
-    EXPECT_FALSE(manager.accessibilityGranted());
+    server.grantsOnPrompt = true;
+    EXPECT_FALSE(access.isGranted());
     EXPECT_THAT(calls(), ElementsAre("AXIsProcessTrusted", "AXIsProcessTrusted"));
 }
 
 TEST_F(PermissionTest, promptsWithOneOptionThenAsksAgain) {
+    fakes::FakeWorkspace workspace{fakes::makeCallLog()};
+    PermissionManager manager{access, workspace};
     server.trusted = false;
+    manager.requestAccessibilityPermission();
+    EXPECT_FALSE(manager.accessibilityGranted());
     server.grantsOnPrompt = true;
+    calls();
     manager.requestAccessibilityPermission();
     EXPECT_TRUE(manager.accessibilityGranted());
     EXPECT_THAT(calls(),
@@ -32,16 +39,9 @@ TEST_F(PermissionTest, promptsWithOneOptionThenAsksAgain) {
                             "AXIsProcessTrusted"));
 }
 
-TEST_F(PermissionTest, aRefusedPromptLeavesItUngranted) {
-    server.trusted = false;
-    manager.requestAccessibilityPermission();
-    EXPECT_FALSE(manager.accessibilityGranted());
-    EXPECT_FALSE(accessibility.isProcessTrustedWithPrompt());
-}
-
 TEST_F(PermissionTest, withoutMemoryForTheOptionsAsksAllTheSame) {
     doubles::nextDictionaryIsNull = true;
-    EXPECT_TRUE(accessibility.isProcessTrustedWithPrompt());
+    access.request();
     EXPECT_THAT(calls(), ElementsAre("AXIsProcessTrustedWithOptions null"));
 }
 

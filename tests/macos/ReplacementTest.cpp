@@ -1,115 +1,214 @@
-#include "SelectionTest.h"
+#include "FocusedTextTest.h"
+#include "doubles/cf/Data.h"
 
 namespace quillmender {
 namespace {
 
-class ReplacementTest : public SelectionTest {
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Outcome = Replacement::Outcome;
+
+class ReplacementTest : public FocusedTextTest {
   protected:
-    SelectionSessionRef captured() {
-        auto session = capture();
-        log->clear();
-        return session;
-    }
-    bool replace(const SelectionSessionRef &session, const QString &text) {
-        return fakes::await(controller.replaceViaAccessibility(session, text));
-    }
-    void paste(const SelectionSessionRef &session) {
-        fakes::await(controller.performPasteReplacement(session, QStringLiteral("answer")));
+    Replacement replace(const FocusedElementRef &element, TextRange range, const QString &text) {
+        return fakes::await(focusedText.replace(element, range, text));
     }
 
-    const QString readValue = QStringLiteral("AXUIElementCopyAttributeValue editor AXValue");
+    /// Nothing was written, and the log will say why.
+    void expectRefused(const Replacement &replacement) {
+        EXPECT_EQ(replacement.outcome, Outcome::refused);
+        EXPECT_FALSE(replacement.reason.isEmpty());
+    }
+
+    const std::string readValue = "AXUIElementCopyAttributeValue editor AXValue";
+    const std::string writeNew = "AXUIElementSetAttributeValue editor AXValue new";
+    const std::string selectNew =
+        "AXUIElementSetAttributeValue editor AXSelectedTextRange 0+3 of type 4";
 };
 
 TEST_F(ReplacementTest, rewritesTheValueAndSelectsWhatItInserted) {
     setText(u"abcdeXYZfgh", CFRangeMake(5, 3));
-    EXPECT_TRUE(replace(captured(), QStringLiteral("0123456789")));
-    EXPECT_EQ(*log,
-              QStringList({
-                  readValue,
-                  QStringLiteral("AXUIElementSetAttributeValue editor AXValue abcde0123456789fgh"),
-                  QStringLiteral(
-                      "AXUIElementSetAttributeValue editor AXSelectedTextRange 5+10 of type 4"),
-              }));
+    const FocusedElementRef element = focused();
+    const Replacement written = replace(element, {5, 3}, QStringLiteral("0123456789"));
+    EXPECT_THAT(
+        calls(),
+        ElementsAre(readValue, "AXUIElementSetAttributeValue editor AXValue abcde0123456789fgh",
+                    "AXUIElementSetAttributeValue editor AXSelectedTextRange 5+10 of type 4"));
+    EXPECT_EQ(written.outcome, Outcome::done);
     EXPECT_EQ(value(), "abcde0123456789fgh");
 }
 
-TEST_F(ReplacementTest, writesNothingWithoutElementOrRange) {
-    setText(u"word", CFRangeMake(0, 4));
-    editor->failReading("AXSelectedTextRange", kAXErrorNoValue);
-    EXPECT_FALSE(replace(captured(), QStringLiteral("new")));
-    EXPECT_TRUE(log->isEmpty());
+TEST_F(ReplacementTest, whatStandsAroundTheRangeIsTakenAsItIsNow) {
+    setText(u"one two", CFRangeMake(4, 3));
+    const FocusedElementRef element = focused();
+    setText(u"ONE two three");
+    EXPECT_EQ(replace(element, {4, 3}, QStringLiteral("2")).outcome, Outcome::done);
+    EXPECT_EQ(value(), "ONE 2 three");
+}
+
+TEST_F(ReplacementTest, replacesTheRangeAndNothingElse) {
+    const struct {
+        TextRange range;
+        const char *wanted;
+    } cases[] = {{{0, 0}, "newone two"}, {{0, 3}, "new two"},    {{3, 1}, "onenewtwo"},
+                 {{4, 3}, "one new"},    {{7, 0}, "one twonew"}, {{0, 7}, "new"}};
+    const FocusedElementRef element = focused();
+    for (const auto &each : cases) {
+        setText(u"one two");
+        EXPECT_EQ(replace(element, each.range, QStringLiteral("new")).outcome, Outcome::done);
+        EXPECT_EQ(value(), each.wanted);
+        EXPECT_EQ(doubles::describe(editor->value("AXSelectedTextRange")),
+                  std::to_string(each.range.location) + "+3 of type 4");
+    }
+}
+
+TEST_F(ReplacementTest, writesTheTextAsItIs) {
+    setText(u"text");
+    const FocusedElementRef element = focused();
+    replace(element, {0, 4}, QStringLiteral(" w\u00F6rd \U0001F642\n"));
+    EXPECT_EQ(value(), " w\u00F6rd \U0001F642\n");
+    EXPECT_EQ(doubles::describe(editor->value("AXSelectedTextRange")), "0+9 of type 4");
+    replace(element, {0, 9}, QString());
+    EXPECT_EQ(value(), "");
 }
 
 TEST_F(ReplacementTest, writesNothingWithoutAReadableValue) {
-    setText(u"word", CFRangeMake(0, 4));
-    const auto session = captured();
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    const auto expectOnlyRead = [&] {
+        calls();
+        expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+        EXPECT_THAT(calls(), ElementsAre(readValue));
+    };
+    editor->give("AXValue", doubles::makeData("word"));
+    expectOnlyRead();
+    editor->give("AXValue", doubles::makeString(u"word"));
+    editor->failReadingWithValue("AXValue", kAXErrorCannotComplete);
+    expectOnlyRead();
     editor->failReading("AXValue", kAXErrorInvalidUIElement);
-    EXPECT_FALSE(replace(session, QStringLiteral("new")));
-    EXPECT_EQ(*log, QStringList({readValue}));
+    expectOnlyRead();
 }
 
 TEST_F(ReplacementTest, writesNothingWhenTheRangeNoLongerFits) {
-    setText(u"long enough", CFRangeMake(5, 6));
-    const auto session = captured();
     setText(u"short");
-    EXPECT_FALSE(replace(session, QStringLiteral("new")));
+    const FocusedElementRef element = focused();
+    for (const TextRange range : {TextRange{3, 3}, TextRange{6, 0}, TextRange{-1, 2},
+                                  TextRange{0, -1}, TextRange{2, 9223372036854775807}}) {
+        expectRefused(replace(element, range, QStringLiteral("new")));
+        EXPECT_THAT(calls(), ElementsAre(readValue));
+    }
     EXPECT_EQ(value(), "short");
 }
 
+TEST_F(ReplacementTest, writesNothingWhenTheRangeSplitsACharacter) {
+    // a, family emoji of 8 units, e with a combining acute, CR LF
+    setText(u"a\U0001F469\u200D\U0001F467\u200D\U0001F466e\u0301\r\n");
+    const FocusedElementRef element = focused();
+    for (const TextRange range :
+         {TextRange{0, 2}, TextRange{2, 7}, TextRange{0, 4}, TextRange{9, 1}, TextRange{11, 1}}) {
+        expectRefused(replace(element, range, QStringLiteral("x")));
+        EXPECT_THAT(calls(), ElementsAre(readValue));
+    }
+    EXPECT_EQ(replace(element, {1, 8}, QStringLiteral("x")).outcome, Outcome::done);
+    EXPECT_EQ(value(), "axe\u0301\r\n");
+}
+
 TEST_F(ReplacementTest, aRefusedValueSelectsNothing) {
-    setText(u"word", CFRangeMake(0, 4));
-    editor->failWriting("AXValue", kAXErrorFailure);
-    EXPECT_FALSE(replace(captured(), QStringLiteral("new")));
-    EXPECT_EQ(log->last(), QStringLiteral("AXUIElementSetAttributeValue editor AXValue new"));
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    for (const AXError error :
+         {kAXErrorFailure, kAXErrorIllegalArgument, kAXErrorInvalidUIElement,
+          kAXErrorAttributeUnsupported, kAXErrorAPIDisabled, kAXErrorNotImplemented}) {
+        editor->failWriting("AXValue", error);
+        const Replacement refused = replace(element, {0, 4}, QStringLiteral("new"));
+        EXPECT_THAT(calls(), ElementsAre(readValue, writeNew));
+        EXPECT_EQ(refused.outcome, Outcome::refused);
+        EXPECT_TRUE(refused.reason.contains(QString::number(error)));
+    }
+    EXPECT_EQ(value(), "word");
+}
+
+TEST_F(ReplacementTest, anUnansweredOrderThatWasCarriedOutIsDone) {
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    editor->failWriting("AXValue", kAXErrorCannotComplete);
+    editor->onSet = [this](const std::string &) { setText(u"new"); };
+    EXPECT_EQ(replace(element, {0, 4}, QStringLiteral("new")).outcome, Outcome::done);
+    EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, readValue, selectNew));
+}
+
+TEST_F(ReplacementTest, anUnansweredOrderThatWasNotCarriedOutIsRefused) {
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    editor->failWriting("AXValue", kAXErrorCannotComplete);
+    expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+    EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, readValue));
+    EXPECT_EQ(value(), "word");
+}
+
+TEST_F(ReplacementTest, nobodyKnowsWhatCameOfAnUnansweredOrderWhenNoTextIsShown) {
+    const auto expectUncertain = [this](const std::function<void()> &afterTheOrder) {
+        setText(u"word");
+        const FocusedElementRef element = focused();
+        editor->failWriting("AXValue", kAXErrorCannotComplete);
+        editor->onSet = [&](const std::string &) { afterTheOrder(); };
+        const Replacement written = replace(element, {0, 4}, QStringLiteral("new"));
+        EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, readValue));
+        EXPECT_EQ(written.outcome, Outcome::uncertain);
+        EXPECT_FALSE(written.reason.isEmpty());
+    };
+    expectUncertain([this] { editor->give("AXValue", doubles::makeData("new")); });
+    expectUncertain([this] { editor->failReading("AXValue", kAXErrorCannotComplete); });
 }
 
 TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
-    setText(u"word", CFRangeMake(0, 4));
-    editor->failWriting("AXSelectedTextRange", kAXErrorFailure);
-    EXPECT_TRUE(replace(captured(), QStringLiteral("new")));
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    for (const AXError error : {kAXErrorFailure, kAXErrorCannotComplete}) {
+        setText(u"word");
+        editor->failWriting("AXSelectedTextRange", error);
+        EXPECT_EQ(replace(element, {0, 4}, QStringLiteral("new")).outcome, Outcome::done);
+        EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, selectNew));
+    }
 }
 
 TEST_F(ReplacementTest, aRangeThatCannotBeMadeStillCounts) {
-    setText(u"word", CFRangeMake(0, 4));
-    const auto session = captured();
+    setText(u"word");
+    const FocusedElementRef element = focused();
     server.createsValues = false;
-    EXPECT_TRUE(replace(session, QStringLiteral("new")));
+    EXPECT_EQ(replace(element, {0, 4}, QStringLiteral("new")).outcome, Outcome::done);
+    EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, "AXValueCreate fails"));
     EXPECT_EQ(value(), "new");
-    EXPECT_EQ(log->last(), QStringLiteral("AXValueCreate fails"));
 }
 
-TEST_F(ReplacementTest, pastesInTheFixedOrder) {
-    setText(u"word", CFRangeMake(0, 4));
-    paste(captured());
-    EXPECT_EQ(*log, QStringList({
-                        QStringLiteral("pasteboard.clear"),
-                        QStringLiteral("pasteboard.setString answer"),
-                        QStringLiteral("activate source"),
-                        QStringLiteral("sleep 120"),
-                        QStringLiteral("CGEventSourceCreate 0"),
-                        QStringLiteral("CGEventCreateKeyboardEvent 9 down"),
-                        QStringLiteral("CGEventCreateKeyboardEvent 9 up"),
-                        QStringLiteral("CGEventSetFlags 9 down 0x100000"),
-                        QStringLiteral("CGEventSetFlags 9 up 0x100000"),
-                        QStringLiteral("CGEventPost 0 9 down 0x100000"),
-                        QStringLiteral("CGEventPost 0 9 up 0x100000"),
-                        QStringLiteral("sleep 160"),
-                        QStringLiteral("pasteboard.stringWasRead 840"),
-                        QStringLiteral("pasteboard.clear"),
-                        QStringLiteral("pasteboard.writeItems 1"),
-                    }));
-}
-
-TEST_F(ReplacementTest, aPasteWithoutKeyEventsFailsRestored) {
-    setText(u"word", CFRangeMake(0, 4));
-    const auto session = captured();
-    for (bool *const creates : {&events.createsSources, &events.createsDown, &events.createsUp}) {
-        *creates = false;
-        EXPECT_EQ(failureOf([&] { paste(session); }), AppFailure::Case::replacementFailed);
-        EXPECT_EQ(log->last(), QStringLiteral("pasteboard.writeItems 1"));
-        log->clear();
-        *creates = true;
+TEST_F(ReplacementTest, withoutMemoryNothingIsWritten) {
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    const std::vector<std::string> callsOf[] = {{}, {readValue}, {readValue}};
+    int strings = 0;
+    for (const auto &expected : callsOf) {
+        const doubles::ScarceStrings few(strings++);
+        expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+        EXPECT_EQ(calls(), expected);
     }
+    const doubles::ScarceStrings allButTheSelections(3);
+    EXPECT_EQ(replace(element, {0, 4}, QStringLiteral("new")).outcome, Outcome::done);
+    EXPECT_THAT(calls(), ElementsAre(readValue, writeNew));
+}
+
+TEST_F(ReplacementTest, aPasswordIsNotWritten) {
+    editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
+    setText(u"secret");
+    expectRefused(replace(focused(), {0, 6}, QStringLiteral("new")));
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(ReplacementTest, anElementOfNobodyIsNotWritten) {
+    const auto foreign = std::make_shared<const FocusedElement>();
+    for (const FocusedElementRef &element : {FocusedElementRef(), foreign})
+        expectRefused(replace(element, {0, 0}, QStringLiteral("new")));
+    EXPECT_THAT(calls(), IsEmpty());
 }
 
 } // namespace

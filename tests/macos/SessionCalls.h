@@ -4,6 +4,9 @@
 
 namespace quillmender::sessionCalls {
 
+constexpr int copyKey = 8;
+constexpr int pasteKey = 9;
+
 /// One call a line.
 inline std::string joined(const QStringList &calls) {
     return calls.join(u'\n').toStdString();
@@ -18,8 +21,11 @@ inline QStringList snapshotOfTheUsersOwn() {
             QStringLiteral("NSPasteboardItem dataForType public.utf8-plain-text"),
             QStringLiteral("NSPasteboardItem dataForType public.rtf"),
             QStringLiteral("NSPasteboardItem dataForType public.png"),
-            QStringLiteral("NSPasteboard changeCount"),
-            QStringLiteral("AXUIElementCreateSystemWide"),
+            QStringLiteral("NSPasteboard changeCount")};
+}
+
+inline QStringList search() {
+    return {QStringLiteral("AXUIElementCreateSystemWide"),
             QStringLiteral("AXUIElementCopyAttributeValue system-wide AXFocusedUIElement")};
 }
 

@@ -9,9 +9,6 @@ namespace {
 
 using namespace sessionCalls;
 
-constexpr int copyKey = 8;
-constexpr int pasteKey = 9;
-
 class SessionRoadTest : public WholeSessionTest {
   protected:
     SessionRoadTest() { taken(); }
@@ -25,12 +22,12 @@ class SessionRoadTest : public WholeSessionTest {
 
 } // namespace
 
-TEST_F(SessionRoadTest, EveryServiceIsMade) {
-    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets &&
-                platform->loginItem && platform->workspace && platform->accessibility &&
-                platform->pasteboard && platform->keyEvents && platform->hotKeys &&
-                platform->ownWindows && platform->symbols && platform->appearance &&
-                platform->statusItem);
+TEST_F(SessionRoadTest, everyServiceIsMade) {
+    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets && platform->loginItem &&
+                platform->workspace && platform->accessibilityAccess && platform->focusedText &&
+                platform->pasteboard && platform->chords && platform->hotKeys &&
+                platform->statusItem && platform->ownWindows && platform->symbols &&
+                platform->appearance);
     EXPECT_EQ(platform->instance->claim([](const QString &) {}).outcome,
               InstanceClaim::Outcome::held);
     EXPECT_EQ(platform->bundleVersion, std::nullopt);
@@ -38,7 +35,7 @@ TEST_F(SessionRoadTest, EveryServiceIsMade) {
     EXPECT_EQ(makePlatform()->bundleVersion, QStringLiteral("3.1"));
 }
 
-TEST_F(SessionRoadTest, LaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
+TEST_F(SessionRoadTest, theLaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
     platform->ownWindows->setAccessoryPolicy();
     coordinator->start();
     const QStringList calls = taken();
@@ -51,46 +48,11 @@ TEST_F(SessionRoadTest, LaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
     EXPECT_TRUE(calls[5].startsWith(QStringLiteral("RegisterEventHotKey")));
 }
 
-TEST_F(SessionRoadTest, StatusMenuIsAsDescribed) {
-    start();
-    const auto &area = doubles::StatusArea::shared();
-    EXPECT_EQ(area.toolTip(), "Quillmender");
-    QStringList seen;
-    for (const auto &item : area.menu())
-        seen.append(
-            QStringLiteral("%1|%2|%3|%4")
-                .arg(QString::fromStdString(item.title), QString::fromStdString(item.keyEquivalent))
-                .arg(item.modifiers, 0, 16)
-                .arg(item.hidden));
-    EXPECT_EQ(joined(seen), "Transform| |c0000|0\n"
-                            "Settings|,|100000|0\n"
-                            "Download Latest Version||0|1\n"
-                            "About||0|0\n"
-                            "Quit Quillmender|q|100000|0");
-    for (const int index : {1, 3, 4})
-        EXPECT_TRUE(area.choose(index));
-    EXPECT_EQ(joined(taken()), "show settings\nshow about\nterminate");
-}
-
-TEST_F(SessionRoadTest, NewerReleaseIsOfferedInTheMenu) {
-    start();
-    const auto &area = doubles::StatusArea::shared();
-    releases.answer(200, R"({"version":"2.0","download_url":"https://releases.test/get"})");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return answerAlert != nullptr; }));
-    EXPECT_EQ(joined(taken()), "show alert Quillmender 2.0 is available");
-    EXPECT_EQ(area.menu()[2].title, "Download Quillmender 2.0");
-    EXPECT_FALSE(area.menu()[2].hidden);
-    EXPECT_TRUE(area.choose(2));
-    answerAlert(0);
-    EXPECT_EQ(joined(taken()), "NSWorkspace openURL https://releases.test/get\n"
-                               "NSWorkspace openURL https://releases.test/get");
-}
-
-TEST_F(SessionRoadTest, SelectionIsReadAndWrittenBackThroughAccessibility) {
+TEST_F(SessionRoadTest, aSelectionIsReadAndWrittenBackThroughAccessibility) {
     start();
     select(u"one word here", 4, 4);
     EXPECT_EQ(joined(capture()),
-              joined(snapshotOfTheUsersOwn() + examination() +
+              joined(snapshotOfTheUsersOwn() + search() + examination() +
                      read(QStringLiteral("AXSelectedText")) +
                      read(QStringLiteral("AXSelectedTextRange")) + panelShown()));
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("word"));
@@ -107,21 +69,16 @@ TEST_F(SessionRoadTest, SelectionIsReadAndWrittenBackThroughAccessibility) {
     EXPECT_EQ(pasteboard.changeCount, 7) << "the pasteboard was not touched";
 }
 
-TEST_F(SessionRoadTest, MenuDoesWhatTheHotKeyDoes) {
+// Begun in the menu, from behind the panel of an earlier session.
+TEST_F(SessionRoadTest, withoutAnElementTheTextIsCopiedAndTheAnswerPasted) {
     start();
-    select(u"word", 0, 4);
-    EXPECT_TRUE(doubles::StatusArea::shared().choose(0));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return log->contains(QStringLiteral("panel makeKeyAndOrderFront")); }));
-    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("word"));
-}
-
-TEST_F(SessionRoadTest, WithoutElementTheTextIsCopiedAndTheAnswerPasted) {
-    start();
+    applications.bringToFront(editorProcess);
+    applications.bringToFront(doubles::RunningApplications::own);
     accessibility.focusedError = kAXErrorCannotComplete;
     copyYields("  copied text ");
-    EXPECT_EQ(joined(capture()), joined(snapshotOfTheUsersOwn() + activation() + chord(copyKey) +
-                                        poll() + copiedString() + restore() + panelShown()));
+    EXPECT_EQ(joined(capture([] { EXPECT_TRUE(doubles::StatusArea::shared().choose(0)); })),
+              joined(snapshotOfTheUsersOwn() + search() + activation() + chord(copyKey) + poll() +
+                     copiedString() + restore() + panelShown()));
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("copied text"));
     EXPECT_EQ(pasteboard.items, usersOwn) << "the copied text does not stay";
 
@@ -131,45 +88,6 @@ TEST_F(SessionRoadTest, WithoutElementTheTextIsCopiedAndTheAnswerPasted) {
                      panelHidden()));
     EXPECT_EQ(pasted, std::vector<std::string>({"answer"}));
     EXPECT_EQ(pasteboard.items, usersOwn);
-}
-
-TEST_F(SessionRoadTest, CopiedTextOfAKnownRangeIsNotPasted) {
-    start();
-    editor->give("AXSelectedTextRange", doubles::makeRange(3, 3));
-    copyYields("word");
-    capture();
-    editor->give("AXValue", doubles::makeString(u"one   here"));
-    run("two");
-    EXPECT_EQ(value(), "onetwohere");
-    EXPECT_TRUE(pasted.empty());
-}
-
-TEST_F(SessionRoadTest, RefusedWriteIsPasted) {
-    start();
-    select(u"one word here", 4, 4);
-    editor->failWriting("AXValue", kAXErrorCannotComplete);
-    copyYields(std::nullopt);
-    capture();
-    run("answer");
-    EXPECT_EQ(pasted, std::vector<std::string>({"answer"}));
-    EXPECT_EQ(value(), "one word here");
-    EXPECT_EQ(pasteboard.items, usersOwn);
-    EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
-}
-
-TEST_F(SessionRoadTest, CaptureFromThePanelIsFromTheApplicationBehindIt) {
-    start();
-    accessibility.focusedError = kAXErrorCannotComplete;
-    copyYields("first");
-    capture();
-    applications.bringToFront(doubles::RunningApplications::own);
-    copyYields("second");
-    taken();
-    coordinator->beginWorkflow();
-    const QStringList again = taken();
-    EXPECT_TRUE(again.contains(QStringLiteral("NSRunningApplication 7 activateWithOptions 0")))
-        << joined(again);
-    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("second"));
 }
 
 } // namespace quillmender

@@ -1,5 +1,7 @@
 #include "WholeSessionTest.h"
 
+#include "SessionCalls.h"
+
 namespace quillmender {
 
 WholeSessionTest::WholeSessionTest() {
@@ -12,21 +14,16 @@ WholeSessionTest::WholeSessionTest() {
     keychain.items = {{"genp", "com.quillmender.openAI", "api-key", "key", "ck"}};
 
     platform = makePlatform();
-    auto fakeClock = std::make_unique<fakes::FakeClock>(log);
-    clock = fakeClock.get();
-    platform->clock = std::move(fakeClock);
+    platform->clock = std::make_unique<fakes::FakeClock>(log);
 
     WindowFactory windows;
     windows.pickerPanel = [this](ActionPickerModel &) {
         return std::make_unique<RecordedPanel>(log);
     };
-    windows.showSettings = [this] { log->append(QStringLiteral("show settings")); };
-    windows.showAbout = [this] { log->append(QStringLiteral("show about")); };
-    windows.terminate = [this] { log->append(QStringLiteral("terminate")); };
-    windows.showAlert = [this](const Alert &alert, std::function<void(int)> answered) {
-        log->append(QStringLiteral("show alert ") + alert.messageText);
-        answerAlert = std::move(answered);
-    };
+    windows.showSettings = [] {};
+    windows.showAbout = [] {};
+    windows.terminate = [] {};
+    windows.showAlert = [](const Alert &, const std::function<void(int)> &) {};
     coordinator = std::make_unique<AppCoordinator>(
         *platform, LLMClient(transport), UpdateChecker(releases),
         ReleaseSource{QStringLiteral("1.0.0"),
@@ -50,29 +47,34 @@ void WholeSessionTest::select(const std::u16string &text, CFIndex location, CFIn
     editor->give("AXSelectedTextRange", doubles::makeRange(location, length));
 }
 
-void WholeSessionTest::copyYields(std::optional<std::string> text) {
-    events.onPost = [this, text = std::move(text)](CGKeyCode keyCode, bool keyDown) {
+void WholeSessionTest::copyYields(const std::string &text) {
+    events.onPost = [this, text](CGKeyCode keyCode, bool keyDown) {
         if (!keyDown)
             return;
-        if (keyCode == keycode::v)
+        if (keyCode == sessionCalls::pasteKey)
             pasted.push_back(pasteboard.text().value_or("nothing"));
-        else if (text)
+        else
             pasteboard.copyFromElsewhere(
-                {{{"public.utf8-plain-text", *text}, {"public.html", "<b>"}}});
+                {{{"public.utf8-plain-text", text}, {"public.html", "<b>"}}});
     };
 }
 
 void WholeSessionTest::pressHotKey() {
+    constexpr UInt32 space = 49;
     constexpr UInt32 controlAndOption = 0x1800;
-    EXPECT_EQ(dispatcher.press(keycode::space, controlAndOption), noErr);
+    EXPECT_EQ(dispatcher.press(space, controlAndOption), noErr);
 }
 
-QStringList WholeSessionTest::capture() {
+QStringList WholeSessionTest::capture(const std::function<void()> &begin) {
     taken();
-    pressHotKey();
+    begin();
     EXPECT_TRUE(QTest::qWaitFor(
         [this] { return log->contains(QStringLiteral("panel makeKeyAndOrderFront")); }));
     return taken();
+}
+
+QStringList WholeSessionTest::capture() {
+    return capture([this] { pressHotKey(); });
 }
 
 QStringList WholeSessionTest::run(const QByteArray &answer) {

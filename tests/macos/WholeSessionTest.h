@@ -51,10 +51,11 @@ class WholeSessionTest : public FrameworksTest {
     std::string value() const { return doubles::describe(editor->value("AXValue")); }
 
     /// The editor answers Command-C with this text, and notes what Command-V gives it.
-    void copyYields(std::optional<std::string> text);
+    void copyYields(const std::string &text);
 
     void pressHotKey();
-    /// Until the panel stands there with what came of the capture. What that took.
+    /// From what begins it until the panel stands there with what came of it. What that took.
+    QStringList capture(const std::function<void()> &begin);
     QStringList capture();
     /// Runs the first action; the provider answers this. What that took.
     QStringList run(const QByteArray &answer);
@@ -76,9 +77,7 @@ class WholeSessionTest : public FrameworksTest {
     doubles::Element *editor = new doubles::Element("editor");
     fakes::FakeTransport transport{log};
     fakes::FakeTransport releases{fakes::makeCallLog()}; ///< of the release manifest
-    std::function<void(int)> answerAlert;
     std::unique_ptr<Platform> platform;
-    fakes::FakeClock *clock = nullptr; ///< owned by the platform
     std::unique_ptr<AppCoordinator> coordinator;
 };
 

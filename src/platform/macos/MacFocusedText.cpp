@@ -20,6 +20,8 @@ constexpr auto selectedTextRange = "AXSelectedTextRange";
 
 CFRef<CFTypeRef> copied(AXUIElementRef element, const char *attribute) {
     const CFRef<CFStringRef> name = toCFString(QLatin1String(attribute));
+    if (!name)
+        return {};
     CFTypeRef value = nullptr;
     const AXError error = AXUIElementCopyAttributeValue(element, name.get(), &value);
     auto owned = CFRef<CFTypeRef>::adopted(value);
@@ -71,11 +73,11 @@ Replacement refused(const char *reason) {
 // What came of an order that was not answered in time. An application attends to what it is asked
 // in its order: what it shows now, it shows after the order.
 Replacement outcome(const MacElement &element, const QString &wanted) {
-    const CFRef<CFTypeRef> shown = copied(element.get(), valueAttribute);
+    const std::optional<QString> shown = textOf(element, valueAttribute);
     if (!shown)
         return {Replacement::Outcome::uncertain,
                 QStringLiteral("the application did not answer an order in time")};
-    if (stringFrom(shown.get()) == wanted)
+    if (shown == wanted)
         return {Replacement::Outcome::done};
     return refused("the application did not carry the order out");
 }

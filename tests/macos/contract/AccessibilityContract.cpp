@@ -1,15 +1,6 @@
 #include "contract/Contract.h"
-#include "platform/Accessibility.h"
 
 #include <ApplicationServices/ApplicationServices.h>
-
-namespace {
-
-constexpr bool same(quillmender::AccessibilityError ours, AXError systems) {
-    return static_cast<int>(ours) == static_cast<int>(systems);
-}
-
-} // namespace
 
 QUILLMENDER_CONTRACT_FUNCTION(AXIsProcessTrusted, Boolean (*)());
 QUILLMENDER_CONTRACT_FUNCTION(AXIsProcessTrustedWithOptions, Boolean (*)(CFDictionaryRef));
@@ -31,12 +22,6 @@ static_assert(std::is_same_v<std::underlying_type_t<AXError>, SInt32>);
 static_assert(std::is_same_v<std::underlying_type_t<AXValueType>, UInt32>);
 static_assert(kAXValueTypeCFRange == 4);
 
-static_assert(same(quillmender::AccessibilityError::success, kAXErrorSuccess));
-static_assert(same(quillmender::AccessibilityError::failure, kAXErrorFailure));
-static_assert(same(quillmender::AccessibilityError::illegalArgument, kAXErrorIllegalArgument));
-static_assert(same(quillmender::AccessibilityError::invalidElement, kAXErrorInvalidUIElement));
-static_assert(same(quillmender::AccessibilityError::cannotComplete, kAXErrorCannotComplete));
-static_assert(same(quillmender::AccessibilityError::attributeUnsupported,
-                   kAXErrorAttributeUnsupported));
-static_assert(same(quillmender::AccessibilityError::apiDisabled, kAXErrorAPIDisabled));
-static_assert(same(quillmender::AccessibilityError::noValue, kAXErrorNoValue));
+static_assert(kAXErrorSuccess == 0);
+static_assert(kAXErrorFailure == -25200);
+static_assert(kAXErrorCannotComplete == -25204);

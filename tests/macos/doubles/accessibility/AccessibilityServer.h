@@ -19,8 +19,9 @@ class AccessibilityServer {
     /// What AXFocusedUIElement of the system-wide element is; not owned. Null answers no value.
     CFTypeRef focused = nullptr;
     AXError focusedError = kAXErrorSuccess;
-    bool createsValues = true; ///< whether AXValueCreate succeeds
-    bool unpacksValues = true; ///< whether AXValueGetValue succeeds
+    bool focusedBesideError = false; ///< an error, and `focused` all the same
+    bool createsValues = true;       ///< whether AXValueCreate succeeds
+    bool unpacksValues = true;       ///< whether AXValueGetValue succeeds
 };
 
 } // namespace quillmender::doubles

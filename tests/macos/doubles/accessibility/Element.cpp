@@ -16,7 +16,8 @@ class SystemWideElement : public Element {
         const AccessibilityServer &server = AccessibilityServer::current();
         if (attribute != "AXFocusedUIElement")
             return kAXErrorAttributeUnsupported;
-        if (server.focusedError == kAXErrorSuccess && server.focused)
+        const bool isGiven = server.focusedError == kAXErrorSuccess || server.focusedBesideError;
+        if (isGiven && server.focused)
             *value = CFRetain(server.focused);
         return server.focusedError;
     }
@@ -55,6 +56,8 @@ AXError Element::copy(const std::string &attribute, CFTypeRef *copied) const {
 }
 
 AXError Element::set(const std::string &attribute, CFTypeRef value) {
+    if (onSet)
+        onSet(attribute);
     const auto error = writeErrors_.find(attribute);
     if (error != writeErrors_.end())
         return error->second;

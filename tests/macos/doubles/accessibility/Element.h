@@ -3,6 +3,7 @@
 #include "doubles/cf/Object.h"
 
 #include <ApplicationServices/ApplicationServices.h>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -37,6 +38,8 @@ class Element : public Object {
 
     pid_t process = 7; ///< whose element it is
     bool tellsItsProcess = true;
+    /// Told of each order before it is answered, whatever the answer is.
+    std::function<void(const std::string &attribute)> onSet;
 
     AXUIElementRef ref() const { return refOf<AXUIElementRef>(this); }
     std::string description() const override { return name_; }
