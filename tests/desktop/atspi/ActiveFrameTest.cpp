@@ -96,7 +96,7 @@ TEST_F(ActiveFrameTest, OthersThatHangDoNotHideIt) {
     const AccessibleProgram front(desktop(), QStringLiteral("words"));
     for (AccessibleProgram *program : {&first, &second, &third})
         program->process().suspend();
-    EXPECT_EQ(read(nullptr).value, QStringLiteral("words"));
+    waitForValue(QStringLiteral("words"));
 }
 
 } // namespace
