@@ -1,5 +1,5 @@
 #include "bench/micro/Text.h"
-#include "selection/CharacterBoundary.h"
+#include "platform/CharacterBoundary.h"
 
 #include <benchmark/benchmark.h>
 

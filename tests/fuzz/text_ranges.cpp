@@ -1,7 +1,7 @@
 #include "fuzz/Require.h"
+#include "platform/CharacterBoundary.h"
 #include "platform/linux/atspi/TextSplice.h"
 #include "platform/linux/atspi/TextUnits.h"
-#include "selection/CharacterBoundary.h"
 
 #include <QList>
 #include <QStringList>

@@ -6,11 +6,18 @@
 
 namespace quillmender {
 
-qint64 DesktopFrontmost::processId() const {
-    if (pretendedProcess)
-        return *pretendedProcess;
+bool WindowApplication::isSame(const RunningApplication &other) const {
+    const auto *theirs = dynamic_cast<const WindowApplication *>(&other);
+    return theirs != nullptr && theirs->processId_ == processId_ && theirs->window_ == window_;
+}
+
+RunningApplicationRef DesktopFrontmost::application() const {
+    if (pretended)
+        return *pretended;
     const xcb_window_t active = desktop_.windows().active();
-    return active == XCB_WINDOW_NONE ? 0 : desktop_.windows().processId(active);
+    if (active == XCB_WINDOW_NONE)
+        return nullptr;
+    return std::make_shared<const WindowApplication>(desktop_.windows().processId(active), active);
 }
 
 QCoro::Task<std::optional<QString>> DesktopFrontmost::primarySelection() {
@@ -20,6 +27,10 @@ QCoro::Task<std::optional<QString>> DesktopFrontmost::primarySelection() {
     co_return probe.text();
 }
 
+void DesktopFrontmost::pretend(qint64 processId) {
+    pretended = std::make_shared<const WindowApplication>(processId);
+}
+
 void AtspiTest::start(const harness::Desktop::Options &options) {
     startDesktop(options);
     adopt();
@@ -27,72 +38,79 @@ void AtspiTest::start(const harness::Desktop::Options &options) {
 
 void AtspiTest::adopt() {
     frontmost_ = std::make_unique<DesktopFrontmost>(desktop());
-    accessibility_ =
-        std::make_unique<AtspiAccessibility>(*frontmost_, desktop().sessionBus().connection());
+    bus_ = std::make_unique<AtspiBus>(desktop().sessionBus().connection());
+    access_ = std::make_unique<AtspiAccess>(*bus_);
+    focusedText_ = std::make_unique<AtspiFocusedText>(*frontmost_, *bus_);
 }
 
 void AtspiTest::TearDown() {
-    accessibility_.reset();
+    focusedText_.reset();
+    access_.reset();
+    bus_.reset();
     DesktopTest::TearDown();
 }
 
-AttributeResult AtspiTest::get(const AccessibilityElementRef &element, const char *attribute) {
-    return QCoro::waitFor(
-        accessibility_->copyAttributeValue(element, QString::fromLatin1(attribute)));
+FocusReading AtspiTest::read() {
+    return read(frontmost_->application());
 }
 
-AccessibilityError AtspiTest::set(const AccessibilityElementRef &element, const char *attribute,
-                                  const AccessibilityValue &value) {
-    return QCoro::waitFor(
-        accessibility_->setAttributeValue(element, QString::fromLatin1(attribute), value));
+FocusReading AtspiTest::read(const RunningApplicationRef &application) {
+    FocusReading reading = QCoro::waitFor(focusedText_->read(application));
+    record_ = std::dynamic_pointer_cast<const FocusRecord>(reading.chordContext);
+    if (!record_)
+        record_ = std::make_shared<FocusRecord>();
+    return reading;
 }
 
-AccessibilityElementRef AtspiTest::focusedElement() {
-    const AccessibilityElementRef systemWide = accessibility_->createSystemWide();
-    const AttributeResult result = get(systemWide, attribute::focusedElement);
-    record_ =
-        std::dynamic_pointer_cast<const FocusRecord>(accessibility_->chordContext(systemWide));
-    const auto *element = std::get_if<AccessibilityElementRef>(&result.value);
-    return result.error == AccessibilityError::success && element != nullptr ? *element : nullptr;
-}
-
-AccessibilityElementRef AtspiTest::waitForFocusedElement(FocusRecord::Role role) {
-    AccessibilityElementRef element;
+FocusReading AtspiTest::waitForReading(const std::function<bool(const FocusReading &)> &isRight,
+                                       const QString &description) {
+    FocusReading reading;
     harness::waitUntil(
         [&] {
-            element = focusedElement();
-            return element != nullptr && record_->role == role;
+            reading = read();
+            return reading.element != nullptr && isRight(reading);
         },
-        QStringLiteral("there is a focused element"));
-    return element;
+        description);
+    return reading;
 }
 
-AccessibilityElementRef AtspiTest::waitForElementHolding(const QString &value) {
-    AccessibilityElementRef element;
-    harness::waitUntil(
-        [&] {
-            element = focusedElement();
-            return element != nullptr && text(element, attribute::value) == value;
-        },
-        QStringLiteral("the focused element holds \"%1\"").arg(value.left(40)));
-    return element;
+FocusReading AtspiTest::waitForFocus(FocusRecord::Role role) {
+    return waitForReading([&](const FocusReading &) { return record_->role == role; },
+                          QStringLiteral("there is a focused element"));
 }
 
-std::optional<QString> AtspiTest::text(const AccessibilityElementRef &element,
-                                       const char *attribute) {
-    const AttributeResult result = get(element, attribute);
-    const auto *string = std::get_if<QString>(&result.value);
-    if (result.error != AccessibilityError::success || string == nullptr)
-        return std::nullopt;
-    return *string;
+FocusReading AtspiTest::waitForValue(const QString &value) {
+    return waitForReading([&](const FocusReading &reading) { return reading.value == value; },
+                          QStringLiteral("the focused element holds \"%1\"").arg(value.left(40)));
 }
 
-std::optional<TextRange> AtspiTest::range(const AccessibilityElementRef &element) {
-    const AttributeResult result = get(element, attribute::selectedTextRange);
-    const auto *found = std::get_if<TextRange>(&result.value);
-    if (result.error != AccessibilityError::success || found == nullptr)
-        return std::nullopt;
-    return *found;
+FocusReading AtspiTest::waitForSelection(const QString &selected) {
+    return waitForReading(
+        [&](const FocusReading &reading) { return reading.selectedText == selected; },
+        QStringLiteral("\"%1\" is selected").arg(selected.left(40)));
+}
+
+Replacement AtspiTest::replace(const FocusedElementRef &element, TextRange range,
+                               const QString &text) {
+    return QCoro::waitFor(focusedText_->replace(element, range, text));
+}
+
+PasteTarget AtspiTest::select(const FocusedElementRef &element, TextRange range) {
+    return QCoro::waitFor(focusedText_->select(element, range));
+}
+
+std::optional<TextRange> AtspiTest::selectedRange(const FocusedElementRef &element) {
+    return QCoro::waitFor(focusedText_->selectedRange(element));
+}
+
+void expectReasonWithout(const Replacement &replacement, const QStringList &texts) {
+    EXPECT_NE(replacement.outcome, Replacement::Outcome::done);
+    EXPECT_FALSE(replacement.reason.isEmpty());
+    for (const QString &text : texts) {
+        if (!text.isEmpty()) {
+            EXPECT_FALSE(replacement.reason.contains(text)) << qPrintable(replacement.reason);
+        }
+    }
 }
 
 } // namespace quillmender

@@ -2,29 +2,47 @@
 
 #include "desktop/harness/DesktopTest.h"
 #include "desktop/harness/TestApplication.h"
-#include "platform/linux/atspi/AtspiAccessibility.h"
+#include "platform/linux/FocusRecord.h"
+#include "platform/linux/atspi/AtspiAccess.h"
+#include "platform/linux/atspi/AtspiFocusedText.h"
 
 namespace quillmender {
+
+/// An application with its window, as the window system knows it.
+class WindowApplication : public RunningApplication {
+  public:
+    explicit WindowApplication(qint64 processId, xcb_window_t window = XCB_WINDOW_NONE)
+        : processId_(processId),
+          window_(window) {}
+
+    qint64 processId() const override { return processId_; }
+    bool isSame(const RunningApplication &other) const override;
+
+  private:
+    qint64 processId_;
+    xcb_window_t window_;
+};
 
 /// The window that the desktop says is in front.
 class DesktopFrontmost : public FrontmostSource {
   public:
     explicit DesktopFrontmost(harness::Desktop &desktop) : desktop_(desktop) {}
 
-    RunningApplicationRef application() const override { return pretendedApplication; }
-    qint64 processId() const override;
+    RunningApplicationRef application() const override;
     bool isTerminal() const override { return terminal; }
     QCoro::Task<std::optional<QString>> primarySelection() override;
 
+    /// From now on an application with this process is in front, whatever window is.
+    void pretend(qint64 processId);
+
     bool terminal = false;
-    std::optional<qint64> pretendedProcess;
-    RunningApplicationRef pretendedApplication;
+    std::optional<RunningApplicationRef> pretended;
 
   private:
     harness::Desktop &desktop_;
 };
 
-/// The accessibility under test on a desktop of its own.
+/// The focused text under test on a desktop of its own.
 class AtspiTest : public harness::DesktopTest {
   protected:
     void start(const harness::Desktop::Options &options = {});
@@ -32,32 +50,42 @@ class AtspiTest : public harness::DesktopTest {
     void adopt();
 
     DesktopFrontmost &frontmost() { return *frontmost_; }
-    AtspiAccessibility &accessibility() { return *accessibility_; }
-    /// What was learned when the focused element was last asked for.
+    AtspiAccess &access() { return *access_; }
+    AtspiFocusedText &focusedText() { return *focusedText_; }
+    /// What was learned for chords by the last reading; of nothing when that was elsewhere.
     const FocusRecord &record() const { return *record_; }
 
-    AttributeResult get(const AccessibilityElementRef &element, const char *attribute);
-    AccessibilityError set(const AccessibilityElementRef &element, const char *attribute,
-                           const AccessibilityValue &value);
+    /// One capture's reading of the application that is in front.
+    FocusReading read();
+    FocusReading read(const RunningApplicationRef &application);
 
-    /// One capture's question; null when there is no focused element.
-    AccessibilityElementRef focusedElement();
-    /// Asks until there is one whose role is as expected.
-    AccessibilityElementRef waitForFocusedElement(FocusRecord::Role role = FocusRecord::Role::text);
+    /// Null when there is no focused element.
+    FocusedElementRef focusedElement() { return read().element; }
+    /// Read until there is an element whose role is as expected.
+    FocusReading waitForFocus(FocusRecord::Role role = FocusRecord::Role::text);
+    /// Read until the whole text is this; a starting browser moves its focus.
+    FocusReading waitForValue(const QString &value);
+    /// Read until this is selected.
+    FocusReading waitForSelection(const QString &selected);
 
-    /// Asks until it holds this text; a starting browser moves its focus.
-    AccessibilityElementRef waitForElementHolding(const QString &value);
-
-    /// Nothing unless the answer is a success with a text.
-    std::optional<QString> text(const AccessibilityElementRef &element, const char *attribute);
-    std::optional<TextRange> range(const AccessibilityElementRef &element);
+    Replacement replace(const FocusedElementRef &element, TextRange range, const QString &text);
+    PasteTarget select(const FocusedElementRef &element, TextRange range);
+    std::optional<TextRange> selectedRange(const FocusedElementRef &element);
 
     void TearDown() override;
 
   private:
+    FocusReading waitForReading(const std::function<bool(const FocusReading &)> &isRight,
+                                const QString &description);
+
     std::unique_ptr<DesktopFrontmost> frontmost_;
     std::shared_ptr<const FocusRecord> record_ = std::make_shared<FocusRecord>();
-    std::unique_ptr<AtspiAccessibility> accessibility_;
+    std::unique_ptr<AtspiBus> bus_;
+    std::unique_ptr<AtspiAccess> access_;
+    std::unique_ptr<AtspiFocusedText> focusedText_;
 };
+
+/// A refusal, or an outcome that nobody knows, for a reason that may be logged.
+void expectReasonWithout(const Replacement &replacement, const QStringList &texts);
 
 } // namespace quillmender

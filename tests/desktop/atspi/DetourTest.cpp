@@ -38,7 +38,7 @@ class DetourTest : public AtspiTest {
 TEST_F(DetourTest, QtTextsHaveOne) {
     start();
     const TestApplication field = openQtField("line");
-    waitForFocusedElement();
+    waitForFocus();
     waitForDetour();
     EXPECT_TRUE(isPassed());
 }
@@ -56,7 +56,7 @@ TEST_F(DetourTest, OthersHaveNone) {
     const TestApplication qt = openQtField("line");
     waitForDetour();
     const auto editor = TestApplication::mousepad(desktop(), QStringLiteral("other"));
-    waitForElementHolding(QStringLiteral("other"));
+    waitForValue(QStringLiteral("other"));
     EXPECT_EQ(record().detour, nullptr);
 }
 

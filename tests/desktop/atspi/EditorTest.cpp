@@ -1,7 +1,5 @@
 #include "desktop/atspi/AtspiTest.h"
 
-#include <QCoroTask>
-
 #include <X11/keysym.h>
 
 namespace quillmender {
@@ -28,113 +26,152 @@ TestApplication startLine(Desktop &desktop, const QString &text) {
 
 class EditorTest : public AtspiTest, public testing::WithParamInterface<Editor> {
   protected:
-    void open(const QString &text) {
+    FocusReading open(const QString &text) {
         start();
         application_ = std::make_unique<TestApplication>(GetParam().start(desktop(), text));
-        element = waitForElementHolding(text);
+        return waitForValue(text);
+    }
+
+    void press(xcb_keysym_t edge) {
+        if (GetParam().severalLines)
+            desktop().input().chord({XK_Control_L, edge});
+        else
+            desktop().input().chord({edge});
     }
 
     void selectLastWord() {
-        const xcb_keysym_t end = XK_End;
-        if (GetParam().severalLines)
-            desktop().input().chord({XK_Control_L, end});
-        else
-            desktop().input().chord({end});
+        press(XK_End);
         desktop().input().chord({XK_Control_L, XK_Shift_L, XK_Left});
-        waitUntil([&] { return text(element, attribute::selectedText).has_value(); },
-                  QStringLiteral("a word is selected"));
     }
 
-    AccessibilityElementRef element;
+    void type(const QString &text) {
+        const QString before = shown();
+        desktop().input().type(text);
+        waitUntil([&] { return shown().size() == before.size() + text.size(); },
+                  QStringLiteral("the text is typed"));
+    }
+
+    QString shown() const { return application_->focusedText().text(); }
+
     std::unique_ptr<TestApplication> application_;
 };
 
-const QString sample =
-    QStringLiteral("h\u00e9llo \U0001F600 w\u00f6rld \u6f22\u5b57 \U0001F680 last");
-const QString changed = QStringLiteral(
-    "h\u00e9llo \U0001F600 w\u00f6rld \u6f22\u5b57 \U0001F680 zw\u00f6lf \U0001F389!");
+const QString unchanged =
+    QStringLiteral("h\u00e9llo \U0001F600 w\u00f6rld \u6f22\u5b57 \U0001F680 ");
+const QString lastWord = QStringLiteral("last");
+const QString sample = unchanged + lastWord;
+const TextRange lastRange{unchanged.size(), lastWord.size()};
+const QString inserted = QStringLiteral("zw\u00f6lf \U0001F389!");
+const QString changed = unchanged + inserted;
 
 TEST_P(EditorTest, SelectionIsReadInUtf16) {
-    open(sample);
-    EXPECT_EQ(get(element, attribute::selectedText).error, AccessibilityError::noValue);
+    const FocusReading before = open(sample);
+    EXPECT_EQ(before.selectedText, std::nullopt);
+    EXPECT_EQ(before.selectedRange, std::nullopt);
     selectLastWord();
-    EXPECT_EQ(text(element, attribute::selectedText), QStringLiteral("last"));
-    EXPECT_EQ(range(element), (TextRange{sample.indexOf(QStringLiteral("last")), 4}));
-    EXPECT_EQ(text(element, attribute::value), sample);
+    const FocusReading reading = waitForSelection(lastWord);
+    EXPECT_EQ(reading.selectedRange, lastRange);
+    EXPECT_EQ(reading.value, std::nullopt);
+    EXPECT_EQ(shown(), sample);
 }
 
 TEST_P(EditorTest, RangeIsReadWithoutTheTextBefore) {
-    open(sample);
+    const FocusReading reading = open(sample);
+    EXPECT_EQ(selectedRange(reading.element), std::nullopt);
     selectLastWord();
-    EXPECT_EQ(range(element), (TextRange{sample.indexOf(QStringLiteral("last")), 4}));
+    waitUntil([&] { return selectedRange(reading.element).has_value(); },
+              QStringLiteral("a word is selected"));
+    EXPECT_EQ(selectedRange(reading.element), lastRange);
 }
 
 TEST_P(EditorTest, WriteReplacesSelectsAndCanBeUndone) {
     open(sample);
     selectLastWord();
-    ASSERT_EQ(text(element, attribute::value), sample);
-    ASSERT_EQ(set(element, attribute::value, changed), AccessibilityError::success);
-    EXPECT_EQ(application_->focusedText().text(), changed);
-    EXPECT_EQ(text(element, attribute::value), changed);
+    const FocusReading reading = waitForSelection(lastWord);
+    ASSERT_EQ(reading.selectedRange, lastRange);
+    ASSERT_EQ(replace(reading.element, lastRange, inserted).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(shown(), changed);
 
-    const QString inserted = QStringLiteral("zw\u00f6lf \U0001F389!");
     const TextRange place{changed.indexOf(inserted), inserted.size()};
-    EXPECT_EQ(set(element, attribute::selectedTextRange, place), AccessibilityError::success);
-    EXPECT_EQ(range(element), place);
-    EXPECT_EQ(text(element, attribute::selectedText), inserted);
+    EXPECT_EQ(selectedRange(reading.element), place);
+    const FocusReading after = read();
+    EXPECT_EQ(after.selectedText, inserted);
+    EXPECT_EQ(after.selectedRange, place);
 
     for (int step = 0; step < GetParam().undoSteps; ++step) {
-        const QString before = text(element, attribute::value).value_or(QString());
+        const QString before = shown();
         desktop().input().chord({XK_Control_L, XK_z});
-        waitUntil([&] { return text(element, attribute::value) != before; },
-                  QStringLiteral("a step is undone"));
+        waitUntil([&] { return shown() != before; }, QStringLiteral("a step is undone"));
     }
     if (GetParam().undoSteps > 0) {
-        EXPECT_EQ(text(element, attribute::value), sample);
+        EXPECT_EQ(shown(), sample);
     }
 }
 
 TEST_P(EditorTest, WholeFieldIsReplacedAndEmptied) {
-    open(sample);
-    ASSERT_EQ(text(element, attribute::value), sample);
-    EXPECT_EQ(set(element, attribute::value, QStringLiteral("\U0001F600")),
-              AccessibilityError::success);
-    EXPECT_EQ(set(element, attribute::value, QString()), AccessibilityError::success);
-    EXPECT_EQ(text(element, attribute::value), QString());
-    EXPECT_EQ(range(element), (TextRange{0, 0}));
-    EXPECT_EQ(set(element, attribute::value, sample), AccessibilityError::success);
-    EXPECT_EQ(text(element, attribute::value), sample);
+    const FocusReading whole = open(sample);
+    const QString face = QStringLiteral("\U0001F600");
+    EXPECT_EQ(replace(whole.element, {0, sample.size()}, face).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(shown(), face);
+    const FocusReading written = waitForSelection(face);
+    EXPECT_EQ(replace(written.element, {0, face.size()}, QString()).outcome,
+              Replacement::Outcome::done);
+    EXPECT_EQ(shown(), QString());
+    const FocusReading empty = waitForFocus();
+    EXPECT_EQ(empty.value, std::nullopt);
+    EXPECT_EQ(empty.selectedText, std::nullopt);
+    EXPECT_EQ(selectedRange(empty.element), std::nullopt);
+    EXPECT_EQ(replace(empty.element, {0, 0}, sample).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(shown(), sample);
 }
 
-TEST_P(EditorTest, WriteStopsWhenTheUserTypedMeanwhile) {
+TEST_P(EditorTest, WriteFollowsTheWordWhenTheUserTypedBeforeIt) {
     open(sample);
-    ASSERT_EQ(text(element, attribute::value), sample);
-    desktop().input().type(QStringLiteral("x"));
-    waitUntil([&] { return application_->focusedText().text() != sample; },
-              QStringLiteral("the letter is typed"));
-    const QString typed = application_->focusedText().text();
-    EXPECT_NE(set(element, attribute::value, changed), AccessibilityError::success);
-    EXPECT_EQ(application_->focusedText().text(), typed);
+    selectLastWord();
+    const FocusReading reading = waitForSelection(lastWord);
+    press(XK_Home);
+    type(QStringLiteral("so "));
+    EXPECT_EQ(replace(reading.element, *reading.selectedRange, inserted).outcome,
+              Replacement::Outcome::done);
+    EXPECT_EQ(shown(), QStringLiteral("so ") + changed);
+    EXPECT_EQ(read().selectedText, inserted);
+}
+
+TEST_P(EditorTest, WriteStopsWhenTheUserTypedIntoTheWord) {
+    open(sample);
+    selectLastWord();
+    const FocusReading reading = waitForSelection(lastWord);
+    press(XK_End);
+    desktop().input().chord({XK_Left});
+    type(QStringLiteral("x"));
+    const QString typed = shown();
+    ASSERT_EQ(typed, unchanged + QStringLiteral("lasxt"));
+    const Replacement replaced = replace(reading.element, *reading.selectedRange, inserted);
+    EXPECT_EQ(replaced.outcome, Replacement::Outcome::refused);
+    expectReasonWithout(replaced, {sample, inserted, typed});
+    EXPECT_EQ(select(reading.element, *reading.selectedRange), PasteTarget::another);
+    EXPECT_EQ(shown(), typed);
 }
 
 TEST_P(EditorTest, TextsThatCannotTravelAreRefused) {
-    open(sample);
-    ASSERT_EQ(text(element, attribute::value), sample);
+    const FocusReading reading = open(sample);
     for (const QString &bad :
-         {QStringLiteral("a\uFFFCb"), QString(QChar(u'\0')), QString(QChar(0xd83d))})
-        EXPECT_EQ(set(element, attribute::value, bad), AccessibilityError::illegalArgument);
-    EXPECT_EQ(application_->focusedText().text(), sample);
+         {QStringLiteral("a\uFFFCb"), QString(QChar(u'\0')), QString(QChar(0xd83d))}) {
+        const Replacement replaced = replace(reading.element, {0, sample.size()}, bad);
+        EXPECT_EQ(replaced.outcome, Replacement::Outcome::refused);
+        expectReasonWithout(replaced, {sample, bad});
+    }
+    EXPECT_EQ(shown(), sample);
 }
 
 TEST_P(EditorTest, RangeIsSelectedAgainBeforeAPaste) {
-    open(sample);
+    const FocusReading reading = open(sample);
     const TextRange whole{0, sample.size()};
-    QCoro::waitFor(accessibility().selectBeforePaste(element, whole));
-    EXPECT_EQ(text(element, attribute::selectedText), sample);
-    EXPECT_EQ(range(element), whole);
-    EXPECT_EQ(set(element, attribute::selectedTextRange, TextRange{0, sample.size() + 1}),
-              AccessibilityError::illegalArgument);
-    EXPECT_EQ(range(element), whole);
+    EXPECT_EQ(select(reading.element, whole), PasteTarget::selected);
+    EXPECT_EQ(read().selectedText, sample);
+    EXPECT_EQ(selectedRange(reading.element), whole);
+    EXPECT_EQ(select(reading.element, {0, sample.size() + 1}), PasteTarget::gone);
+    EXPECT_EQ(selectedRange(reading.element), whole);
 }
 
 TEST_P(EditorTest, FocusIsFoundWithoutHavingSeenItsEvent) {
@@ -142,8 +179,7 @@ TEST_P(EditorTest, FocusIsFoundWithoutHavingSeenItsEvent) {
     const TestApplication application = GetParam().start(desktop(), sample);
     application.focusedText();
     adopt();
-    element = waitForFocusedElement();
-    EXPECT_EQ(text(element, attribute::value), sample);
+    EXPECT_EQ(waitForFocus().value, sample);
 }
 
 INSTANTIATE_TEST_SUITE_P(Applications, EditorTest,

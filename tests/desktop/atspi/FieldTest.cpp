@@ -1,6 +1,5 @@
 #include "desktop/atspi/AtspiTest.h"
 
-#include <QCoroTask>
 #include <QElapsedTimer>
 
 #include <X11/keysym.h>
@@ -15,9 +14,16 @@ class FieldTest : public AtspiTest {
   protected:
     void selectAll() { desktop().input().chord({XK_Control_L, XK_a}); }
 
-    void waitForSelection(const AccessibilityElementRef &element, const QString &expected) {
-        waitUntil([&] { return text(element, attribute::selectedText) == expected; },
-                  QStringLiteral("the selection is read"));
+    void expectNoText(const FocusReading &reading) {
+        EXPECT_EQ(reading.selectedText, std::nullopt);
+        EXPECT_EQ(reading.selectedRange, std::nullopt);
+        EXPECT_EQ(reading.value, std::nullopt);
+    }
+
+    void expectRefused(const FocusedElementRef &element, TextRange range) {
+        const Replacement replaced = replace(element, range, QStringLiteral("Xylophon"));
+        EXPECT_EQ(replaced.outcome, Replacement::Outcome::refused);
+        expectReasonWithout(replaced, {QStringLiteral("Xylophon")});
     }
 };
 
@@ -25,45 +31,46 @@ TEST_F(FieldTest, PasswordIsNeverRead) {
     start();
     const TestApplication application = TestApplication::sampleEditor(
         desktop(), QStringLiteral("password"), QStringLiteral("correct horse"));
-    const auto element = waitForFocusedElement(FocusRecord::Role::password);
+    const FocusReading unselected = waitForFocus(FocusRecord::Role::password);
+    expectNoText(unselected);
     selectAll();
-    for (const char *name :
-         {attribute::selectedText, attribute::value, attribute::selectedTextRange}) {
-        const AttributeResult result = get(element, name);
-        EXPECT_EQ(result.error, AccessibilityError::noValue);
-        EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
-    }
-    EXPECT_EQ(set(element, attribute::value, QStringLiteral("x")),
-              AccessibilityError::attributeUnsupported);
+    waitUntil([&] { return application.focusedText().selection().has_value(); },
+              QStringLiteral("the password is selected"));
+    const FocusReading reading = waitForFocus(FocusRecord::Role::password);
+    expectNoText(reading);
+    EXPECT_EQ(selectedRange(reading.element), std::nullopt);
+    expectRefused(reading.element, {0, 1});
+    EXPECT_EQ(select(reading.element, {0, 1}), PasteTarget::unknown);
 }
 
 TEST_F(FieldTest, PasswordOfABrowserIsNeverRead) {
     start();
     const TestApplication application = TestApplication::chromium(
         desktop(), QStringLiteral("<input type=password value=secret autofocus>"));
-    const auto element = waitForFocusedElement(FocusRecord::Role::password);
+    waitForFocus(FocusRecord::Role::password);
     selectAll();
-    EXPECT_EQ(get(element, attribute::selectedText).error, AccessibilityError::noValue);
-    EXPECT_EQ(get(element, attribute::value).error, AccessibilityError::noValue);
+    const FocusReading reading = waitForFocus(FocusRecord::Role::password);
+    expectNoText(reading);
+    EXPECT_EQ(selectedRange(reading.element), std::nullopt);
 }
 
 TEST_F(FieldTest, TerminalOffTheBusGivesItsPrimarySelection) {
     start();
     frontmost().terminal = true;
     const TestApplication xterm = TestApplication::xterm(desktop(), QStringLiteral("onelongword"));
-    const auto element = waitForFocusedElement(FocusRecord::Role::terminal);
-    EXPECT_EQ(get(element, attribute::selectedText).error, AccessibilityError::noValue);
+    expectNoText(waitForFocus(FocusRecord::Role::terminal));
+    FocusReading reading;
     waitUntil(
         [&] {
             desktop().input().doubleClick(xterm.geometry().topLeft() + QPoint(30, 10));
-            return text(element, attribute::selectedText) == QStringLiteral("onelongword");
+            reading = read();
+            return reading.selectedText == QStringLiteral("onelongword");
         },
         QStringLiteral("the word is selected"));
-    EXPECT_EQ(get(element, attribute::value).error, AccessibilityError::attributeUnsupported);
-    EXPECT_EQ(get(element, attribute::selectedTextRange).error,
-              AccessibilityError::attributeUnsupported);
-    EXPECT_EQ(set(element, attribute::value, QStringLiteral("x")),
-              AccessibilityError::attributeUnsupported);
+    EXPECT_EQ(reading.value, std::nullopt);
+    EXPECT_EQ(reading.selectedRange, std::nullopt);
+    EXPECT_EQ(selectedRange(reading.element), std::nullopt);
+    expectRefused(reading.element, {0, 1});
 }
 
 TEST_F(FieldTest, BrowserTextAreaIsReadAndNeverWritten) {
@@ -73,25 +80,21 @@ TEST_F(FieldTest, BrowserTextAreaIsReadAndNeverWritten) {
         desktop(), QStringLiteral("<textarea autofocus rows=9>%1</textarea>").arg(content));
     waitUntil([&] { return application.focusedText().text() == content; },
               QStringLiteral("the text area has the focus"));
-    const auto element = waitForFocusedElement();
     // A browser hides some selections of such a text: without one it cannot be told whether the
     // whole is meant.
-    EXPECT_EQ(get(element, attribute::selectedText).error, AccessibilityError::cannotComplete);
-    EXPECT_EQ(get(element, attribute::value).error, AccessibilityError::cannotComplete);
+    expectNoText(waitForFocus());
 
     desktop().input().chord({XK_Control_L, XK_End});
     desktop().input().chord({XK_Control_L, XK_Shift_L, XK_Left});
-    waitForSelection(element, QStringLiteral("three"));
-    EXPECT_EQ(range(element), (TextRange{content.indexOf(QStringLiteral("three")), 5}));
+    EXPECT_EQ(waitForSelection(QStringLiteral("three")).selectedRange,
+              (TextRange{content.indexOf(QStringLiteral("three")), 5}));
 
     selectAll();
-    waitForSelection(element, content);
-    EXPECT_EQ(range(element), (TextRange{0, content.size()}));
+    const FocusReading reading = waitForSelection(content);
+    EXPECT_EQ(reading.selectedRange, (TextRange{0, content.size()}));
 
-    ASSERT_EQ(text(element, attribute::value), content);
-    EXPECT_EQ(set(element, attribute::value, QStringLiteral("x")),
-              AccessibilityError::attributeUnsupported);
-    EXPECT_EQ(text(element, attribute::value), content);
+    expectRefused(reading.element, {0, content.size()});
+    EXPECT_EQ(application.focusedText().text(), content);
 }
 
 TEST_F(FieldTest, BrowserThatWasThereBeforeIsRead) {
@@ -99,64 +102,72 @@ TEST_F(FieldTest, BrowserThatWasThereBeforeIsRead) {
     const TestApplication application =
         TestApplication::chromium(desktop(), QStringLiteral("<textarea autofocus>late</textarea>"));
     adopt();
-    const auto element = waitForElementHolding(QStringLiteral("late"));
-    QCoro::waitFor(accessibility().selectBeforePaste(element, {1, 2}));
-    waitForSelection(element, QStringLiteral("at"));
+    const FocusReading reading = waitForValue(QStringLiteral("late"));
+    select(reading.element, {1, 2});
+    waitForSelection(QStringLiteral("at"));
 }
 
 TEST_F(FieldTest, TextWithEmbeddedObjectsIsRefused) {
     start();
-    const TestApplication application = TestApplication::sampleEditor(
-        desktop(), QStringLiteral("line"), QStringLiteral("one \uFFFC two"));
-    const auto element = waitForFocusedElement();
-    EXPECT_EQ(get(element, attribute::value).error, AccessibilityError::noValue);
-    EXPECT_NE(set(element, attribute::value, QStringLiteral("one two")),
-              AccessibilityError::success);
-    EXPECT_EQ(application.focusedText().text(), QStringLiteral("one \uFFFC two"));
+    const QString content = QStringLiteral("one \uFFFC two");
+    const TestApplication application =
+        TestApplication::sampleEditor(desktop(), QStringLiteral("line"), content);
+    const FocusReading whole = waitForFocus();
+    EXPECT_EQ(whole.value, std::nullopt);
+    expectRefused(whole.element, {0, content.size()});
+    EXPECT_EQ(application.focusedText().text(), content);
 
     desktop().input().chord({XK_End});
     desktop().input().chord({XK_Control_L, XK_Shift_L, XK_Left});
-    waitForSelection(element, QStringLiteral("two"));
-    EXPECT_EQ(range(element), (TextRange{6, 3}));
+    const FocusReading reading = waitForSelection(QStringLiteral("two"));
+    EXPECT_EQ(reading.selectedRange, (TextRange{6, 3}));
+    expectRefused(reading.element, {6, 3});
+    EXPECT_EQ(application.focusedText().text(), content);
 
     selectAll();
-    waitUntil(
-        [&] {
-            return get(element, attribute::selectedText).error ==
-                   AccessibilityError::cannotComplete;
-        },
-        QStringLiteral("the selection is more than text"));
+    waitUntil([&] { return application.focusedText().selectedText() == content; },
+              QStringLiteral("the selection is more than text"));
+    expectNoText(waitForFocus());
 }
 
 TEST_F(FieldTest, OnlyTheFrontmostApplicationCounts) {
     start();
     const TestApplication behind =
         TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("behind"));
-    const auto element = waitForFocusedElement();
-    ASSERT_EQ(text(element, attribute::value), QStringLiteral("behind"));
+    ASSERT_EQ(waitForFocus().value, QStringLiteral("behind"));
 
     const TestApplication front = TestApplication::xterm(desktop());
     EXPECT_EQ(focusedElement(), nullptr);
     EXPECT_EQ(record().role, FocusRecord::Role::unknown);
 
-    frontmost().pretendedProcess = QCoreApplication::applicationPid();
+    frontmost().pretend(QCoreApplication::applicationPid());
     EXPECT_EQ(focusedElement(), nullptr);
-    frontmost().pretendedProcess = 0;
+    // The window behind has been told that it is no longer active.
+    frontmost().pretend(0);
+    waitUntil([&] { return focusedElement() == nullptr; }, QStringLiteral("nothing has the focus"));
+    frontmost().pretended = RunningApplicationRef();
     EXPECT_EQ(focusedElement(), nullptr);
 }
 
-TEST_F(FieldTest, ElementIsOfTheWindowThatItWasFoundIn) {
-    class Window : public RunningApplication {};
+class ActiveWindowTest : public FieldTest, public testing::WithParamInterface<const char *> {};
+
+TEST_P(ActiveWindowTest, IsReadThoughTheWindowSystemDoesNotTellIt) {
     start();
-    const auto source = std::make_shared<const Window>();
-    const auto other = std::make_shared<const Window>();
-    frontmost().pretendedApplication = source;
+    frontmost().pretended = RunningApplicationRef();
+    const std::string kind = GetParam();
+    const QString sample = QStringLiteral("words");
     const TestApplication application =
-        TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
-    const auto element = waitForFocusedElement();
-    EXPECT_TRUE(element->isOf(source));
-    EXPECT_FALSE(element->isOf(other));
+        kind == "mousepad" ? TestApplication::mousepad(desktop(), sample)
+        : kind == "gtk4"
+            ? TestApplication::gnomeTextEditor(desktop(), sample)
+            : TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), sample);
+    const FocusReading reading = waitForValue(sample);
+    ASSERT_NE(reading.application, nullptr);
+    EXPECT_EQ(reading.application->processId(), application.pid());
 }
+
+INSTANTIATE_TEST_SUITE_P(Sources, ActiveWindowTest, testing::Values("mousepad", "gtk4", "qt"),
+                         [](const auto &chosen) { return std::string(chosen.param); });
 
 class CaptureAgainTest : public FieldTest, public testing::WithParamInterface<const char *> {};
 
@@ -171,16 +182,16 @@ TEST_P(CaptureAgainTest, ElementIsTheOneThatHadTheFocus) {
             ? TestApplication::chromium(
                   desktop(), QStringLiteral("<textarea autofocus>%1</textarea>").arg(sample))
             : TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), sample);
-    const auto before = waitForElementHolding(sample);
+    waitForValue(sample);
     selectAll();
-    waitForSelection(before, sample);
+    waitForSelection(sample);
 
     const TestApplication panel = TestApplication::xterm(desktop());
-    frontmost().pretendedProcess = source.pid();
-    const auto after = focusedElement();
-    ASSERT_NE(after, nullptr);
-    EXPECT_EQ(text(after, attribute::selectedText), sample);
-    EXPECT_EQ(range(after), (TextRange{0, sample.size()}));
+    frontmost().pretend(source.pid());
+    const FocusReading after = read();
+    ASSERT_NE(after.element, nullptr);
+    EXPECT_EQ(after.selectedText, sample);
+    EXPECT_EQ(after.selectedRange, (TextRange{0, sample.size()}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sources, CaptureAgainTest,
@@ -191,19 +202,20 @@ TEST_F(FieldTest, StoppedApplicationGivesNothingAndIsAskedOnce) {
     start();
     TestApplication application =
         TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
-    const auto element = waitForFocusedElement();
-    ASSERT_EQ(text(element, attribute::value), QStringLiteral("words"));
+    const FocusReading before = waitForValue(QStringLiteral("words"));
     application.process().suspend();
-    EXPECT_EQ(get(element, attribute::selectedText).error, AccessibilityError::cannotComplete);
+    EXPECT_EQ(selectedRange(before.element), std::nullopt);
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(get(element, attribute::value).error, AccessibilityError::cannotComplete);
-    EXPECT_EQ(get(element, attribute::selectedTextRange).error, AccessibilityError::noValue);
+    EXPECT_EQ(selectedRange(before.element), std::nullopt);
     const qint64 afterTheFirst = timer.elapsed();
-    EXPECT_EQ(set(element, attribute::value, QStringLiteral("other")), AccessibilityError::failure);
-    EXPECT_EQ(focusedElement(), nullptr);
+    expectRefused(before.element, {0, 5});
+    EXPECT_EQ(select(before.element, {0, 5}), PasteTarget::unknown);
+    const FocusReading stopped = read();
+    EXPECT_EQ(stopped.element, nullptr);
+    expectNoText(stopped);
     application.process().resume();
-    EXPECT_EQ(text(waitForFocusedElement(), attribute::value), QStringLiteral("words"));
+    EXPECT_EQ(waitForFocus().value, QStringLiteral("words"));
     RecordProperty("afterTheFirstMs", int(afterTheFirst));
 }
 

@@ -24,25 +24,24 @@ TEST_F(HostileBusTest, SwitchIsTheAnswerAndCanBeSet) {
     Desktop::Options options;
     options.accessibilityEnabled = false;
     start(options);
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
     EXPECT_FALSE(desktop().accessibilityBus()->isEnabled());
-    EXPECT_TRUE(accessibility().isProcessTrustedWithPrompt());
+    access().request();
+    EXPECT_TRUE(access().isGranted());
     EXPECT_TRUE(desktop().accessibilityBus()->isEnabled());
     desktop().accessibilityBus()->setEnabled(false);
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
 }
 
 TEST_F(HostileBusTest, SwitchThatGivesNoAnswerIsOff) {
     start();
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
     // The program that keeps the switch, and not the bus itself.
     const auto keeper = pid_t(desktop().accessibilityBus()->process().pid());
     kill(keeper, SIGSTOP);
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
     kill(keeper, SIGCONT);
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted again"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted again"));
 }
 
 TEST_F(HostileBusTest, AbsentBusIsHarmless) {
@@ -51,8 +50,9 @@ TEST_F(HostileBusTest, AbsentBusIsHarmless) {
     start(options);
     const TestApplication application =
         TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
-    EXPECT_FALSE(accessibility().isProcessTrusted());
-    EXPECT_FALSE(accessibility().isProcessTrustedWithPrompt());
+    EXPECT_FALSE(access().isGranted());
+    access().request();
+    EXPECT_FALSE(access().isGranted());
     EXPECT_EQ(focusedElement(), nullptr);
     EXPECT_EQ(record().role, FocusRecord::Role::unknown);
 }
@@ -61,15 +61,13 @@ TEST_F(HostileBusTest, BusMayComeLater) {
     Desktop::Options options;
     options.accessibilityBus = false;
     start(options);
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
     const harness::AccessibilityBus bus(desktop().sessionBus(), true, desktop().environment(),
                                         desktop().folders().log(QStringLiteral("late-bus")));
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
     const TestApplication application =
         TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), QStringLiteral("words"));
-    const auto element = waitForFocusedElement();
-    EXPECT_EQ(text(element, attribute::value), QStringLiteral("words"));
+    EXPECT_EQ(waitForFocus().value, QStringLiteral("words"));
 }
 
 TEST_F(HostileBusTest, BusMayBeStartedAgain) {
@@ -79,28 +77,24 @@ TEST_F(HostileBusTest, BusMayBeStartedAgain) {
     for (int round = 0; round < 2; ++round) {
         const harness::AccessibilityBus bus(desktop().sessionBus(), true, desktop().environment(),
                                             desktop().folders().log(QStringLiteral("bus")));
-        waitUntil([&] { return accessibility().isProcessTrusted(); },
-                  QStringLiteral("the bus is trusted"));
+        waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
         const TestApplication application = TestApplication::sampleEditor(
             desktop(), QStringLiteral("plain"), QStringLiteral("words"));
-        const auto element = waitForFocusedElement();
-        EXPECT_EQ(text(element, attribute::value), QStringLiteral("words"));
+        EXPECT_EQ(waitForFocus().value, QStringLiteral("words"));
     }
-    waitUntil([&] { return !accessibility().isProcessTrusted(); },
+    waitUntil([&] { return !access().isGranted(); },
               QStringLiteral("the end of the bus is noticed"));
     EXPECT_EQ(focusedElement(), nullptr);
 }
 
 TEST_F(HostileBusTest, BusThatFallsSilentIsNotTrusted) {
     start();
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
     desktop().accessibilityBus()->process().suspend();
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
     EXPECT_EQ(focusedElement(), nullptr);
     desktop().accessibilityBus()->process().resume();
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted again"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted again"));
 }
 
 TEST_F(HostileBusTest, BusThatAcceptsAndSaysNothingIsNotTrusted) {
@@ -118,17 +112,16 @@ TEST_F(HostileBusTest, BusThatAcceptsAndSaysNothingIsNotTrusted) {
 
     qputenv("AT_SPI_BUS_ADDRESS", address.toUtf8());
     start();
-    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_FALSE(access().isGranted());
     EXPECT_EQ(focusedElement(), nullptr);
     qunsetenv("AT_SPI_BUS_ADDRESS");
-    EXPECT_TRUE(accessibility().isProcessTrusted());
+    EXPECT_TRUE(access().isGranted());
     close(listener);
 }
 
 TEST_F(HostileBusTest, NothingIsAskedForThatTypingWouldSend) {
     start();
-    waitUntil([&] { return accessibility().isProcessTrusted(); },
-              QStringLiteral("the bus is trusted"));
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
     const QDBusMessage question = QDBusMessage::createMethodCall(
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("GetRegisteredEvents"));

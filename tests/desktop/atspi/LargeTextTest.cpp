@@ -4,7 +4,6 @@ namespace quillmender {
 namespace {
 
 using harness::TestApplication;
-using harness::waitUntil;
 
 class LargeTextTest : public AtspiTest {};
 
@@ -17,15 +16,13 @@ TEST_F(LargeTextTest, TenMillionCharactersAreReadAndWritten) {
     start();
     const QString words = manyWords(10'000'000);
     const TestApplication application = TestApplication::mousepad(desktop(), words);
-    const auto element = waitForFocusedElement();
-    waitUntil([&] { return text(element, attribute::value).value_or(QString()) == words; },
-              QStringLiteral("the text is loaded"));
+    const FocusReading before = waitForValue(words);
     const QString other = words.toUpper();
-    EXPECT_EQ(set(element, attribute::value, other), AccessibilityError::success);
-    EXPECT_EQ(set(element, attribute::selectedTextRange, TextRange{0, other.size()}),
-              AccessibilityError::success);
-    EXPECT_TRUE(text(element, attribute::selectedText) == other);
-    EXPECT_EQ(range(element), (TextRange{0, other.size()}));
+    EXPECT_EQ(replace(before.element, {0, words.size()}, other).outcome,
+              Replacement::Outcome::done);
+    const FocusReading after = read();
+    EXPECT_TRUE(after.selectedText == other);
+    EXPECT_EQ(after.selectedRange, (TextRange{0, other.size()}));
 }
 
 } // namespace

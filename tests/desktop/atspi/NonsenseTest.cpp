@@ -85,7 +85,7 @@ TEST_F(NonsenseTest, WrongTypesAreNoAnswers) {
         SCOPED_TRACE(wrong.typeName());
         field->nonsense = wrong;
         const auto element =
-            std::make_shared<const TextElement>(nullptr, traits, Toolkit::libreOffice, budget());
+            std::make_shared<const TextElement>(traits, Toolkit::libreOffice, budget());
         const Budget::Use use(element->budget);
         EXPECT_EQ(QCoro::waitFor(examine(*bus, {object()}, budget())).size(), 1);
         QCoro::waitFor(childrenOf(*bus, object(), budget()));

@@ -46,6 +46,8 @@ void ScriptedField::attend(const QDBusMessage &message) {
     const QVariant answer = answerTo(message);
     if (answer.isValid())
         connection_.send(message.createReply(answer));
+    if (whenRead && message.member() == QStringLiteral("GetText"))
+        whenRead();
 }
 
 void ScriptedField::attendToWaiting() {
@@ -65,6 +67,13 @@ QVariant ScriptedField::answerTo(const QDBusMessage &message) {
         return QVariant::fromValue(QDBusVariant(int(text.size())));
     if (message.member() == QStringLiteral("GetNSelections"))
         return selectionEnd > selectionStart ? 1 : 0;
+    if (message.member() == QStringLiteral("SetSelection")) {
+        if (obeysSelection) {
+            selectionStart = arguments.value(1).toInt();
+            selectionEnd = arguments.value(2).toInt();
+        }
+        return obeysSelection;
+    }
     if (message.member() == QStringLiteral("GetText")) {
         const int end = arguments.value(1).toInt();
         if (end < 0 && !knowsItsEnd)

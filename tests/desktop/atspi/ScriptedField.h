@@ -29,6 +29,9 @@ class ScriptedField : public QDBusVirtualObject {
     bool refusesDeletion = false;
     bool answersDeletion = true;
     bool setsContents = false;
+    bool obeysSelection = true;
+    /// Called when it has told a part of its text, or the whole.
+    std::function<void()> whenRead;
     /// How long each of its changing calls is held up before it is attended to; everything that
     /// comes meanwhile waits behind it.
     std::chrono::milliseconds stall{0};

@@ -1,12 +1,11 @@
+#include "desktop/atspi/AccessibleProgram.h"
 #include "desktop/atspi/AtspiTest.h"
-#include "desktop/atspi/ScriptedField.h"
 #include "desktop/harness/ClipboardOwner.h"
 
 namespace quillmender {
 namespace {
 
 using harness::ClipboardOwner;
-using harness::waitUntil;
 
 /// A terminal whose screen is on the bus.
 class TerminalTest : public AtspiTest {
@@ -14,36 +13,44 @@ class TerminalTest : public AtspiTest {
     void SetUp() override {
         AtspiTest::SetUp();
         start();
-        waitUntil([&] { return accessibility().isProcessTrusted(); },
-                  QStringLiteral("the bus is there"));
-        screen_.emplace(desktop().accessibilityBus()->address(), QStringLiteral("$ one two"));
     }
 
-    std::optional<QString> selectedText() {
-        const ObjectRef object{screen_->service(), ScriptedField::path()};
-        return text(
-            std::make_shared<const TerminalElement>(nullptr, object, std::make_shared<Budget>()),
-            attribute::selectedText);
+    void openTerminal(int selectionStart, int selectionEnd) {
+        screen_.emplace(desktop(), QStringLiteral("$ one two"),
+                        AccessibleProgram::Options{.isActive = true,
+                                                   .fieldRole = ScriptedApplication::terminalRole,
+                                                   .selectionStart = selectionStart,
+                                                   .selectionEnd = selectionEnd});
+        frontmost().pretend(screen_->pid());
     }
 
-    std::optional<ScriptedField> screen_;
+    std::optional<AccessibleProgram> screen_;
 };
 
 TEST_F(TerminalTest, TellsItsPrimarySelectionRatherThanItsColumns) {
     // Konsole counts columns of full lines, and tells a text that has shorter ones.
-    screen_->selectionStart = 3;
-    screen_->selectionEnd = 6;
+    openTerminal(3, 6);
     const ClipboardOwner primary(desktop().display(),
                                  ClipboardOwner::plainText(QStringLiteral("one")), "PRIMARY");
-    EXPECT_EQ(selectedText(), QStringLiteral("one"));
+    EXPECT_EQ(waitForFocus(FocusRecord::Role::terminal).selectedText, QStringLiteral("one"));
 }
 
 TEST_F(TerminalTest, TellsWhatIsSelectedOnTheBusWithoutAPrimarySelection) {
-    screen_->selectionStart = 2;
-    screen_->selectionEnd = 5;
-    EXPECT_EQ(selectedText(), QStringLiteral("one"));
-    screen_->selectionEnd = 2;
-    EXPECT_EQ(selectedText(), std::nullopt);
+    openTerminal(2, 5);
+    EXPECT_EQ(waitForFocus(FocusRecord::Role::terminal).selectedText, QStringLiteral("one"));
+}
+
+TEST_F(TerminalTest, ScreenIsNoTextOfAField) {
+    openTerminal(2, 2);
+    const FocusReading reading = waitForFocus(FocusRecord::Role::terminal);
+    EXPECT_EQ(reading.selectedText, std::nullopt);
+    EXPECT_EQ(reading.selectedRange, std::nullopt);
+    EXPECT_EQ(reading.value, std::nullopt);
+    EXPECT_EQ(selectedRange(reading.element), std::nullopt);
+    const Replacement replaced = replace(reading.element, {2, 3}, QStringLiteral("eins"));
+    EXPECT_EQ(replaced.outcome, Replacement::Outcome::refused);
+    expectReasonWithout(replaced, {QStringLiteral("one"), QStringLiteral("eins")});
+    EXPECT_EQ(select(reading.element, {2, 3}), PasteTarget::unknown);
 }
 
 } // namespace

@@ -1,18 +1,21 @@
 #include "platform/linux/atspi/EditedText.h"
 
-#include "platform/linux/atspi/TextSplice.h"
-
 namespace quillmender {
 
+// What stands before or behind an edit is looked at, not the edit: of a letter that was typed
+// beside an equal one nobody can tell which of the two is new.
 std::optional<TextRange> rangeAfterEdit(const QString &before, const QString &after,
                                         TextRange range) {
     if (before == after)
         return range;
-    const TextSplice edit = computeSplice(before, after);
-    if (edit.start >= range.location + range.length)
+    const qint64 end = range.location + range.length;
+    if (range.location < 0 || range.length < 0 || end > before.size())
+        return std::nullopt;
+    if (after.startsWith(QStringView(before).first(end)))
         return range;
-    if (edit.start + edit.removed.size() <= range.location)
-        return TextRange{range.location + edit.inserted.size() - edit.removed.size(), range.length};
+    const QStringView fromItsStart = QStringView(before).sliced(range.location);
+    if (after.endsWith(fromItsStart))
+        return TextRange{after.size() - fromItsStart.size(), range.length};
     return std::nullopt;
 }
 

@@ -1,10 +1,16 @@
 #include "platform/linux/atspi/FocusFinder.h"
 
+#include "platform/linux/atspi/Decoding.h"
+
 #include <QCoreApplication>
+
+#include <vector>
 
 namespace quillmender {
 
 namespace {
+
+constexpr int maximumFrames = 500;
 
 /// Roles of objects that claim the focus on behalf of what they contain.
 bool isContainer(uint role) {
@@ -82,18 +88,25 @@ QCoro::Task<std::optional<Traits>> FocusFinder::findInActiveFrame(BudgetRef budg
 
 QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(BudgetRef budget) {
     const QStringList listed = co_await applications_.services(budget);
-    QStringList active;
+    // All at once: one that hangs would leave no time for those behind it.
+    std::vector<Call> questions;
     for (const QString &service : listed) {
         const qint64 owner = co_await applications_.processOf(service, budget);
         if (owner == QCoreApplication::applicationPid())
             continue;
         const ObjectRef root{service, QLatin1String(atspi::rootPath)};
-        const QList<ObjectRef> children = co_await childrenOf(bus_, root, budget);
-        const QList<Traits> frames = co_await examine(bus_, children, budget);
-        for (const Traits &frame : frames) {
-            if (frame.states.has(State::active) && !active.contains(service))
-                active.append(service);
-        }
+        questions.push_back(bus_.call(budget, root, atspi::accessible, "GetChildren"));
+    }
+    QList<ObjectRef> children;
+    for (const Call &question : questions) {
+        const auto answer = co_await question.answer();
+        children += decodeObjects(firstValue(answer), maximumFrames);
+    }
+    const QList<Traits> frames = co_await examine(bus_, children, budget);
+    QStringList active;
+    for (const Traits &frame : frames) {
+        if (frame.states.has(State::active) && !active.contains(frame.object.service))
+            active.append(frame.object.service);
     }
     // Two that both say so: one of them has not heard yet, and nobody knows which.
     co_return active.size() == 1 ? active.constFirst() : QString();
