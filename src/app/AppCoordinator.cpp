@@ -37,7 +37,7 @@ AppCoordinator::AppCoordinator(Platform &platform, LLMClient llmClient, UpdateCh
       captureTitle_(selectedTextTitle()),
       settingsStore_(*platform.userDefaults, *platform.secretItems, *platform.loginItem),
       permissionManager_(*platform.accessibility, *platform.workspace),
-      pasteboardManager_(*platform.pasteboard, *platform.keyEvents),
+      pasteboardManager_(*platform.pasteboard, *platform.chords),
       selectionController_(pasteboardManager_, *platform.accessibility, *platform.workspace,
                            *platform.clock),
       llmClient_(llmClient),

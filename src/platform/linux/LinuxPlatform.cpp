@@ -8,8 +8,8 @@
 #include "platform/linux/services/SecretServiceItems.h"
 #include "platform/linux/services/SettingsFile.h"
 #include "platform/linux/x11/X11Services.h"
+#include "platform/none/NoneChords.h"
 #include "platform/none/NoneHotKeys.h"
-#include "platform/none/NoneKeyEvents.h"
 #include "platform/none/NonePasteboard.h"
 #include "platform/none/NoneWorkspace.h"
 
@@ -31,12 +31,12 @@ void addWindowSystem(Platform &platform, Shared &shared) {
     if (X11Services *x11 = shared.x11.get()) {
         platform.workspace = std::move(x11->workspace);
         platform.pasteboard = std::move(x11->pasteboard);
-        platform.keyEvents = std::move(x11->keyEvents);
+        platform.chords = std::move(x11->chords);
         platform.hotKeys = std::move(x11->hotKeys);
     } else {
         platform.workspace = std::make_unique<NoneWorkspace>();
         platform.pasteboard = std::make_unique<NonePasteboard>();
-        platform.keyEvents = std::make_unique<NoneKeyEvents>();
+        platform.chords = std::make_unique<NoneChords>();
         platform.hotKeys = std::make_unique<NoneHotKeys>();
     }
 }

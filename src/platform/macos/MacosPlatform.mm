@@ -2,9 +2,9 @@
 #include "platform/QtClock.h"
 #include "platform/macos/BundleVersion.h"
 #include "platform/macos/MacAccessibility.h"
+#include "platform/macos/MacChords.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacInstance.h"
-#include "platform/macos/MacKeyEvents.h"
 #include "platform/macos/MacLoginItem.h"
 #include "platform/macos/MacPasteboard.h"
 #include "platform/macos/MacPresence.h"
@@ -30,7 +30,7 @@ std::unique_ptr<Platform> makePlatform() {
     platform->workspace = std::make_unique<MacWorkspace>();
     platform->accessibility = std::make_unique<MacAccessibility>();
     platform->pasteboard = std::make_unique<MacPasteboard>();
-    platform->keyEvents = std::make_unique<MacKeyEvents>();
+    platform->chords = std::make_unique<MacChords>();
     platform->hotKeys = std::make_unique<MacHotKeys>();
     platform->presence = std::make_unique<MacPresence>();
     platform->bundleVersion = bundleVersion();

@@ -21,7 +21,6 @@ bool X11Workspace::activate(RunningApplicationRef application, quint32) {
     std::free(error);
     if (!exists || !isStillItself(connection_, *own))
         return false;
-    pastes_.source = own->window();
     activeWindow_.activate(own->window());
     return true;
 }
