@@ -29,6 +29,4 @@ static_assert(controlKey == 0x1000 && optionKey == 0x0800);
 static_assert(shiftKey == 0x0200 && cmdKey == 0x0100);
 static_assert(quillmender::noErr == noErr);
 static_assert(quillmender::eventNotHandledErr == eventNotHandledErr);
-static_assert(quillmender::keycode::c == kVK_ANSI_C);
-static_assert(quillmender::keycode::v == kVK_ANSI_V);
 static_assert(quillmender::keycode::space == kVK_Space);
