@@ -28,7 +28,7 @@ class SessionRoadTest : public WholeSessionTest {
 TEST_F(SessionRoadTest, EveryServiceIsMade) {
     EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secretItems &&
                 platform->loginItem && platform->workspace && platform->accessibility &&
-                platform->pasteboard && platform->keyEvents && platform->hotKeys &&
+                platform->pasteboard && platform->chords && platform->hotKeys &&
                 platform->presence);
     EXPECT_EQ(platform->instance->claim([](const QString &) {}).outcome,
               InstanceClaim::Outcome::held);

@@ -6,6 +6,7 @@
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePresence.h"
 #include "fakes/FakeTransport.h"
+#include "platform/macos/MacChords.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacSecretItems.h"
 #include "platform/macos/MacUserDefaults.h"
@@ -43,7 +44,7 @@ class SessionTest : public SelectionTest {
         generalPasteboard = general.get();
         generalPasteboard->contents = pasteboard.contents;
         platform.pasteboard = std::move(general);
-        platform.keyEvents = std::make_unique<MacKeyEvents>();
+        platform.chords = std::make_unique<MacChords>();
         platform.hotKeys = std::make_unique<MacHotKeys>();
         platform.presence = std::make_unique<fakes::FakePresence>(log);
 
@@ -119,9 +120,9 @@ TEST_F(SessionTest, copiesAndPastesWithoutAccessibleText) {
     const QList<PasteboardItem> own = generalPasteboard->contents;
     std::optional<QString> pasted;
     events.onPost = [&](CGKeyCode keyCode, bool keyDown) {
-        if (keyCode == keycode::c && keyDown)
+        if (keyCode == kVK_ANSI_C && keyDown)
             generalPasteboard->copyFromElsewhere(QStringLiteral("me goes"));
-        if (keyCode == keycode::v && keyDown)
+        if (keyCode == kVK_ANSI_V && keyDown)
             pasted = generalPasteboard->text;
     };
     pressHotKey();

@@ -54,7 +54,7 @@ void WholeSessionTest::copyYields(std::optional<std::string> text) {
     events.onPost = [this, text = std::move(text)](CGKeyCode keyCode, bool keyDown) {
         if (!keyDown)
             return;
-        if (keyCode == keycode::v)
+        if (keyCode == kVK_ANSI_V)
             pasted.push_back(pasteboard.text().value_or("nothing"));
         else if (text)
             pasteboard.copyFromElsewhere(

@@ -1,9 +1,9 @@
 #include "app/AppDelegate.h"
 
 #include "fakes/FakeAccessibility.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHotKeys.h"
-#include "fakes/FakeKeyEvents.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
@@ -56,7 +56,7 @@ class AppDelegateTest : public testing::Test {
         platform->workspace = std::make_unique<fakes::FakeWorkspace>(log);
         platform->accessibility = make(accessibility);
         platform->pasteboard = std::make_unique<fakes::FakePasteboard>(log);
-        platform->keyEvents = std::make_unique<fakes::FakeKeyEvents>(log);
+        platform->chords = std::make_unique<fakes::FakeChords>(log);
         platform->hotKeys = make(hotKeys);
         platform->presence = make(presence);
         platform->bundleVersion = QStringLiteral("1.2.3");
@@ -225,7 +225,7 @@ TEST_F(AppDelegateTest, quittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQu
     });
     EXPECT_EQ(QCoreApplication::exec(), 0);
     const auto cancelled = log->indexOf(QStringLiteral("cancelAll"));
-    const auto restored = log->lastIndexOf(QStringLiteral("pasteboard.clear"));
+    const auto restored = log->lastIndexOf(QStringLiteral("pasteboard.replaceContents 0"));
     const auto handedOver = log->indexOf(QStringLiteral("pasteboard.handOver"));
     EXPECT_GE(cancelled, 0);
     EXPECT_GT(restored, cancelled);

@@ -2,9 +2,9 @@
 
 #include "app/AppCoordinator.h"
 #include "fakes/FakeAccessibility.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeHotKeys.h"
-#include "fakes/FakeKeyEvents.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePresence.h"
@@ -116,7 +116,7 @@ class CoordinatorFixture : public testing::Test {
         platform.workspace = make(workspace);
         platform.accessibility = make(accessibility);
         platform.pasteboard = make(pasteboard);
-        platform.keyEvents = make(keyEvents);
+        platform.chords = make(chords);
         platform.hotKeys = make(hotKeys);
         platform.presence = make(presence);
         secrets->items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
@@ -200,7 +200,7 @@ class CoordinatorFixture : public testing::Test {
     fakes::FakeClock *clock = nullptr;
     fakes::FakeAccessibility *accessibility = nullptr;
     fakes::FakePasteboard *pasteboard = nullptr;
-    fakes::FakeKeyEvents *keyEvents = nullptr;
+    fakes::FakeChords *chords = nullptr;
     fakes::FakeWorkspace *workspace = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
     fakes::FakeSecretItems *secrets = nullptr;

@@ -49,7 +49,7 @@ TEST_F(SessionRunTest, pastesWhenAccessibilityRefuses) {
     coordinator->run(action(TextAction::fixGrammar));
     answerText("I go");
     EXPECT_LT(log->indexOf(QStringLiteral("set AXValue I go")),
-              log->indexOf(QStringLiteral("pasteboard.setString I go")));
+              log->indexOf(QStringLiteral("pasteboard.lend I go")));
     EXPECT_EQ(log->last(), QStringLiteral("orderOut"));
     expectReset();
 }
@@ -90,7 +90,7 @@ TEST_F(SessionRunTest, resetsTheWorkBeforeItSaysWhy) {
 TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
     capture(QStringLiteral("me goes"));
     accessibility->refusedAttributes = {QStringLiteral("AXValue")};
-    keyEvents->readiness = ChordReadiness::withheld;
+    chords->result.outcome = ChordResult::Outcome::withheld;
     coordinator->run(action(TextAction::fixGrammar));
     answerText("I go");
     EXPECT_EQ(
@@ -108,8 +108,8 @@ TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
     coordinator->run(coordinator->actions().constFirst());
     answerText("answer");
     EXPECT_EQ(coordinator->errorMessage(), AppFailure::replacementFailed().errorDescription());
-    EXPECT_FALSE(log->contains(QStringLiteral("prepareChord paste")));
-    EXPECT_TRUE(log->filter(QStringLiteral("setString")).isEmpty());
+    EXPECT_FALSE(log->contains(QStringLiteral("type paste")));
+    EXPECT_TRUE(log->filter(QStringLiteral("pasteboard.lend")).isEmpty());
     EXPECT_TRUE(panel->isVisible);
     EXPECT_EQ(coordinator->currentSession(), nullptr);
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("text"));
