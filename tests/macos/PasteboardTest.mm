@@ -2,7 +2,7 @@
 #include "doubles/appkit/GeneralPasteboard.h"
 #include "fakes/Await.h"
 #include "platform/macos/MacPasteboard.h"
-#include "platform/none/NoneKeyEvents.h"
+#include "platform/none/NoneChords.h"
 #include "selection/PasteboardManager.h"
 
 namespace quillmender {
@@ -23,8 +23,8 @@ class PasteboardTest : public FrameworksTest {
 
     GeneralPasteboard &system = GeneralPasteboard::shared();
     MacPasteboard pasteboard;
-    NoneKeyEvents keyEvents;
-    PasteboardManager manager{pasteboard, keyEvents};
+    NoneChords chords;
+    PasteboardManager manager{pasteboard, chords};
 };
 
 } // namespace
@@ -94,17 +94,19 @@ TEST_F(PasteboardTest, TypeThatIsRefusedIsLostAlone) {
     EXPECT_EQ(system.items, std::vector<GeneralPasteboard::Item>({{{"public.rtf", "rtf"}}}));
 }
 
-TEST_F(PasteboardTest, RefusedWriteIsToldAndHurtsNobody) {
+TEST_F(PasteboardTest, WriteThatIsRefusedIsTriedOnce) {
     system.refusesWrites = true;
     PasteboardItem item;
     item.setData(plainText, "text");
-    EXPECT_FALSE(pasteboard.writeItems({item}));
-    EXPECT_FALSE(pasteboard.setString(QStringLiteral("text")));
+    pasteboard.replaceContents({item});
+    EXPECT_THAT(calls(), ElementsAre("NSPasteboard clearContents", "NSPasteboard writeObjects 1"));
+    EXPECT_NE(pasteboard.lend(QStringLiteral("text"), nullptr), nullptr);
+    EXPECT_THAT(calls(), ElementsAre("NSPasteboard clearContents",
+                                     "NSPasteboard setString text public.utf8-plain-text"));
 }
 
-TEST_F(PasteboardTest, StringIsWrittenAsPlainTextAndNothingElse) {
-    pasteboard.clearContents();
-    EXPECT_TRUE(pasteboard.setString(QStringLiteral("r\u00e9ponse")));
+TEST_F(PasteboardTest, TextIsLentAsPlainTextAndNothingElse) {
+    EXPECT_NE(pasteboard.lend(QStringLiteral("r\u00e9ponse"), nullptr), nullptr);
     EXPECT_THAT(calls(), ElementsAre("NSPasteboard clearContents",
                                      "NSPasteboard setString r\u00e9ponse public.utf8-plain-text"));
     EXPECT_EQ(system.text(), "r\u00e9ponse");
@@ -121,7 +123,12 @@ TEST_F(PasteboardTest, StringIsThePlainTextIfThereIsAny) {
 }
 
 TEST_F(PasteboardTest, NothingIsWaitedFor) {
-    EXPECT_TRUE(await(pasteboard.stringWasRead(std::chrono::hours(1))));
+    const LentTextRef lent = pasteboard.lend(QStringLiteral("text"), nullptr);
+    calls();
+    EXPECT_TRUE(await(lent->wasRead(std::chrono::hours(1))));
+    pasteboard.replaceContents({});
+    calls();
+    EXPECT_TRUE(await(lent->wasRead(std::chrono::hours(1))));
     await(pasteboard.handOver());
     EXPECT_THAT(calls(), ElementsAre());
 }

@@ -51,7 +51,7 @@ void WholeSessionTest::copyYields(const std::string &text) {
     events.onPost = [this, text](CGKeyCode keyCode, bool keyDown) {
         if (!keyDown)
             return;
-        if (keyCode == sessionCalls::pasteKey)
+        if (keyCode == kVK_ANSI_V)
             pasted.push_back(pasteboard.text().value_or("nothing"));
         else
             pasteboard.copyFromElsewhere(

@@ -14,11 +14,10 @@ class MacPasteboard : public Pasteboard {
 
     QCoro::Task<QList<PasteboardItem>> items() override;
     qint64 changeCount() override;
-    void clearContents() override;
-    bool writeItems(const QList<PasteboardItem> &items) override;
+    void replaceContents(const QList<PasteboardItem> &items) override;
     QCoro::Task<std::optional<QString>> string() override;
-    bool setString(const QString &text) override;
-    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
+    /// Never null: what became of the write is not asked.
+    LentTextRef lend(const QString &text, RunningApplicationRef reader) override;
     QCoro::Task<> handOver() override;
 
   private:

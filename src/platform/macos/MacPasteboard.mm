@@ -48,6 +48,12 @@ std::optional<QString> readString(NSPasteboard *pasteboard) {
     }
 }
 
+/// The pasteboard server does not tell who has read what.
+class MacLentText : public LentText {
+  public:
+    QCoro::Task<bool> wasRead(std::chrono::milliseconds) override { co_return true; }
+};
+
 } // namespace
 
 MacPasteboard::MacPasteboard() {
@@ -64,19 +70,16 @@ qint64 MacPasteboard::changeCount() {
     return [pasteboard_.get() changeCount];
 }
 
-void MacPasteboard::clearContents() {
+void MacPasteboard::replaceContents(const QList<PasteboardItem> &items) {
     @autoreleasepool {
         [pasteboard_.get() clearContents];
-    }
-}
-
-bool MacPasteboard::writeItems(const QList<PasteboardItem> &items) {
-    @autoreleasepool {
+        if (items.isEmpty())
+            return;
         NSMutableArray<NSPasteboardItem *> *const objects =
             [NSMutableArray arrayWithCapacity:static_cast<NSUInteger>(items.size())];
         for (const PasteboardItem &item : items)
             [objects addObject:makeItem(item).get()];
-        return [pasteboard_.get() writeObjects:objects];
+        [pasteboard_.get() writeObjects:objects];
     }
 }
 
@@ -84,15 +87,12 @@ QCoro::Task<std::optional<QString>> MacPasteboard::string() {
     co_return readString(pasteboard_.get());
 }
 
-bool MacPasteboard::setString(const QString &text) {
+LentTextRef MacPasteboard::lend(const QString &text, RunningApplicationRef) {
     @autoreleasepool {
-        return [pasteboard_.get() setString:toNSString(text).get() forType:NSPasteboardTypeString];
+        [pasteboard_.get() clearContents];
+        [pasteboard_.get() setString:toNSString(text).get() forType:NSPasteboardTypeString];
     }
-}
-
-// The pasteboard server does not tell who has read what.
-QCoro::Task<bool> MacPasteboard::stringWasRead(std::chrono::milliseconds) {
-    co_return true;
+    return std::make_shared<MacLentText>();
 }
 
 // The server keeps the contents when the program ends.

@@ -2,11 +2,11 @@
 #include "platform/QtClock.h"
 #include "platform/macos/BundleVersion.h"
 #include "platform/macos/MacAccessibilityAccess.h"
+#include "platform/macos/MacChords.h"
 #include "platform/macos/MacFocusedText.h"
 #include "platform/macos/MacAppearance.h"
 #include "platform/macos/MacHotKeys.h"
 #include "platform/macos/MacInstance.h"
-#include "platform/macos/MacKeyEvents.h"
 #include "platform/macos/MacLoginItem.h"
 #include "platform/macos/MacOwnWindows.h"
 #include "platform/macos/MacPasteboard.h"
@@ -35,7 +35,7 @@ std::unique_ptr<Platform> makePlatform() {
     platform->accessibilityAccess = std::make_unique<MacAccessibilityAccess>();
     platform->focusedText = std::make_unique<MacFocusedText>();
     platform->pasteboard = std::make_unique<MacPasteboard>();
-    platform->keyEvents = std::make_unique<MacKeyEvents>();
+    platform->chords = std::make_unique<MacChords>();
     platform->hotKeys = std::make_unique<MacHotKeys>();
     platform->ownWindows = std::make_unique<MacOwnWindows>();
     platform->symbols = std::make_unique<MacSymbols>();

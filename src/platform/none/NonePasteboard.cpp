@@ -5,22 +5,24 @@
 namespace quillmender {
 
 namespace {
+
 const auto plainText = QStringLiteral("text/plain;charset=utf-8");
+
+/// Nobody tells who has read it.
+class NoneLentText : public LentText {
+  public:
+    QCoro::Task<bool> wasRead(std::chrono::milliseconds) override { co_return true; }
+};
+
 } // namespace
 
 QCoro::Task<QList<PasteboardItem>> NonePasteboard::items() {
     co_return std::as_const(items_);
 }
 
-void NonePasteboard::clearContents() {
-    items_.clear();
-    ++changeCount_;
-}
-
-bool NonePasteboard::writeItems(const QList<PasteboardItem> &items) {
+void NonePasteboard::replaceContents(const QList<PasteboardItem> &items) {
     items_ = items;
     ++changeCount_;
-    return true;
 }
 
 QCoro::Task<std::optional<QString>> NonePasteboard::string() {
@@ -31,14 +33,11 @@ QCoro::Task<std::optional<QString>> NonePasteboard::string() {
     co_return std::nullopt;
 }
 
-bool NonePasteboard::setString(const QString &text) {
+LentTextRef NonePasteboard::lend(const QString &text, RunningApplicationRef) {
     PasteboardItem item;
     item.setData(plainText, text.toUtf8());
-    return writeItems({item});
-}
-
-QCoro::Task<bool> NonePasteboard::stringWasRead(std::chrono::milliseconds) {
-    co_return true;
+    replaceContents({item});
+    return std::make_shared<NoneLentText>();
 }
 
 QCoro::Task<> NonePasteboard::handOver() {

@@ -9,11 +9,9 @@ class NonePasteboard : public Pasteboard {
   public:
     QCoro::Task<QList<PasteboardItem>> items() override;
     qint64 changeCount() override { return changeCount_; }
-    void clearContents() override;
-    bool writeItems(const QList<PasteboardItem> &items) override;
+    void replaceContents(const QList<PasteboardItem> &items) override;
     QCoro::Task<std::optional<QString>> string() override;
-    bool setString(const QString &text) override;
-    QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
+    LentTextRef lend(const QString &text, RunningApplicationRef reader) override;
     QCoro::Task<> handOver() override;
 
   private:

@@ -51,23 +51,12 @@ class TerminalFixture : public X11Test {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    ChordReadiness prepare(const QString &answer) {
-        pasteboard().clearContents();
-        EXPECT_TRUE(pasteboard().setString(answer));
-        return wait(services_->keyEvents->prepareChord(terminal_, Chord::paste, focus_));
-    }
-
-    /// The chord; false when it was not typed.
-    bool post() {
-        const auto source = services_->keyEvents->createSource(combinedSessionState);
-        bool isPosted = true;
-        for (const bool isDown : {true, false}) {
-            const auto event =
-                services_->keyEvents->createKeyboardEvent(source, keycode::v, isDown);
-            services_->keyEvents->setFlags(event, commandFlag);
-            isPosted = isPosted && services_->keyEvents->post(hidEventTap, event);
-        }
-        return isPosted;
+    Outcome paste(const QString &answer) {
+        lent_ = lend(answer, terminal_);
+        EXPECT_NE(lent_, nullptr);
+        const ChordResult result = type(Chord::paste, terminal_, lent_);
+        reason_ = result.reason.toStdString();
+        return result.outcome;
     }
 
     void tap(std::initializer_list<xkb_keysym_t> symbols) {
@@ -87,6 +76,8 @@ class TerminalFixture : public X11Test {
     std::unique_ptr<QProcess> windowManager_;
     std::unique_ptr<QProcess> xterm_;
     RunningApplicationRef terminal_;
+    std::shared_ptr<X11LentText> lent_;
+    std::string reason_;
 };
 
 } // namespace quillmender

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "desktop/x11/ScriptedDetour.h"
 #include "desktop/x11/WaitFor.h"
 #include "desktop/x11/XServerProcess.h"
+#include "platform/linux/FocusRecord.h"
 #include "platform/linux/x11/ClientMessage.h"
+#include "platform/linux/x11/X11LentText.h"
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/X11Services.h"
 
@@ -17,6 +20,8 @@ namespace quillmender {
 /// the other applications.
 class X11Test : public testing::Test {
   protected:
+    using Outcome = ChordResult::Outcome;
+
     void SetUp() override {
         services_ = X11Services::create(server_.display());
         ASSERT_NE(services_, nullptr);
@@ -29,6 +34,22 @@ class X11Test : public testing::Test {
     /// Runs the event loop until the task is done.
     template <typename Value> Value wait(QCoro::Task<Value> task) {
         return QCoro::waitFor(std::move(task));
+    }
+
+    /// Null when the pasteboard does not take it. Without a reader everybody may read it.
+    std::shared_ptr<X11LentText> lend(const QString &text, RunningApplicationRef reader = nullptr) {
+        return std::dynamic_pointer_cast<X11LentText>(pasteboard().lend(text, std::move(reader)));
+    }
+
+    /// Runs the event loop until the chord is out, or is known not to come.
+    ChordResult type(Chord chord, RunningApplicationRef application, LentTextRef text = nullptr) {
+        return wait(
+            services_->chords->type(chord, {std::move(application), focus_, std::move(text)}));
+    }
+
+    /// What happens when the modifier of the next chord is down and its key is to follow.
+    void beforeTheKey(const std::function<void()> &event) {
+        focus_->detour = std::make_shared<ScriptedDetour>(ScriptedDetour::beforeTheKey(event));
     }
 
     xcb_window_t ownerOf(const char *selection) {

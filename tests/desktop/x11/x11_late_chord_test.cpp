@@ -30,36 +30,32 @@ class LateChordTest : public X11Test {
         return std::make_shared<X11RunningApplication>(window_->id(), 0);
     }
 
-    ChordReadiness prepare(Chord chord) {
-        return wait(services_->keyEvents->prepareChord(application(), chord, focus_));
+    Outcome type(Chord chord) {
+        if (chord == Chord::paste)
+            lent_ = lend(QStringLiteral("answer"), application());
+        const ChordResult result = X11Test::type(chord, application(), lent_);
+        reason_ = result.reason.toStdString();
+        return result.outcome;
     }
 
-    void type(quint16 code) {
-        KeyEvents &keys = *services_->keyEvents;
-        const auto source = keys.createSource(combinedSessionState);
-        for (const bool isDown : {true, false}) {
-            const auto event = keys.createKeyboardEvent(source, code, isDown);
-            keys.setFlags(event, commandFlag);
-            EXPECT_TRUE(keys.post(hidEventTap, event));
-        }
+    /// The application hangs from just before the keys on, which it has said it would attend to.
+    void typeWhileItHangs(Chord chord) {
+        beforeTheKey([this] { window_->hang(); });
+        EXPECT_EQ(type(chord), Outcome::typed) << reason_;
     }
 
     /// The program copies, and puts back what it had read before.
     void copyAndRestore(const QList<PasteboardItem> &items) {
-        ASSERT_EQ(prepare(Chord::copy), ChordReadiness::ready);
-        window_->hang();
-        type(keycode::c);
-        pasteboard().clearContents();
-        if (!items.isEmpty())
-            pasteboard().writeItems(items);
+        typeWhileItHangs(Chord::copy);
+        pasteboard().replaceContents(items);
         finishTurn();
     }
 
     /// Everything that was sent up to now has been handled by the program.
     void settle() {
         ASSERT_TRUE(waitFor([this] {
-            return services_->chords->pending(Chord::copy) == XCB_WINDOW_NONE &&
-                   services_->chords->pending(Chord::paste) == XCB_WINDOW_NONE;
+            return services_->chordWatch->pending(Chord::copy) == XCB_WINDOW_NONE &&
+                   services_->chordWatch->pending(Chord::paste) == XCB_WINDOW_NONE;
         }));
     }
 
@@ -67,32 +63,19 @@ class LateChordTest : public X11Test {
 
     std::unique_ptr<ScriptedOwner> user_;
     std::unique_ptr<HangingWindow> window_;
+    std::shared_ptr<X11LentText> lent_;
+    std::string reason_;
 };
 
 TEST_F(LateChordTest, NoChordIsTypedIntoAWindowThatHangs) {
     window_->hang();
-    EXPECT_EQ(prepare(Chord::copy), ChordReadiness::withheld);
-    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::withheld);
-    window_->attend();
-    EXPECT_EQ(prepare(Chord::paste), ChordReadiness::ready);
+    for (const Chord chord : {Chord::copy, Chord::paste}) {
+        EXPECT_EQ(type(chord), Outcome::withheld);
+        EXPECT_THAT(reason_, testing::EndsWith(" does not attend to its events"));
+    }
     EXPECT_THAT(window_->keys(), IsEmpty());
-}
-
-TEST_F(LateChordTest, FocusThatIsLostBeforeTheKeysWithholdsThem) {
-    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
-    TestWindow other(*peer_);
-    other.map();
-    ASSERT_TRUE(waitFor([&] { return other.isViewable(); }));
-    other.setFocus();
-    ASSERT_TRUE(waitFor([&] { return other.hasFocus(); }));
-    KeyEvents &keys = *services_->keyEvents;
-    const auto source = keys.createSource(combinedSessionState);
-    const auto event = keys.createKeyboardEvent(source, keycode::v, true);
-    keys.setFlags(event, commandFlag);
-    EXPECT_FALSE(keys.post(hidEventTap, event));
-    peer_->serverTime();
-    finishTurn();
-    EXPECT_THAT(other.keys(), IsEmpty());
+    window_->attend();
+    EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
 }
 
 TEST_F(LateChordTest, LateCopyIsUndone) {
@@ -135,14 +118,9 @@ TEST_F(LateChordTest, AfterTheApplicationIsGoneEveryCopyIsTheUsers) {
 
 TEST_F(LateChordTest, LatePasteGetsNothing) {
     const auto items = wait(pasteboard().items());
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
-    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
-    window_->hang();
-    type(keycode::v);
-    EXPECT_FALSE(wait(pasteboard().stringWasRead(50ms)));
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(items));
+    typeWhileItHangs(Chord::paste);
+    EXPECT_FALSE(wait(lent_->wasRead(50ms)));
+    pasteboard().replaceContents(items);
 
     TestRequestor reader(*peer_);
     EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt);
@@ -163,13 +141,24 @@ TEST_F(LateChordTest, LatePasteGetsNothing) {
     EXPECT_TRUE(waitFor([&] { return reader.fetch("UTF8_STRING") == text("the user's"); }));
 }
 
+TEST_F(LateChordTest, LatePasteGetsNothingWhenNobodyWaitedForIt) {
+    const auto items = wait(pasteboard().items());
+    typeWhileItHangs(Chord::paste);
+    pasteboard().replaceContents(items);
+    TestRequestor reader(*peer_);
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), std::nullopt);
+    EXPECT_FALSE(wait(lent_->wasRead(20s)));
+    // The next paste into it is one that it may read.
+    window_->attend();
+    focus_->detour = nullptr;
+    EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
+    EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer"));
+}
+
 TEST_F(LateChordTest, PasteThatTheApplicationIgnoresIsToldOf) {
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().setString(QStringLiteral("answer")));
-    ASSERT_EQ(prepare(Chord::paste), ChordReadiness::ready);
-    type(keycode::v);
+    EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
     settle();
-    EXPECT_FALSE(wait(pasteboard().stringWasRead(50ms)));
+    EXPECT_FALSE(wait(lent_->wasRead(50ms)));
     TestRequestor reader(*peer_);
     EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer")) << "it is not refused, though";
 }

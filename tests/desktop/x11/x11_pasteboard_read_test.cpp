@@ -57,8 +57,7 @@ TEST_F(PasteboardReadTest, RestoresTwentyOddTargetsByteForByte) {
     EXPECT_THAT(items[0].representations(), SizeIs(20));
     owner_.reset();
     ASSERT_TRUE(waitFor([&] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(items));
+    pasteboard().replaceContents(items);
 
     TestRequestor requestor(*peer_);
     const QList<QByteArray> fixed{"TARGETS", "TIMESTAMP", "MULTIPLE"};
@@ -100,8 +99,7 @@ TEST_F(PasteboardReadTest, RestoresVeryLargeContents) {
                 ElementsAre(QStringLiteral("UTF8_STRING"), QStringLiteral("image/x-raw")));
     owner_.reset();
     ASSERT_TRUE(waitFor([&] { return ownerOf("CLIPBOARD") == XCB_WINDOW_NONE; }));
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(items));
+    pasteboard().replaceContents(items);
     TestRequestor requestor(*peer_);
     EXPECT_TRUE(requestor.fetch("image/x-raw") == image);
     EXPECT_EQ(requestor.fetch("UTF8_STRING"), text("caption"));
@@ -196,16 +194,14 @@ TEST_F(PasteboardReadTest, LeavesTheClipboardToAnOwnerThatWasNeverReplaced) {
     owner_->offerSpecially("image/png", [](const auto &) {});
     const auto items = wait(pasteboard().items());
     const qint64 before = pasteboard().changeCount();
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(items));
+    pasteboard().replaceContents(items);
     finishTurn();
     EXPECT_NE(pasteboard().changeCount(), before);
     EXPECT_EQ(ownerOf("CLIPBOARD"), user) << "who still has the image";
 
     owner_->own();
     EXPECT_TRUE(waitFor([&] { return pasteboard().changeCount() > before + 1; }));
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(items));
+    pasteboard().replaceContents(items);
     EXPECT_EQ(ownerOf("CLIPBOARD"), services_->connection->window());
 }
 
@@ -213,7 +209,7 @@ TEST_F(PasteboardReadTest, LeavesTheClipboardToAnOwnerThatDoesNotAnswer) {
     const xcb_window_t user = owner_->connection().window();
     owner_->isSilent = true;
     EXPECT_THAT(wait(pasteboard().items()), IsEmpty());
-    pasteboard().clearContents();
+    pasteboard().replaceContents({});
     finishTurn();
     EXPECT_EQ(ownerOf("CLIPBOARD"), user);
 }

@@ -35,13 +35,12 @@ class RandomOwnerTest : public X11Test, public testing::WithParamInterface<Chara
             EXPECT_TRUE(items.isEmpty());
             return;
         }
-        pasteboard().clearContents();
+        pasteboard().replaceContents({});
         // Somebody else has it meanwhile, as after a copy; nothing of that may be left.
         ScriptedOwner other(server_.display());
         other.offer("UTF8_STRING", {other.atom("UTF8_STRING"), 8, "somebody else's"});
         finishTurn();
-        pasteboard().clearContents();
-        ASSERT_TRUE(pasteboard().writeItems(items));
+        pasteboard().replaceContents(items);
         finishTurn();
         expectOffered(offers, isJudged);
     }

@@ -16,7 +16,7 @@ class RequestorTest : public X11Test {
     void offer(const QByteArray &data) {
         PasteboardItem item;
         item.setData(QStringLiteral("image/png"), data, "8 UTF8_STRING");
-        ASSERT_TRUE(pasteboard().writeItems({item}));
+        pasteboard().replaceContents({item});
     }
 
     /// A question of its own property, not awaited.
@@ -30,9 +30,9 @@ class RequestorTest : public X11Test {
 TEST_F(RequestorTest, SeveralTargetsAskedForAtOnceAreOnePaste) {
     const TestRequestor reader(*peer_);
     for (int round = 0; round < 5; ++round) {
-        ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
-        services_->pastes = {services_->pastes.count + 1, reader.window()};
-        auto isRead = pasteboard().stringWasRead(20s);
+        const auto lent = lend(QStringLiteral("text"));
+        lent->typeChord(reader.window());
+        auto isRead = lent->wasRead(20s);
         for (const char *target : {"UTF8_STRING", "TEXT", "STRING", "text/plain;charset=utf-8"})
             ask(reader, target);
         peer_->serverTime();
@@ -42,8 +42,8 @@ TEST_F(RequestorTest, SeveralTargetsAskedForAtOnceAreOnePaste) {
 
 TEST_F(RequestorTest, ReadingWithoutEndIsBoundedByOneDeadline) {
     const TestRequestor reader(*peer_);
-    ASSERT_TRUE(pasteboard().setString(QStringLiteral("text")));
-    services_->pastes = {1, reader.window()};
+    const auto lent = lend(QStringLiteral("text"));
+    lent->typeChord(reader.window());
     QTimer again;
     QObject::connect(&again, &QTimer::timeout, [&] {
         ask(reader, "UTF8_STRING");
@@ -53,7 +53,7 @@ TEST_F(RequestorTest, ReadingWithoutEndIsBoundedByOneDeadline) {
     QTimer::singleShot(800, &again, [&again] { again.start(20); });
     bool isLate = false;
     QTimer::singleShot(1400, &again, [&isLate] { isLate = true; });
-    EXPECT_TRUE(wait(pasteboard().stringWasRead(1000ms)));
+    EXPECT_TRUE(wait(lent->wasRead(1000ms)));
     EXPECT_FALSE(isLate);
 }
 
@@ -75,17 +75,16 @@ TEST_F(RequestorTest, AskingAgainHalfWayStartsAnew) {
 }
 
 TEST_F(RequestorTest, DyingInTheMiddleOfAPasteIsNoPaste) {
-    ASSERT_TRUE(pasteboard().setString(QString(20'000'000, QLatin1Char('x'))));
+    const auto lent = lend(QString(20'000'000, QLatin1Char('x')));
     auto reader = std::make_unique<TestRequestor>(*peer_);
-    services_->pastes = {1, reader->window()};
-    auto isRead = pasteboard().stringWasRead(1s);
+    lent->typeChord(reader->window());
+    auto isRead = lent->wasRead(1s);
     reader->mostChunks = 2;
     reader->ask("UTF8_STRING");
     ASSERT_TRUE(waitFor([&] { return reader->chunks == 2; }));
     reader.reset();
     EXPECT_FALSE(wait(std::move(isRead)));
     TestRequestor other(*peer_);
-    services_->pastes.source = other.window();
     EXPECT_EQ(other.fetch("UTF8_STRING")->value.size(), 20'000'000);
     EXPECT_TRUE(services_->connection->watchCounts().isEmpty());
 }

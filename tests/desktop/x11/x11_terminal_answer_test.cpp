@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 struct Order {
     const char *program;
     const char *answer;
-    ChordReadiness readiness;
+    ChordResult::Outcome outcome;
 };
 
 class TerminalOrderTest : public TerminalFixture, public testing::WithParamInterface<Order> {};
@@ -22,12 +22,12 @@ class TerminalOrderTest : public TerminalFixture, public testing::WithParamInter
 TEST_P(TerminalOrderTest, IsNotCarriedOut) {
     start(QLatin1String(GetParam().program));
     const QString answer = QString::fromUtf8(GetParam().answer).arg(path("ran"));
-    EXPECT_EQ(prepare(answer), GetParam().readiness);
-    if (GetParam().readiness == ChordReadiness::ready) {
-        EXPECT_TRUE(post());
-        EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
-    }
-    pasteboard().clearContents();
+    EXPECT_EQ(paste(answer), GetParam().outcome);
+    if (GetParam().outcome == Outcome::typed)
+        EXPECT_TRUE(wait(lent_->wasRead(20s)));
+    else
+        EXPECT_THAT(reason_, testing::StartsWith("the terminal does not take "));
+    pasteboard().replaceContents({});
     // What is on the line goes, and the end of the input ends the program: all that was typed
     // before has arrived by then.
     EXPECT_TRUE(waitFor([this] {
@@ -45,49 +45,46 @@ constexpr auto python = "exec /usr/bin/python3 -q -i -c \"open('ready', 'w')\"";
 
 INSTANTIATE_TEST_SUITE_P(
     Shells, TerminalOrderTest,
-    testing::Values(Order{dash, "touch %1\n", ChordReadiness::ready},
-                    Order{dash, "touch %1\r\n\r\n", ChordReadiness::ready},
-                    Order{dash, "touch %1\r", ChordReadiness::ready},
-                    Order{dash, "touch %1\xc2\x85", ChordReadiness::ready},
-                    Order{dash, "touch %1\xe2\x80\xa8", ChordReadiness::ready},
-                    Order{dash, "touch %1\x0f", ChordReadiness::ready},
-                    Order{dash, "touch %1\nexit", ChordReadiness::withheld},
-                    Order{dash, "touch %1\rexit", ChordReadiness::withheld},
+    testing::Values(Order{dash, "touch %1\n", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\r\n\r\n", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\r", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\xc2\x85", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\xe2\x80\xa8", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\x0f", ChordResult::Outcome::typed},
+                    Order{dash, "touch %1\nexit", ChordResult::Outcome::withheld},
+                    Order{dash, "touch %1\rexit", ChordResult::Outcome::withheld},
                     Order{dash,
                           "touch %1\xe2\x80\xa9"
                           "exit",
-                          ChordReadiness::withheld},
-                    Order{dash, "\n\n", ChordReadiness::withheld},
-                    Order{unedited, "touch %1\n", ChordReadiness::ready},
-                    Order{bash, "\x1b[201~touch %1\n", ChordReadiness::ready},
-                    Order{bash, "\x1b[201~touch %1\x0f", ChordReadiness::ready},
-                    Order{bash, "\x1b[201~touch %1\nexit", ChordReadiness::withheld},
+                          ChordResult::Outcome::withheld},
+                    Order{dash, "\n\n", ChordResult::Outcome::withheld},
+                    Order{unedited, "touch %1\n", ChordResult::Outcome::typed},
+                    Order{bash, "\x1b[201~touch %1\n", ChordResult::Outcome::typed},
+                    Order{bash, "\x1b[201~touch %1\x0f", ChordResult::Outcome::typed},
+                    Order{bash, "\x1b[201~touch %1\nexit", ChordResult::Outcome::withheld},
                     Order{bash,
                           "\xc2\x9b"
                           "201~touch %1\n",
-                          ChordReadiness::ready},
-                    Order{python, "open('%1', 'w')\n", ChordReadiness::ready},
-                    Order{python, "open('%1', 'w')\n1", ChordReadiness::withheld}));
+                          ChordResult::Outcome::typed},
+                    Order{python, "open('%1', 'w')\n", ChordResult::Outcome::typed},
+                    Order{python, "open('%1', 'w')\n1", ChordResult::Outcome::withheld}));
 
 class TerminalAnswerTest : public TerminalFixture {
   protected:
     const QString vim = QStringLiteral(
-        "vim -u NONE -N -n -c 'nnoremap q :wq<CR>' -c 'call writefile([], \"ready\")' "
+        "vim -u NONE -N -n -c 'nnoremap q :wq<CR>' -c 'call writefile([getpid()], \"ready\")' "
         "-c startinsert text");
 
     /// The terminal may take a moment to be at the editor's disposal.
-    ChordReadiness prepareUntilReady(const QString &answer) {
-        ChordReadiness readiness = ChordReadiness::withheld;
-        waitFor([&] { return (readiness = prepare(answer)) == ChordReadiness::ready; });
-        return readiness;
+    bool pasteInTheEnd(const QString &answer) {
+        return waitFor([&] { return paste(answer) == Outcome::typed; });
     }
 };
 
 TEST_F(TerminalAnswerTest, HasItsLinesInAnEditor) {
     start(QStringLiteral("exec ") + vim);
-    ASSERT_EQ(prepareUntilReady(QStringLiteral("one\n  two\r\n\tthree\n")), ChordReadiness::ready);
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
+    ASSERT_TRUE(pasteInTheEnd(QStringLiteral("one\n  two\r\n\tthree\n")));
+    EXPECT_TRUE(wait(lent_->wasRead(20s)));
     tap({XKB_KEY_Escape, XKB_KEY_q});
     EXPECT_TRUE(waitFor([this] { return exists("text"); }));
     EXPECT_EQ(contents("text"), "one\n  two\n\tthree\n");
@@ -95,9 +92,8 @@ TEST_F(TerminalAnswerTest, HasItsLinesInAnEditor) {
 
 TEST_F(TerminalAnswerTest, HasItsLinesInAnotherEditor) {
     start(QStringLiteral("touch ready; exec nano --ignorercfiles --nonewlines text"));
-    ASSERT_EQ(prepareUntilReady(QStringLiteral("one\n  two")), ChordReadiness::ready);
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
+    ASSERT_TRUE(pasteInTheEnd(QStringLiteral("one\n  two")));
+    EXPECT_TRUE(wait(lent_->wasRead(20s)));
     EXPECT_TRUE(waitFor([this] {
         tapWithControl(XKB_KEY_s);
         return contents("text") == "one\n  two";
@@ -106,12 +102,15 @@ TEST_F(TerminalAnswerTest, HasItsLinesInAnotherEditor) {
 
 TEST_F(TerminalAnswerTest, HasOneLineWhenTheEditorHasEndedSinceTheCheck) {
     start(vim + QStringLiteral("; cat > after"));
-    const QString order = QStringLiteral("one\ntwo");
-    ASSERT_EQ(prepareUntilReady(order), ChordReadiness::ready);
-    tap({XKB_KEY_Escape, XKB_KEY_q});
-    ASSERT_TRUE(waitFor([this] { return exists("after"); }));
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
+    const auto endEditor = [this] {
+        ::kill(contents("ready").trimmed().toInt(), SIGTERM);
+        EXPECT_TRUE(waitFor([this] { return exists("after"); }));
+    };
+    EXPECT_TRUE(waitFor([&] {
+        beforeTheKey(endEditor);
+        return paste(QStringLiteral("one\ntwo")) == Outcome::typed;
+    }));
+    EXPECT_TRUE(wait(lent_->wasRead(20s)));
     tap({XKB_KEY_Return});
     EXPECT_TRUE(waitFor([this] { return !contents("after").isEmpty(); }));
     EXPECT_EQ(contents("after"), "one two\n");
@@ -120,10 +119,14 @@ TEST_F(TerminalAnswerTest, HasOneLineWhenTheEditorHasEndedSinceTheCheck) {
 TEST_F(TerminalAnswerTest, IsNotPastedWhenSomebodyElseHasTakenASelection) {
     start(QStringLiteral("touch ready; cat > typed"));
     for (const char *selection : {"PRIMARY", "CLIPBOARD"}) {
-        ASSERT_EQ(prepare(QStringLiteral("answer")), ChordReadiness::ready);
-        ScriptedOwner other(server_.display(), selection);
-        other.offer("UTF8_STRING", {other.atom("UTF8_STRING"), 8, "an order\n"});
-        EXPECT_FALSE(post()) << selection;
+        std::unique_ptr<ScriptedOwner> other;
+        beforeTheKey([&] {
+            other = std::make_unique<ScriptedOwner>(server_.display(), selection);
+            other->offer("UTF8_STRING", {other->atom("UTF8_STRING"), 8, "an order\n"});
+        });
+        EXPECT_EQ(paste(QStringLiteral("answer")), Outcome::withheld) << selection;
+        EXPECT_EQ(reason_, "somebody else took a selection");
+        EXPECT_NE(other, nullptr);
     }
     tapWithControl(XKB_KEY_d);
     EXPECT_TRUE(waitFor([this] { return xterm_->waitForFinished(100); }));
@@ -134,12 +137,15 @@ TEST_F(TerminalAnswerTest, IsNotPastedIntoATerminalThatIsStopped) {
     start(QStringLiteral("touch ready; cat > typed"));
     const auto terminal = static_cast<pid_t>(xterm_->processId());
     ::kill(terminal, SIGSTOP);
-    EXPECT_EQ(prepare(QStringLiteral("answer")), ChordReadiness::withheld);
+    EXPECT_EQ(paste(QStringLiteral("answer")), Outcome::withheld);
+    EXPECT_EQ(reason_, "the terminal is stopped");
     ::kill(terminal, SIGCONT);
-    ASSERT_TRUE(
-        waitFor([&] { return prepare(QStringLiteral("answer")) == ChordReadiness::ready; }));
-    ::kill(terminal, SIGSTOP);
-    EXPECT_FALSE(post());
+    bool isStopped = false;
+    EXPECT_TRUE(waitFor([&] {
+        beforeTheKey([&] { isStopped = ::kill(terminal, SIGSTOP) == 0; });
+        return paste(QStringLiteral("answer")) == Outcome::withheld && isStopped;
+    }));
+    EXPECT_EQ(reason_, "the terminal is stopped");
     ::kill(terminal, SIGCONT);
     tapWithControl(XKB_KEY_d);
     EXPECT_TRUE(waitFor([this] { return xterm_->waitForFinished(100); }));

@@ -19,8 +19,9 @@ class TerminalTest : public TerminalFixture {
 
 TEST_F(TerminalTest, NeverTypesCopyIntoATerminal) {
     EXPECT_TRUE(services_->frontmost->isTerminal());
-    EXPECT_EQ(wait(services_->keyEvents->prepareChord(terminal_, Chord::copy, focus_)),
-              ChordReadiness::withheld);
+    const ChordResult copied = type(Chord::copy, terminal_);
+    EXPECT_EQ(copied.outcome, Outcome::withheld);
+    EXPECT_EQ(copied.reason, QStringLiteral("the copy chord is an interrupt in a terminal"));
 }
 
 TEST_F(TerminalTest, PastesAndPutsBothSelectionsBack) {
@@ -30,11 +31,9 @@ TEST_F(TerminalTest, PastesAndPutsBothSelectionsBack) {
     primary.offer("UTF8_STRING", {primary.atom("UTF8_STRING"), 8, "user's selection"});
 
     const auto before = wait(pasteboard().items());
-    ASSERT_EQ(prepare(QStringLiteral("pasted text\n")), ChordReadiness::ready);
-    EXPECT_TRUE(post());
-    QCoro::waitFor(pasteboard().stringWasRead(20s));
-    pasteboard().clearContents();
-    ASSERT_TRUE(pasteboard().writeItems(before));
+    ASSERT_EQ(paste(QStringLiteral("pasted text\n")), Outcome::typed) << reason_;
+    EXPECT_TRUE(wait(lent_->wasRead(20s)));
+    pasteboard().replaceContents(before);
     tap({XKB_KEY_Return});
     EXPECT_TRUE(waitFor([&] { return contents("typed") == "pasted text\n"; }))
         << contents("typed").toStdString();
@@ -46,10 +45,10 @@ TEST_F(TerminalTest, PastesAndPutsBothSelectionsBack) {
 }
 
 TEST_F(TerminalTest, LeavesPrimaryToTheUserWhoSelectedSomethingElseMeanwhile) {
-    ASSERT_EQ(prepare(QStringLiteral("text")), ChordReadiness::ready);
+    ASSERT_EQ(paste(QStringLiteral("text")), Outcome::typed) << reason_;
     const ScriptedOwner newer(server_.display(), "PRIMARY");
     finishTurn();
-    pasteboard().clearContents();
+    pasteboard().replaceContents({});
     finishTurn();
     EXPECT_NE(ownerOf("PRIMARY"), xcb_window_t{XCB_WINDOW_NONE});
     EXPECT_NE(ownerOf("PRIMARY"), services_->connection->window());

@@ -36,10 +36,11 @@ class WindowManagerTest : public X11Test {
     void stop() { ::kill(static_cast<pid_t>(manager_->processId()), SIGSTOP); }
     void proceed() { ::kill(static_cast<pid_t>(manager_->processId()), SIGCONT); }
 
-    ChordReadiness activateAndPrepare(Chord chord) {
+    Outcome activateAndType(Chord chord) {
         const auto application = std::make_shared<X11RunningApplication>(source_->id(), 0);
+        const auto text = lend(QStringLiteral("text"), application);
         services_->workspace->activate(application);
-        return wait(services_->keyEvents->prepareChord(application, chord, focus_));
+        return type(chord, application, text).outcome;
     }
 
     std::unique_ptr<QProcess> manager_;
@@ -51,7 +52,7 @@ TEST_F(WindowManagerTest, PasteWaitsForOneThatIsHeldUp) {
     for (const int held : {60, 160, 400}) {
         stop();
         QTimer::singleShot(held, source_.get(), [this] { proceed(); });
-        EXPECT_EQ(activateAndPrepare(Chord::paste), ChordReadiness::ready) << held;
+        EXPECT_EQ(activateAndType(Chord::paste), Outcome::typed) << held;
         EXPECT_TRUE(isInFront(*source_));
         services_->activeWindow->activate(other_->id());
         ASSERT_TRUE(waitFor([&] { return isInFront(*other_); }));
@@ -60,7 +61,7 @@ TEST_F(WindowManagerTest, PasteWaitsForOneThatIsHeldUp) {
 
 TEST_F(WindowManagerTest, NothingIsTypedWhenItIsHeldUpForTooLong) {
     stop();
-    EXPECT_EQ(activateAndPrepare(Chord::copy), ChordReadiness::withheld);
+    EXPECT_EQ(activateAndType(Chord::copy), Outcome::withheld);
     proceed();
     ASSERT_TRUE(waitFor([&] { return isInFront(*source_); }));
     EXPECT_THAT(source_->keys(), IsEmpty());
@@ -70,7 +71,8 @@ TEST_F(WindowManagerTest, NothingIsTypedWhenItIsHeldUpForTooLong) {
 TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
     const auto application = std::make_shared<X11RunningApplication>(source_->id(), 0);
     stop();
-    auto readiness = services_->keyEvents->prepareChord(application, Chord::paste, focus_);
+    const auto text = lend(QStringLiteral("text"), application);
+    auto chord = services_->chords->type(Chord::paste, {application, focus_, text});
     for (int i = 0; i < 20; ++i) {
         for (const auto *window : {source_.get(), other_.get()})
             writeCardinals(*peer_, peer_->root(), peer_->atom("_NET_ACTIVE_WINDOW"),
@@ -79,7 +81,7 @@ TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
     }
     proceed();
     services_->workspace->activate(application);
-    EXPECT_EQ(wait(std::move(readiness)), ChordReadiness::ready);
+    EXPECT_EQ(wait(std::move(chord)).outcome, Outcome::typed);
 }
 
 } // namespace

@@ -27,6 +27,3 @@ static_assert(shiftKey == 0x0200 && cmdKey == 0x0100);
 static_assert(noErr == 0);
 static_assert(eventNotHandledErr == -9874);
 static_assert(kVK_Space == 49);
-static_assert(quillmender::keycode::c == kVK_ANSI_C);
-static_assert(quillmender::keycode::v == kVK_ANSI_V);
-static_assert(quillmender::keycode::space == kVK_Space);

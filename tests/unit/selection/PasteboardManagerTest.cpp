@@ -1,10 +1,29 @@
 #include "SelectionFixture.h"
+#include "fakes/FakeChords.h"
+#include "fakes/FakePasteboard.h"
+#include "platform/none/NoneChords.h"
 #include "platform/none/NonePasteboard.h"
 
 namespace quillmender {
 namespace {
 
-class PasteboardManagerTest : public SelectionFixture {};
+class PasteboardManagerTest : public testing::Test {
+  protected:
+    static QList<PasteboardItem> twoItems() {
+        PasteboardItem text;
+        text.setData(QStringLiteral("text/plain"), "one", "tag");
+        PasteboardItem image;
+        image.setData(QStringLiteral("image/png"), "pixels");
+        return {text, image};
+    }
+
+    PasteboardManagerTest() { pasteboard.contents = twoItems(); }
+
+    fakes::CallLog log = fakes::makeCallLog();
+    fakes::FakePasteboard pasteboard{log};
+    fakes::FakeChords chords{log};
+    PasteboardManager manager{pasteboard, chords};
+};
 
 TEST_F(PasteboardManagerTest, readsTheChangeCountAfterTheItems) {
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
@@ -30,31 +49,36 @@ TEST_F(PasteboardManagerTest, hasNoHalfSnapshotOfASlowOwner) {
     EXPECT_TRUE(snapshot.items.isEmpty());
 }
 
-TEST_F(PasteboardManagerTest, restoresItemsInTheirOrderInOneWrite) {
+TEST_F(PasteboardManagerTest, restoresItemsInTheirOrderAtOnce) {
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     pasteboard.copyFromElsewhere(QStringLiteral("other"));
     log->clear();
     manager.restore(snapshot);
-    EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.clear"),
-                                 QStringLiteral("pasteboard.writeItems 2")}));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.replaceContents 2")}));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(PasteboardManagerTest, anEmptySnapshotClearsAndWritesNothing) {
+TEST_F(PasteboardManagerTest, anEmptySnapshotEmptiesThePasteboard) {
     pasteboard.contents.clear();
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     EXPECT_TRUE(snapshot.items.isEmpty());
     pasteboard.copyFromElsewhere(QStringLiteral("other"));
     log->clear();
     manager.restore(snapshot);
-    EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.clear")}));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.replaceContents 0")}));
     EXPECT_EQ(pasteboard.text, std::nullopt);
 }
 
-TEST_F(PasteboardManagerTest, ignoresARefusedWrite) {
-    pasteboard.acceptsWrites = false;
-    manager.restore({7, twoItems()});
-    EXPECT_EQ(log->last(), QStringLiteral("pasteboard.writeItems 2"));
+TEST_F(PasteboardManagerTest, typesTheChordThatItIsGiven) {
+    ChordTarget target;
+    target.text = pasteboard.lend(QStringLiteral("text"), nullptr);
+    log->clear();
+    chords.result = {ChordResult::Outcome::withheld, QStringLiteral("why")};
+    const ChordResult result = fakes::await(manager.postCommandKeystroke(Chord::paste, target));
+    EXPECT_EQ(*log, QStringList({QStringLiteral("type paste")}));
+    EXPECT_EQ(chords.targets.constLast().text, target.text);
+    EXPECT_EQ(result.outcome, ChordResult::Outcome::withheld);
+    EXPECT_EQ(result.reason, QStringLiteral("why"));
 }
 
 TEST(PasteboardItemTest, aLaterDuplicateOverwritesInPlace) {
@@ -70,15 +94,34 @@ TEST(PasteboardItemTest, aLaterDuplicateOverwritesInPlace) {
 
 TEST(NonePasteboardTest, keepsTheContract) {
     NonePasteboard pasteboard;
-    const qint64 count = pasteboard.changeCount();
-    pasteboard.setString(QStringLiteral("text"));
-    EXPECT_NE(pasteboard.changeCount(), count);
+    const qint64 before = pasteboard.changeCount();
+    const LentTextRef lent = pasteboard.lend(QStringLiteral("text"), nullptr);
+    ASSERT_NE(lent, nullptr);
+    const qint64 afterLoan = pasteboard.changeCount();
+    EXPECT_NE(afterLoan, before);
     EXPECT_EQ(fakes::await(pasteboard.string()), QStringLiteral("text"));
-    EXPECT_EQ(fakes::await(pasteboard.items()).size(), 1);
-    EXPECT_EQ(fakes::await(pasteboard.items()).size(), 1);
-    pasteboard.clearContents();
+    const QList<PasteboardItem> items = fakes::await(pasteboard.items());
+    EXPECT_EQ(items.size(), 1);
+    EXPECT_EQ(fakes::await(pasteboard.items()), items);
+    EXPECT_TRUE(fakes::await(lent->wasRead(std::chrono::hours(1))));
+
+    pasteboard.replaceContents({});
+    EXPECT_NE(pasteboard.changeCount(), afterLoan);
     EXPECT_TRUE(fakes::await(pasteboard.items()).isEmpty());
     EXPECT_EQ(fakes::await(pasteboard.string()), std::nullopt);
+    EXPECT_TRUE(fakes::await(lent->wasRead(std::chrono::hours(1))));
+    pasteboard.replaceContents(items);
+    EXPECT_EQ(fakes::await(pasteboard.items()), items);
+    EXPECT_EQ(fakes::await(pasteboard.string()), QStringLiteral("text"));
+}
+
+TEST(NoneChordsTest, areUnavailable) {
+    NoneChords chords;
+    for (const Chord chord : {Chord::copy, Chord::paste}) {
+        const ChordResult result = fakes::await(chords.type(chord, {}));
+        EXPECT_EQ(result.outcome, ChordResult::Outcome::unavailable);
+        EXPECT_FALSE(result.reason.isEmpty());
+    }
 }
 
 } // namespace

@@ -9,7 +9,17 @@
 
 namespace quillmender {
 
+ChordKeys::ChordKeys(X11Connection &connection, X11Keymap &keymap)
+    : connection_(&connection),
+      keymap_(keymap) {}
+
+ChordKeys::~ChordKeys() {
+    release();
+}
+
 bool ChordKeys::hold(xkb_keysym_t modifier) {
+    if (!connection_)
+        return false;
     const auto position = keymap_.find(modifier);
     if (!position || keymap_.hasStickyKeys())
         return false;
@@ -19,7 +29,7 @@ bool ChordKeys::hold(xkb_keysym_t modifier) {
 }
 
 bool ChordKeys::canPress(xkb_keysym_t modifier, xkb_keysym_t key) {
-    return keymap_.find(modifier) && keymap_.find(key);
+    return connection_ && keymap_.find(modifier) && keymap_.find(key);
 }
 
 void ChordKeys::press(xkb_keysym_t modifier, xkb_keysym_t key) {
@@ -45,7 +55,7 @@ void ChordKeys::press(xkb_keysym_t modifier, xkb_keysym_t key) {
 }
 
 void ChordKeys::release() {
-    if (!modifier_ && !key_)
+    if (!connection_ || (!modifier_ && !key_))
         return;
     if (const auto key = std::exchange(key_, std::nullopt))
         send(XCB_KEY_RELEASE, *key);
@@ -55,7 +65,12 @@ void ChordKeys::release() {
         send(XCB_KEY_RELEASE, *modifier);
     if (const auto group = std::exchange(groupBefore_, std::nullopt))
         keymap_.lockGroup(*group);
-    xcb_flush(connection_.xcb());
+    xcb_flush(connection_->xcb());
+}
+
+void ChordKeys::retire() {
+    release();
+    connection_.clear();
 }
 
 void ChordKeys::tap(xkb_keysym_t key) {
@@ -67,7 +82,7 @@ void ChordKeys::tap(xkb_keysym_t key) {
 }
 
 void ChordKeys::send(quint8 type, xcb_keycode_t key) {
-    xcb_test_fake_input(connection_.xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    xcb_test_fake_input(connection_->xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
 }
 
 } // namespace quillmender

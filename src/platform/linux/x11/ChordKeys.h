@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QPointer>
 #include <xcb/xcb.h>
 
 #include <optional>
@@ -15,32 +15,33 @@ class X11Keymap;
 /// when the object ends.
 class ChordKeys {
   public:
-    ChordKeys(X11Connection &connection, X11Keymap &keymap)
-        : connection_(connection),
-          keymap_(keymap) {}
+    ChordKeys(X11Connection &connection, X11Keymap &keymap);
     ChordKeys(const ChordKeys &) = delete;
     ChordKeys &operator=(const ChordKeys &) = delete;
-    ~ChordKeys() { release(); }
+    ~ChordKeys();
 
     /// The modifier alone goes down, ahead of its key. False when no key of it may go down: sticky
     /// keys are on, or the keyboard map has none.
     bool hold(xkb_keysym_t modifier);
 
-    /// False when the keyboard map lacks a key.
+    /// False when the keyboard map lacks a key, or nothing is typed any more.
     bool canPress(xkb_keysym_t modifier, xkb_keysym_t key);
 
     /// Types nothing when it cannot.
     void press(xkb_keysym_t modifier, xkb_keysym_t key);
 
-    /// Lets go of what is down.
+    /// Lets go of what is down, while there is a connection.
     void release();
 
     void tap(xkb_keysym_t key);
 
+    /// Lets go of what is down, and types nothing any more.
+    void retire();
+
   private:
     void send(quint8 type, xcb_keycode_t key);
 
-    X11Connection &connection_;
+    QPointer<X11Connection> connection_;
     X11Keymap &keymap_;
     std::optional<xcb_keycode_t> modifier_;
     std::optional<xcb_keycode_t> key_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/KeyEvents.h"
+#include "platform/Chords.h"
 #include "platform/linux/x11/WindowWatch.h"
 
 #include <QObject>

@@ -1,12 +1,10 @@
 #include "platform/linux/x11/HeldKeys.h"
 
+#include "platform/SignalWait.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Keymap.h"
-#include "platform/linux/x11/X11Log.h"
 
-#include <QCoroTimer>
 #include <QDeadlineTimer>
-#include <QTimer>
 #include <xcb/xtest.h>
 
 namespace quillmender {
@@ -36,8 +34,6 @@ QCoro::Task<bool> HeldKeys::release() {
         // A keyboard that keeps its keys down all the same gets as long again for the user's hand.
         isReleased = co_await waitUntilUp(300ms);
     }
-    if (!isReleased)
-        qCWarning(x11Log, "modifiers stay down");
     xcb_ungrab_keyboard(connection_.xcb(), XCB_CURRENT_TIME);
     xcb_flush(connection_.xcb());
     co_return isReleased;
@@ -45,13 +41,10 @@ QCoro::Task<bool> HeldKeys::release() {
 
 QCoro::Task<bool> HeldKeys::waitUntilUp(std::chrono::milliseconds limit) {
     const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
-    QTimer interval;
-    interval.setTimerType(Qt::PreciseTimer);
     while (!now().isEmpty()) {
         if (deadline.hasExpired())
             co_return false;
-        interval.start(5ms);
-        co_await interval;
+        co_await SignalWait(&connection_, &X11Connection::lost, 5ms);
     }
     co_return true;
 }

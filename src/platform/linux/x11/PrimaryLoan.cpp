@@ -1,25 +1,16 @@
 #include "platform/linux/x11/PrimaryLoan.h"
 
-#include "platform/linux/x11/SelectionReader.h"
-
 namespace quillmender {
 
-using namespace std::chrono_literals;
+std::optional<SelectionContents> PrimaryLoan::before() const {
+    if (!before_ && owner_.isOwner())
+        return owner_.contents();
+    return before_;
+}
 
-PrimaryLoan::PrimaryLoan(X11Connection &connection, const PasteRecord &pastes)
-    : connection_(connection),
-      owner_(connection, XCB_ATOM_PRIMARY, pastes) {}
-
-QCoro::Task<> PrimaryLoan::take(SelectionContents contents) {
-    if (!before_ && owner_.isOwner()) {
-        before_ = owner_.contents();
-    } else if (!before_) {
-        SelectionReader reader(connection_, XCB_ATOM_PRIMARY);
-        // The paste waits for it.
-        const SelectionReader::Reading reading = co_await reader.readAll(TransferBudget(1s));
-        before_ = reading.contents;
-    }
-    owner_.own(std::move(contents), SelectionOwner::Audience::sourceOfPaste);
+void PrimaryLoan::take(SelectionContents contents, SelectionContents before, xcb_window_t reader) {
+    before_ = std::move(before);
+    owner_.own(std::move(contents), reader);
 }
 
 void PrimaryLoan::giveBack() {

@@ -2,8 +2,6 @@
 
 #include "platform/linux/x11/SelectionOwner.h"
 
-#include <QCoroTask>
-
 #include <optional>
 
 namespace quillmender {
@@ -12,24 +10,20 @@ namespace quillmender {
 /// held before.
 class PrimaryLoan {
   public:
-    PrimaryLoan(X11Connection &connection, const PasteRecord &pastes);
+    explicit PrimaryLoan(X11Connection &connection) : owner_(connection, XCB_ATOM_PRIMARY) {}
 
-    /// Offers the contents as PRIMARY after what is there now has been read.
-    QCoro::Task<> take(SelectionContents contents);
+    /// What will be given back, where it need not be read from another application.
+    std::optional<SelectionContents> before() const;
 
-    /// As the owner of both selections does.
-    void exchange(SelectionContents contents) { owner_.exchange(std::move(contents)); }
+    /// Offers the contents as PRIMARY to who acts for the window `reader`.
+    void take(SelectionContents contents, SelectionContents before, xcb_window_t reader);
 
     /// Does nothing without a loan, or when the user has selected something else meanwhile.
     void giveBack();
 
-    /// As the owner of both selections does.
-    void refuse(xcb_window_t window) { owner_.refuse(window); }
-
-    const SelectionOwner &owner() const { return owner_; }
+    SelectionOwner &owner() { return owner_; }
 
   private:
-    X11Connection &connection_;
     SelectionOwner owner_;
     std::optional<SelectionContents> before_;
 };

@@ -14,17 +14,15 @@
 
 namespace quillmender {
 
-SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection,
-                               const PasteRecord &pastes)
+SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection)
     : connection_(connection),
-      selection_(selection),
-      pastes_(pastes) {
+      selection_(selection) {
     connect(&connection_, &X11Connection::eventReceived, this, &SelectionOwner::handleEvent);
 }
 
-bool SelectionOwner::own(SelectionContents contents, Audience audience) {
+bool SelectionOwner::own(SelectionContents contents, xcb_window_t reader) {
     ownedSince_ = connection_.serverTime();
-    audience_ = audience;
+    reader_ = reader;
     contents_ = std::move(contents);
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
     isOwner_ = true;
@@ -89,6 +87,7 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     notify.target = request.target;
     const bool isMultiple = request.target == connection_.atom("MULTIPLE");
     hasHandedData_ = false;
+    askedAt_ = std::chrono::steady_clock::now();
     handedBytes_ = 0;
     isForOnlooker_ = isOnlooker(request.requestor);
     const bool isAnswered = isOwner_ && !isRefused(request.requestor) &&
@@ -102,7 +101,7 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
     xcb_send_event(connection_.xcb(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, bytes.data());
     xcb_flush(connection_.xcb());
     if (hasHandedData_)
-        Q_EMIT served(request.requestor, pastes_.count);
+        Q_EMIT served(request.requestor, askedAt_);
 }
 
 bool SelectionOwner::isRefused(xcb_window_t requestor) const {
@@ -110,8 +109,7 @@ bool SelectionOwner::isRefused(xcb_window_t requestor) const {
 }
 
 bool SelectionOwner::isOnlooker(xcb_window_t requestor) const {
-    return audience_ == Audience::sourceOfPaste && pastes_.source != XCB_WINDOW_NONE &&
-           !isActingFor(connection_, requestor, pastes_.source);
+    return reader_ != XCB_WINDOW_NONE && !isActingFor(connection_, requestor, reader_);
 }
 
 bool SelectionOwner::isShown(xcb_atom_t target) {
@@ -184,13 +182,12 @@ bool SelectionOwner::handIncrementally(xcb_window_t requestor, xcb_atom_t proper
     auto *const sender = new IncrSender(connection_, requestor, property, contents);
     sender->setParent(this);
     transfers_.insert(key, sender);
-    const quint64 paste = pastes_.count;
     connect(sender, &IncrSender::finished, this,
-            [this, sender, key, requestor, paste](bool isComplete) {
+            [this, sender, key, requestor, askedAt = askedAt_](bool isComplete) {
                 transfers_.remove(key);
                 sender->deleteLater();
                 if (isComplete)
-                    Q_EMIT served(requestor, paste);
+                    Q_EMIT served(requestor, askedAt);
             });
     return true;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/linux/x11/PasteRecord.h"
 #include "platform/linux/x11/SelectionContents.h"
 
 #include <QHash>
 #include <QObject>
 
+#include <chrono>
 #include <utility>
 
 namespace quillmender {
@@ -20,14 +20,14 @@ class SelectionOwner : public QObject {
     Q_OBJECT
 
   public:
-    SelectionOwner(X11Connection &connection, xcb_atom_t selection, const PasteRecord &pastes);
+    using Moment = std::chrono::steady_clock::time_point;
 
-    /// Who is told what the contents are. Others find the mark for clipboard managers in them, and
-    /// nothing besides.
-    enum class Audience { everybody, sourceOfPaste };
+    SelectionOwner(X11Connection &connection, xcb_atom_t selection);
 
-    /// Takes the selection, or gives it new contents, as of now. False when the server refused.
-    bool own(SelectionContents contents, Audience audience = Audience::everybody);
+    /// Takes the selection, or gives it new contents, as of now. Only who acts for the window
+    /// `reader` is told what they are, everybody where that is `XCB_WINDOW_NONE`; others find the
+    /// mark for clipboard managers in them, and nothing besides. False when the server refused.
+    bool own(SelectionContents contents, xcb_window_t reader = XCB_WINDOW_NONE);
 
     /// Other contents for who asks from now on; nobody is told of the change.
     void exchange(SelectionContents contents);
@@ -50,9 +50,8 @@ class SelectionOwner : public QObject {
     /// Somebody has asked and is about to be answered.
     void asked();
 
-    /// A data target has been handed over completely. `paste` is the number of the latest paste
-    /// chord when it was asked for.
-    void served(xcb_window_t requestor, quint64 paste);
+    /// A data target that was asked for then has been handed over completely.
+    void served(xcb_window_t requestor, Moment askedAt);
 
   private:
     void handleEvent(const xcb_generic_event_t *event);
@@ -70,13 +69,13 @@ class SelectionOwner : public QObject {
 
     X11Connection &connection_;
     xcb_atom_t selection_;
-    const PasteRecord &pastes_;
     SelectionContents contents_;
-    Audience audience_ = Audience::everybody;
+    xcb_window_t reader_ = XCB_WINDOW_NONE;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     xcb_window_t refused_ = XCB_WINDOW_NONE;
     bool isOwner_ = false;
     bool hasHandedData_ = false;
+    Moment askedAt_; ///< the present request
     /// In answer to the present request.
     qsizetype handedBytes_ = 0;
     QHash<std::pair<xcb_window_t, xcb_atom_t>, IncrSender *> transfers_;

@@ -22,7 +22,6 @@ bool X11Workspace::activate(RunningApplicationRef application) {
     std::free(error);
     if (!exists || !isStillItself(connection_, *own))
         return false;
-    pastes_.source = own->window();
     activeWindow_.activate(own->window());
     return true;
 }

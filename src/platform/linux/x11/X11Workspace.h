@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/linux/x11/PasteRecord.h"
 
 namespace quillmender {
 
@@ -11,11 +10,9 @@ class X11Connection;
 /// Applications as the window manager knows them.
 class X11Workspace : public Workspace {
   public:
-    /// `pastes` is told of what is activated.
-    X11Workspace(X11Connection &connection, ActiveWindow &activeWindow, PasteRecord &pastes)
+    X11Workspace(X11Connection &connection, ActiveWindow &activeWindow)
         : connection_(connection),
-          activeWindow_(activeWindow),
-          pastes_(pastes) {}
+          activeWindow_(activeWindow) {}
 
     RunningApplicationRef frontmostApplication() override;
     bool activate(RunningApplicationRef application) override;
@@ -26,7 +23,6 @@ class X11Workspace : public Workspace {
   private:
     X11Connection &connection_;
     ActiveWindow &activeWindow_;
-    PasteRecord &pastes_;
 };
 
 } // namespace quillmender

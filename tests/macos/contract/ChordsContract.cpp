@@ -1,7 +1,7 @@
 #include "contract/Contract.h"
-#include "platform/KeyEvents.h"
 
 #include <ApplicationServices/ApplicationServices.h>
+#include <Carbon/Carbon.h>
 
 QUILLMENDER_CONTRACT_FUNCTION(CGEventSourceCreate, CGEventSourceRef (*)(CGEventSourceStateID));
 QUILLMENDER_CONTRACT_FUNCTION(CGEventCreateKeyboardEvent,
@@ -14,9 +14,8 @@ static_assert(sizeof(CGEventFlags) == 8);
 static_assert(std::is_same_v<std::underlying_type_t<CGEventSourceStateID>, int32_t>);
 static_assert(std::is_same_v<std::underlying_type_t<CGEventTapLocation>, uint32_t>);
 
-static_assert(quillmender::combinedSessionState == kCGEventSourceStateCombinedSessionState);
-static_assert(quillmender::commandFlag == kCGEventFlagMaskCommand);
-static_assert(quillmender::hidEventTap == kCGHIDEventTap);
 static_assert(kCGEventSourceStateCombinedSessionState == 0);
 static_assert(kCGEventFlagMaskCommand == 0x100000);
 static_assert(kCGHIDEventTap == 0);
+static_assert(kVK_ANSI_C == 8);
+static_assert(kVK_ANSI_V == 9);
