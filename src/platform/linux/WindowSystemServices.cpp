@@ -3,7 +3,7 @@
 #include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 #include "platform/none/NoneHotKeys.h"
-#include "platform/none/NoneKeyEvents.h"
+#include "platform/none/NoneChords.h"
 #include "platform/none/NoneOwnWindows.h"
 #include "platform/none/NonePasteboard.h"
 #include "platform/none/NoneWorkspace.h"
@@ -42,7 +42,7 @@ template <typename None, typename Service> void complete(std::unique_ptr<Service
 void completeWithNone(WindowSystemServices &services) {
     complete<NoneWorkspace>(services.workspace);
     complete<NonePasteboard>(services.pasteboard);
-    complete<NoneKeyEvents>(services.keyEvents);
+    complete<NoneChords>(services.chords);
     complete<NoneHotKeys>(services.hotKeys);
     complete<NoneOwnWindows>(services.ownWindows);
     complete<NoFrontmostSource>(services.frontmost);

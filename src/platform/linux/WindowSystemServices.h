@@ -2,7 +2,7 @@
 
 #include "platform/Capabilities.h"
 #include "platform/HotKeys.h"
-#include "platform/KeyEvents.h"
+#include "platform/Chords.h"
 #include "platform/OwnWindows.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
@@ -24,7 +24,7 @@ struct WindowSystemServices {
     std::shared_ptr<void> shared;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<Pasteboard> pasteboard;
-    std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<Chords> chords;
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<OwnWindows> ownWindows;
     std::unique_ptr<FrontmostSource> frontmost;

@@ -1,7 +1,7 @@
 #include "desktop/x11/XServerProcess.h"
 #include "platform/linux/WindowSystemServices.h"
 #include "platform/none/NoneHotKeys.h"
-#include "platform/none/NoneKeyEvents.h"
+#include "platform/none/NoneChords.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -50,7 +50,7 @@ WindowSystemServices choose(const char *toolkitPlatform, const QByteArray &displ
 }
 
 void expectComplete(const WindowSystemServices &services) {
-    EXPECT_TRUE(services.workspace && services.pasteboard && services.keyEvents &&
+    EXPECT_TRUE(services.workspace && services.pasteboard && services.chords &&
                 services.hotKeys && services.ownWindows && services.frontmost);
     for (const Capability capability : everything)
         EXPECT_NE(services.backends.contains(capability), services.missing.contains(capability))
@@ -58,7 +58,7 @@ void expectComplete(const WindowSystemServices &services) {
 }
 
 bool canTypeChords(const WindowSystemServices &services) {
-    return dynamic_cast<NoneKeyEvents *>(services.keyEvents.get()) == nullptr;
+    return dynamic_cast<NoneChords *>(services.chords.get()) == nullptr;
 }
 
 bool holdsHotKeys(const WindowSystemServices &services) {

@@ -1,5 +1,4 @@
 #include "contract/Contract.h"
-#include "platform/KeyEvents.h"
 
 #include <Carbon/Carbon.h>
 

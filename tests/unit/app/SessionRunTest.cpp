@@ -107,21 +107,21 @@ TEST_F(SessionRunTest, thePanelThatHasToStepsAsideForAPasteAlone) {
     EXPECT_FALSE(log->contains(QStringLiteral("stepAside"))) << "accessibility needs no focus";
 
     capture(QStringLiteral("me goes"));
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
+    focus->replacement.outcome = Replacement::Outcome::refused;
     coordinator->run(action(TextAction::fixGrammar));
     answerText("I go");
-    EXPECT_LT(log->indexOf(QStringLiteral("set AXValue I go")),
+    EXPECT_LT(log->indexOf(QStringLiteral("focus.replace 0+7 I go")),
               log->indexOf(QStringLiteral("stepAside")));
     EXPECT_LT(log->indexOf(QStringLiteral("stepAside")),
-              log->indexOf(QStringLiteral("pasteboard.setString I go")));
+              log->indexOf(QStringLiteral("pasteboard.lend I go")));
     EXPECT_EQ(log->last(2), QStringList({QStringLiteral("stayAway"), QStringLiteral("orderOut")}));
 }
 
 TEST_F(SessionRunTest, thePanelComesBackWhenThePasteFails) {
     capture(QStringLiteral("me goes"));
     panel->needsSteppingAside = true;
-    accessibility->refusedAttributes = {QStringLiteral("AXValue")};
-    keyEvents->readiness = ChordReadiness::withheld;
+    focus->replacement.outcome = Replacement::Outcome::refused;
+    chords->result.outcome = ChordResult::Outcome::withheld;
     coordinator->run(action(TextAction::fixGrammar));
     bool wasBackFirst = false;
     QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),

@@ -27,7 +27,7 @@ WindowSystemServices x11WindowSystem(std::function<QIcon()> windowIcon) {
         {Capability::panel, QStringLiteral("EWMH")},
     };
     if (x11->connection->hasTest()) {
-        services.keyEvents = std::move(x11->keyEvents);
+        services.chords = std::move(x11->chords);
         services.backends[Capability::chords] = QStringLiteral("XTest");
     } else {
         services.missing[Capability::chords] =
