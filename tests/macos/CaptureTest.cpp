@@ -35,8 +35,7 @@ class CaptureTest : public FocusedTextTest {
 
     /// Every type of value but a text; the caller owns the references.
     static std::vector<CFTypeRef> otherTypes() {
-        const SInt32 number = 7;
-        return {CFNumberCreate(nullptr, kCFNumberSInt32Type, &number), doubles::makeData("bytes"),
+        return {doubles::refOf<CFTypeRef>(new doubles::Number(7)), doubles::makeData("bytes"),
                 CFRetain(kCFBooleanTrue), doubles::makeRange(0, 4)};
     }
 

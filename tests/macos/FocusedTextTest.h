@@ -43,7 +43,7 @@ class FocusedTextTest : public DoublesTest {
 
     /// The editor's element; what it took to find it is left out of the calls.
     FocusedElementRef focused() {
-        FocusReading reading = read();
+        const FocusReading reading = read();
         calls();
         return reading.element;
     }
