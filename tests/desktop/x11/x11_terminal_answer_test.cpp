@@ -101,7 +101,8 @@ TEST_F(TerminalAnswerTest, HasItsLinesInAnotherEditor) {
 }
 
 TEST_F(TerminalAnswerTest, HasOneLineWhenTheEditorHasEndedSinceTheCheck) {
-    start(vim + QStringLiteral("; cat > after"));
+    // An editor that is killed leaves the terminal as it had it.
+    start(vim + QStringLiteral("; stty sane; cat > after"));
     const auto endEditor = [this] {
         ::kill(contents("ready").trimmed().toInt(), SIGTERM);
         EXPECT_TRUE(waitFor([this] { return exists("after"); }));
