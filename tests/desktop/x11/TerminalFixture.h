@@ -57,6 +57,13 @@ class TerminalFixture : public X11Test {
         return wait(services_->keyEvents->prepareChord(terminal_, Chord::paste, focus_));
     }
 
+    /// The terminal may take a moment to be at the program's disposal.
+    ChordReadiness prepareUntilReady(const QString &answer) {
+        ChordReadiness readiness = ChordReadiness::withheld;
+        waitFor([&] { return (readiness = prepare(answer)) == ChordReadiness::ready; });
+        return readiness;
+    }
+
     /// The chord; false when it was not typed.
     bool post() {
         const auto source = services_->keyEvents->createSource(combinedSessionState);

@@ -22,8 +22,10 @@ class TerminalOrderTest : public TerminalFixture, public testing::WithParamInter
 TEST_P(TerminalOrderTest, IsNotCarriedOut) {
     start(QLatin1String(GetParam().program));
     const QString answer = QString::fromUtf8(GetParam().answer).arg(path("ran"));
-    EXPECT_EQ(prepare(answer), GetParam().readiness);
-    if (GetParam().readiness == ChordReadiness::ready) {
+    const ChordReadiness readiness =
+        GetParam().readiness == ChordReadiness::ready ? prepareUntilReady(answer) : prepare(answer);
+    EXPECT_EQ(readiness, GetParam().readiness);
+    if (readiness == ChordReadiness::ready) {
         EXPECT_TRUE(post());
         EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
     }
@@ -41,6 +43,17 @@ TEST_P(TerminalOrderTest, IsNotCarriedOut) {
 constexpr auto dash = "exec env ENV=\"$PWD/env\" PS1='$ ' dash -c 'touch ready; exec dash -i'";
 constexpr auto bash = "exec bash --norc --noprofile -c 'touch ready; exec bash --norc --noprofile'";
 constexpr auto unedited = "exec bash -c 'touch ready; exec bash --norc --noprofile --noediting'";
+// It carries out an order of its user's for each key that completes a word.
+constexpr auto completing =
+    "printf '%s\\n' \"bind 'set enable-bracketed-paste off'\" 'order() { touch ran; }' "
+    "'complete -D -F order' 'touch ready' > rc; exec bash --noprofile --rcfile rc";
+// Told not to ask for the marks around a paste, and to ask for them as for another terminal.
+constexpr auto vimWithoutMarks = "exec vim -u NONE -N -n --cmd 'set t_BE=' "
+                                 "-c 'nnoremap <C-d> :qa!<CR>' -c 'call writefile([], \"ready\")'";
+constexpr auto vimElsewhere = "exec vim -u NONE -N -n --cmd 'set term=ansi' "
+                              "-c 'nnoremap <C-d> :qa!<CR>' -c 'call writefile([], \"ready\")'";
+constexpr auto neovim = "exec nvim -u NONE -n --cmd 'set t_BE=' "
+                        "-c 'nnoremap <C-d> :qa!<CR>' -c 'call writefile([], \"ready\")'";
 constexpr auto python = "exec /usr/bin/python3 -q -i -c \"open('ready', 'w')\"";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -66,25 +79,23 @@ INSTANTIATE_TEST_SUITE_P(
                           "\xc2\x9b"
                           "201~touch %1\n",
                           ChordReadiness::ready},
+                    Order{completing, "echo some\tword", ChordReadiness::ready},
+                    Order{vimWithoutMarks, ":silent !touch %1\n\nx", ChordReadiness::withheld},
+                    Order{vimElsewhere, ":silent !touch %1\n\nx", ChordReadiness::withheld},
+                    Order{neovim, ":silent !touch %1\n\nx", ChordReadiness::ready},
                     Order{python, "open('%1', 'w')\n", ChordReadiness::ready},
                     Order{python, "open('%1', 'w')\n1", ChordReadiness::withheld}));
 
 class TerminalAnswerTest : public TerminalFixture {
   protected:
-    const QString vim = QStringLiteral(
-        "vim -u NONE -N -n -c 'nnoremap q :wq<CR>' -c 'call writefile([], \"ready\")' "
-        "-c startinsert text");
-
-    /// The terminal may take a moment to be at the editor's disposal.
-    ChordReadiness prepareUntilReady(const QString &answer) {
-        ChordReadiness readiness = ChordReadiness::withheld;
-        waitFor([&] { return (readiness = prepare(answer)) == ChordReadiness::ready; });
-        return readiness;
-    }
+    // Neovim asks for the marks around a paste whatever it is told of them.
+    const QString editor =
+        QStringLiteral("nvim -u NONE -n --cmd 'set t_BE=' -c 'nnoremap q :wq<CR>' "
+                       "-c 'call writefile([], \"ready\")' -c startinsert text");
 };
 
 TEST_F(TerminalAnswerTest, HasItsLinesInAnEditor) {
-    start(QStringLiteral("exec ") + vim);
+    start(QStringLiteral("exec ") + editor);
     ASSERT_EQ(prepareUntilReady(QStringLiteral("one\n  two\r\n\tthree\n")), ChordReadiness::ready);
     EXPECT_TRUE(post());
     EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
@@ -95,18 +106,35 @@ TEST_F(TerminalAnswerTest, HasItsLinesInAnEditor) {
 
 TEST_F(TerminalAnswerTest, HasItsLinesInAnotherEditor) {
     start(QStringLiteral("touch ready; exec nano --ignorercfiles --nonewlines text"));
-    ASSERT_EQ(prepareUntilReady(QStringLiteral("one\n  two")), ChordReadiness::ready);
+    ASSERT_EQ(prepareUntilReady(QStringLiteral("one\n\ttwo")), ChordReadiness::ready);
     EXPECT_TRUE(post());
     EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
     EXPECT_TRUE(waitFor([this] {
         tapWithControl(XKB_KEY_s);
-        return contents("text") == "one\n  two";
+        return contents("text") == "one\n\ttwo";
     })) << contents("text").toStdString();
 }
 
+TEST_F(TerminalAnswerTest, HasItsTabsInAnEditorOnly) {
+    start(editor + QStringLiteral("; cat > after"));
+    ASSERT_EQ(prepareUntilReady(QStringLiteral("one\ntwo")), ChordReadiness::ready);
+    ASSERT_EQ(prepare(QStringLiteral("one\ttwo")), ChordReadiness::ready);
+    EXPECT_TRUE(post());
+    EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
+    tap({XKB_KEY_Escape, XKB_KEY_q});
+    ASSERT_TRUE(waitFor([this] { return exists("after"); }));
+    EXPECT_EQ(contents("text"), "one\ttwo\n");
+    ASSERT_EQ(prepare(QStringLiteral("three\tfour")), ChordReadiness::ready);
+    EXPECT_TRUE(post());
+    EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
+    tap({XKB_KEY_Return});
+    EXPECT_TRUE(waitFor([this] { return !contents("after").isEmpty(); }));
+    EXPECT_EQ(contents("after"), "three four\n");
+}
+
 TEST_F(TerminalAnswerTest, HasOneLineWhenTheEditorHasEndedSinceTheCheck) {
-    start(vim + QStringLiteral("; cat > after"));
-    const QString order = QStringLiteral("one\ntwo");
+    start(editor + QStringLiteral("; cat > after"));
+    const QString order = QStringLiteral("one\ntwo\tthree");
     ASSERT_EQ(prepareUntilReady(order), ChordReadiness::ready);
     tap({XKB_KEY_Escape, XKB_KEY_q});
     ASSERT_TRUE(waitFor([this] { return exists("after"); }));
@@ -114,7 +142,7 @@ TEST_F(TerminalAnswerTest, HasOneLineWhenTheEditorHasEndedSinceTheCheck) {
     EXPECT_TRUE(wait(pasteboard().stringWasRead(20s)));
     tap({XKB_KEY_Return});
     EXPECT_TRUE(waitFor([this] { return !contents("after").isEmpty(); }));
-    EXPECT_EQ(contents("after"), "one two\n");
+    EXPECT_EQ(contents("after"), "one two three\n");
 }
 
 TEST_F(TerminalAnswerTest, IsNotPastedWhenSomebodyElseHasTakenASelection) {

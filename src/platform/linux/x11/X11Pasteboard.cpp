@@ -285,14 +285,17 @@ QCoro::Task<bool> X11Pasteboard::lendToTerminal(TakesLineEnds takesLineEnds) {
     // Without it somebody else's contents would be pasted.
     if (!isTemporary_ || !owner_.isOwner())
         co_return false;
-    const TerminalText made =
+    TerminalText made =
         makeTerminalText(findText(connection_, owner_.contents()).value_or(QString()));
-    if (made.text.isEmpty() || (made.hasSeveralLines && !takesLineEnds())) {
+    const bool isTaken = (!made.hasSeveralLines && !made.hasTabs) || takesLineEnds();
+    if (made.text.isEmpty() || (made.hasSeveralLines && !isTaken)) {
         qCInfo(x11Log, "the terminal does not take %s",
                made.text.isEmpty() ? "what is no text" : "several lines");
         co_return false;
     }
-    if (made.hasSeveralLines) {
+    if (!isTaken) {
+        made.text = onOneLine(made.text);
+    } else if (made.hasSeveralLines || made.hasTabs) {
         oneLine_ = makeTemporaryText(connection_, onOneLine(made.text));
         takesLineEnds_ = std::move(takesLineEnds);
     }
@@ -308,7 +311,7 @@ void X11Pasteboard::keepToOneLine() {
     if (!takesLineEnds_ || takesLineEnds_())
         return;
     takesLineEnds_ = nullptr;
-    qCInfo(x11Log, "the terminal does not take several lines any more");
+    qCInfo(x11Log, "the terminal does not take line ends and tabs any more");
     owner_.exchange(oneLine_);
     primary_.exchange(oneLine_);
 }

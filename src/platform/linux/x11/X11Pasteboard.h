@@ -40,13 +40,14 @@ class X11Pasteboard : public QObject, public Pasteboard {
     bool setString(const QString &text) override;
     QCoro::Task<bool> stringWasRead(std::chrono::milliseconds limit) override;
 
-    /// Whether line ends are text to the program that is pasted into now.
+    /// Whether line ends and tabs are text to the program that is pasted into now.
     using TakesLineEnds = std::function<bool()>;
 
     /// Makes the text of `setString` one for a terminal (TerminalText) and offers it as PRIMARY
     /// too, which terminals paste, until the pasteboard is written again. False when there is
     /// nothing to paste, or several lines and the program does not take them; it is asked again
-    /// whenever the terminal asks for the text, which from the first no on has a single line.
+    /// whenever the terminal asks for the text, which from the first no on has a single line and
+    /// no tabs.
     QCoro::Task<bool> lendToTerminal(TakesLineEnds takesLineEnds);
 
     /// Whether what a terminal would paste now is what was lent to it.
