@@ -75,6 +75,10 @@ void ActionPanelController::makeKeyAndOrderFront() {
         view_->resetFocus();
 }
 
+bool ActionPanelController::isKey() const {
+    return panel_->isVisible() && panel_->isActiveWindow();
+}
+
 void ActionPanelController::orderOut() {
     panel_->hide();
 }
