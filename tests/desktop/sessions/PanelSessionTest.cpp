@@ -182,5 +182,44 @@ TEST_F(PanelSessionTest, SecondSessionAfterTheFirst) {
     expectReplaced(QStringLiteral("get"));
 }
 
+TEST_F(PanelSessionTest, AnOlderAnswerLeavesTheNewestPanelToWhoTypesInIt) {
+    answerLater(QStringLiteral("receive"));
+    pressHotKey();
+    waitForPanel(wrong);
+    tabTo(QStringLiteral("Fix My Grammar"));
+    input().chord({XK_Return});
+    waitForRequest();
+
+    const QString note = QStringLiteral("Another text");
+    const auto second = TestApplication::mousepad(desktop(), note);
+    const Accessible other = second.focusedText();
+    waitUntil([&] { return other.text() == note; }, QStringLiteral("the note is open"));
+    selectByKeyboard(input(), note, QStringLiteral("text"));
+    waitUntil([&] { return other.selectedText() == QStringLiteral("text"); },
+              QStringLiteral("a word of the note is selected"));
+    pressHotKey();
+    const xcb_window_t panel = waitForPanel(QStringLiteral("text"));
+    const Accessible field = instructionEditor();
+    const QString begun = instruction.left(9);
+    input().type(begun);
+    waitUntil([&] { return field.text() == begun; }, QStringLiteral("the instruction is begun"));
+    provider().release();
+    // The work has ended when the panel can be used again.
+    button(QStringLiteral("Generate"));
+    expectReplaced(QStringLiteral("receive"));
+    input().type(instruction.mid(9));
+    waitUntil([&] { return field.text() == instruction; },
+              QStringLiteral("the instruction is typed"));
+    EXPECT_EQ(desktop().windows().active(), panel);
+    EXPECT_EQ(other.text(), note);
+
+    answerWith(QStringLiteral("poem"));
+    click(QStringLiteral("Generate"));
+    const QString prompt = promptOf(waitForRequest(2));
+    EXPECT_TRUE(prompt.contains(instruction)) << prompt.toStdString();
+    waitUntilPanelIsGone();
+    EXPECT_EQ(other.text(), QStringLiteral("Another poem"));
+}
+
 } // namespace
 } // namespace quillmender
