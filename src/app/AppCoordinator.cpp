@@ -23,8 +23,6 @@ constexpr int updateItem = 2;
 constexpr std::chrono::minutes alertPatience(1);
 // Even a capture from an application that hangs has shown the panel by then.
 constexpr std::chrono::milliseconds captureIsLate(1500);
-// Longer than somebody who types pauses between two words.
-constexpr std::chrono::milliseconds typingPause(1000);
 
 QString selectedTextTitle() {
     return QStringLiteral("Selected Text");
@@ -152,9 +150,6 @@ QCoro::Task<> AppCoordinator::captureTask() {
     if (capture != latestCapture_)
         co_return;
     isCapturing_ = false;
-    if (const auto failure = std::exchange(failureDuringCapture_, std::nullopt);
-        failure && !errorMessage_)
-        publish(errorMessage_, failure);
     if (!isEnding_)
         showPanel();
 }
@@ -220,8 +215,6 @@ void AppCoordinator::runCustomInstruction() {
 QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString title,
                                             Request request) {
     const auto operation = operations_.begin();
-    const quint64 editsBefore = instructionEdits_;
-    ++transformsUnderWay_;
     publish(isWorking_, true);
     publish(errorMessage_, std::nullopt);
     publish(currentActionTitle_, title);
@@ -233,7 +226,7 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
         const bool replaced =
             co_await selectionController_.replaceViaAccessibility(session, answer);
         if (!replaced)
-            co_await paste(session, answer, editsBefore);
+            co_await selectionController_.performPasteReplacement(session, answer);
         qCInfo(log, "replaced by %s", replaced ? "accessibility" : "pasting");
     } catch (const UncertainReplacement &) {
         qCInfo(log, "it is not known whether the text was replaced");
@@ -245,48 +238,14 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
         transformFailed(std::current_exception());
         co_return;
     }
-    endTransform();
-    // What a newer session shows, and what was typed for it, is the user's.
-    if (currentSession_ == session)
-        hidePanel();
+    publish(isWorking_, false);
+    hidePanel();
 }
 
 void AppCoordinator::transformFailed(const std::exception_ptr &error) {
     qCInfo(log, "the text was not replaced");
-    endTransform();
+    publish(isWorking_, false);
     publish(errorMessage_, userMessage(error));
-    if (isCapturing_)
-        failureDuringCapture_ = errorMessage_;
-}
-
-void AppCoordinator::endTransform() {
-    --transformsUnderWay_;
-    publish(isWorking_, transformsUnderWay_ > 0);
-}
-
-bool AppCoordinator::isPanelOfAnother(const SelectionSessionRef &session) const {
-    return currentSession_ != session && panelController_ && panelController_->isKey();
-}
-
-QCoro::Task<> AppCoordinator::paste(SelectionSessionRef session, QString answer,
-                                    quint64 editsBefore) {
-    // A paste takes the keyboard to the source application, and what is typed would go there.
-    while (isPanelOfAnother(session) && instructionEdits_ != editsBefore) {
-        editsBefore = instructionEdits_;
-        co_await platform_.clock->sleepFor(typingPause);
-    }
-    const bool takesKeyboardFromPanel = isPanelOfAnother(session);
-    std::exception_ptr error;
-    try {
-        co_await selectionController_.performPasteReplacement(session, answer);
-    } catch (...) {
-        error = std::current_exception();
-    }
-    const bool isClosedSince = !currentSession_ && !errorMessage_;
-    if (takesKeyboardFromPanel && !isClosedSince)
-        panel().makeKeyAndOrderFront();
-    if (error)
-        std::rethrow_exception(error);
 }
 
 void AppCoordinator::requestAccessibilityAccess() {
@@ -343,7 +302,6 @@ QList<PromptAction> AppCoordinator::actions() const {
 }
 
 void AppCoordinator::setCustomInstruction(const QString &instruction) {
-    ++instructionEdits_;
     publish(customInstruction_, instruction);
 }
 

@@ -102,9 +102,6 @@ class AppCoordinator : public ActionPickerModel {
     QCoro::Task<> captureTask();
     QCoro::Task<> transformTask(SelectionSessionRef session, QString title, Request request);
     void transformFailed(const std::exception_ptr &error);
-    void endTransform();
-    bool isPanelOfAnother(const SelectionSessionRef &session) const;
-    QCoro::Task<> paste(SelectionSessionRef session, QString answer, quint64 editsBefore);
     void captured(SelectionSessionRef session);
     void captureFailed(const std::exception_ptr &error);
 
@@ -116,12 +113,8 @@ class AppCoordinator : public ActionPickerModel {
     QString captureDescription_;
     std::optional<QString> errorMessage_;
     bool isWorking_ = false;
-    int transformsUnderWay_ = 0;
     QString currentActionTitle_;
     QString customInstruction_;
-    quint64 instructionEdits_ = 0;
-    /// Of a run that failed during a capture, which shows itself without an error.
-    std::optional<QString> failureDuringCapture_;
     std::optional<ReleaseManifest> availableUpdate_;
 
     SettingsStore settingsStore_;

@@ -77,10 +77,6 @@ void ActionPanelController::makeKeyAndOrderFront() {
         view_->resetFocus();
 }
 
-bool ActionPanelController::isKey() const {
-    return panel_->isVisible() && panel_->isActiveWindow();
-}
-
 void ActionPanelController::orderOut() {
     panel_->hide();
 }

@@ -27,8 +27,6 @@ class ActionPanelController : public PickerPanel {
     /// Shows the panel, up to date, above others, with the keyboard focus in the instruction.
     void makeKeyAndOrderFront() override;
 
-    bool isKey() const override;
-
     void orderOut() override;
 
     bool isVisible() const;

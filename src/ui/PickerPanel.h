@@ -20,9 +20,6 @@ class PickerPanel {
     /// Shows the panel in front of every application, with the keyboard focus.
     virtual void makeKeyAndOrderFront() = 0;
 
-    /// Whether the panel has the keyboard focus.
-    virtual bool isKey() const = 0;
-
     /// Hides the panel and keeps it for the next session.
     virtual void orderOut() = 0;
 };

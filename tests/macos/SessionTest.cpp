@@ -22,7 +22,6 @@ class QuietPanel : public PickerPanel {
     void centre(std::optional<DesktopRect>) override {}
     void makeKeyAndOrderFront() override { isVisible_ = true; }
     void orderOut() override { isVisible_ = false; }
-    bool isKey() const override { return isVisible_; }
 
   private:
     bool &isVisible_;

@@ -30,7 +30,6 @@ class RecordedPanel : public PickerPanel {
         log_->append(QStringLiteral("panel makeKeyAndOrderFront"));
     }
     void orderOut() override { log_->append(QStringLiteral("panel orderOut")); }
-    bool isKey() const override { return false; }
 
   private:
     fakes::CallLog log_;

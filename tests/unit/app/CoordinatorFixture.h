@@ -28,17 +28,13 @@ class FakePanel : public PickerPanel {
     void makeKeyAndOrderFront() override {
         log_->append(QStringLiteral("makeKeyAndOrderFront"));
         isVisible = true;
-        hasKeyboard = true;
     }
     void orderOut() override {
         log_->append(QStringLiteral("orderOut"));
         isVisible = false;
-        hasKeyboard = false;
     }
-    bool isKey() const override { return hasKeyboard; }
 
     bool isVisible = false;
-    bool hasKeyboard = false;
 
   private:
     fakes::CallLog log_;

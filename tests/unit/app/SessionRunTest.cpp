@@ -171,6 +171,19 @@ TEST_F(SessionRunTest, aBlankInstructionIsRefused) {
     EXPECT_TRUE(transport.requests.isEmpty());
 }
 
+TEST_F(SessionRunTest, aRunUnderWayFinishesInTheSessionThatItHolds) {
+    capture(QStringLiteral("first"));
+    coordinator->run(action(TextAction::fixGrammar));
+    select(QStringLiteral("second text"));
+    coordinator->beginWorkflow();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("second text"));
+    EXPECT_TRUE(coordinator->isWorking());
+    answerText("1st");
+    EXPECT_EQ(value(), QStringLiteral("1std text"));
+    expectReset();
+    EXPECT_FALSE(panel->isVisible);
+}
+
 TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
     capture(QStringLiteral("first"));
     coordinator->run(action(TextAction::fixGrammar));
