@@ -71,7 +71,9 @@ void ActionPanelController::makeKeyAndOrderFront() {
     // toolkit then misses that it is the active window again.
     if (QGuiApplication::focusWindow() == panel_->windowHandle())
         QApplication::setActiveWindow(panel_.get());
-    if (!wasVisible)
+    // A control that an older run keeps disabled takes no keys.
+    const QWidget *focus = panel_->focusWidget();
+    if (!wasVisible || !focus || !focus->isEnabled())
         view_->resetFocus();
 }
 

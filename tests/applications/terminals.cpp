@@ -78,6 +78,10 @@ QList<Application> terminals() {
                      {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("--cmd"),
                       text("set autoindent"), text("wall.txt")},
                      vimKeys};
+    const Inside neovim{"neovim",
+                        "Neovim, inserting",
+                        {text("nvim"), text("-u"), text("NONE"), text("-n"), text("wall.txt")},
+                        vimKeys};
     const auto alt = [=](InputDriver &input, const char *key) {
         input.chord({XK_Escape});
         input.type(text(key));
@@ -112,6 +116,7 @@ QList<Application> terminals() {
     return {
         inTerminal(text("xterm"), text("xterm"), execute, shell),
         inTerminal(text("xterm"), text("vim"), execute, vim),
+        inTerminal(text("xterm"), text("neovim"), execute, neovim),
         inTerminal(text("xterm"), text("nano"), execute, nano),
         inTerminal(text("konsole"), text("konsole"), execute, shell),
         gnome,

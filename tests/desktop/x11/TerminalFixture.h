@@ -37,9 +37,8 @@ class TerminalFixture : public X11Test {
             QStringLiteral("-c"),
             QStringLiteral("cd '%1'; export HOME='%1'; %2").arg(folder_.path(), command)};
         xterm_ = server_.start(QStringLiteral("xterm"), arguments);
-        ASSERT_TRUE(waitFor([this] {
-            return services_->frontmost->processId() == xterm_->processId() && exists("ready");
-        }));
+        ASSERT_TRUE(
+            waitFor([this] { return processInFront() == xterm_->processId() && exists("ready"); }));
         terminal_ = services_->workspace->frontmostApplication();
     }
 
@@ -57,6 +56,11 @@ class TerminalFixture : public X11Test {
         const ChordResult result = type(Chord::paste, terminal_, lent_);
         reason_ = result.reason.toStdString();
         return result.outcome;
+    }
+
+    /// The terminal may take a moment to be at the program's disposal.
+    bool pasteInTheEnd(const QString &answer) {
+        return waitFor([&] { return paste(answer) == Outcome::typed; });
     }
 
     void tap(std::initializer_list<xkb_keysym_t> symbols) {

@@ -58,6 +58,12 @@ class X11Test : public testing::Test {
         return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     }
 
+    /// 0 when no application is in front.
+    qint64 processInFront() {
+        const auto application = services_->frontmost->application();
+        return application ? application->processId() : 0;
+    }
+
     bool hasWindowManager() {
         return readCardinal(*peer_, peer_->root(), peer_->atom("_NET_SUPPORTING_WM_CHECK")) != 0;
     }

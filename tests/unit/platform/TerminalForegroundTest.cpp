@@ -31,7 +31,7 @@ class TerminalForegroundTest : public testing::Test {
 
     QByteArray folder() const { return QFile::encodeName(folder_.path()); }
 
-    const QByteArrayList vim{"vim", "-u", "NONE", "-N", "-n", "some text"};
+    const QByteArrayList neovim{"nvim", "-u", "NONE", "-n", "some text"};
 
   private:
     QTemporaryDir folder_;
@@ -56,44 +56,55 @@ TEST_F(TerminalForegroundTest, HasNoEditorInWhatReadsLines) {
 }
 
 TEST_F(TerminalForegroundTest, KnowsEditors) {
-    for (const QByteArrayList &command :
-         {vim, QByteArrayList{"vi", "some text"}, QByteArrayList{"nano", "some text"}}) {
+    for (const QByteArrayList &command : {neovim, neovim + QByteArrayList{"--cmd", "set t_BE="},
+                                          QByteArrayList{"nano", "some text"}}) {
         TerminalProgram program(folder(), command);
         EXPECT_TRUE(becomes(true, program)) << command.constFirst().toStdString();
     }
 }
 
+TEST_F(TerminalForegroundTest, HasNoEditorInVimWhichMayNotAskForMarks) {
+    for (const char *name : {"vim", "vi"}) {
+        TerminalProgram program(folder(), {name, "-u", "NONE", "-N", "-n", "some text"});
+        ASSERT_TRUE(program.writes("some text")) << name;
+        EXPECT_FALSE(takesLineEnds()) << name;
+    }
+}
+
 TEST_F(TerminalForegroundTest, KnowsAnEditorThatSomebodyWaitsFor) {
-    TerminalProgram program(folder(), {"sh", "-c", "vim -u NONE -N -n; true"});
+    TerminalProgram program(folder(), {"sh", "-c", "nvim -u NONE -n; true"});
     EXPECT_TRUE(becomes(true, program));
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorWhereSomebodyReadsBesideIt) {
-    TerminalProgram program(folder(), {"sh", "-c", "vim -u NONE -N -n <&1 & echo both; cat"});
+    TerminalProgram program(folder(), {"sh", "-c", "nvim -u NONE -n <&1 & echo both; cat"});
     ASSERT_TRUE(program.writes("both"));
     // Only when the editor is there as well it would be taken for one that is alone.
     ASSERT_TRUE(program.writes("\x1b[?2004h"));
     EXPECT_FALSE(takesLineEnds());
 }
 
-TEST_F(TerminalForegroundTest, HasNoEditorWhileItRunsAShell) {
-    TerminalProgram program(folder(), vim + QByteArrayList{"-c", "!echo re''ady; cat"});
+TEST_F(TerminalForegroundTest, HasNoEditorWhileItRunsSomething) {
+    TerminalProgram program(folder(),
+                            {"sh", "-c", "{ echo ready; exec sleep 60; } & exec nvim -u NONE -n"});
     ASSERT_TRUE(program.writes("ready"));
+    ASSERT_TRUE(program.writes("\x1b[?2004h"));
     EXPECT_FALSE(takesLineEnds());
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorInAShellInsideOfIt) {
-    TerminalProgram program(folder(), vim);
-    ASSERT_TRUE(becomes(true, program));
-    program.type(":terminal sh\r");
-    ASSERT_TRUE(program.writes("ready> "));
+    TerminalProgram program(folder(), neovim);
+    ASSERT_TRUE(program.writes("some text"));
+    EXPECT_TRUE(takesLineEnds());
+    program.type(":terminal echo in''side; exec sh\r");
+    ASSERT_TRUE(program.writes("inside"));
     EXPECT_FALSE(takesLineEnds());
-    program.type("exec vim -u NONE -N -n\r");
+    program.type("iexec nvim -u NONE -n\r");
     EXPECT_TRUE(becomes(true, program));
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorWhenItIsStopped) {
-    TerminalProgram program(folder(), vim);
+    TerminalProgram program(folder(), neovim);
     ASSERT_TRUE(becomes(true, program));
     ::kill(program.id(), SIGSTOP);
     EXPECT_TRUE(becomes(false, program));
@@ -106,14 +117,14 @@ TEST_F(TerminalForegroundTest, HasNoEditorWhenItIsInTheBackground) {
     ASSERT_TRUE(program.writes("ready> "));
     // What is in the background itself makes no difference.
     program.type("sleep 60 &\r");
-    program.type("vim -u NONE -N -n\r");
+    program.type("nvim -u NONE -n\r");
     ASSERT_TRUE(becomes(true, program));
     program.type("\x1a");
     EXPECT_TRUE(becomes(false, program));
 }
 
 TEST_F(TerminalForegroundTest, WantsAnEditorInEachTerminal) {
-    TerminalProgram editor(folder(), vim);
+    TerminalProgram editor(folder(), neovim);
     ASSERT_TRUE(becomes(true, editor));
     {
         TerminalProgram shell(folder(), {"dash"});
@@ -126,21 +137,37 @@ TEST_F(TerminalForegroundTest, WantsAnEditorInEachTerminal) {
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorWherePastesHaveNoMarks) {
-    TerminalProgram program(folder(), vim, "dumb");
+    // Emacs goes by the name of the terminal. Another editor has its name here.
+    const QByteArray emacs = folder() + "/emacs-nox";
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/usr/bin/nano"), QFile::decodeName(emacs)));
+    {
+        TerminalProgram program(folder(), {emacs, "some text"});
+        ASSERT_TRUE(becomes(true, program));
+    }
+    TerminalProgram other(folder(), {emacs, "some text"}, "vt100");
+    ASSERT_TRUE(other.writes("some text"));
+    EXPECT_FALSE(takesLineEnds());
+}
+
+TEST_F(TerminalForegroundTest, HasNoEditorInASmallerOneWithoutMarks) {
+    const QByteArray small = folder() + "/nano-tiny";
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/usr/bin/nano"), QFile::decodeName(small)));
+    TerminalProgram program(folder(), {small, "some text"});
     ASSERT_TRUE(program.writes("some text"));
     EXPECT_FALSE(takesLineEnds());
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorInOneThatReadsLines) {
     for (const char *option : {"-e", "-E"}) {
-        TerminalProgram program(folder(), vim + QByteArrayList{option, "-c", "echo 're'..'ady'"});
+        TerminalProgram program(folder(),
+                                neovim + QByteArrayList{option, "-c", "echo 're'..'ady'"});
         ASSERT_TRUE(program.writes("ready")) << option;
         EXPECT_FALSE(takesLineEnds()) << option;
     }
 }
 
 TEST_F(TerminalForegroundTest, HasNoEditorInWhatOnlyHasItsName) {
-    const QByteArray imposter = folder() + "/vim";
+    const QByteArray imposter = folder() + "/nvim";
     ASSERT_TRUE(QFile::copy(QStringLiteral("/bin/cat"), QFile::decodeName(imposter)));
     TerminalProgram program(folder(), {imposter});
     program.type("echoed\r");

@@ -53,9 +53,15 @@ TEST(TerminalTextTest, KeepsNothingButTextOfAllControlCharacters) {
     }
 }
 
-TEST(TerminalTextTest, HasASpaceForALineEndOnOneLine) {
-    EXPECT_EQ(onOneLine(text(u"one\ntwo\u2028three\u2029four")),
-              QStringLiteral("one two three four"));
+TEST(TerminalTextTest, KnowsTabs) {
+    EXPECT_TRUE(makeTerminalText(text(u"one\ttwo")).hasTabs);
+    EXPECT_TRUE(makeTerminalText(text(u"one\n\ttwo")).hasTabs);
+    EXPECT_FALSE(makeTerminalText(text(u"one two\n")).hasTabs);
+}
+
+TEST(TerminalTextTest, HasASpaceForALineEndAndForATabOnOneLine) {
+    EXPECT_EQ(onOneLine(text(u"one\ntwo\u2028three\u2029four\tfive\n\tsix")),
+              QStringLiteral("one two three four five  six"));
 }
 
 } // namespace

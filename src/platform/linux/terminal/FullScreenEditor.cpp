@@ -8,8 +8,10 @@ namespace quillmender {
 namespace {
 
 struct Editor {
-    /// Of the program's file, as a whole or up to one of `.` and `-`: vim.basic, emacs-gtk.
+    /// Of the program's file.
     const char *program;
+    /// Whether its file can have more behind a `.` or `-`: emacs-gtk, emacs-28.2.
+    bool hasVariants;
     /// Which terminals it asks for the marks around a paste, by the beginnings of TERM; all of them
     /// when there are none.
     std::array<const char *, 2> terminals;
@@ -18,28 +20,29 @@ struct Editor {
     std::array<const char *, 5> options;
 };
 
-// Missing on purpose: what takes a pasted line end for the key Enter. Joe and mcedit do when they
-// ask for a command, Kakoune and the vi of BusyBox and BSD always: there it begins a command.
+// Missing on purpose: what takes a pasted line end for the key Enter. Vim does when its settings
+// say so (t_BE, term), which nobody outside can know; joe and mcedit do when they ask for a
+// command, nano-tiny when it asks for a file, Kakoune and the vi of BusyBox and BSD always.
 constexpr std::array editors{
-    Editor{"vim", {"xterm", "rxvt-unicode"}, "eET", {"--ttytype"}},
-    // Distributions that have vim under the name of its forebear.
-    Editor{"vi", {"xterm", "rxvt-unicode"}, "eET", {"--ttytype"}},
-    Editor{"nvim", {}, "eEl", {"--headless"}},
-    Editor{"nano", {}, "", {}},
-    Editor{
-        "emacs", {"xterm", "rxvt-unicode"}, "", {"-batch", "--batch", "-script", "--script", "-x"}},
-    Editor{"micro", {}, "", {}},
-    Editor{"hx", {}, "", {}},
-    Editor{"helix", {}, "", {}},
+    Editor{"nvim", false, {}, "eEl", {"--headless"}},
+    Editor{"nano", false, {}, "", {}},
+    Editor{"emacs",
+           true,
+           {"xterm", "rxvt-unicode"},
+           "",
+           {"-batch", "--batch", "-script", "--script", "-x"}},
+    Editor{"micro", false, {}, "", {}},
+    Editor{"hx", false, {}, "", {}},
+    Editor{"helix", false, {}, "", {}},
 };
 
-bool isProgram(const QByteArray &program, const char *name) {
-    const QByteArray whole(name);
-    if (!program.startsWith(whole))
-        return false;
+bool isProgram(const QByteArray &program, const Editor &editor) {
+    const QByteArray whole(editor.program);
+    if (program == whole)
+        return true;
     // The client of an Emacs elsewhere has a name that begins alike.
-    return program.size() == whole.size() || program[whole.size()] == '.' ||
-           program[whole.size()] == '-';
+    return editor.hasVariants &&
+           (program.startsWith(whole + '.') || program.startsWith(whole + '-'));
 }
 
 bool isOption(const QByteArray &argument, const Editor &editor) {
@@ -54,7 +57,7 @@ bool isOption(const QByteArray &argument, const Editor &editor) {
 
 bool readsLines(const QByteArrayList &arguments, const Editor &editor) {
     const QByteArray invoked = arguments.constFirst();
-    // Under this name vim is the editor for lines.
+    // Under this name an editor is one for lines.
     if (invoked.mid(invoked.lastIndexOf('/') + 1).startsWith("ex"))
         return true;
     return std::any_of(arguments.begin() + 1, arguments.end(),
@@ -75,7 +78,7 @@ bool isFullScreenEditor(const ProcessEntry &process, dev_t device) {
         return false;
     const QByteArray program = programOf(process.id);
     const auto *const editor = std::ranges::find_if(
-        editors, [&](const Editor &known) { return isProgram(program, known.program); });
+        editors, [&](const Editor &known) { return isProgram(program, known); });
     if (editor == editors.end())
         return false;
     const QByteArrayList arguments = argumentsOf(process.id);

@@ -31,14 +31,16 @@ TerminalText makeTerminalText(const QString &text) {
     }
     while (!made.text.isEmpty() && isLineEnd(made.text.back()))
         made.text.chop(1);
-    for (const QChar sign : std::as_const(made.text))
+    for (const QChar sign : std::as_const(made.text)) {
         made.hasSeveralLines = made.hasSeveralLines || isLineEnd(sign);
+        made.hasTabs = made.hasTabs || sign == u'\t';
+    }
     return made;
 }
 
 QString onOneLine(QString text) {
     for (QChar &sign : text) {
-        if (isLineEnd(sign))
+        if (isLineEnd(sign) || sign == u'\t')
             sign = u' ';
     }
     return text;

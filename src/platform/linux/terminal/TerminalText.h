@@ -11,11 +11,14 @@ struct TerminalText {
     QString text;
     /// A program that reads lines takes each but the last one for a command.
     bool hasSeveralLines = false;
+    /// A program that reads lines takes each for the key that completes a word, and may run what
+    /// stands on the line to find out how.
+    bool hasTabs = false;
 };
 
 TerminalText makeTerminalText(const QString &text);
 
-/// The text as one line: a space for each line end.
+/// The text as one line without tabs: a space for each line end and for each tab.
 QString onOneLine(QString text);
 
 } // namespace quillmender

@@ -23,13 +23,16 @@ QCoro::Task<Obstacle> TerminalLoan::lend(TakesLineEnds takesLineEnds) {
     if (!selections_ || !selections_->clipboard.isOwner())
         co_return taken;
     X11Connection &connection = selections_->connection;
-    const TerminalText made = makeTerminalText(
+    TerminalText made = makeTerminalText(
         findText(connection, selections_->clipboard.contents()).value_or(QString()));
     if (made.text.isEmpty())
         co_return QStringLiteral("the terminal does not take what is no text");
-    if (made.hasSeveralLines && !takesLineEnds())
+    const bool isTaken = (!made.hasSeveralLines && !made.hasTabs) || takesLineEnds();
+    if (made.hasSeveralLines && !isTaken)
         co_return QStringLiteral("the terminal does not take several lines");
-    if (made.hasSeveralLines) {
+    if (!isTaken) {
+        made.text = onOneLine(made.text);
+    } else if (made.hasSeveralLines || made.hasTabs) {
         oneLine_ = makeTemporaryText(connection, onOneLine(made.text));
         takesLineEnds_ = std::move(takesLineEnds);
     }
@@ -70,7 +73,7 @@ void TerminalLoan::keepToOneLine() {
     if (!takesLineEnds_ || takesLineEnds_())
         return;
     takesLineEnds_ = nullptr;
-    qCInfo(x11Log, "the terminal does not take several lines any more");
+    qCInfo(x11Log, "the terminal does not take line ends and tabs any more");
     selections_->clipboard.exchange(oneLine_);
     selections_->primary.owner().exchange(oneLine_);
 }

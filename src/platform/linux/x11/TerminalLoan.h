@@ -18,14 +18,14 @@ class TerminalLoan : public QObject {
     Q_OBJECT
 
   public:
-    /// Whether line ends are text to the program that is pasted into now.
+    /// Whether line ends and tabs are text to the program that is pasted into now.
     using TakesLineEnds = std::function<bool()>;
 
     TerminalLoan(OwnSelections &selections, xcb_window_t reader);
 
     /// An obstacle is a text with nothing in it to paste, or with several lines where the program
     /// does not take them; it is asked again whenever somebody asks for the text, which from the
-    /// first no on has a single line.
+    /// first no on has a single line and no tabs.
     QCoro::Task<Obstacle> lend(TakesLineEnds takesLineEnds);
 
     /// Whether what a terminal would paste now is what was lent to it.
