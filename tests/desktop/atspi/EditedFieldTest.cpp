@@ -200,7 +200,7 @@ TEST_F(EditedLetterTest, WholeFieldWithMoreBesideItIsReplacedAlone) {
     type(QStringLiteral("dear "));
     EXPECT_EQ(replace(reading.element, whole, answer).outcome, Replacement::Outcome::done);
     EXPECT_EQ(shown(), QStringLiteral("dear zwei"));
-    EXPECT_EQ(read().selectedText, answer);
+    waitForSelection(answer);
 }
 
 TEST_F(EditedLetterTest, WholeFieldWithMoreBehindItIsReplacedAlone) {
@@ -209,7 +209,7 @@ TEST_F(EditedLetterTest, WholeFieldWithMoreBehindItIsReplacedAlone) {
     ASSERT_TRUE(editor_->focusedText().setCaretOffset(int(captured.size())));
     type(QStringLiteral(" four"));
     EXPECT_EQ(select(reading.element, whole), PasteTarget::selected);
-    EXPECT_EQ(read().selectedText, captured);
+    waitForSelection(captured);
     EXPECT_EQ(replace(reading.element, whole, answer).outcome, Replacement::Outcome::done);
     EXPECT_EQ(shown(), QStringLiteral("zwei four"));
 }

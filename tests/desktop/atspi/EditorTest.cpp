@@ -94,8 +94,7 @@ TEST_P(EditorTest, WriteReplacesSelectsAndCanBeUndone) {
 
     const TextRange place{changed.indexOf(inserted), inserted.size()};
     EXPECT_EQ(selectedRange(reading.element), place);
-    const FocusReading after = read();
-    EXPECT_EQ(after.selectedText, inserted);
+    const FocusReading after = waitForSelection(inserted);
     EXPECT_EQ(after.selectedRange, place);
 
     for (int step = 0; step < GetParam().undoSteps; ++step) {
@@ -134,7 +133,7 @@ TEST_P(EditorTest, WriteFollowsTheWordWhenTheUserTypedBeforeIt) {
     EXPECT_EQ(replace(reading.element, *reading.selectedRange, inserted).outcome,
               Replacement::Outcome::done);
     EXPECT_EQ(shown(), QStringLiteral("so ") + changed);
-    EXPECT_EQ(read().selectedText, inserted);
+    waitForSelection(inserted);
 }
 
 TEST_P(EditorTest, WriteStopsWhenTheUserTypedIntoTheWord) {
@@ -168,7 +167,7 @@ TEST_P(EditorTest, RangeIsSelectedAgainBeforeAPaste) {
     const FocusReading reading = open(sample);
     const TextRange whole{0, sample.size()};
     EXPECT_EQ(select(reading.element, whole), PasteTarget::selected);
-    EXPECT_EQ(read().selectedText, sample);
+    waitForSelection(sample);
     EXPECT_EQ(selectedRange(reading.element), whole);
     EXPECT_EQ(select(reading.element, {0, sample.size() + 1}), PasteTarget::gone);
     EXPECT_EQ(selectedRange(reading.element), whole);
@@ -179,7 +178,7 @@ TEST_P(EditorTest, FocusIsFoundWithoutHavingSeenItsEvent) {
     const TestApplication application = GetParam().start(desktop(), sample);
     application.focusedText();
     adopt();
-    EXPECT_EQ(waitForFocus().value, sample);
+    waitForValue(sample);
 }
 
 INSTANTIATE_TEST_SUITE_P(Applications, EditorTest,
