@@ -197,6 +197,15 @@ TEST_F(ReplacementTest, withoutMemoryNothingIsWritten) {
     EXPECT_THAT(calls(), ElementsAre(readValue, writeNew));
 }
 
+TEST_F(ReplacementTest, aTextThatCannotBeMadeIsNotWritten) {
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    const doubles::MissingString ofTheNewValue(1);
+    expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+    EXPECT_THAT(calls(), ElementsAre(readValue));
+    EXPECT_EQ(value(), "word");
+}
+
 TEST_F(ReplacementTest, aPasswordIsNotWritten) {
     editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
     setText(u"secret");
