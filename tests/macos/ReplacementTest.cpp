@@ -78,7 +78,7 @@ TEST_F(ReplacementTest, writesNothingWithoutAReadableValue) {
     const FocusedElementRef element = focused();
     const auto expectOnlyRead = [&] {
         calls();
-        expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+        expectRefused(replace(element, {0, 0}, QStringLiteral("new")));
         EXPECT_THAT(calls(), ElementsAre(readValue));
     };
     editor->give("AXValue", doubles::makeData("word"));
