@@ -78,7 +78,7 @@ TEST_F(ReplacementTest, writesNothingWithoutAReadableValue) {
     const FocusedElementRef element = focused();
     const auto expectOnlyRead = [&] {
         calls();
-        expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+        expectRefused(replace(element, {0, 0}, QStringLiteral("new")));
         EXPECT_THAT(calls(), ElementsAre(readValue));
     };
     editor->give("AXValue", doubles::makeData("word"));
@@ -195,6 +195,15 @@ TEST_F(ReplacementTest, withoutMemoryNothingIsWritten) {
     const doubles::ScarceStrings allButTheSelections(3);
     EXPECT_EQ(replace(element, {0, 4}, QStringLiteral("new")).outcome, Outcome::done);
     EXPECT_THAT(calls(), ElementsAre(readValue, writeNew));
+}
+
+TEST_F(ReplacementTest, aTextThatCannotBeMadeIsNotWritten) {
+    setText(u"word");
+    const FocusedElementRef element = focused();
+    const doubles::MissingString ofTheNewValue(1);
+    expectRefused(replace(element, {0, 4}, QStringLiteral("new")));
+    EXPECT_THAT(calls(), ElementsAre(readValue));
+    EXPECT_EQ(value(), "word");
 }
 
 TEST_F(ReplacementTest, aPasswordIsNotWritten) {

@@ -11,6 +11,7 @@ namespace quillmender::doubles {
 namespace {
 constexpr int plenty = -1;
 int stringsLeft = plenty;
+int stringsUntilMissing = plenty;
 } // namespace
 
 ScarceStrings::ScarceStrings(int count) {
@@ -19,6 +20,14 @@ ScarceStrings::ScarceStrings(int count) {
 
 ScarceStrings::~ScarceStrings() {
     stringsLeft = plenty;
+}
+
+MissingString::MissingString(int after) {
+    stringsUntilMissing = after;
+}
+
+MissingString::~MissingString() {
+    stringsUntilMissing = plenty;
 }
 
 String::String(std::u16string text, Lifetime lifetime)
@@ -55,7 +64,10 @@ CFTypeID CFStringGetTypeID() {
 }
 
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar *chars, CFIndex numChars) {
-    if (stringsLeft == 0)
+    const bool isMissing = stringsUntilMissing == 0;
+    if (stringsUntilMissing != plenty)
+        --stringsUntilMissing;
+    if (stringsLeft == 0 || isMissing)
         return nullptr;
     if (stringsLeft > 0)
         --stringsLeft;

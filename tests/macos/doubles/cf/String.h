@@ -31,6 +31,15 @@ class ScarceStrings {
     ~ScarceStrings();
 };
 
+/// While it lives, the string after so many cannot be created; those before and behind it can.
+class MissingString {
+  public:
+    explicit MissingString(int after);
+    MissingString(const MissingString &) = delete;
+    MissingString &operator=(const MissingString &) = delete;
+    ~MissingString();
+};
+
 /// A text of a test, as the system would hand it out; the caller owns the reference.
 CFStringRef makeString(const std::u16string &text);
 
