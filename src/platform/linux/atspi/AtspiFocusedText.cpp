@@ -50,8 +50,13 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     const auto context = std::make_shared<FocusRecord>();
     reading->application = front;
     reading->chordContext = context;
-    if (!front && found) {
-        const qint64 owner = co_await applications_.processOf(found->object.service, budget);
+    QString service;
+    if (found)
+        service = found->object.service;
+    else if (!inTerminal)
+        service = co_await finder_.serviceInFront(process, budget);
+    if (!front && !service.isEmpty()) {
+        const qint64 owner = co_await applications_.processOf(service, budget);
         reading->application = std::make_shared<const AccessibleApplication>(owner);
     }
 
@@ -62,11 +67,6 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
         co_await readTerminal(reading, found, budget);
         co_return *reading;
     }
-    QString service;
-    if (found)
-        service = found->object.service;
-    else
-        service = co_await finder_.serviceInFront(process, budget);
     const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
     if (toolkit == Toolkit::qt)
         context->detour = std::make_shared<RegistryDetour>(bus_, service);
