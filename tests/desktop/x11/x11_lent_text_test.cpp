@@ -136,6 +136,7 @@ TEST_F(LentTextTest, ReplacementEndsTheWaitForItsReader) {
     finishTurn();
     EXPECT_FALSE(isRead.isReady());
     pasteboard().replaceContents(itemOf(QStringLiteral("UTF8_STRING"), "the user's"));
+    EXPECT_TRUE(waitFor([&] { return isRead.isReady(); })) << "long before its limit";
     EXPECT_FALSE(wait(std::move(isRead)));
     // Who reads from now on reads something else.
     TestRequestor reader(*peer_);
@@ -192,6 +193,7 @@ TEST_F(LentTextTest, EndOfTheProgramEndsTheWaitForItsReader) {
     auto isRead = lent->wasRead(1min);
     finishTurn();
     services_.reset();
+    EXPECT_TRUE(waitFor([&] { return isRead.isReady(); })) << "long before its limit";
     EXPECT_FALSE(wait(std::move(isRead)));
     EXPECT_FALSE(wait(lent->wasRead(1min)));
     EXPECT_FALSE(lent->isLentToTerminal());
