@@ -15,7 +15,7 @@ class UpdateOfferTest : public CoordinatorFixture {
                                   R"(","download_url":"https://releases.test/get"})");
     }
     bool awaitAlert() const {
-        return QTest::qWaitFor([this] { return alert.has_written(); });
+        return QTest::qWaitFor([this] { return alert.has_value(); });
     }
     const StatusMenuItem &item() const { return statusItem->contents.menu.at(updateItem); }
 
