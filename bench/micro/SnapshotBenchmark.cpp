@@ -1,6 +1,6 @@
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/Desktop.h"
-#include "platform/linux/x11/SelectionReader.h"
+#include "platform/linux/x11/selection/SelectionReader.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QCoroTask>

@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "platform/linux/atspi/Call.h"
+#include "platform/linux/atspi/PendingCall.h"
 #include "platform/linux/atspi/Decoding.h"
 
 #include <QCoreApplication>

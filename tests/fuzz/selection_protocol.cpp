@@ -1,8 +1,8 @@
 #include "desktop/harness/XServer.h"
 #include "desktop/x11/ScriptedOwner.h"
 #include "fuzz/Require.h"
-#include "platform/linux/x11/SelectionReader.h"
-#include "platform/linux/x11/SelectionText.h"
+#include "platform/linux/x11/selection/SelectionReader.h"
+#include "platform/linux/x11/selection/SelectionText.h"
 #include "support/RunTask.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ChordContext.h"
-#include "platform/linux/KeyDetour.h"
+#include "platform/linux/KeyRelay.h"
 
 #include <memory>
 
@@ -14,7 +14,7 @@ struct FocusRecord : ChordContext {
     Role role = Role::unknown;
 
     /// Null when keys take no detour.
-    std::shared_ptr<KeyDetour> detour;
+    std::shared_ptr<KeyRelay> detour;
 };
 
 } // namespace quillmender

@@ -1,14 +1,14 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
+#include "platform/linux/WindowSystemServices.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
-#include "platform/linux/WindowSystemServices.h"
 #include "platform/linux/services/AutostartLoginItem.h"
 #include "platform/linux/services/Badge.h"
 #include "platform/linux/services/DesktopInstance.h"
-#include "platform/linux/services/SecretServiceSecrets.h"
 #include "platform/linux/services/DrawnSymbols.h"
 #include "platform/linux/services/PortalAppearance.h"
+#include "platform/linux/services/SecretServiceSecrets.h"
 #include "platform/linux/services/SettingsFile.h"
 #include "platform/linux/services/TrayStatusItem.h"
 
@@ -23,7 +23,7 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 
 // What the services refer to beyond each other.
 struct Shared {
-    AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
+    atspi::AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
     std::shared_ptr<void> windowSystem;
     std::unique_ptr<FrontmostSource> frontmost;
     std::unique_ptr<WindowSystemTray> tray;
@@ -50,9 +50,9 @@ std::unique_ptr<Platform> makePlatform() {
     platform->secrets = std::make_unique<SecretServiceSecrets>();
     platform->loginItem = std::make_unique<AutostartLoginItem>();
     platform->workspace = std::move(windowSystem.workspace);
-    platform->accessibilityAccess = std::make_unique<AtspiAccess>(shared->accessibilityBus);
+    platform->accessibilityAccess = std::make_unique<atspi::AtspiAccess>(shared->accessibilityBus);
     platform->focusedText =
-        std::make_unique<AtspiFocusedText>(*shared->frontmost, shared->accessibilityBus);
+        std::make_unique<atspi::AtspiFocusedText>(*shared->frontmost, shared->accessibilityBus);
     platform->pasteboard = std::move(windowSystem.pasteboard);
     platform->chords = std::move(windowSystem.chords);
     platform->hotKeys = std::move(windowSystem.hotKeys);

@@ -2,8 +2,8 @@
 
 #include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/x11/X11WindowSystem.h"
-#include "platform/none/NoneHotKeys.h"
 #include "platform/none/NoneChords.h"
+#include "platform/none/NoneHotKeys.h"
 #include "platform/none/NoneOwnWindows.h"
 #include "platform/none/NonePasteboard.h"
 #include "platform/none/NoneWorkspace.h"
@@ -72,7 +72,7 @@ WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
                                         std::function<QIcon()> windowIcon) {
     WindowSystemServices services;
     if (toolkitPlatform == QStringLiteral("xcb"))
-        services = x11WindowSystem(std::move(windowIcon));
+        services = x11::makeWindowSystem(std::move(windowIcon));
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);
     return services;

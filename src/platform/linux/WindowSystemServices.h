@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Capabilities.h"
-#include "platform/HotKeys.h"
 #include "platform/Chords.h"
+#include "platform/HotKeys.h"
 #include "platform/OwnWindows.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"

@@ -3,7 +3,7 @@
 #include "desktop/harness/AccessibilityBus.h"
 #include "desktop/harness/Waiter.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -31,4 +31,4 @@ AccessibleProgram::AccessibleProgram(harness::Desktop &desktop, const QString &t
 AccessibleProgram::AccessibleProgram(harness::Desktop &desktop, const QString &text)
     : AccessibleProgram(desktop, text, Options()) {}
 
-} // namespace quillmender
+} // namespace quillmender::atspi

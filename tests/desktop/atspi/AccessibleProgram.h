@@ -4,7 +4,7 @@
 #include "desktop/harness/ChildProcess.h"
 #include "desktop/harness/Desktop.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// A scripted application in a process of its own, and in the registry.
 class AccessibleProgram {
@@ -26,4 +26,4 @@ class AccessibleProgram {
     harness::ChildProcess process_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 #include "desktop/atspi/AtspiTest.h"
 #include "desktop/harness/AccessibilityBus.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::waitUntil;
@@ -100,4 +100,4 @@ TEST_F(ActiveFrameTest, OthersThatHangDoNotHideIt) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

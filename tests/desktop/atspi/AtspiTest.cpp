@@ -4,7 +4,7 @@
 
 #include <QCoroTask>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 bool WindowApplication::isSame(const RunningApplication &other) const {
     const auto *theirs = dynamic_cast<const WindowApplication *>(&other);
@@ -113,4 +113,4 @@ void expectReasonWithout(const Replacement &replacement, const QStringList &text
     }
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -6,7 +6,7 @@
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// An application with its window, as the window system knows it.
 class WindowApplication : public RunningApplication {
@@ -88,4 +88,4 @@ class AtspiTest : public harness::DesktopTest {
 /// A refusal, or an outcome that nobody knows, for a reason that may be logged.
 void expectReasonWithout(const Replacement &replacement, const QStringList &texts);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -7,7 +7,7 @@
 
 #include <csignal>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::TestApplication;
@@ -30,8 +30,8 @@ class DetourTest : public AtspiTest {
             QStringLiteral("a detour is known"));
     }
 
-    bool isPassed() {
-        return QCoro::waitFor(record().detour->isPassed(std::chrono::milliseconds(300)));
+    bool waitUntilPassed() {
+        return QCoro::waitFor(record().detour->waitUntilPassed(std::chrono::milliseconds(300)));
     }
 };
 
@@ -40,7 +40,7 @@ TEST_F(DetourTest, QtTextsHaveOne) {
     const TestApplication field = openQtField("line");
     waitForFocus();
     waitForDetour();
-    EXPECT_TRUE(isPassed());
+    EXPECT_TRUE(waitUntilPassed());
 }
 
 TEST_F(DetourTest, QtFieldsWithoutTextHaveOne) {
@@ -48,7 +48,7 @@ TEST_F(DetourTest, QtFieldsWithoutTextHaveOne) {
     const TestApplication field = openQtField("commands");
     waitForDetour();
     EXPECT_EQ(focusedElement(), nullptr);
-    EXPECT_TRUE(isPassed());
+    EXPECT_TRUE(waitUntilPassed());
 }
 
 TEST_F(DetourTest, OthersHaveNone) {
@@ -65,9 +65,9 @@ TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
     TestApplication field = openQtField("line");
     waitForDetour();
     field.process().suspend();
-    EXPECT_FALSE(isPassed());
+    EXPECT_FALSE(waitUntilPassed());
     field.process().resume();
-    waitUntil([&] { return isPassed(); }, QStringLiteral("the application goes on"));
+    waitUntil([&] { return waitUntilPassed(); }, QStringLiteral("the application goes on"));
 
     const uint registry = desktop()
                               .accessibilityBus()
@@ -77,9 +77,9 @@ TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
                               .value();
     ASSERT_NE(registry, 0);
     ::kill(static_cast<pid_t>(registry), SIGSTOP);
-    EXPECT_FALSE(isPassed());
+    EXPECT_FALSE(waitUntilPassed());
     ::kill(static_cast<pid_t>(registry), SIGCONT);
-    waitUntil([&] { return isPassed(); }, QStringLiteral("the registry goes on"));
+    waitUntil([&] { return waitUntilPassed(); }, QStringLiteral("the registry goes on"));
 }
 
 TEST_F(DetourTest, WaitsForAScreenReader) {
@@ -89,11 +89,11 @@ TEST_F(DetourTest, WaitsForAScreenReader) {
     KeyFollower reader(desktop().accessibilityBus()->connection());
     desktop().input().chord({'x'});
     waitUntil([&] { return reader.isAsked(); }, QStringLiteral("the reader is shown the key"));
-    EXPECT_FALSE(isPassed());
+    EXPECT_FALSE(waitUntilPassed());
     reader.letGo();
-    EXPECT_TRUE(isPassed());
+    EXPECT_TRUE(waitUntilPassed());
     EXPECT_EQ(field.focusedText().text(), QStringLiteral("wordsx"));
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::waitUntil;
@@ -39,11 +39,12 @@ class EditedFieldTest : public AtspiTest {
     }
 
     FocusedElementRef makeElement() {
-        Traits traits;
+        ElementTraits traits;
         traits.object = {field_->service(), ScriptedField::path()};
         traits.states = StateSet({1U << uint(State::editable), 0});
-        traits.interfaces = {QLatin1String(atspi::text), QLatin1String(atspi::editableText)};
-        return std::make_shared<const TextElement>(traits, Toolkit::qt, std::make_shared<Budget>());
+        traits.interfaces = {QLatin1String(protocol::text), QLatin1String(protocol::editableText)};
+        return std::make_shared<const TextElement>(traits, Toolkit::qt,
+                                                   std::make_shared<CallBudget>());
     }
 
     QString selectedNow() const {
@@ -229,4 +230,4 @@ TEST_F(EditedLetterTest, WordThatWasTypedIntoIsLeftAlone) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 
 #include <X11/keysym.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::Desktop;
@@ -181,7 +181,7 @@ TEST_P(EditorTest, FocusIsFoundWithoutHavingSeenItsEvent) {
     waitForValue(sample);
 }
 
-INSTANTIATE_TEST_SUITE_P(Applications, EditorTest,
+INSTANTIATE_TEST_SUITE_P(BusApplications, EditorTest,
                          testing::Values(Editor{"Mousepad", &TestApplication::mousepad, 2, true},
                                          Editor{"Gedit", &TestApplication::gedit, 2, true},
                                          Editor{"GnomeTextEditor",
@@ -191,4 +191,4 @@ INSTANTIATE_TEST_SUITE_P(Applications, EditorTest,
                          [](const auto &chosen) { return std::string(chosen.param.name); });
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -4,7 +4,7 @@
 
 #include <X11/keysym.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::TestApplication;
@@ -220,4 +220,4 @@ TEST_F(FieldTest, StoppedApplicationGivesNothingAndIsAskedOnce) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -11,7 +11,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::Desktop;
@@ -144,4 +144,4 @@ TEST_F(HostileBusTest, NothingIsAskedForThatTypingWouldSend) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

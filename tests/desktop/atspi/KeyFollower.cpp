@@ -8,7 +8,7 @@
 
 #include <utility>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -67,8 +67,9 @@ KeyFollower::KeyFollower(QDBusConnection bus) : bus_(std::move(bus)) {
     qDBusRegisterMetaType<ListenerMode>();
     bus_.registerVirtualObject(path, this);
     QDBusMessage order = QDBusMessage::createMethodCall(
-        QLatin1String(atspi::registry), QLatin1String(atspi::deviceEventControllerPath),
-        QLatin1String(atspi::deviceEventController), QStringLiteral("RegisterKeystrokeListener"));
+        QLatin1String(protocol::registry), QLatin1String(protocol::deviceEventControllerPath),
+        QLatin1String(protocol::deviceEventController),
+        QStringLiteral("RegisterKeystrokeListener"));
     constexpr uint noModifiers = 0;
     constexpr uint pressesAndReleases = 3;
     order << QVariant::fromValue(QDBusObjectPath(path))
@@ -109,4 +110,4 @@ void KeyFollower::answer(const QDBusMessage &question) {
     bus_.send(question.createReply(isConsumed));
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

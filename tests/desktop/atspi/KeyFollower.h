@@ -4,7 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// A screen reader as the accessibility registry knows it: it is shown every key of applications on
 /// the bus, which wait until it has answered.
@@ -30,4 +30,4 @@ class KeyFollower : public QDBusVirtualObject {
     bool isLettingGo_ = false;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,6 +1,6 @@
 #include "desktop/atspi/AtspiTest.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::TestApplication;
@@ -26,4 +26,4 @@ TEST_F(LargeTextTest, TenMillionCharactersAreReadAndWritten) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,7 +1,7 @@
 #include "desktop/atspi/ScriptedField.h"
 #include "desktop/harness/DesktopTest.h"
 #include "desktop/harness/Waiter.h"
-#include "platform/linux/atspi/Applications.h"
+#include "platform/linux/atspi/BusApplications.h"
 #include "platform/linux/atspi/TextFlow.h"
 #include "platform/linux/atspi/TextReader.h"
 #include "platform/linux/atspi/TreeWalk.h"
@@ -11,7 +11,7 @@
 #include <QDBusObjectPath>
 #include <QDBusSignature>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::waitUntil;
@@ -69,29 +69,29 @@ class NonsenseTest : public harness::DesktopTest {
     }
 
     ObjectRef object() const { return {field->service(), ScriptedField::path()}; }
-    static BudgetRef budget() { return std::make_shared<Budget>(); }
+    static CallBudgetRef budget() { return std::make_shared<CallBudget>(); }
 
     std::unique_ptr<ScriptedField> field;
     std::unique_ptr<AtspiBus> bus;
 };
 
 TEST_F(NonsenseTest, WrongTypesAreNoAnswers) {
-    Applications applications(*bus);
+    BusApplications applications(*bus);
     TextReader reader(*bus);
     TextFlow flow(*bus);
-    Traits traits;
+    ElementTraits traits;
     traits.object = object();
     for (const QVariant &wrong : wrongTypes()) {
         SCOPED_TRACE(wrong.typeName());
         field->nonsense = wrong;
         const auto element =
             std::make_shared<const TextElement>(traits, Toolkit::libreOffice, budget());
-        const Budget::Use use(element->budget);
+        const CallBudget::Use use(element->budget);
         EXPECT_EQ(QCoro::waitFor(examine(*bus, {object()}, budget())).size(), 1);
         QCoro::waitFor(childrenOf(*bus, object(), budget()));
         QCoro::waitFor(findFocusedBelow(*bus, {object()}, budget()));
         QCoro::waitFor(matchFocused(*bus, field->service(), budget()));
-        QCoro::waitFor(flow.isSelectedBeside(object(), budget()));
+        QCoro::waitFor(flow.selectionGoesOn(object(), budget()));
         QCoro::waitFor(reader.selectedText(element));
         QCoro::waitFor(reader.value(element));
         QCoro::waitFor(reader.selectedRange(element));
@@ -111,4 +111,4 @@ TEST_F(NonsenseTest, ObjectsOfTheRightTypeAreUnderstood) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 
 #include <QCoroTask>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 /// Which application is asked for, and which is in front.
@@ -86,4 +86,4 @@ TEST_F(ReadingTest, BlankSelectionGivesTheWholeText) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -6,7 +6,7 @@
 #include <QDBusMetaType>
 #include <QUuid>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -34,9 +34,9 @@ void ScriptedApplication::join() {
     const QString name = QUuid::createUuid().toString();
     QDBusConnection connection = QDBusConnection::connectToBus(busAddress_, name);
     QDBusMessage greeting = QDBusMessage::createMethodCall(
-        QLatin1String(atspi::registry), QLatin1String(atspi::rootPath),
+        QLatin1String(protocol::registry), QLatin1String(protocol::rootPath),
         QStringLiteral("org.a11y.atspi.Socket"), QStringLiteral("Embed"));
-    greeting << QVariant::fromValue(ObjectRef{service(), QLatin1String(atspi::rootPath)});
+    greeting << QVariant::fromValue(ObjectRef{service(), QLatin1String(protocol::rootPath)});
     connection.call(greeting);
     QDBusConnection::disconnectFromBus(name);
 }
@@ -62,10 +62,11 @@ QVariant ScriptedApplication::traitOf(const QDBusMessage &message) const {
     if (message.member() == QStringLiteral("GetMatches"))
         return QVariant::fromValue(QList<ObjectRef>{{service(), path()}});
     if (message.member() == QStringLiteral("GetRole"))
-        return isField ? fieldRole : atspi_role::frame;
+        return isField ? fieldRole : roles::frame;
     if (message.member() == QStringLiteral("GetInterfaces")) {
-        return isField ? QStringList{QLatin1String(atspi::text), QLatin1String(atspi::editableText)}
-                       : QStringList{QLatin1String(atspi::accessible)};
+        return isField ? QStringList{QLatin1String(protocol::text),
+                                     QLatin1String(protocol::editableText)}
+                       : QStringList{QLatin1String(protocol::accessible)};
     }
     if (message.member() == QStringLiteral("GetState")) {
         if (isField)
@@ -78,4 +79,4 @@ QVariant ScriptedApplication::traitOf(const QDBusMessage &message) const {
     return {};
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

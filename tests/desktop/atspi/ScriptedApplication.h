@@ -2,7 +2,7 @@
 
 #include "desktop/atspi/ScriptedField.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// An application of the registry with one frame, and in it a field that has the focus.
 class ScriptedApplication : public ScriptedField {
@@ -26,4 +26,4 @@ class ScriptedApplication : public ScriptedField {
     QString busAddress_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -4,7 +4,7 @@
 #include <QDBusVariant>
 #include <QUuid>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 ScriptedField::ScriptedField(const QString &busAddress, const QString &initialText)
     : text(initialText),
@@ -103,4 +103,4 @@ QVariant ScriptedField::answerTo(const QDBusMessage &message) {
     return false;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <functional>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// A text field on the accessibility bus that counts in UTF-16 units and obeys as the test wishes.
 class ScriptedField : public QDBusVirtualObject {
@@ -53,4 +53,4 @@ class ScriptedField : public QDBusVirtualObject {
     QTimer stalled_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

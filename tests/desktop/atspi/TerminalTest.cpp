@@ -2,7 +2,7 @@
 #include "desktop/atspi/AtspiTest.h"
 #include "desktop/harness/ClipboardOwner.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::ClipboardOwner;
@@ -56,4 +56,4 @@ TEST_F(TerminalTest, ScreenIsNoTextOfAField) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -5,7 +5,7 @@
 #include <QCoroTask>
 #include <gmock/gmock.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 using harness::waitUntil;
@@ -31,18 +31,18 @@ class WriterTest : public harness::DesktopTest {
     }
 
     TextElementRef element(QList<uint> states = {1U << 7, 0}, Toolkit toolkit = Toolkit::qt) {
-        Traits traits;
+        ElementTraits traits;
         traits.object = {field->service(), ScriptedField::path()};
         traits.role = 61;
         traits.states = StateSet(states);
         traits.interfaces = {QStringLiteral("org.a11y.atspi.Text"),
                              QStringLiteral("org.a11y.atspi.EditableText")};
-        return std::make_shared<const TextElement>(traits, toolkit, std::make_shared<Budget>());
+        return std::make_shared<const TextElement>(traits, toolkit, std::make_shared<CallBudget>());
     }
 
     /// In place of all that was captured.
     Outcome write(const TextElementRef &target, const QString &text) {
-        const Budget::Use use(target->budget);
+        const CallBudget::Use use(target->budget);
         const Replacement written =
             QCoro::waitFor(writer->replace(target, {0, oldText.size()}, text)).replacement;
         if (written.outcome == Outcome::done)
@@ -247,4 +247,4 @@ TEST_F(WriterTest, WhatCannotBeWrittenIsNotTouched) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

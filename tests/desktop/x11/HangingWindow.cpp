@@ -5,7 +5,7 @@
 #include <array>
 #include <cstring>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 HangingWindow::HangingWindow(X11Connection &connection)
     : TestWindow(connection),
@@ -45,4 +45,4 @@ void HangingWindow::answerOnce() {
     xcb_flush(peer_.xcb());
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

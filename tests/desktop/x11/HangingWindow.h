@@ -2,7 +2,7 @@
 
 #include "desktop/x11/TestWindow.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// The window of an application that says whether it attends to its events, when the test lets it.
 class HangingWindow : public TestWindow {
@@ -24,4 +24,4 @@ class HangingWindow : public TestWindow {
     bool isAttentive_ = true;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

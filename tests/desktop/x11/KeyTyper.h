@@ -1,12 +1,12 @@
 #pragma once
 
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11Keymap.h"
+#include "platform/linux/x11/keys/X11Keymap.h"
 #include "support/StickyKeys.h"
 
 #include <xcb/xtest.h>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// The user's hands on the keyboard.
 class KeyTyper {
@@ -33,8 +33,8 @@ class KeyTyper {
     bool hasStickyKeys() const { return stickyKeysAreOn(connection_.xcb()); }
     /// The modifiers that are in effect.
     quint16 state() const {
-        const auto reply = adoptXcb(xcb_query_pointer_reply(
-            connection_.xcb(), xcb_query_pointer(connection_.xcb(), connection_.root()), nullptr));
+        const auto reply = replyTo(connection_.xcb(), xcb_query_pointer_reply,
+                                   xcb_query_pointer(connection_.xcb(), connection_.root()));
         return reply ? reply->mask : quint16{0};
     }
 
@@ -50,4 +50,4 @@ class KeyTyper {
     X11Keymap keymap_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -120,4 +120,4 @@ void RandomOwner::addBadTarget(int index) {
     });
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

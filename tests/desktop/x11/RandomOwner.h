@@ -5,7 +5,7 @@
 #include <memory>
 #include <random>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// What an application may offer as a selection and how it hands it over, made up from a seed:
 /// up to a hundred targets, each of any size from nothing to megabytes, of any type and format, at
@@ -50,4 +50,4 @@ class RandomOwner {
     QList<Offer> offers_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -1,24 +1,24 @@
 #pragma once
 
-#include "platform/linux/KeyDetour.h"
+#include "platform/linux/KeyRelay.h"
 
 #include <QList>
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// A detour that the keys of an application take, on which a test meets the chord: it is asked
 /// before the chord, and again when the modifier is down and the key is to follow.
-class ScriptedDetour : public KeyDetour {
+class ScriptedDetour : public KeyRelay {
   public:
     /// Each says whether the keys came through.
     using Turn = std::function<bool()>;
 
     explicit ScriptedDetour(QList<Turn> turns) : turns_(std::move(turns)) {}
 
-    QCoro::Task<bool> isPassed(std::chrono::milliseconds) override {
+    QCoro::Task<bool> waitUntilPassed(std::chrono::milliseconds) override {
         ++asked;
         if (turns_.isEmpty()) {
             ADD_FAILURE() << "asked too often";
@@ -42,4 +42,4 @@ class ScriptedDetour : public KeyDetour {
     QList<Turn> turns_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

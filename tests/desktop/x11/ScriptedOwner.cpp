@@ -6,7 +6,7 @@
 #include <array>
 #include <cstring>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 ScriptedOwner::ScriptedOwner(const QByteArray &display, const char *selection)
     : connection_(X11Connection::open(display)),
@@ -118,4 +118,4 @@ void ScriptedOwner::continueIncremental(xcb_window_t requestor, xcb_atom_t prope
         transfers_.erase(found);
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

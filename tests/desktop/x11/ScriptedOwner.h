@@ -8,7 +8,7 @@
 #include <functional>
 #include <map>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// A selection owner on a connection of its own that answers exactly as the test wants.
 class ScriptedOwner : public QObject {
@@ -59,4 +59,4 @@ class ScriptedOwner : public QObject {
     std::map<std::pair<xcb_window_t, xcb_atom_t>, Incremental> transfers_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// A real terminal in which a program runs, and the program's services that paste into it.
 class TerminalFixture : public X11Test {
@@ -84,4 +84,4 @@ class TerminalFixture : public X11Test {
     std::string reason_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

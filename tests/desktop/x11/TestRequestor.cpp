@@ -2,7 +2,7 @@
 
 #include "desktop/x11/WaitFor.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 std::optional<X11Property> takeProperty(const X11Connection &connection, xcb_window_t window,
                                         xcb_atom_t property) {
@@ -105,4 +105,4 @@ void TestRequestor::takeChunk() {
     }
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

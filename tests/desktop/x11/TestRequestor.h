@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// All of a property, which is removed.
 std::optional<X11Property> takeProperty(const X11Connection &connection, xcb_window_t window,
@@ -51,4 +51,4 @@ class TestRequestor : public QObject {
     std::optional<X11Property> answer_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

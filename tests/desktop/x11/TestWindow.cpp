@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 TestWindow::TestWindow(X11Connection &connection, const char *wmClass)
     : connection_(connection),
@@ -46,15 +46,15 @@ void TestWindow::setFocus() {
 }
 
 bool TestWindow::isViewable() const {
-    const auto reply = adoptXcb(xcb_get_window_attributes_reply(
-        connection_.xcb(), xcb_get_window_attributes(connection_.xcb(), id_), nullptr));
+    const auto reply = replyTo(connection_.xcb(), xcb_get_window_attributes_reply,
+                               xcb_get_window_attributes(connection_.xcb(), id_));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 bool TestWindow::hasFocus() const {
-    const auto reply = adoptXcb(xcb_get_input_focus_reply(
-        connection_.xcb(), xcb_get_input_focus(connection_.xcb()), nullptr));
+    const auto reply = replyTo(connection_.xcb(), xcb_get_input_focus_reply,
+                               xcb_get_input_focus(connection_.xcb()));
     return reply && reply->focus == id_;
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

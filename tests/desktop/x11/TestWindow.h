@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// A mapped window that records the key events which reach it.
 class TestWindow : public QObject {
@@ -37,4 +37,4 @@ class TestWindow : public QObject {
     std::vector<Key> keys_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// Runs the event loop until the condition holds. False when it does not within the limit.
 inline bool waitFor(const std::function<bool()> &condition,
@@ -31,4 +31,4 @@ inline void finishTurn() {
     waitFor([&] { return isDone; });
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

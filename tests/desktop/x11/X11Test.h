@@ -4,17 +4,17 @@
 #include "desktop/x11/WaitFor.h"
 #include "desktop/x11/XServerProcess.h"
 #include "platform/linux/FocusRecord.h"
-#include "platform/linux/x11/ClientMessage.h"
-#include "platform/linux/x11/X11LentText.h"
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/X11Services.h"
+#include "platform/linux/x11/selection/X11LentText.h"
+#include "platform/linux/x11/windows/ClientMessage.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// A test with its own X server, the program's services on it, and a second connection that plays
 /// the other applications.
@@ -53,8 +53,8 @@ class X11Test : public testing::Test {
     }
 
     xcb_window_t ownerOf(const char *selection) {
-        const auto reply = adoptXcb(xcb_get_selection_owner_reply(
-            peer_->xcb(), xcb_get_selection_owner(peer_->xcb(), peer_->atom(selection)), nullptr));
+        const auto reply = replyTo(peer_->xcb(), xcb_get_selection_owner_reply,
+                                   xcb_get_selection_owner(peer_->xcb(), peer_->atom(selection)));
         return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     }
 
@@ -96,4 +96,4 @@ inline int runX11Tests(int argc, char **argv) {
     return RUN_ALL_TESTS();
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -5,7 +5,7 @@
 #include <csignal>
 #include <unistd.h>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::unique_ptr<QProcess> XServerProcess::start(const QString &program,
     return process;
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QStringList>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// An X server of the test's own, on whichever display is free; it ends with this object.
 class XServerProcess {
@@ -29,4 +29,4 @@ class XServerProcess {
     QByteArray display_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

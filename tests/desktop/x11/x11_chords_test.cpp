@@ -3,7 +3,7 @@
 #include "desktop/x11/X11Test.h"
 #include "platform/Clock.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -388,7 +388,7 @@ TEST_F(ChordsTest, PastesIntoATerminalFromBothSelections) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -3,7 +3,7 @@
 #include "desktop/x11/X11Test.h"
 #include "platform/linux/x11/X11Property.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -305,7 +305,7 @@ TEST_F(HotKeysTest, StopsWhenLetGoOf) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

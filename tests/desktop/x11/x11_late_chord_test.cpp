@@ -3,7 +3,7 @@
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/X11Test.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -165,7 +165,7 @@ TEST_F(LateChordTest, PasteThatTheApplicationIgnoresIsToldOf) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -2,9 +2,9 @@
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/TestWindow.h"
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/ClientIdentity.h"
+#include "platform/linux/x11/windows/WindowOwnership.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -31,8 +31,8 @@ TEST_F(LentTextTest, IsShownToNobodyButWhoIsPastedInto) {
         server_.start(QStringLiteral("xterm"), {QStringLiteral("-e"), QStringLiteral("cat")});
     std::shared_ptr<const X11RunningApplication> terminal;
     const auto isThere = [&] {
-        const auto tree = adoptXcb(xcb_query_tree_reply(
-            peer_->xcb(), xcb_query_tree(peer_->xcb(), peer_->root()), nullptr));
+        const auto tree = replyTo(peer_->xcb(), xcb_query_tree_reply,
+                                  xcb_query_tree(peer_->xcb(), peer_->root()));
         const xcb_window_t *const children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
             if (processOfWindow(*peer_, children[i]) == foreign->processId())
@@ -244,7 +244,7 @@ TEST_F(LentTextTest, IsNotThereWhenTheServerIsGone) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -280,7 +280,7 @@ TEST_F(PasteboardReadTest, PrefersUtf8AndFallsBackToLatin1AndCompoundText) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -2,14 +2,14 @@
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/TestWindow.h"
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/IncrSender.h"
+#include "platform/linux/x11/selection/IncrSender.h"
 
 #include <xcb/xfixes.h>
 
 #include <array>
 #include <cstring>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -239,7 +239,7 @@ TEST_F(PasteboardWriteTest, HandsOverToNobodyWithoutAManager) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -6,7 +6,7 @@
 
 #include <iostream>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(Owners, RandomOwnerTest,
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -3,7 +3,7 @@
 
 #include <QTimer>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -127,7 +127,7 @@ TEST_F(RequestorTest, TransfersThatNobodyTakesAreNotStartedWithoutEnd) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

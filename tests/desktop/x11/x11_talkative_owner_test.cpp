@@ -1,15 +1,15 @@
 #include "desktop/x11/ScriptedOwner.h"
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/ConversionGroup.h"
-#include "platform/linux/x11/SelectionReader.h"
+#include "platform/linux/x11/selection/ParallelConversions.h"
+#include "platform/linux/x11/selection/SelectionReader.h"
 
 #include <QTimer>
 
 #include <algorithm>
 #include <array>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -117,9 +117,10 @@ TEST_F(TalkativeOwnerTest, AnnouncedSizeIsEnoughToDropATarget) {
         owner_->notify(request, request.property);
     });
     owner_->offer("UTF8_STRING", text("kept"));
-    ConversionGroup group(*services_->connection, peer_->atom("CLIPBOARD"), TransferBudget(), {});
+    ParallelConversions group(*services_->connection, peer_->atom("CLIPBOARD"), TransferBudget(),
+                              {});
     bool isSettled = false;
-    QObject::connect(&group, &ConversionGroup::settled, [&] { isSettled = true; });
+    QObject::connect(&group, &ParallelConversions::settled, [&] { isSettled = true; });
     group.request({peer_->atom("image/png"), peer_->atom("UTF8_STRING")}, now());
     ASSERT_TRUE(waitFor([&] { return isSettled; }));
     EXPECT_TRUE(group.conversions()[0]->isFinished()) << "nothing is waited for";
@@ -136,11 +137,11 @@ TEST_F(TalkativeOwnerTest, SeveralTargetsTogetherHoldNoMoreThanTheBound) {
     owner_->offer("UTF8_STRING", text("kept"));
     targets.append(peer_->atom("UTF8_STRING"));
     const TransferBounds bounds{16 * mebibyte, 24 * mebibyte};
-    ConversionGroup group(*services_->connection, peer_->atom("CLIPBOARD"), TransferBudget(),
-                          bounds);
+    ParallelConversions group(*services_->connection, peer_->atom("CLIPBOARD"), TransferBudget(),
+                              bounds);
     bool isSettled = false;
     qsizetype most = 0;
-    QObject::connect(&group, &ConversionGroup::settled, [&] { isSettled = true; });
+    QObject::connect(&group, &ParallelConversions::settled, [&] { isSettled = true; });
     group.request(targets, now());
     for (const auto &each : group.conversions()) {
         QObject::connect(each.get(), &SelectionConversion::advanced, [&] {
@@ -304,7 +305,7 @@ TEST_F(TalkativeOwnerTest, LargeContentsAreNotHeldTwice) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

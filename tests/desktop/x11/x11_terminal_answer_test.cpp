@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -182,7 +182,7 @@ TEST_F(TerminalAnswerTest, IsNotPastedIntoATerminalThatIsStopped) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

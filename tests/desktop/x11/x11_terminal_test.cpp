@@ -2,7 +2,7 @@
 #include "desktop/x11/TerminalFixture.h"
 #include "desktop/x11/TestRequestor.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -78,7 +78,7 @@ TEST_F(TerminalTest, ReadsTheSelectionOfTheTerminalAlone) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

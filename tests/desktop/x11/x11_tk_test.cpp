@@ -1,11 +1,11 @@
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/TkWindows.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/windows/TkWindows.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
-namespace quillmender {
+namespace quillmender::x11 {
 namespace {
 
 class TkTest : public X11Test {
@@ -37,7 +37,7 @@ TEST(TkMaskTest, IsOneSignOverAndOver) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::x11
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);
 }

@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -86,7 +86,7 @@ TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

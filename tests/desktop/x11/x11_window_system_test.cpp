@@ -1,13 +1,13 @@
 #include "desktop/x11/XServerProcess.h"
 #include "platform/linux/WindowSystemServices.h"
-#include "platform/none/NoneHotKeys.h"
 #include "platform/none/NoneChords.h"
+#include "platform/none/NoneHotKeys.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <gmock/gmock.h>
 
-namespace quillmender {
+namespace quillmender::x11 {
 namespace {
 
 using testing::ElementsAre;
@@ -50,8 +50,8 @@ WindowSystemServices choose(const char *toolkitPlatform, const QByteArray &displ
 }
 
 void expectComplete(const WindowSystemServices &services) {
-    EXPECT_TRUE(services.workspace && services.pasteboard && services.chords &&
-                services.hotKeys && services.ownWindows && services.frontmost);
+    EXPECT_TRUE(services.workspace && services.pasteboard && services.chords && services.hotKeys &&
+                services.ownWindows && services.frontmost);
     for (const Capability capability : everything)
         EXPECT_NE(services.backends.contains(capability), services.missing.contains(capability))
             << int(capability);
@@ -125,7 +125,7 @@ TEST(WindowSystemTest, EachCapabilityHasItsLineInTheLog) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     testing::InitGoogleMock(&argc, argv);

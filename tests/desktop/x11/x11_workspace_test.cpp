@@ -1,13 +1,13 @@
 #include "desktop/x11/KeyTyper.h"
 #include "desktop/x11/TestWindow.h"
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/ClientIdentity.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/windows/WindowOwnership.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 namespace {
 
@@ -46,8 +46,8 @@ class WorkspaceTest : public X11Test {
     }
 
     xcb_window_t parentOf(xcb_window_t window) {
-        const auto tree = adoptXcb(
-            xcb_query_tree_reply(peer_->xcb(), xcb_query_tree(peer_->xcb(), window), nullptr));
+        const auto tree =
+            replyTo(peer_->xcb(), xcb_query_tree_reply, xcb_query_tree(peer_->xcb(), window));
         return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
     }
 
@@ -156,8 +156,8 @@ TEST_F(WorkspaceTest, FallsBackToTheFocusWithoutWindowManager) {
     const QProcess &xterm = startXterm(QStringLiteral("alone"));
     xcb_window_t window = XCB_WINDOW_NONE;
     const auto isMapped = [&] {
-        const auto tree = adoptXcb(xcb_query_tree_reply(
-            peer_->xcb(), xcb_query_tree(peer_->xcb(), peer_->root()), nullptr));
+        const auto tree = replyTo(peer_->xcb(), xcb_query_tree_reply,
+                                  xcb_query_tree(peer_->xcb(), peer_->root()));
         const xcb_window_t *const children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
             if (services_->activeWindow->isViewable(children[i]))
@@ -231,7 +231,7 @@ TEST(TerminalCatalogTest, FindsInstalledTerminalsByTheirDesktopFiles) {
 
 } // namespace
 
-} // namespace quillmender
+} // namespace quillmender::x11
 
 int main(int argc, char **argv) {
     return quillmender::runX11Tests(argc, argv);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 TEST(BusProbeTest, AddressGivesTheSocket) {
@@ -26,4 +26,4 @@ TEST(BusProbeTest, NobodyThereIsNoBus) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 struct Case {
@@ -124,4 +124,4 @@ TEST(EqualWordsTest, AreOneOfThemSideBySide) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 ObjectRef object(int service, int path) {
@@ -38,4 +38,4 @@ TEST(FocusMemoryTest, OldOnesAreForgotten) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

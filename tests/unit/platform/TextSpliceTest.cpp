@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 struct Case {
@@ -46,4 +46,4 @@ INSTANTIATE_TEST_SUITE_P(
                          text(u"\U0001FA00")}));
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 namespace {
 
 const QString rocket = QStringLiteral("\U0001F680");
@@ -119,4 +119,4 @@ TEST(TextUnitsTest, SelectionMayHideBehindAPairThatCanBeReached) {
 }
 
 } // namespace
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,7 +2,7 @@
 
 #include "platform/Workspace.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// An application that only the accessibility bus knows to be in front.
 class AccessibleApplication : public RunningApplication {
@@ -19,4 +19,4 @@ class AccessibleApplication : public RunningApplication {
     qint64 processId_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/AtspiAccess.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 constexpr int patienceMs = 250;
@@ -14,4 +14,4 @@ void AtspiAccess::request() {
     bus_.enable(QDeadlineTimer(patienceMs));
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 #include "platform/AccessibilityAccess.h"
 #include "platform/linux/atspi/AtspiBus.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Granted means that the desktop's accessibility is switched on (`org.a11y.Status`) and the
 /// accessibility bus answers. To request it is to switch it on.
@@ -19,4 +19,4 @@ class AtspiAccess : public AccessibilityAccess {
     AtspiBus &bus_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -116,23 +116,23 @@ void AtspiBus::enable(QDeadlineTimer deadline) const {
     ask(session_, order, deadline);
 }
 
-Call AtspiBus::call(const BudgetRef &budget, const ObjectRef &object, const char *interface,
-                    const char *member, const QVariantList &arguments,
-                    std::chrono::milliseconds allowance) {
+PendingCall AtspiBus::call(const CallBudgetRef &budget, const ObjectRef &object,
+                           const char *interface, const char *member, const QVariantList &arguments,
+                           std::chrono::milliseconds allowance) {
     const int timeout = int(budget->nextCall(allowance).count());
     if (timeout == 0 || budget->isSilent(object.service) || !connection_.isConnected()) {
         const QDBusError error(QDBusError::Disconnected, QStringLiteral("not asked"));
-        return Call(QDBusPendingCall::fromError(error), budget, object.service);
+        return PendingCall(QDBusPendingCall::fromError(error), budget, object.service);
     }
     QDBusMessage message = QDBusMessage::createMethodCall(
         object.service, object.path, QLatin1String(interface), QLatin1String(member));
     message.setArguments(arguments);
-    message.setAutoStartService(object.service == QLatin1String(atspi::registry));
-    return Call(connection_.asyncCall(message, timeout), budget, object.service);
+    message.setAutoStartService(object.service == QLatin1String(protocol::registry));
+    return PendingCall(connection_.asyncCall(message, timeout), budget, object.service);
 }
 
-Call AtspiBus::property(const BudgetRef &budget, const ObjectRef &object, const char *interface,
-                        const char *name) {
+PendingCall AtspiBus::property(const CallBudgetRef &budget, const ObjectRef &object,
+                               const char *interface, const char *name) {
     return call(budget, object, "org.freedesktop.DBus.Properties", "Get",
                 {QString::fromLatin1(interface), QString::fromLatin1(name)});
 }
@@ -142,8 +142,8 @@ void AtspiBus::post(const ObjectRef &object, const char *interface, const char *
     QDBusMessage message = QDBusMessage::createMethodCall(
         object.service, object.path, QLatin1String(interface), QLatin1String(member));
     message.setArguments(arguments);
-    message.setAutoStartService(object.service == QLatin1String(atspi::registry));
+    message.setAutoStartService(object.service == QLatin1String(protocol::registry));
     connection_.send(message);
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "platform/linux/atspi/AtspiTypes.h"
-#include "platform/linux/atspi/Call.h"
+#include "platform/linux/atspi/PendingCall.h"
 
 #include <QDBusConnection>
 #include <QDeadlineTimer>
 #include <QObject>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Our own connection to the accessibility bus, made when the bus is there, made again when the
 /// bus has been started again.
@@ -29,11 +29,11 @@ class AtspiBus : public QObject {
     /// For the subscription of signals.
     QDBusConnection connection() const { return connection_; }
 
-    Call call(const BudgetRef &budget, const ObjectRef &object, const char *interface,
-              const char *member, const QVariantList &arguments = {},
-              std::chrono::milliseconds allowance = {});
-    Call property(const BudgetRef &budget, const ObjectRef &object, const char *interface,
-                  const char *name);
+    PendingCall call(const CallBudgetRef &budget, const ObjectRef &object, const char *interface,
+                     const char *member, const QVariantList &arguments = {},
+                     std::chrono::milliseconds allowance = {});
+    PendingCall property(const CallBudgetRef &budget, const ObjectRef &object,
+                         const char *interface, const char *name);
 
     /// Sends without asking for an answer: some toolkits act and never reply.
     void post(const ObjectRef &object, const char *interface, const char *member,
@@ -56,4 +56,4 @@ class AtspiBus : public QObject {
     QString name_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

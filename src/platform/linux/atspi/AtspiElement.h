@@ -1,25 +1,25 @@
 #pragma once
 
 #include "platform/FocusedText.h"
-#include "platform/linux/atspi/Applications.h"
+#include "platform/linux/atspi/BusApplications.h"
 #include "platform/linux/atspi/TextUnits.h"
 #include "platform/linux/atspi/TreeWalk.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// An element that was found in some application.
 class FoundElement : public FocusedElement {
   public:
-    explicit FoundElement(BudgetRef captureBudget) : budget(std::move(captureBudget)) {}
+    explicit FoundElement(CallBudgetRef captureBudget) : budget(std::move(captureBudget)) {}
 
-    const BudgetRef budget;
+    const CallBudgetRef budget;
 };
 
 /// The focused element of a terminal: its text is a screen, never a value. Not necessarily on the
 /// accessibility bus.
 class TerminalElement : public FoundElement {
   public:
-    TerminalElement(ObjectRef terminal, BudgetRef captureBudget)
+    TerminalElement(ObjectRef terminal, CallBudgetRef captureBudget)
         : FoundElement(std::move(captureBudget)),
           object(std::move(terminal)) {}
 
@@ -37,14 +37,14 @@ struct ReadMemory {
 /// An object with text on the accessibility bus.
 class TextElement : public FoundElement {
   public:
-    TextElement(Traits elementTraits, Toolkit elementToolkit, BudgetRef captureBudget)
+    TextElement(ElementTraits elementTraits, Toolkit elementToolkit, CallBudgetRef captureBudget)
         : FoundElement(std::move(captureBudget)),
           traits(std::move(elementTraits)),
           toolkit(elementToolkit) {}
 
-    bool isPassword() const { return traits.role == atspi_role::passwordText; }
+    bool isPassword() const { return traits.role == roles::passwordText; }
 
-    const Traits traits;
+    const ElementTraits traits;
     const Toolkit toolkit;
     mutable ReadMemory memory;
 
@@ -54,4 +54,4 @@ class TextElement : public FoundElement {
 
 using TextElementRef = std::shared_ptr<const TextElement>;
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,9 +3,9 @@
 #include "platform/linux/FocusRecord.h"
 #include "platform/linux/atspi/AccessibleApplication.h"
 #include "platform/linux/atspi/EditedText.h"
-#include "platform/linux/atspi/RegistryDetour.h"
+#include "platform/linux/atspi/RegistryRelay.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -31,15 +31,15 @@ AtspiFocusedText::AtspiFocusedText(FrontmostSource &frontmost, AtspiBus &bus)
       bus_(bus) {}
 
 QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef application) {
-    const auto budget = std::make_shared<Budget>();
-    const Budget::Use use(budget);
+    const auto budget = std::make_shared<CallBudget>();
+    const CallBudget::Use use(budget);
     const RunningApplicationRef front = frontmost_.application();
     if (application && !isSame(application, front))
         co_return readingElsewhere(application);
 
     const bool inTerminal = frontmost_.isTerminal();
     const qint64 process = front ? front->processId() : 0;
-    std::optional<Traits> found;
+    std::optional<ElementTraits> found;
     if (bus_.isConnected())
         found = co_await finder_.find(process, budget);
     // What has the focus now may be in another window than what had it then.
@@ -60,16 +60,16 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
         reading->application = std::make_shared<const AccessibleApplication>(owner);
     }
 
-    const bool isEntryOfTerminal = found && inTerminal && found->role != atspi_role::terminal &&
-                                   found->states.has(State::editable);
-    if ((inTerminal && !isEntryOfTerminal) || (found && found->role == atspi_role::terminal)) {
+    const bool isEntryOfTerminal =
+        found && inTerminal && found->role != roles::terminal && found->states.has(State::editable);
+    if ((inTerminal && !isEntryOfTerminal) || (found && found->role == roles::terminal)) {
         context->role = FocusRecord::Role::terminal;
         co_await readTerminal(reading, found, budget);
         co_return *reading;
     }
     const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
     if (toolkit == Toolkit::qt)
-        context->detour = std::make_shared<RegistryDetour>(bus_, service);
+        context->detour = std::make_shared<RegistryRelay>(bus_, service);
     if (!found)
         co_return *reading;
 
@@ -81,8 +81,8 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     co_return *reading;
 }
 
-QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<Traits> found,
-                                             BudgetRef budget) {
+QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<ElementTraits> found,
+                                             CallBudgetRef budget) {
     const ObjectRef object = found ? found->object : ObjectRef();
     reading->element = std::make_shared<const TerminalElement>(object, budget);
     // Konsole counts its selection in columns of full lines and tells a text without them: what it
@@ -112,7 +112,7 @@ QCoro::Task<std::optional<TextRange>> AtspiFocusedText::selectedRange(FocusedEle
     const auto text = std::dynamic_pointer_cast<const TextElement>(element);
     if (!text || text->isPassword())
         co_return std::nullopt;
-    const Budget::Use use(text->budget);
+    const CallBudget::Use use(text->budget);
     const std::optional<TextRange> range = co_await reader_.selectedRange(text);
     if (range)
         text->captured = text->memory.value->text;
@@ -124,7 +124,7 @@ QCoro::Task<Replacement> AtspiFocusedText::replace(FocusedElementRef element, Te
     const auto own = std::dynamic_pointer_cast<const TextElement>(element);
     if (!own || own->isPassword())
         co_return Replacement{Replacement::Outcome::refused, QStringLiteral("not a text to edit")};
-    const Budget::Use use(own->budget);
+    const CallBudget::Use use(own->budget);
     own->budget->renew();
     const TextWriter::Result written = co_await writer_.replace(own, range, text);
     if (written.replacement.outcome == Replacement::Outcome::done && own->memory.value) {
@@ -138,8 +138,8 @@ QCoro::Task<PasteTarget> AtspiFocusedText::select(FocusedElementRef element, Tex
     const auto own = std::dynamic_pointer_cast<const TextElement>(element);
     if (!own || own->isPassword())
         co_return PasteTarget::unknown;
-    const Budget::Use use(own->budget);
-    own->budget->beginWait(Budget::pastePatience);
+    const CallBudget::Use use(own->budget);
+    own->budget->beginWait(CallBudget::pastePatience);
     const std::optional<DecodedText> shown = co_await reader_.wholeText(own);
     if (!shown)
         co_return PasteTarget::unknown;
@@ -149,7 +149,7 @@ QCoro::Task<PasteTarget> AtspiFocusedText::select(FocusedElementRef element, Tex
         const bool fits = range.location + range.length <= shown->text.size();
         co_return fits ? PasteTarget::another : PasteTarget::gone;
     }
-    co_return co_await selector_.select(own, *shown, *now, Budget::pastePatience);
+    co_return co_await selector_.select(own, *shown, *now, CallBudget::pastePatience);
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -8,7 +8,7 @@
 #include "platform/linux/atspi/TextSelector.h"
 #include "platform/linux/atspi/TextWriter.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// The focused text through AT-SPI2. Follows the focus from the moment it is made.
 ///
@@ -29,12 +29,13 @@ class AtspiFocusedText : public FocusedText {
   private:
     using Reading = std::shared_ptr<FocusReading>;
 
-    QCoro::Task<> readTerminal(Reading reading, std::optional<Traits> found, BudgetRef budget);
+    QCoro::Task<> readTerminal(Reading reading, std::optional<ElementTraits> found,
+                               CallBudgetRef budget);
     QCoro::Task<> readText(Reading reading, TextElementRef element);
 
     FrontmostSource &frontmost_;
     AtspiBus &bus_;
-    Applications applications_{bus_};
+    BusApplications applications_{bus_};
     FocusMemory memory_;
     FocusEvents events_{bus_, applications_, memory_};
     FocusFinder finder_{bus_, applications_, memory_};
@@ -43,4 +44,4 @@ class AtspiFocusedText : public FocusedText {
     TextWriter writer_{bus_, reader_};
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

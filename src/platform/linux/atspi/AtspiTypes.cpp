@@ -2,7 +2,7 @@
 
 #include <QDBusMetaType>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 bool ObjectRef::isNull() const {
     return service.isEmpty() || path.isEmpty() ||
@@ -65,4 +65,4 @@ void registerAtspiTypes() {
     Q_UNUSED(once)
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Where an accessible object lives: the unique name of its application's connection and its path.
 struct ObjectRef {
@@ -20,7 +20,7 @@ struct ObjectRef {
 };
 
 /// Values of the protocol's Role enumeration that matter here.
-namespace atspi_role {
+namespace roles {
 inline constexpr uint unknown = 67;
 inline constexpr uint filler = 20;
 inline constexpr uint frame = 23;
@@ -30,7 +30,7 @@ inline constexpr uint scrollPane = 49;
 inline constexpr uint terminal = 60;
 inline constexpr uint viewport = 68;
 inline constexpr uint window = 69;
-} // namespace atspi_role
+} // namespace roles
 
 /// Bit numbers of the protocol's StateType enumeration.
 enum class State {
@@ -68,7 +68,7 @@ struct MatchRule {
     bool invert = false;
 };
 
-namespace atspi {
+namespace protocol {
 inline constexpr auto accessible = "org.a11y.atspi.Accessible";
 inline constexpr auto application = "org.a11y.atspi.Application";
 inline constexpr auto collection = "org.a11y.atspi.Collection";
@@ -78,7 +78,7 @@ inline constexpr auto registry = "org.a11y.atspi.Registry";
 inline constexpr auto rootPath = "/org/a11y/atspi/accessible/root";
 inline constexpr auto deviceEventController = "org.a11y.atspi.DeviceEventController";
 inline constexpr auto deviceEventControllerPath = "/org/a11y/atspi/registry/deviceeventcontroller";
-} // namespace atspi
+} // namespace protocol
 
 QDBusArgument &operator<<(QDBusArgument &argument, const ObjectRef &object);
 const QDBusArgument &operator>>(const QDBusArgument &argument, ObjectRef &object);
@@ -88,7 +88,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, MatchRule &rule);
 /// Makes the types above known to Qt's D-Bus marshaller. Once per process is enough.
 void registerAtspiTypes();
 
-} // namespace quillmender
+} // namespace quillmender::atspi
 
-Q_DECLARE_METATYPE(quillmender::ObjectRef)
-Q_DECLARE_METATYPE(quillmender::MatchRule)
+Q_DECLARE_METATYPE(quillmender::atspi::ObjectRef)
+Q_DECLARE_METATYPE(quillmender::atspi::MatchRule)

@@ -13,7 +13,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -76,4 +76,4 @@ bool busAuthenticates(const QString &address, QDeadlineTimer deadline) {
     return recv(descriptor, answer, 2, 0) == 2 && std::strcmp(answer, "OK") == 0;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

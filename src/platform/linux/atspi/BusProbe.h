@@ -3,7 +3,7 @@
 #include <QDeadlineTimer>
 #include <QString>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Whether a message bus behind this D-Bus address authenticates us before the deadline. Qt's own
 /// connection waits without limit for a bus that accepts and then says nothing, and every other
@@ -14,4 +14,4 @@ bool busAuthenticates(const QString &address, QDeadlineTimer deadline);
 /// abstract name begins with NUL); empty when there is none.
 QByteArray unixSocketName(const QString &address);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/Decoding.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -61,4 +61,4 @@ ObjectRef decodeRelation(const QVariant &value, uint relation) {
     return found;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// The compound value of an answer, at its start. Absent when its D-Bus signature is another: Qt
 /// takes a compound value apart as it is told to, and ends the program where it cannot.
@@ -23,4 +23,4 @@ StateSet decodeStates(const QVariant &value);
 /// is none and for a value of another type.
 ObjectRef decodeRelation(const QVariant &value, uint relation);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/EditedText.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 // What stands before or behind an edit is looked at, not the edit: of a letter that was typed
 // beside an equal one nobody can tell which of the two is new.
@@ -19,4 +19,4 @@ std::optional<TextRange> rangeAfterEdit(const QString &before, const QString &af
     return std::nullopt;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

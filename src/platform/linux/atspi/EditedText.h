@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Where the text that stood in `range` of `before` stands in `after`, when what was edited in
 /// between lies wholly before or behind it. Absent when it was edited itself, or is gone: then
@@ -14,4 +14,4 @@ namespace quillmender {
 std::optional<TextRange> rangeAfterEdit(const QString &before, const QString &after,
                                         TextRange range);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -2,9 +2,9 @@
 
 #include <QDBusPendingCallWatcher>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
-FocusEvents::FocusEvents(AtspiBus &bus, Applications &applications, FocusMemory &memory)
+FocusEvents::FocusEvents(AtspiBus &bus, BusApplications &applications, FocusMemory &memory)
     : bus_(bus),
       applications_(applications),
       memory_(memory) {
@@ -25,16 +25,16 @@ void FocusEvents::subscribe() {
     const QString noOwner = QStringLiteral("");
     connection.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
                        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
-                       {QLatin1String(atspi::registry), QString(), noOwner}, QString(), this,
+                       {QLatin1String(protocol::registry), QString(), noOwner}, QString(), this,
                        SLOT(registerEvents()));
     registerEvents();
 }
 
 void FocusEvents::registerEvents() {
-    const ObjectRef registry{QLatin1String(atspi::registry),
+    const ObjectRef registry{QLatin1String(protocol::registry),
                              QStringLiteral("/org/a11y/atspi/registry")};
     for (const auto event : {"object:state-changed:focused", "window:activate"})
-        bus_.post(registry, atspi::registry, "RegisterEvent", {QString::fromLatin1(event)});
+        bus_.post(registry, protocol::registry, "RegisterEvent", {QString::fromLatin1(event)});
 }
 
 void FocusEvents::focusGained(const QDBusMessage &event) {
@@ -55,8 +55,8 @@ void FocusEvents::windowActivated(const QDBusMessage &event) {
                 const Toolkit toolkit =
                     applications_.learnToolkit(frame.service, finished->reply().arguments());
                 if (toolkit == Toolkit::chromium)
-                    bus_.post(frame, atspi::accessible, "GetAttributes", {});
+                    bus_.post(frame, protocol::accessible, "GetAttributes", {});
             });
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

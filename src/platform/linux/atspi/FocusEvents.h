@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/linux/atspi/Applications.h"
+#include "platform/linux/atspi/BusApplications.h"
 #include "platform/linux/atspi/FocusMemory.h"
 
 #include <QDBusMessage>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Follows two events only, a gained focus and an activated window: the bus filters them, so that
 /// typing anywhere wakes neither us nor makes applications send more.
@@ -13,7 +13,7 @@ class FocusEvents : public QObject {
     Q_OBJECT
 
   public:
-    FocusEvents(AtspiBus &bus, Applications &applications, FocusMemory &memory);
+    FocusEvents(AtspiBus &bus, BusApplications &applications, FocusMemory &memory);
 
   private Q_SLOTS:
     void subscribe();
@@ -23,8 +23,8 @@ class FocusEvents : public QObject {
 
   private:
     AtspiBus &bus_;
-    Applications &applications_;
+    BusApplications &applications_;
     FocusMemory &memory_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -15,13 +15,13 @@ constexpr int maximumFrames = 500;
 /// Roles of objects that claim the focus on behalf of what they contain.
 bool isContainer(uint role) {
     switch (role) {
-    case atspi_role::filler:
-    case atspi_role::frame:
-    case atspi_role::panel:
-    case atspi_role::scrollPane:
-    case atspi_role::unknown:
-    case atspi_role::viewport:
-    case atspi_role::window:
+    case roles::filler:
+    case roles::frame:
+    case roles::panel:
+    case roles::scrollPane:
+    case roles::unknown:
+    case roles::viewport:
+    case roles::window:
         return true;
     default:
         return false;
@@ -30,14 +30,14 @@ bool isContainer(uint role) {
 
 } // namespace
 
-QCoro::Task<std::optional<Traits>> FocusFinder::find(qint64 process, BudgetRef budget) {
+QCoro::Task<std::optional<ElementTraits>> FocusFinder::find(qint64 process, CallBudgetRef budget) {
     if (process == QCoreApplication::applicationPid())
         co_return std::nullopt;
     if (process == 0)
         co_return co_await findInActiveFrame(budget);
 
     const QStringList heardOf = co_await servicesOf(process, memory_.services(), budget);
-    std::optional<Traits> lastHeld;
+    std::optional<ElementTraits> lastHeld;
     for (const QString &service : heardOf) {
         const Recollection recollection = co_await recollect(service, budget);
         if (recollection.focused)
@@ -60,7 +60,7 @@ QCoro::Task<std::optional<Traits>> FocusFinder::find(qint64 process, BudgetRef b
     co_return std::nullopt;
 }
 
-QCoro::Task<QString> FocusFinder::serviceInFront(qint64 process, BudgetRef budget) {
+QCoro::Task<QString> FocusFinder::serviceInFront(qint64 process, CallBudgetRef budget) {
     if (process == QCoreApplication::applicationPid() || !bus_.isConnected())
         co_return QString();
     if (process == 0)
@@ -73,7 +73,7 @@ QCoro::Task<QString> FocusFinder::serviceInFront(qint64 process, BudgetRef budge
     co_return services.value(0);
 }
 
-QCoro::Task<std::optional<Traits>> FocusFinder::findInActiveFrame(BudgetRef budget) {
+QCoro::Task<std::optional<ElementTraits>> FocusFinder::findInActiveFrame(CallBudgetRef budget) {
     const QString service = co_await serviceWithActiveFrame(budget);
     if (service.isEmpty())
         co_return std::nullopt;
@@ -86,25 +86,25 @@ QCoro::Task<std::optional<Traits>> FocusFinder::findInActiveFrame(BudgetRef budg
     co_return found;
 }
 
-QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(BudgetRef budget) {
+QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(CallBudgetRef budget) {
     const QStringList listed = co_await applications_.services(budget);
     // All at once: one that hangs would leave no time for those behind it.
-    std::vector<Call> questions;
+    std::vector<PendingCall> questions;
     for (const QString &service : listed) {
         const qint64 owner = co_await applications_.processOf(service, budget);
         if (owner == QCoreApplication::applicationPid())
             continue;
-        const ObjectRef root{service, QLatin1String(atspi::rootPath)};
-        questions.push_back(bus_.call(budget, root, atspi::accessible, "GetChildren"));
+        const ObjectRef root{service, QLatin1String(protocol::rootPath)};
+        questions.push_back(bus_.call(budget, root, protocol::accessible, "GetChildren"));
     }
     QList<ObjectRef> children;
-    for (const Call &question : questions) {
+    for (const PendingCall &question : questions) {
         const auto answer = co_await question.answer();
         children += decodeObjects(firstValue(answer), maximumFrames);
     }
-    const QList<Traits> frames = co_await examine(bus_, children, budget);
+    const QList<ElementTraits> frames = co_await examine(bus_, children, budget);
     QStringList active;
-    for (const Traits &frame : frames) {
+    for (const ElementTraits &frame : frames) {
         if (frame.states.has(State::active) && !active.contains(frame.object.service))
             active.append(frame.object.service);
     }
@@ -113,7 +113,7 @@ QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(BudgetRef budget) {
 }
 
 QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList candidates,
-                                                 BudgetRef budget) {
+                                                 CallBudgetRef budget) {
     QStringList services;
     for (const QString &service : candidates) {
         const qint64 owner = co_await applications_.processOf(service, budget);
@@ -123,11 +123,12 @@ QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList can
     co_return services;
 }
 
-QCoro::Task<FocusFinder::Recollection> FocusFinder::recollect(QString service, BudgetRef budget) {
+QCoro::Task<FocusFinder::Recollection> FocusFinder::recollect(QString service,
+                                                              CallBudgetRef budget) {
     Recollection recollection;
-    const QList<Traits> remembered = co_await examine(bus_, memory_.latest(service), budget);
+    const QList<ElementTraits> remembered = co_await examine(bus_, memory_.latest(service), budget);
     bool textMayHaveBeenLast = true;
-    for (const Traits &traits : remembered) {
+    for (const ElementTraits &traits : remembered) {
         if (traits.isFocused() && traits.hasText()) {
             recollection.focused = traits;
             co_return recollection;
@@ -142,13 +143,13 @@ QCoro::Task<FocusFinder::Recollection> FocusFinder::recollect(QString service, B
     co_return recollection;
 }
 
-QCoro::Task<std::optional<Traits>>
-FocusFinder::search(QString service, std::optional<Traits> lastHeld, BudgetRef budget) {
-    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+QCoro::Task<std::optional<ElementTraits>>
+FocusFinder::search(QString service, std::optional<ElementTraits> lastHeld, CallBudgetRef budget) {
+    const ObjectRef root{service, QLatin1String(protocol::rootPath)};
     const QList<ObjectRef> frames = co_await childrenOf(bus_, root, budget);
-    const QList<Traits> examined = co_await examine(bus_, frames, budget);
+    const QList<ElementTraits> examined = co_await examine(bus_, frames, budget);
     QList<ObjectRef> active;
-    for (const Traits &frame : examined) {
+    for (const ElementTraits &frame : examined) {
         if (frame.states.has(State::active))
             active.append(frame.object);
     }
@@ -158,12 +159,12 @@ FocusFinder::search(QString service, std::optional<Traits> lastHeld, BudgetRef b
     for (const ObjectRef &frame : active)
         co_await applications_.wake(frame, budget);
     const QList<ObjectRef> matches = co_await matchFocused(bus_, service, budget);
-    const QList<Traits> matched = co_await examine(bus_, matches, budget);
-    for (const Traits &traits : matched) {
+    const QList<ElementTraits> matched = co_await examine(bus_, matches, budget);
+    for (const ElementTraits &traits : matched) {
         if (traits.isFocused() && traits.hasText())
             co_return traits;
     }
     co_return co_await findFocusedBelow(bus_, active.isEmpty() ? frames : active, budget);
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/linux/atspi/Applications.h"
+#include "platform/linux/atspi/BusApplications.h"
 #include "platform/linux/atspi/FocusMemory.h"
 #include "platform/linux/atspi/TreeWalk.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Finds the object with the focus in the frontmost application: what the application said of
 /// late, then what it answers when asked for its focused objects, then a bounded walk. While this
@@ -16,34 +16,35 @@ namespace quillmender {
 class FocusFinder {
   public:
     /// What it finds it adds to the memory.
-    FocusFinder(AtspiBus &bus, Applications &applications, FocusMemory &memory)
+    FocusFinder(AtspiBus &bus, BusApplications &applications, FocusMemory &memory)
         : bus_(bus),
           applications_(applications),
           memory_(memory) {}
 
     /// An object with text, a password field among them; nothing when there is none.
-    QCoro::Task<std::optional<Traits>> find(qint64 process, BudgetRef budget);
+    QCoro::Task<std::optional<ElementTraits>> find(qint64 process, CallBudgetRef budget);
 
     /// The frontmost application's name on the bus; empty when it is not there.
-    QCoro::Task<QString> serviceInFront(qint64 process, BudgetRef budget);
+    QCoro::Task<QString> serviceInFront(qint64 process, CallBudgetRef budget);
 
   private:
     struct Recollection {
-        std::optional<Traits> focused;  ///< has the focus now, and text
-        std::optional<Traits> lastHeld; ///< had it last, and text
-        bool focusIsElsewhere = false;  ///< something without text has it now
+        std::optional<ElementTraits> focused;  ///< has the focus now, and text
+        std::optional<ElementTraits> lastHeld; ///< had it last, and text
+        bool focusIsElsewhere = false;         ///< something without text has it now
     };
 
-    QCoro::Task<std::optional<Traits>> findInActiveFrame(BudgetRef budget);
-    QCoro::Task<QString> serviceWithActiveFrame(BudgetRef budget);
-    QCoro::Task<QStringList> servicesOf(qint64 process, QStringList candidates, BudgetRef budget);
-    QCoro::Task<Recollection> recollect(QString service, BudgetRef budget);
-    QCoro::Task<std::optional<Traits>> search(QString service, std::optional<Traits> lastHeld,
-                                              BudgetRef budget);
+    QCoro::Task<std::optional<ElementTraits>> findInActiveFrame(CallBudgetRef budget);
+    QCoro::Task<QString> serviceWithActiveFrame(CallBudgetRef budget);
+    QCoro::Task<QStringList> servicesOf(qint64 process, QStringList candidates,
+                                        CallBudgetRef budget);
+    QCoro::Task<Recollection> recollect(QString service, CallBudgetRef budget);
+    QCoro::Task<std::optional<ElementTraits>>
+    search(QString service, std::optional<ElementTraits> lastHeld, CallBudgetRef budget);
 
     AtspiBus &bus_;
-    Applications &applications_;
+    BusApplications &applications_;
     FocusMemory &memory_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/FocusMemory.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 void FocusMemory::remember(const ObjectRef &object) {
     QList<ObjectRef> &objects = latest_[object.service];
@@ -20,4 +20,4 @@ void FocusMemory::clear() {
     services_.clear();
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -5,7 +5,7 @@
 #include <QHash>
 #include <QStringList>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Which objects said of late that they have the focus. Bounded: a handful per application, the
 /// applications heard of last.
@@ -28,4 +28,4 @@ class FocusMemory {
     static constexpr int maximumServices = 64;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

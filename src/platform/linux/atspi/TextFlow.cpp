@@ -2,7 +2,7 @@
 
 #include "platform/linux/atspi/Decoding.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -15,22 +15,25 @@ constexpr int mostEmptyParagraphs = 20;
 
 } // namespace
 
-QCoro::Task<bool> TextFlow::isSelectedBeside(ObjectRef paragraph, BudgetRef budget) {
-    const bool isBefore = co_await isSelectedTowards(flowsFrom, paragraph, budget);
+QCoro::Task<bool> TextFlow::selectionGoesOn(ObjectRef paragraph, CallBudgetRef budget) {
+    const bool isBefore = co_await selectionGoesOnTowards(flowsFrom, paragraph, budget);
     if (isBefore)
         co_return true;
-    co_return co_await isSelectedTowards(flowsTo, paragraph, budget);
+    co_return co_await selectionGoesOnTowards(flowsTo, paragraph, budget);
 }
 
-QCoro::Task<bool> TextFlow::isSelectedTowards(uint relation, ObjectRef paragraph,
-                                              BudgetRef budget) {
+QCoro::Task<bool> TextFlow::selectionGoesOnTowards(uint relation, ObjectRef paragraph,
+                                                   CallBudgetRef budget) {
     for (int passed = 0; passed < mostEmptyParagraphs; ++passed) {
         paragraph = co_await neighbour(relation, paragraph, budget);
         if (paragraph.isNull())
             co_return false;
-        const Call lengthCall = bus_.property(budget, paragraph, atspi::text, "CharacterCount");
-        const Call countCall = bus_.call(budget, paragraph, atspi::text, "GetNSelections");
-        const Call selectionCall = bus_.call(budget, paragraph, atspi::text, "GetSelection", {0});
+        const PendingCall lengthCall =
+            bus_.property(budget, paragraph, protocol::text, "CharacterCount");
+        const PendingCall countCall =
+            bus_.call(budget, paragraph, protocol::text, "GetNSelections");
+        const PendingCall selectionCall =
+            bus_.call(budget, paragraph, protocol::text, "GetSelection", {0});
         const auto length = co_await lengthCall.answer();
         const auto count = co_await countCall.answer();
         const auto selection = co_await selectionCall.answer();
@@ -42,10 +45,11 @@ QCoro::Task<bool> TextFlow::isSelectedTowards(uint relation, ObjectRef paragraph
     co_return false;
 }
 
-QCoro::Task<ObjectRef> TextFlow::neighbour(uint relation, ObjectRef paragraph, BudgetRef budget) {
-    const Call call = bus_.call(budget, paragraph, atspi::accessible, "GetRelationSet");
+QCoro::Task<ObjectRef> TextFlow::neighbour(uint relation, ObjectRef paragraph,
+                                           CallBudgetRef budget) {
+    const PendingCall call = bus_.call(budget, paragraph, protocol::accessible, "GetRelationSet");
     const auto answer = co_await call.answer();
     co_return decodeRelation(firstValue(answer), relation);
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
-QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, BudgetRef budget) {
-    const Call countCall = bus_.call(budget, object, atspi::text, "GetNSelections");
-    const Call selectionCall = bus_.call(budget, object, atspi::text, "GetSelection", {0});
-    const Call caretCall = bus_.property(budget, object, atspi::text, "CaretOffset");
+QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, CallBudgetRef budget) {
+    const PendingCall countCall = bus_.call(budget, object, protocol::text, "GetNSelections");
+    const PendingCall selectionCall =
+        bus_.call(budget, object, protocol::text, "GetSelection", {0});
+    const PendingCall caretCall = bus_.property(budget, object, protocol::text, "CaretOffset");
     const auto countAnswer = co_await countCall.answer();
     const auto selectionAnswer = co_await selectionCall.answer();
     const auto caretAnswer = co_await caretCall.answer();
@@ -37,8 +38,7 @@ QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, Budge
 QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef element) {
     Selection reported = co_await selection(element->traits.object, element->budget);
     if (element->toolkit == Toolkit::libreOffice && reported.answered) {
-        const bool goesOn =
-            co_await flow_.isSelectedBeside(element->traits.object, element->budget);
+        const bool goesOn = co_await flow_.selectionGoesOn(element->traits.object, element->budget);
         if (goesOn)
             reported.kind = Selection::Kind::unreadable;
     }
@@ -62,17 +62,17 @@ QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef elem
 }
 
 QCoro::Task<std::optional<int>> TextReader::characterCount(TextElementRef element) {
-    const Call call =
-        bus_.property(element->budget, element->traits.object, atspi::text, "CharacterCount");
+    const PendingCall call =
+        bus_.property(element->budget, element->traits.object, protocol::text, "CharacterCount");
     const auto answer = co_await call.answer();
     co_return intValue(answer);
 }
 
 QCoro::Task<QVariant> TextReader::between(TextElementRef element, OffsetPair offsets,
                                           qint64 characters) {
-    const Call call =
-        bus_.call(element->budget, element->traits.object, atspi::text, "GetText",
-                  {int(offsets.start), int(offsets.end)}, Budget::transferAllowance(characters));
+    const PendingCall call = bus_.call(element->budget, element->traits.object, protocol::text,
+                                       "GetText", {int(offsets.start), int(offsets.end)},
+                                       CallBudget::transferAllowance(characters));
     const auto answer = co_await call.answer();
     co_return firstValue(answer);
 }
@@ -151,15 +151,15 @@ QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef e
     co_return std::make_optional(range);
 }
 
-QCoro::Task<QString> TextReader::plainSelection(ObjectRef object, BudgetRef budget) {
+QCoro::Task<QString> TextReader::plainSelection(ObjectRef object, CallBudgetRef budget) {
     const Selection found = co_await selection(object, budget);
     if (found.kind != Selection::Kind::present)
         co_return QString();
-    const Call call = bus_.call(budget, object, atspi::text, "GetText",
-                                {int(found.offsets.start), int(found.offsets.end)},
-                                Budget::transferAllowance(found.offsets.end));
+    const PendingCall call = bus_.call(budget, object, protocol::text, "GetText",
+                                       {int(found.offsets.start), int(found.offsets.end)},
+                                       CallBudget::transferAllowance(found.offsets.end));
     const auto answer = co_await call.answer();
     co_return firstValue(answer).toString();
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 #include "platform/linux/atspi/AtspiElement.h"
 #include "platform/linux/atspi/TextFlow.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Reads text, selection and range of one object with the Text interface.
 class TextReader {
@@ -31,7 +31,7 @@ class TextReader {
     QCoro::Task<std::optional<TextRange>> selectedRange(TextElementRef element);
 
     /// The selected text of an object whose offsets mean nothing to others.
-    QCoro::Task<QString> plainSelection(ObjectRef object, BudgetRef budget);
+    QCoro::Task<QString> plainSelection(ObjectRef object, CallBudgetRef budget);
 
     /// The whole text and the unit of its offsets, kept in the element's memory too.
     QCoro::Task<std::optional<DecodedText>> wholeText(TextElementRef element);
@@ -46,7 +46,7 @@ class TextReader {
     QCoro::Task<Selection> trueSelection(TextElementRef element);
 
   private:
-    QCoro::Task<Selection> selection(ObjectRef object, BudgetRef budget);
+    QCoro::Task<Selection> selection(ObjectRef object, CallBudgetRef budget);
     QCoro::Task<QVariant> between(TextElementRef element, OffsetPair offsets, qint64 characters);
 
     AtspiBus &bus_;
@@ -56,4 +56,4 @@ class TextReader {
 /// Stands in a text for an object that is not text.
 inline constexpr char16_t embeddedObject = 0xfffc;
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 #include <QCoroTimer>
 #include <QDeadlineTimer>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 constexpr std::chrono::milliseconds betweenLooks(15);
@@ -29,18 +29,19 @@ QCoro::Task<PasteTarget> TextSelector::select(TextElementRef element, DecodedTex
         co_return PasteTarget::selected;
 
     const ObjectRef &object = element->traits.object;
-    const Call countCall = bus_.call(element->budget, object, atspi::text, "GetNSelections");
+    const PendingCall countCall =
+        bus_.call(element->budget, object, protocol::text, "GetNSelections");
     const auto count = co_await countCall.answer();
     const bool wantsAdding =
         element->toolkit == Toolkit::gtk || element->toolkit == Toolkit::unknown;
     // Sent without waiting for an answer: GTK 4 obeys and never replies. What counts is what can
     // be read afterwards.
     if (range.length == 0)
-        bus_.post(object, atspi::text, "SetCaretOffset", {int(*start)});
+        bus_.post(object, protocol::text, "SetCaretOffset", {int(*start)});
     else if (intValue(count).value_or(0) == 0 && wantsAdding)
-        bus_.post(object, atspi::text, "AddSelection", {int(*start), int(*end)});
+        bus_.post(object, protocol::text, "AddSelection", {int(*start), int(*end)});
     else
-        bus_.post(object, atspi::text, "SetSelection", {0, int(*start), int(*end)});
+        bus_.post(object, protocol::text, "SetSelection", {0, int(*start), int(*end)});
     const QDeadlineTimer deadline(patience);
     TextReader::Selection found = co_await reader_.trueSelection(element);
     while (found.offsets != offsets && !deadline.hasExpired()) {
@@ -52,4 +53,4 @@ QCoro::Task<PasteTarget> TextSelector::select(TextElementRef element, DecodedTex
     co_return found.offsets == offsets ? PasteTarget::selected : PasteTarget::another;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

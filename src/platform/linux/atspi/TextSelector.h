@@ -2,7 +2,7 @@
 
 #include "platform/linux/atspi/TextReader.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Selects a range in an object with the Text interface.
 class TextSelector {
@@ -24,4 +24,4 @@ class TextSelector {
     TextReader &reader_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

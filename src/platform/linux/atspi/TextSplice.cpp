@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 TextSplice computeSplice(const QString &from, const QString &to) {
     const qsizetype shorter = std::min(from.size(), to.size());
@@ -23,4 +23,4 @@ TextSplice computeSplice(const QString &from, const QString &to) {
             to.mid(prefix, to.size() - prefix - suffix)};
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

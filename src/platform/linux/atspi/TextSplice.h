@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// The one change that turns a text into another: everything before and after it stays. Counted
 /// in UTF-16 units, never between the halves of a surrogate pair.
@@ -16,4 +16,4 @@ struct TextSplice {
 
 TextSplice computeSplice(const QString &from, const QString &to);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

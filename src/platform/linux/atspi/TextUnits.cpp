@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -132,4 +132,4 @@ bool mayHideSelection(const QString &text) {
     return false;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

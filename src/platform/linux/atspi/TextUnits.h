@@ -4,7 +4,7 @@
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// What a toolkit's offsets count. Its name does not tell; its count of a text with characters
 /// outside the basic plane does.
@@ -50,4 +50,4 @@ std::optional<OffsetPair> untangledSelection(const QString &text, OffsetPair rep
 /// inside a surrogate pair when it is converted the second time makes the whole disappear.
 bool mayHideSelection(const QString &text);
 
-} // namespace quillmender
+} // namespace quillmender::atspi

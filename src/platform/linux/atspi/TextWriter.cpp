@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr qint64 contextUnits = 64;
 bool canBeWritten(const TextElement &element) {
     // Gecko answers that it did and does not; Chromium has no way to.
     return element.toolkit != Toolkit::gecko && element.toolkit != Toolkit::chromium &&
-           element.traits.interfaces.contains(QLatin1String(atspi::editableText)) &&
+           element.traits.interfaces.contains(QLatin1String(protocol::editableText)) &&
            element.traits.states.has(State::editable) &&
            !element.traits.states.has(State::readOnly) && !element.isPassword();
 }
@@ -40,7 +40,7 @@ int insertLength(Toolkit toolkit, const QString &text) {
 
 /// An application that is well answers two orders in the time of any two calls.
 bool isPrompt(const QElapsedTimer &sinceSent, std::chrono::milliseconds allowance) {
-    return sinceSent.elapsed() <= 2 * (Budget::perCall + allowance).count();
+    return sinceSent.elapsed() <= 2 * (CallBudget::perCall + allowance).count();
 }
 
 /// Of what stands in the range, the part that changes: the rest keeps its history.
@@ -102,7 +102,7 @@ QCoro::Task<Replacement> TextWriter::write(TextElementRef element, DecodedText k
     QString wanted = known.text;
     wanted.replace(splice.start, splice.removed.size(), splice.inserted);
 
-    element->budget->beginWait(Budget::orderPatience);
+    element->budget->beginWait(CallBudget::orderPatience);
     const Reply reply = co_await apply(element, known, splice);
     if (reply == Reply::unsent)
         co_return refused("nothing could be sent");
@@ -160,7 +160,7 @@ QCoro::Task<TextWriter::Reply> TextWriter::apply(TextElementRef element, Decoded
     if (!start || !end)
         co_return Reply::unsent;
     const auto allowance =
-        Budget::transferAllowance(splice.removed.size() + splice.inserted.size());
+        CallBudget::transferAllowance(splice.removed.size() + splice.inserted.size());
     const QVariantList deletion = {int(*start), int(*end)};
     const QVariantList insertion = {int(*start), splice.inserted,
                                     insertLength(element->toolkit, splice.inserted)};
@@ -173,7 +173,7 @@ QCoro::Task<TextWriter::Reply> TextWriter::apply(TextElementRef element, Decoded
             // The order to delete may still be waiting in front of the application. The words
             // that belong in its place must then be waiting behind it.
             if (!splice.inserted.isEmpty())
-                bus_.post(element->traits.object, atspi::editableText, "InsertText", insertion);
+                bus_.post(element->traits.object, protocol::editableText, "InsertText", insertion);
             co_return Reply::none;
         }
         if (deleted == Answer::no)
@@ -191,8 +191,8 @@ QCoro::Task<TextWriter::Answer> TextWriter::order(TextElementRef element, const 
                                                   QVariantList arguments,
                                                   std::chrono::milliseconds allowance) {
     const ObjectRef &object = element->traits.object;
-    const Call call =
-        bus_.call(element->budget, object, atspi::editableText, member, arguments, allowance);
+    const PendingCall call =
+        bus_.call(element->budget, object, protocol::editableText, member, arguments, allowance);
     const auto answer = co_await call.answer();
     if (!answer && element->budget->isSilent(object.service))
         co_return Answer::none;
@@ -251,4 +251,4 @@ QCoro::Task<bool> TextWriter::repair(TextElementRef element, QString wanted) {
     co_return false;
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 #include "platform/linux/atspi/TextReader.h"
 #include "platform/linux/atspi/TextSplice.h"
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 /// Changes the text of an object with the EditableText interface. Replaces the changed middle
 /// only, which keeps the application's undo history. Believes nothing but what it reads back, and
@@ -19,8 +19,8 @@ class TextWriter {
 
     /// Replaces what stands in the range, which counts in the text that was captured, wherever it
     /// stands now. Refused when other words stand there. Orders that are out are awaited for
-    /// `Budget::orderPatience`; uncertain when it is not known after that what the object holds or
-    /// will hold.
+    /// `CallBudget::orderPatience`; uncertain when it is not known after that what the object holds
+    /// or will hold.
     QCoro::Task<Result> replace(TextElementRef element, TextRange range, QString text);
 
   private:
@@ -46,4 +46,4 @@ class TextWriter {
     TextReader &reader_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::atspi

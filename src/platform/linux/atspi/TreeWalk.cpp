@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace quillmender {
+namespace quillmender::atspi {
 
 namespace {
 
@@ -14,32 +14,33 @@ constexpr int maximumChildren = 500;
 constexpr int matchAll = 1;
 
 struct Examination {
-    Call role;
-    Call states;
-    Call interfaces;
+    PendingCall role;
+    PendingCall states;
+    PendingCall interfaces;
 };
 
 } // namespace
 
-bool Traits::hasText() const {
-    return interfaces.contains(QLatin1String(atspi::text));
+bool ElementTraits::hasText() const {
+    return interfaces.contains(QLatin1String(protocol::text));
 }
 
-QCoro::Task<QList<Traits>> examine(AtspiBus &bus, QList<ObjectRef> objects, BudgetRef budget) {
+QCoro::Task<QList<ElementTraits>> examine(AtspiBus &bus, QList<ObjectRef> objects,
+                                          CallBudgetRef budget) {
     std::vector<Examination> calls;
     for (const ObjectRef &object : objects) {
-        calls.push_back({bus.call(budget, object, atspi::accessible, "GetRole"),
-                         bus.call(budget, object, atspi::accessible, "GetState"),
-                         bus.call(budget, object, atspi::accessible, "GetInterfaces")});
+        calls.push_back({bus.call(budget, object, protocol::accessible, "GetRole"),
+                         bus.call(budget, object, protocol::accessible, "GetState"),
+                         bus.call(budget, object, protocol::accessible, "GetInterfaces")});
     }
-    QList<Traits> found;
+    QList<ElementTraits> found;
     for (size_t index = 0; index < calls.size(); ++index) {
-        Traits traits;
+        ElementTraits traits;
         traits.object = objects[qsizetype(index)];
         const auto role = co_await calls[index].role.answer();
         const auto states = co_await calls[index].states.answer();
         const auto interfaces = co_await calls[index].interfaces.answer();
-        traits.role = uint(intValue(role).value_or(int(atspi_role::unknown)));
+        traits.role = uint(intValue(role).value_or(int(roles::unknown)));
         traits.states = decodeStates(firstValue(states));
         traits.interfaces = firstValue(interfaces).toStringList();
         found.append(traits);
@@ -47,14 +48,14 @@ QCoro::Task<QList<Traits>> examine(AtspiBus &bus, QList<ObjectRef> objects, Budg
     co_return found;
 }
 
-QCoro::Task<QList<ObjectRef>> childrenOf(AtspiBus &bus, ObjectRef object, BudgetRef budget) {
-    const Call call = bus.call(budget, object, atspi::accessible, "GetChildren");
+QCoro::Task<QList<ObjectRef>> childrenOf(AtspiBus &bus, ObjectRef object, CallBudgetRef budget) {
+    const PendingCall call = bus.call(budget, object, protocol::accessible, "GetChildren");
     const auto answer = co_await call.answer();
     co_return decodeObjects(firstValue(answer), maximumChildren);
 }
 
-QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectRef> tops,
-                                                    BudgetRef budget) {
+QCoro::Task<std::optional<ElementTraits>> findFocusedBelow(AtspiBus &bus, QList<ObjectRef> tops,
+                                                           CallBudgetRef budget) {
     QList<ObjectRef> waiting = std::move(tops);
     int visited = 0;
     while (!waiting.isEmpty() && visited < maximumVisited) {
@@ -62,12 +63,12 @@ QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectR
         waiting = waiting.mid(wave.size());
         visited += int(wave.size());
 
-        std::vector<Call> childCalls;
+        std::vector<PendingCall> childCalls;
         for (const ObjectRef &object : wave)
-            childCalls.push_back(bus.call(budget, object, atspi::accessible, "GetChildren"));
-        const QList<Traits> nodes = co_await examine(bus, wave, budget);
+            childCalls.push_back(bus.call(budget, object, protocol::accessible, "GetChildren"));
+        const QList<ElementTraits> nodes = co_await examine(bus, wave, budget);
         for (size_t index = 0; index < childCalls.size(); ++index) {
-            const Traits &node = nodes[qsizetype(index)];
+            const ElementTraits &node = nodes[qsizetype(index)];
             if (node.isFocused() && node.hasText())
                 co_return node;
             if (!node.states.has(State::visible) || node.states.has(State::managesDescendants))
@@ -83,7 +84,7 @@ QCoro::Task<std::optional<Traits>> findFocusedBelow(AtspiBus &bus, QList<ObjectR
     co_return std::nullopt;
 }
 
-QCoro::Task<QList<ObjectRef>> matchFocused(AtspiBus &bus, QString service, BudgetRef budget) {
+QCoro::Task<QList<ObjectRef>> matchFocused(AtspiBus &bus, QString service, CallBudgetRef budget) {
     MatchRule rule;
     rule.states = {1 << int(State::focused), 0};
     rule.stateMatch = matchAll;
@@ -92,12 +93,12 @@ QCoro::Task<QList<ObjectRef>> matchFocused(AtspiBus &bus, QString service, Budge
     rule.interfaceMatch = matchAll;
     constexpr uint canonicalOrder = 1;
     constexpr int maximumMatches = 8;
-    const ObjectRef root{service, QLatin1String(atspi::rootPath)};
+    const ObjectRef root{service, QLatin1String(protocol::rootPath)};
     QVariantList arguments;
     arguments << QVariant::fromValue(rule) << canonicalOrder << maximumMatches << true;
-    const Call call = bus.call(budget, root, atspi::collection, "GetMatches", arguments);
+    const PendingCall call = bus.call(budget, root, protocol::collection, "GetMatches", arguments);
     const auto answer = co_await call.answer();
     co_return decodeObjects(firstValue(answer), maximumMatches);
 }
 
-} // namespace quillmender
+} // namespace quillmender::atspi

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QPointer>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// Owns an object whose own signal may resume the code that drops it, and which its parent may
 /// delete before.
@@ -26,4 +26,4 @@ template <typename Type> class LaterPointer {
     QPointer<Type> object_;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

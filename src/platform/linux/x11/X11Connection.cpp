@@ -1,6 +1,6 @@
 #include "platform/linux/x11/X11Connection.h"
 
-#include "platform/linux/x11/X11Log.h"
+#include "platform/linux/x11/Xcb.h"
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
@@ -12,7 +12,7 @@
 
 #include <algorithm>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 Q_LOGGING_CATEGORY(x11Log, "quillmender.x11", QtWarningMsg)
 
@@ -66,9 +66,9 @@ bool X11Connection::initialize() {
     xcb_prefetch_maximum_request_length(xcb_);
     if (!isPresent(xcb_, &xcb_xfixes_id))
         return false;
-    const auto version = adoptXcb(xcb_xfixes_query_version_reply(
-        xcb_, xcb_xfixes_query_version(xcb_, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
-        nullptr));
+    const auto version =
+        replyTo(xcb_, xcb_xfixes_query_version_reply,
+                xcb_xfixes_query_version(xcb_, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION));
     if (!version)
         return false;
     fixesFirstEvent_ = xcb_get_extension_data(xcb_, &xcb_xfixes_id)->first_event;
@@ -97,9 +97,9 @@ xcb_atom_t X11Connection::atom(const QByteArray &name) {
     const auto known = atoms_.constFind(name);
     if (known != atoms_.constEnd())
         return *known;
-    const auto reply = adoptXcb(xcb_intern_atom_reply(
-        xcb_, xcb_intern_atom(xcb_, 0, static_cast<quint16>(name.size()), name.constData()),
-        nullptr));
+    const auto reply =
+        replyTo(xcb_, xcb_intern_atom_reply,
+                xcb_intern_atom(xcb_, 0, static_cast<quint16>(name.size()), name.constData()));
     const xcb_atom_t found = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     if (reply) {
         atoms_.insert(name, found);
@@ -116,7 +116,7 @@ QList<QByteArray> X11Connection::atomNames(const QList<xcb_atom_t> &atoms) {
     }
     for (auto each = asked.cbegin(); each != asked.cend(); ++each) {
         xcb_generic_error_t *error = nullptr;
-        const auto reply = adoptXcb(xcb_get_atom_name_reply(xcb_, each.value(), &error));
+        const auto reply = replyTo(xcb_, xcb_get_atom_name_reply, each.value());
         std::free(error);
         if (!reply)
             continue;
@@ -136,7 +136,7 @@ xcb_timestamp_t X11Connection::serverTime() {
     xcb_change_property(xcb_, XCB_PROP_MODE_APPEND, window_, timestampAtom_, XCB_ATOM_INTEGER, 32,
                         0, nullptr);
     // The reply comes after the event, which is then at hand.
-    adoptXcb(xcb_get_input_focus_reply(xcb_, xcb_get_input_focus(xcb_), nullptr));
+    replyTo(xcb_, xcb_get_input_focus_reply, xcb_get_input_focus(xcb_));
     readEvents();
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     std::erase_if(pending_, [&](const auto &event) {
@@ -216,4 +216,4 @@ void X11Connection::closeDown() {
     Q_EMIT lost();
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

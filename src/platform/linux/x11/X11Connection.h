@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/XcbPointer.h"
+#include "platform/linux/x11/Xcb.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -15,7 +15,7 @@
 
 class QSocketNotifier;
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// The program's own connection to the X server, beside the toolkit's: its events are dispatched by
 /// the event loop of the thread that made it. Replies of the server are waited for, replies of
@@ -91,4 +91,4 @@ inline quint8 eventType(const xcb_generic_event_t *event) {
     return event->response_type & 0x7f;
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 QList<quint32> X11Property::cardinals() const {
     if (format != 32)
@@ -21,14 +21,11 @@ std::optional<X11PropertyPiece> readPiece(const X11Connection &connection, xcb_w
                                           xcb_atom_t property, bool isTaken, qsizetype offset,
                                           qsizetype most) {
     constexpr qsizetype unit = 4;
-    xcb_generic_error_t *error = nullptr;
-    const auto reply = adoptXcb(xcb_get_property_reply(
-        connection.xcb(),
-        xcb_get_property(connection.xcb(), isTaken ? 1 : 0, window, property,
-                         XCB_GET_PROPERTY_TYPE_ANY, static_cast<quint32>(offset / unit),
-                         static_cast<quint32>(most / unit)),
-        &error));
-    std::free(error);
+    const auto reply =
+        replyTo(connection.xcb(), xcb_get_property_reply,
+                xcb_get_property(connection.xcb(), isTaken ? 1 : 0, window, property,
+                                 XCB_GET_PROPERTY_TYPE_ANY, static_cast<quint32>(offset / unit),
+                                 static_cast<quint32>(most / unit)));
     if (!reply || reply->type == XCB_ATOM_NONE)
         return std::nullopt;
     const QByteArray bytes(static_cast<const char *>(xcb_get_property_value(reply.get())),
@@ -75,4 +72,4 @@ void writeCardinals(const X11Connection &connection, xcb_window_t window, xcb_at
                         static_cast<quint32>(values.size()), values.constData());
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 class X11Connection;
 
@@ -55,4 +55,4 @@ void writeProperty(const X11Connection &connection, xcb_window_t window, xcb_ato
 void writeCardinals(const X11Connection &connection, xcb_window_t window, xcb_atom_t property,
                     xcb_atom_t type, const QList<quint32> &values);
 
-} // namespace quillmender
+} // namespace quillmender::x11

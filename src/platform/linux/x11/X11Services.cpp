@@ -1,6 +1,6 @@
 #include "platform/linux/x11/X11Services.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 std::unique_ptr<X11Services> X11Services::create(const QByteArray &displayName) {
     auto connection = X11Connection::open(displayName);
@@ -26,4 +26,4 @@ std::unique_ptr<X11Services> X11Services::create(const QByteArray &displayName) 
     return services;
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

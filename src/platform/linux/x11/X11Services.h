@@ -1,20 +1,20 @@
 #pragma once
 
-#include "platform/linux/x11/ActiveWindow.h"
-#include "platform/linux/x11/ChordWatch.h"
-#include "platform/linux/x11/WindowPing.h"
-#include "platform/linux/x11/WindowStanding.h"
-#include "platform/linux/x11/X11Chords.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11FrontmostSource.h"
-#include "platform/linux/x11/X11HotKeys.h"
-#include "platform/linux/x11/X11Keymap.h"
-#include "platform/linux/x11/X11Pasteboard.h"
-#include "platform/linux/x11/X11Workspace.h"
+#include "platform/linux/x11/keys/ChordWatch.h"
+#include "platform/linux/x11/keys/X11Chords.h"
+#include "platform/linux/x11/keys/X11HotKeys.h"
+#include "platform/linux/x11/keys/X11Keymap.h"
+#include "platform/linux/x11/selection/X11Pasteboard.h"
+#include "platform/linux/x11/windows/ActiveWindow.h"
+#include "platform/linux/x11/windows/WindowPing.h"
+#include "platform/linux/x11/windows/WindowStanding.h"
+#include "platform/linux/x11/windows/X11FrontmostSource.h"
+#include "platform/linux/x11/windows/X11Workspace.h"
 
 #include <memory>
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// Every service of an X11 session over one connection. What refers to another is declared after
 /// it; each can be moved out, and then needs what is left in this object all the same.
@@ -35,4 +35,4 @@ struct X11Services {
     std::unique_ptr<WindowStanding> windowStanding;
 };
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -1,12 +1,12 @@
 #include "platform/linux/x11/X11WindowSystem.h"
 
-#include "platform/linux/x11/X11OwnWindows.h"
 #include "platform/linux/x11/X11Services.h"
-#include "platform/linux/x11/X11Tray.h"
+#include "platform/linux/x11/windows/X11OwnWindows.h"
+#include "platform/linux/x11/windows/X11Tray.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
-WindowSystemServices x11WindowSystem(std::function<QIcon()> windowIcon) {
+WindowSystemServices makeWindowSystem(std::function<QIcon()> windowIcon) {
     WindowSystemServices services;
     services.name = QStringLiteral("X11");
     const std::shared_ptr<X11Services> x11 = X11Services::create();
@@ -37,4 +37,4 @@ WindowSystemServices x11WindowSystem(std::function<QIcon()> windowIcon) {
     return services;
 }
 
-} // namespace quillmender
+} // namespace quillmender::x11

@@ -2,10 +2,10 @@
 
 #include "platform/linux/WindowSystemServices.h"
 
-namespace quillmender {
+namespace quillmender::x11 {
 
 /// The services of an X server. A service that this server cannot give is null, and among the
 /// missing ones. Without a server, or without XFixes, everything is missing.
-WindowSystemServices x11WindowSystem(std::function<QIcon()> windowIcon);
+WindowSystemServices makeWindowSystem(std::function<QIcon()> windowIcon);
 
-} // namespace quillmender
+} // namespace quillmender::x11

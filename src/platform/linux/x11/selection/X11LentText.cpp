@@ -1,0 +1,82 @@
+#include "platform/linux/x11/selection/X11LentText.h"
+
+#include "platform/SignalWait.h"
+#include "platform/linux/x11/Xcb.h"
+#include "platform/linux/x11/selection/OwnSelections.h"
+
+#include <algorithm>
+
+namespace quillmender::x11 {
+
+using namespace std::chrono_literals;
+
+X11LentText::X11LentText(OwnSelections &selections, xcb_window_t reader)
+    : selections_(&selections),
+      readers_(selections.connection),
+      terminal_(selections, reader) {
+    for (SelectionOwner *owner : {&selections.clipboard, &selections.primary.owner()})
+        connect(owner, &SelectionOwner::served, this, &X11LentText::handleServed);
+}
+
+QCoro::Task<Obstacle> X11LentText::lendToTerminal(TerminalLoan::TakesLineEnds takesLineEnds) {
+    const auto self = shared_from_this();
+    co_return co_await terminal_.lend(std::move(takesLineEnds));
+}
+
+void X11LentText::handleServed(xcb_window_t requestor, SelectionOwner::Moment askedAt) {
+    if (readers_.add(requestor, askedAt))
+        Q_EMIT changed();
+}
+
+QCoro::Task<bool> X11LentText::wasRead(std::chrono::milliseconds limit) {
+    const auto self = shared_from_this();
+    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
+    if (isOffered() && !readers_.lastReading())
+        co_await SignalWait(this, &X11LentText::changed, limit);
+    if (readers_.lastReading()) {
+        co_await readingIsOver(deadline);
+        co_return true;
+    }
+    if (!isOffered())
+        co_return wasReadEarly_;
+    if (refuseLateReader())
+        co_return false;
+    co_return readers_.isReadEarly();
+}
+
+QCoro::Task<> X11LentText::readingIsOver(QDeadlineTimer deadline) {
+    // Chromium reads more than once for one paste, and pastes what it read last.
+    constexpr auto quiet = 80ms;
+    while (isOffered() && !deadline.hasExpired()) {
+        const auto since = std::chrono::steady_clock::now() - *readers_.lastReading();
+        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(quiet - since);
+        if (rest <= 0ms)
+            co_return;
+        const std::chrono::milliseconds allowed(deadline.remainingTime());
+        co_await SignalWait(this, &X11LentText::changed, std::max(std::min(rest, allowed), 1ms));
+    }
+}
+
+bool X11LentText::refuseLateReader() {
+    const xcb_window_t window = readers_.window();
+    if (!selections_->late.isLate(window))
+        return false;
+    qCInfo(x11Log, "window 0x%x did not attend to the paste", window);
+    selections_->late.refuse(window);
+    return true;
+}
+
+void X11LentText::end() {
+    if (!isOffered())
+        return;
+    // What replaces it is not for an application that comes round to the paste only now.
+    if (!readers_.lastReading() && !refuseLateReader())
+        wasReadEarly_ = readers_.isReadEarly();
+    selections_->clipboard.disconnect(this);
+    selections_->primary.owner().disconnect(this);
+    terminal_.end();
+    selections_ = nullptr;
+    Q_EMIT changed();
+}
+
+} // namespace quillmender::x11

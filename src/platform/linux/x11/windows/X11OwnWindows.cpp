@@ -1,0 +1,50 @@
+#include "platform/linux/x11/windows/X11OwnWindows.h"
+
+#include "platform/linux/x11/Xcb.h"
+#include "platform/linux/x11/windows/WindowStanding.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+namespace quillmender::x11 {
+
+namespace {
+
+// The server is spoken to on a connection of our own, which would otherwise get ahead of what the
+// toolkit has asked for about the same window: its creation, its mapping.
+void finishToolkitRequests() {
+    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr)
+        return;
+    xcb_connection_t *const xcb = x11->connection();
+    replyTo(xcb, xcb_get_input_focus_reply, xcb_get_input_focus(xcb));
+}
+
+xcb_window_t nativeWindow(const QWindow &window) {
+    return static_cast<xcb_window_t>(window.winId());
+}
+
+} // namespace
+
+X11OwnWindows::X11OwnWindows(WindowStanding &standing, std::function<QIcon()> icon)
+    : standing_(standing),
+      icon_(std::move(icon)) {}
+
+void X11OwnWindows::ensureIcon() const {
+    if (QGuiApplication::windowIcon().isNull())
+        QGuiApplication::setWindowIcon(icon_());
+}
+
+void X11OwnWindows::applyPanelAttributes(QWindow *window) {
+    ensureIcon();
+    finishToolkitRequests();
+    standing_.applyPanelAttributes(nativeWindow(*window));
+}
+
+void X11OwnWindows::activate(QWindow *window) {
+    ensureIcon();
+    finishToolkitRequests();
+    standing_.activate(nativeWindow(*window));
+}
+
+} // namespace quillmender::x11
