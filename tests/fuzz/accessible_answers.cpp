@@ -16,6 +16,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 using namespace quillmender;
+using namespace quillmender::atspi;
 using fuzz::require;
 
 /// As a set of relations has it.

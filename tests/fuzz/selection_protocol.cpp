@@ -13,6 +13,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 using namespace quillmender;
+using namespace quillmender::x11;
 using fuzz::require;
 
 namespace {

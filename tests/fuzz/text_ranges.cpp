@@ -13,6 +13,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 using namespace quillmender;
+using namespace quillmender::atspi;
 using fuzz::require;
 
 namespace {

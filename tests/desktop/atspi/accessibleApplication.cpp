@@ -8,7 +8,7 @@
 int main(int argc, char *argv[]) {
     const QCoreApplication program(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    quillmender::ScriptedApplication application(arguments.value(1), arguments.value(4));
+    quillmender::atspi::ScriptedApplication application(arguments.value(1), arguments.value(4));
     application.isActive = arguments.value(2) == QStringLiteral("active");
     application.fieldRole = arguments.value(3).toUInt();
     application.selectionStart = arguments.value(5).toInt();
