@@ -1,12 +1,14 @@
 #include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/Desktop.h"
-#include "platform/linux/x11/selection/SelectionReader.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/selection/SelectionReader.h"
 
 #include <QCoroTask>
 #include <benchmark/benchmark.h>
 
 namespace quillmender::bench {
+
+using namespace x11;
 
 namespace {
 

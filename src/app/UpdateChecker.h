@@ -22,7 +22,8 @@ class UpdateChecker {
                                                                QUrl manifestURL) const;
 
   private:
-    /// Whether the candidate comes after the reference: both are dotted numbers; a missing or unreadable one counts as 0.
+    /// Whether the candidate comes after the reference: both are dotted numbers; a missing or
+    /// unreadable one counts as 0.
     static bool isNewer(const QString &candidate, const QString &reference);
 
     HttpTransport *transport_;

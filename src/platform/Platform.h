@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/AccessibilityAccess.h"
-#include "platform/Chords.h"
 #include "platform/Appearance.h"
 #include "platform/Capabilities.h"
+#include "platform/Chords.h"
 #include "platform/Clock.h"
 #include "platform/FocusedText.h"
 #include "platform/HotKeys.h"

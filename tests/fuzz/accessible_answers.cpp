@@ -1,6 +1,6 @@
 #include "fuzz/Require.h"
-#include "platform/linux/atspi/PendingCall.h"
 #include "platform/linux/atspi/Decoding.h"
+#include "platform/linux/atspi/PendingCall.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>

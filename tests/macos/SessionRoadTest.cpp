@@ -23,11 +23,11 @@ class SessionRoadTest : public WholeSessionTest {
 } // namespace
 
 TEST_F(SessionRoadTest, everyServiceIsMade) {
-    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets && platform->loginItem &&
-                platform->workspace && platform->accessibilityAccess && platform->focusedText &&
-                platform->pasteboard && platform->chords && platform->hotKeys &&
-                platform->statusItem && platform->ownWindows && platform->symbols &&
-                platform->appearance);
+    EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets &&
+                platform->loginItem && platform->workspace && platform->accessibilityAccess &&
+                platform->focusedText && platform->pasteboard && platform->chords &&
+                platform->hotKeys && platform->statusItem && platform->ownWindows &&
+                platform->symbols && platform->appearance);
     EXPECT_EQ(platform->instance->claim([](const QString &) {}).outcome,
               InstanceClaim::Outcome::held);
     EXPECT_EQ(platform->bundleVersion, std::nullopt);

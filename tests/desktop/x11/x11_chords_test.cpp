@@ -391,5 +391,5 @@ TEST_F(ChordsTest, PastesIntoATerminalFromBothSelections) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -247,5 +247,5 @@ TEST_F(LentTextTest, IsNotThereWhenTheServerIsGone) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -283,5 +283,5 @@ TEST_F(PasteboardReadTest, PrefersUtf8AndFallsBackToLatin1AndCompoundText) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -242,5 +242,5 @@ TEST_F(PasteboardWriteTest, HandsOverToNobodyWithoutAManager) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -139,5 +139,5 @@ INSTANTIATE_TEST_SUITE_P(Owners, RandomOwnerTest,
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -130,5 +130,5 @@ TEST_F(RequestorTest, TransfersThatNobodyTakesAreNotStartedWithoutEnd) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

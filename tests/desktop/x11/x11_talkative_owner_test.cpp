@@ -308,5 +308,5 @@ TEST_F(TalkativeOwnerTest, LargeContentsAreNotHeldTwice) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -81,5 +81,5 @@ TEST_F(TerminalTest, ReadsTheSelectionOfTheTerminalAlone) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

@@ -39,5 +39,5 @@ TEST(TkMaskTest, IsOneSignOverAndOver) {
 } // namespace
 } // namespace quillmender::x11
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

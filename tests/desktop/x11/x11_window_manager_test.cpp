@@ -89,5 +89,5 @@ TEST_F(WindowManagerTest, ManyChangesInOneTurnAreWaitedForOnce) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

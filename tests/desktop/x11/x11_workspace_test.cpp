@@ -234,5 +234,5 @@ TEST(TerminalCatalogTest, FindsInstalledTerminalsByTheirDesktopFiles) {
 } // namespace quillmender::x11
 
 int main(int argc, char **argv) {
-    return quillmender::runX11Tests(argc, argv);
+    return quillmender::x11::runX11Tests(argc, argv);
 }

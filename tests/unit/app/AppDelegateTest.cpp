@@ -1,10 +1,10 @@
 #include "app/AppDelegate.h"
 
 #include "fakes/FakeAccessibilityAccess.h"
-#include "fakes/FakeChords.h"
-#include "fakes/FakeFocusedText.h"
 #include "fakes/FakeAppearance.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
+#include "fakes/FakeFocusedText.h"
 #include "fakes/FakeHotKeys.h"
 #include "fakes/FakeLoginItem.h"
 #include "fakes/FakeOwnWindows.h"

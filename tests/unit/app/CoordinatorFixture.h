@@ -2,8 +2,8 @@
 
 #include "app/AppCoordinator.h"
 #include "fakes/FakeAccessibilityAccess.h"
-#include "fakes/FakeChords.h"
 #include "fakes/FakeAppearance.h"
+#include "fakes/FakeChords.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFocusedText.h"
 #include "fakes/FakeHotKeys.h"

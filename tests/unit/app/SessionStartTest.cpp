@@ -129,7 +129,8 @@ TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
     coordinator->beginWorkflow();
     log->clear();
     coordinator->requestAccessibilityAccess();
-    EXPECT_EQ(*log, QStringList({QStringLiteral("access.request"), QStringLiteral("access.isGranted")}));
+    EXPECT_EQ(*log,
+              QStringList({QStringLiteral("access.request"), QStringLiteral("access.isGranted")}));
     access->grantsOnRequest = true;
     select(QStringLiteral("words"));
     coordinator->requestAccessibilityAccess();

@@ -30,7 +30,8 @@ TEST(CallBudgetTest, NobodyWaitsLongerThanSomeSeconds) {
     const auto budget = std::make_shared<CallBudget>();
     const CallBudget::Use use(budget);
     for (int call = 0; call < 100; ++call)
-        EXPECT_LE(budget->nextCall(CallBudget::transferAllowance(2'147'483'647)), milliseconds(5600));
+        EXPECT_LE(budget->nextCall(CallBudget::transferAllowance(2'147'483'647)),
+                  milliseconds(5600));
 }
 
 TEST(CallBudgetTest, AnOrderIsAwaitedLonger) {
