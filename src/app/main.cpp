@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/LogFilter.h"
+#include "platform/ApplicationId.h"
 #include "platform/Process.h"
 
 #include <QApplication>
@@ -18,7 +19,7 @@ int main(int argc, char *argv[]) {
     // Not as the display name, which the toolkit would append to the title of every window.
     QCoreApplication::setApplicationName(QStringLiteral("Quillmender"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUILLMENDER_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("com.quillmender.Quillmender"));
+    QGuiApplication::setDesktopFileName(QString::fromLatin1(quillmender::applicationId));
     // A session manager that hangs would hold up the start, and one that dies would end the program
     // on the spot, with the user's clipboard still borrowed. What a log-out needs comes as a
     // signal.

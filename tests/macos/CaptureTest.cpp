@@ -57,13 +57,13 @@ const AXError everyError[] = {
     kAXErrorNoValue,        kAXErrorNotImplemented,
 };
 
-TEST_F(CaptureTest, waitsForOneSecondAtMost) {
+TEST_F(CaptureTest, WaitsForOneSecondAtMost) {
     const MacFocusedText another;
     EXPECT_THAT(calls(), ElementsAre("AXUIElementCreateSystemWide",
                                      "AXUIElementSetMessagingTimeout system-wide 1.000000"));
 }
 
-TEST_F(CaptureTest, readsTheSelectedTextThenItsRange) {
+TEST_F(CaptureTest, ReadsTheSelectedTextThenItsRange) {
     setText(u"a  w\u00F6rd \U0001F642 b", CFRangeMake(1, 10));
     const FocusReading reading = read();
     EXPECT_EQ(calls(), search + examination + selectedText + range);
@@ -76,7 +76,7 @@ TEST_F(CaptureTest, readsTheSelectedTextThenItsRange) {
     EXPECT_EQ(reading.chordContext, nullptr);
 }
 
-TEST_F(CaptureTest, readsTheWholeValueWhenNothingIsSelected) {
+TEST_F(CaptureTest, ReadsTheWholeValueWhenNothingIsSelected) {
     setText(u"  \U0001F642lo  ");
     editor->give("AXSelectedText", doubles::makeString(u""));
     editor->give("AXSelectedTextRange", doubles::makeRange(3, 0));
@@ -88,7 +88,7 @@ TEST_F(CaptureTest, readsTheWholeValueWhenNothingIsSelected) {
     EXPECT_EQ(reading.value, QStringLiteral("  \U0001F642lo  ")) << "as the field holds it";
 }
 
-TEST_F(CaptureTest, aBlankSelectionIsNone) {
+TEST_F(CaptureTest, ABlankSelectionIsNone) {
     for (const auto *const blank : {u"", u" ", u" \n\t", u"\u00A0 \u2028\r\n"}) {
         setText(u"some text", CFRangeMake(4, 1));
         editor->give("AXSelectedText", doubles::makeString(blank));
@@ -100,7 +100,7 @@ TEST_F(CaptureTest, aBlankSelectionIsNone) {
     }
 }
 
-TEST_F(CaptureTest, aBlankFieldHasAnElementAndNoText) {
+TEST_F(CaptureTest, ABlankFieldHasAnElementAndNoText) {
     for (const auto *const blank : {u"", u" \n", u"\u00A0 \u2028\r\n\t"}) {
         setText(blank);
         const FocusReading reading = read();
@@ -110,7 +110,7 @@ TEST_F(CaptureTest, aBlankFieldHasAnElementAndNoText) {
     }
 }
 
-TEST_F(CaptureTest, aTextOfAnotherTypeIsNone) {
+TEST_F(CaptureTest, ATextOfAnotherTypeIsNone) {
     for (const CFTypeRef selected : otherTypes()) {
         setText(u"text");
         editor->give("AXSelectedText", selected);
@@ -128,7 +128,7 @@ TEST_F(CaptureTest, aTextOfAnotherTypeIsNone) {
     }
 }
 
-TEST_F(CaptureTest, aTextThatCannotBeReadIsNone) {
+TEST_F(CaptureTest, ATextThatCannotBeReadIsNone) {
     setText(u"a word", CFRangeMake(2, 4));
     for (const AXError error : everyError) {
         editor->failReading("AXSelectedText", error);
@@ -145,7 +145,7 @@ TEST_F(CaptureTest, aTextThatCannotBeReadIsNone) {
     }
 }
 
-TEST_F(CaptureTest, whatComesBesideAnErrorIsNone) {
+TEST_F(CaptureTest, WhatComesBesideAnErrorIsNone) {
     setText(u"a word", CFRangeMake(2, 4));
     editor->failReadingWithValue("AXSelectedTextRange", kAXErrorFailure);
     EXPECT_EQ(read().selectedText, QStringLiteral("word"));
@@ -161,7 +161,7 @@ TEST_F(CaptureTest, whatComesBesideAnErrorIsNone) {
     expectNothing(read());
 }
 
-TEST_F(CaptureTest, withoutAFocusedElementNobodyIsAsked) {
+TEST_F(CaptureTest, WithoutAFocusedElementNobodyIsAsked) {
     setText(u"word", CFRangeMake(0, 4));
     for (const AXError error : everyError) {
         server.focusedError = error;
@@ -175,7 +175,7 @@ TEST_F(CaptureTest, withoutAFocusedElementNobodyIsAsked) {
     expectNothing(read());
 }
 
-TEST_F(CaptureTest, whatIsNoElementHasNoFocus) {
+TEST_F(CaptureTest, WhatIsNoElementHasNoFocus) {
     for (const CFTypeRef other : otherTypes()) {
         server.focused = other;
         calls();
@@ -185,7 +185,7 @@ TEST_F(CaptureTest, whatIsNoElementHasNoFocus) {
     }
 }
 
-TEST_F(CaptureTest, theTextOfAnotherApplicationIsNotRead) {
+TEST_F(CaptureTest, TheTextOfAnotherApplicationIsNotRead) {
     setText(u"of another", CFRangeMake(0, 10));
     editor->process = 8;
     const FocusReading reading = read();
@@ -194,7 +194,7 @@ TEST_F(CaptureTest, theTextOfAnotherApplicationIsNotRead) {
     expectNothing(reading);
 }
 
-TEST_F(CaptureTest, whoseNobodyTellsIsTakenForTheOneAskedFor) {
+TEST_F(CaptureTest, WhoseNobodyTellsIsTakenForTheOneAskedFor) {
     setText(u"word", CFRangeMake(0, 4));
     editor->process = ::getpid();
     editor->tellsItsProcess = false;
@@ -207,7 +207,7 @@ TEST_F(CaptureTest, whoseNobodyTellsIsTakenForTheOneAskedFor) {
     EXPECT_FALSE(reading.isElsewhere);
 }
 
-TEST_F(CaptureTest, itsOwnPanelHasNoFocus) {
+TEST_F(CaptureTest, ItsOwnPanelHasNoFocus) {
     setText(u"an instruction typed into the panel");
     editor->process = ::getpid();
     const FocusReading reading = read();
@@ -216,14 +216,14 @@ TEST_F(CaptureTest, itsOwnPanelHasNoFocus) {
     expectNothing(reading);
 }
 
-TEST_F(CaptureTest, withoutAnApplicationNobodyIsAsked) {
+TEST_F(CaptureTest, WithoutAnApplicationNobodyIsAsked) {
     setText(u"word", CFRangeMake(0, 4));
     application = nullptr;
     expectNothing(read());
     EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(CaptureTest, aPasswordIsNotRead) {
+TEST_F(CaptureTest, APasswordIsNotRead) {
     editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
     setText(u"secret", CFRangeMake(0, 6));
     const FocusReading reading = read();
@@ -234,7 +234,7 @@ TEST_F(CaptureTest, aPasswordIsNotRead) {
     EXPECT_EQ(calls(), range);
 }
 
-TEST_F(CaptureTest, theTextOfAnyOtherSubroleIsRead) {
+TEST_F(CaptureTest, TheTextOfAnyOtherSubroleIsRead) {
     setText(u"words");
     editor->give("AXSubrole", doubles::makeString(u"AXSearchField"));
     EXPECT_EQ(read().value, QStringLiteral("words"));
@@ -244,7 +244,7 @@ TEST_F(CaptureTest, theTextOfAnyOtherSubroleIsRead) {
     EXPECT_EQ(read().value, QStringLiteral("words"));
 }
 
-TEST_F(CaptureTest, keepsAnElementThatTheApplicationHasLetGo) {
+TEST_F(CaptureTest, KeepsAnElementThatTheApplicationHasLetGo) {
     editor->give("AXSelectedTextRange", doubles::makeRange(5, 3));
     CFRetain(editor->ref());
     const FocusedElementRef element = focused();
@@ -253,7 +253,7 @@ TEST_F(CaptureTest, keepsAnElementThatTheApplicationHasLetGo) {
     EXPECT_EQ(calls(), range);
 }
 
-TEST_F(CaptureTest, aRangeIsOnlyWhatSaysThatItIsOne) {
+TEST_F(CaptureTest, ARangeIsOnlyWhatSaysThatItIsOne) {
     setText(u"word", CFRangeMake(0, 4));
     const FocusedElementRef element = focused();
     const auto rangeOf = [&](CFTypeRef packed) {
@@ -273,7 +273,7 @@ TEST_F(CaptureTest, aRangeIsOnlyWhatSaysThatItIsOne) {
     EXPECT_EQ(rangeOf(doubles::makeRange(1, 2)), std::nullopt);
 }
 
-TEST_F(CaptureTest, aRangeThatCannotBeReadIsAbsent) {
+TEST_F(CaptureTest, ARangeThatCannotBeReadIsAbsent) {
     setText(u"word", CFRangeMake(0, 4));
     const FocusedElementRef element = focused();
     for (const AXError error : everyError) {
@@ -284,14 +284,14 @@ TEST_F(CaptureTest, aRangeThatCannotBeReadIsAbsent) {
     }
 }
 
-TEST_F(CaptureTest, anElementOfNobodyHasNoRange) {
+TEST_F(CaptureTest, AnElementOfNobodyHasNoRange) {
     EXPECT_EQ(fakes::await(focusedText.selectedRange(nullptr)), std::nullopt);
     const auto foreign = std::make_shared<const FocusedElement>();
     EXPECT_EQ(fakes::await(focusedText.selectedRange(foreign)), std::nullopt);
     EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(CaptureTest, withoutMemoryForItsNameNoAttributeIsAskedFor) {
+TEST_F(CaptureTest, WithoutMemoryForItsNameNoAttributeIsAskedFor) {
     setText(u"word", CFRangeMake(0, 4));
     for (int strings = 0; strings < 4; ++strings) {
         const doubles::ScarceStrings few(strings);
@@ -302,7 +302,7 @@ TEST_F(CaptureTest, withoutMemoryForItsNameNoAttributeIsAskedFor) {
     expectNothing(read());
 }
 
-TEST_F(CaptureTest, leavesTheSelectionBeforeAPasteAlone) {
+TEST_F(CaptureTest, LeavesTheSelectionBeforeAPasteAlone) {
     const FocusedElementRef element = focused();
     EXPECT_EQ(fakes::await(focusedText.select(element, {0, 4})), PasteTarget::selected);
     EXPECT_THAT(calls(), IsEmpty());

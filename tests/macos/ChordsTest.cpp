@@ -18,7 +18,7 @@ class ChordsTest : public DoublesTest {
     MacChords chords;
 };
 
-TEST_F(ChordsTest, postsTheCopyChordInTheFixedOrder) {
+TEST_F(ChordsTest, PostsTheCopyChordInTheFixedOrder) {
     const ChordResult result = type(Chord::copy);
     EXPECT_EQ(result.outcome, Outcome::typed);
     EXPECT_TRUE(result.reason.isEmpty());
@@ -29,7 +29,7 @@ TEST_F(ChordsTest, postsTheCopyChordInTheFixedOrder) {
                             "CGEventPost 0 8 up 0x100000"));
 }
 
-TEST_F(ChordsTest, postsThePasteChordInTheFixedOrder) {
+TEST_F(ChordsTest, PostsThePasteChordInTheFixedOrder) {
     EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
     EXPECT_THAT(calls(),
                 ElementsAre("CGEventSourceCreate 0", "CGEventCreateKeyboardEvent 9 down",
@@ -38,7 +38,7 @@ TEST_F(ChordsTest, postsThePasteChordInTheFixedOrder) {
                             "CGEventPost 0 9 up 0x100000"));
 }
 
-TEST_F(ChordsTest, withoutASourceNothingIsPosted) {
+TEST_F(ChordsTest, WithoutASourceNothingIsPosted) {
     server.createsSources = false;
     const ChordResult result = type(Chord::copy);
     EXPECT_EQ(result.outcome, Outcome::unavailable);
@@ -46,7 +46,7 @@ TEST_F(ChordsTest, withoutASourceNothingIsPosted) {
     EXPECT_THAT(calls(), ElementsAre("CGEventSourceCreate 0"));
 }
 
-TEST_F(ChordsTest, withoutEitherEventNothingIsPosted) {
+TEST_F(ChordsTest, WithoutEitherEventNothingIsPosted) {
     for (bool *const creates : {&server.createsDown, &server.createsUp}) {
         *creates = false;
         const ChordResult result = type(Chord::copy);

@@ -9,7 +9,7 @@ namespace {
 
 class CoreFoundationTest : public DoublesTest {};
 
-TEST_F(CoreFoundationTest, textsKeepTheirUnits) {
+TEST_F(CoreFoundationTest, TextsKeepTheirUnits) {
     for (const QString &text : {QString(), QStringLiteral("word"),
                                 QStringLiteral("\u00E9\U0001F642\n"), QString(QChar(0xD83D))}) {
         const CFRef<CFStringRef> string = toCFString(text);
@@ -18,14 +18,14 @@ TEST_F(CoreFoundationTest, textsKeepTheirUnits) {
     }
 }
 
-TEST_F(CoreFoundationTest, bytesStayAsTheyAre) {
+TEST_F(CoreFoundationTest, BytesStayAsTheyAre) {
     for (const QByteArray &bytes : {QByteArray(), QByteArray("a\0b\xFF", 4)}) {
         const CFRef<CFDataRef> data = toCFData(bytes);
         EXPECT_EQ(bytesFrom(data.get()), bytes);
     }
 }
 
-TEST_F(CoreFoundationTest, anotherTypeIsNothing) {
+TEST_F(CoreFoundationTest, AnotherTypeIsNothing) {
     const auto string = CFRef<CFStringRef>::adopted(doubles::makeString(u"text"));
     const auto data = CFRef<CFDataRef>::adopted(doubles::makeData("bytes"));
     EXPECT_EQ(stringFrom(data.get()), std::nullopt);
@@ -35,7 +35,7 @@ TEST_F(CoreFoundationTest, anotherTypeIsNothing) {
     EXPECT_EQ(bytesFrom(nullptr), std::nullopt);
 }
 
-TEST_F(CoreFoundationTest, aReferenceIsGivenBackOnce) {
+TEST_F(CoreFoundationTest, AReferenceIsGivenBackOnce) {
     auto first = CFRef<CFStringRef>::adopted(doubles::makeString(u"first"));
     auto second = CFRef<CFStringRef>::retained(first.get());
     const CFRef<CFStringRef> third = std::move(first);

@@ -34,14 +34,14 @@ class HotKeysTest : public DoublesTest {
     }();
 };
 
-TEST_F(HotKeysTest, installsTheHandlerThenRegistersTheChord) {
+TEST_F(HotKeysTest, InstallsTheHandlerThenRegistersTheChord) {
     EXPECT_THAT(calls(), ElementsAre());
     hold();
     EXPECT_THAT(calls(), ElementsAre(install, registration));
     EXPECT_THAT(told, ElementsAre(askedHotKey));
 }
 
-TEST_F(HotKeysTest, replacesAnEarlierRegistration) {
+TEST_F(HotKeysTest, ReplacesAnEarlierRegistration) {
     hold();
     calls();
     hold();
@@ -54,14 +54,14 @@ TEST_F(HotKeysTest, replacesAnEarlierRegistration) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST_F(HotKeysTest, releasesBothWhenItEnds) {
+TEST_F(HotKeysTest, ReleasesBothWhenItEnds) {
     hold();
     calls();
     letGo();
     EXPECT_THAT(calls(), ElementsAre("UnregisterEventHotKey", "RemoveEventHandler"));
 }
 
-TEST_F(HotKeysTest, eachPressRunsTheHandlerOnceInATurnOfItsOwn) {
+TEST_F(HotKeysTest, EachPressRunsTheHandlerOnceInATurnOfItsOwn) {
     hold();
     EXPECT_EQ(dispatcher.press(49, 0x1800), noErr);
     EXPECT_EQ(dispatcher.press(49, 0x1800), noErr);
@@ -71,7 +71,7 @@ TEST_F(HotKeysTest, eachPressRunsTheHandlerOnceInATurnOfItsOwn) {
     EXPECT_EQ(runs, 2);
 }
 
-TEST_F(HotKeysTest, aModifierIsTheKeyOfThatName) {
+TEST_F(HotKeysTest, AModifierIsTheKeyOfThatName) {
     const auto modifiersOf = [this](Qt::KeyboardModifiers modifiers) {
         hotKeys.hold(QKeyCombination(modifiers, Qt::Key_Space), [] {});
         return calls().at(1);
@@ -82,7 +82,7 @@ TEST_F(HotKeysTest, aModifierIsTheKeyOfThatName) {
     EXPECT_THAT(modifiersOf(Qt::MetaModifier), testing::HasSubstr(" 49 0x100 "));
 }
 
-TEST_F(HotKeysTest, anotherKeyIsRefusedWithoutAskingTheSystem) {
+TEST_F(HotKeysTest, AnotherKeyIsRefusedWithoutAskingTheSystem) {
     const HotKeyOutcome outcome =
         fakes::await(hotKeys.hold(QKeyCombination(Qt::ControlModifier, Qt::Key_F1), [] {}));
     EXPECT_EQ(outcome.hotKey, nullptr);
@@ -90,14 +90,14 @@ TEST_F(HotKeysTest, anotherKeyIsRefusedWithoutAskingTheSystem) {
     EXPECT_THAT(calls(), ElementsAre());
 }
 
-TEST_F(HotKeysTest, withoutUserDataAPressIsNotHandled) {
+TEST_F(HotKeysTest, WithoutUserDataAPressIsNotHandled) {
     hold();
     EXPECT_EQ(MacHotKey::hotKeyEventHandler(nullptr, nullptr, nullptr), -9874);
     finishTurn();
     EXPECT_EQ(runs, 0);
 }
 
-TEST_F(HotKeysTest, registersNothingWithoutAHandler) {
+TEST_F(HotKeysTest, RegistersNothingWithoutAHandler) {
     dispatcher.installStatus = -9860;
     hold();
     EXPECT_THAT(told, ElementsAre(std::nullopt));
@@ -108,7 +108,7 @@ TEST_F(HotKeysTest, registersNothingWithoutAHandler) {
     EXPECT_FALSE(outcome.reason.isEmpty());
 }
 
-TEST_F(HotKeysTest, aTakenChordLeavesTheHandlerAndHoldsNoKeys) {
+TEST_F(HotKeysTest, ATakenChordLeavesTheHandlerAndHoldsNoKeys) {
     dispatcher.registerStatus = eventHotKeyExistsErr;
     hold();
     EXPECT_THAT(calls(), ElementsAre(install, registration));
@@ -117,7 +117,7 @@ TEST_F(HotKeysTest, aTakenChordLeavesTheHandlerAndHoldsNoKeys) {
     EXPECT_THAT(calls(), ElementsAre("RemoveEventHandler"));
 }
 
-TEST_F(HotKeysTest, aHandlerThatIsNotRemovedFindsNothingToDo) {
+TEST_F(HotKeysTest, AHandlerThatIsNotRemovedFindsNothingToDo) {
     hold();
     const doubles::EventDispatcher::Handler handler = dispatcher.handlers.front();
     dispatcher.removeStatus = -50;
@@ -127,7 +127,7 @@ TEST_F(HotKeysTest, aHandlerThatIsNotRemovedFindsNothingToDo) {
     EXPECT_EQ(runs, 0);
 }
 
-TEST_F(HotKeysTest, aFailedUnregistrationDoesNotKeepTheHandler) {
+TEST_F(HotKeysTest, AFailedUnregistrationDoesNotKeepTheHandler) {
     hold();
     calls();
     dispatcher.unregisterStatus = eventHotKeyInvalidErr;
@@ -135,7 +135,7 @@ TEST_F(HotKeysTest, aFailedUnregistrationDoesNotKeepTheHandler) {
     EXPECT_THAT(calls(), ElementsAre("UnregisterEventHotKey", "RemoveEventHandler"));
 }
 
-TEST_F(HotKeysTest, foldsFourCharacters) {
+TEST_F(HotKeysTest, FoldsFourCharacters) {
     EXPECT_EQ(MacHotKey::fourCharCode(u"QLMD"), 0x514C4D44U);
     EXPECT_EQ(MacHotKey::fourCharCode(u""), 0U);
     EXPECT_EQ(MacHotKey::fourCharCode(u"xQLMD"), 0x514C4D44U);

@@ -16,7 +16,7 @@ class PermissionTest : public DoublesTest {
     MacAccessibilityAccess access;
 };
 
-TEST_F(PermissionTest, asksWithoutAPrompt) {
+TEST_F(PermissionTest, AsksWithoutAPrompt) {
     EXPECT_TRUE(access.isGranted());
     server.trusted = false;
     server.grantsOnPrompt = true;
@@ -24,7 +24,7 @@ TEST_F(PermissionTest, asksWithoutAPrompt) {
     EXPECT_THAT(calls(), ElementsAre("AXIsProcessTrusted", "AXIsProcessTrusted"));
 }
 
-TEST_F(PermissionTest, promptsWithOneOptionThenAsksAgain) {
+TEST_F(PermissionTest, PromptsWithOneOptionThenAsksAgain) {
     fakes::FakeWorkspace workspace{fakes::makeCallLog()};
     PermissionManager manager{access, workspace};
     server.trusted = false;
@@ -39,7 +39,7 @@ TEST_F(PermissionTest, promptsWithOneOptionThenAsksAgain) {
                             "AXIsProcessTrusted"));
 }
 
-TEST_F(PermissionTest, withoutMemoryForTheOptionsAsksAllTheSame) {
+TEST_F(PermissionTest, WithoutMemoryForTheOptionsAsksAllTheSame) {
     doubles::nextDictionaryIsNull = true;
     access.request();
     EXPECT_THAT(calls(), ElementsAre("AXIsProcessTrustedWithOptions null"));

@@ -27,7 +27,7 @@ class ReplacementTest : public FocusedTextTest {
         "AXUIElementSetAttributeValue editor AXSelectedTextRange 0+3 of type 4";
 };
 
-TEST_F(ReplacementTest, rewritesTheValueAndSelectsWhatItInserted) {
+TEST_F(ReplacementTest, RewritesTheValueAndSelectsWhatItInserted) {
     setText(u"abcdeXYZfgh", CFRangeMake(5, 3));
     const FocusedElementRef element = focused();
     const Replacement written = replace(element, {5, 3}, QStringLiteral("0123456789"));
@@ -39,7 +39,7 @@ TEST_F(ReplacementTest, rewritesTheValueAndSelectsWhatItInserted) {
     EXPECT_EQ(value(), "abcde0123456789fgh");
 }
 
-TEST_F(ReplacementTest, whatStandsAroundTheRangeIsTakenAsItIsNow) {
+TEST_F(ReplacementTest, WhatStandsAroundTheRangeIsTakenAsItIsNow) {
     setText(u"one two", CFRangeMake(4, 3));
     const FocusedElementRef element = focused();
     setText(u"ONE two three");
@@ -47,7 +47,7 @@ TEST_F(ReplacementTest, whatStandsAroundTheRangeIsTakenAsItIsNow) {
     EXPECT_EQ(value(), "ONE 2 three");
 }
 
-TEST_F(ReplacementTest, replacesTheRangeAndNothingElse) {
+TEST_F(ReplacementTest, ReplacesTheRangeAndNothingElse) {
     const struct {
         TextRange range;
         const char *wanted;
@@ -63,7 +63,7 @@ TEST_F(ReplacementTest, replacesTheRangeAndNothingElse) {
     }
 }
 
-TEST_F(ReplacementTest, writesTheTextAsItIs) {
+TEST_F(ReplacementTest, WritesTheTextAsItIs) {
     setText(u"text");
     const FocusedElementRef element = focused();
     replace(element, {0, 4}, QStringLiteral(" w\u00F6rd \U0001F642\n"));
@@ -73,7 +73,7 @@ TEST_F(ReplacementTest, writesTheTextAsItIs) {
     EXPECT_EQ(value(), "");
 }
 
-TEST_F(ReplacementTest, writesNothingWithoutAReadableValue) {
+TEST_F(ReplacementTest, WritesNothingWithoutAReadableValue) {
     setText(u"word");
     const FocusedElementRef element = focused();
     const auto expectOnlyRead = [&] {
@@ -90,7 +90,7 @@ TEST_F(ReplacementTest, writesNothingWithoutAReadableValue) {
     expectOnlyRead();
 }
 
-TEST_F(ReplacementTest, writesNothingWhenTheRangeNoLongerFits) {
+TEST_F(ReplacementTest, WritesNothingWhenTheRangeNoLongerFits) {
     setText(u"short");
     const FocusedElementRef element = focused();
     for (const TextRange range : {TextRange{3, 3}, TextRange{6, 0}, TextRange{-1, 2},
@@ -101,7 +101,7 @@ TEST_F(ReplacementTest, writesNothingWhenTheRangeNoLongerFits) {
     EXPECT_EQ(value(), "short");
 }
 
-TEST_F(ReplacementTest, writesNothingWhenTheRangeSplitsACharacter) {
+TEST_F(ReplacementTest, WritesNothingWhenTheRangeSplitsACharacter) {
     // a, family emoji of 8 units, e with a combining acute, CR LF
     setText(u"a\U0001F469\u200D\U0001F467\u200D\U0001F466e\u0301\r\n");
     const FocusedElementRef element = focused();
@@ -114,7 +114,7 @@ TEST_F(ReplacementTest, writesNothingWhenTheRangeSplitsACharacter) {
     EXPECT_EQ(value(), "axe\u0301\r\n");
 }
 
-TEST_F(ReplacementTest, aRefusedValueSelectsNothing) {
+TEST_F(ReplacementTest, ARefusedValueSelectsNothing) {
     setText(u"word");
     const FocusedElementRef element = focused();
     for (const AXError error :
@@ -129,7 +129,7 @@ TEST_F(ReplacementTest, aRefusedValueSelectsNothing) {
     EXPECT_EQ(value(), "word");
 }
 
-TEST_F(ReplacementTest, anUnansweredOrderThatWasCarriedOutIsDone) {
+TEST_F(ReplacementTest, AnUnansweredOrderThatWasCarriedOutIsDone) {
     setText(u"word");
     const FocusedElementRef element = focused();
     editor->failWriting("AXValue", kAXErrorCannotComplete);
@@ -138,7 +138,7 @@ TEST_F(ReplacementTest, anUnansweredOrderThatWasCarriedOutIsDone) {
     EXPECT_THAT(calls(), ElementsAre(readValue, writeNew, readValue, selectNew));
 }
 
-TEST_F(ReplacementTest, anUnansweredOrderThatWasNotCarriedOutIsRefused) {
+TEST_F(ReplacementTest, AnUnansweredOrderThatWasNotCarriedOutIsRefused) {
     setText(u"word");
     const FocusedElementRef element = focused();
     editor->failWriting("AXValue", kAXErrorCannotComplete);
@@ -147,7 +147,7 @@ TEST_F(ReplacementTest, anUnansweredOrderThatWasNotCarriedOutIsRefused) {
     EXPECT_EQ(value(), "word");
 }
 
-TEST_F(ReplacementTest, nobodyKnowsWhatCameOfAnUnansweredOrderWhenNoTextIsShown) {
+TEST_F(ReplacementTest, NobodyKnowsWhatCameOfAnUnansweredOrderWhenNoTextIsShown) {
     const auto expectUncertain = [this](const std::function<void()> &afterTheOrder) {
         setText(u"word");
         const FocusedElementRef element = focused();
@@ -162,7 +162,7 @@ TEST_F(ReplacementTest, nobodyKnowsWhatCameOfAnUnansweredOrderWhenNoTextIsShown)
     expectUncertain([this] { editor->failReading("AXValue", kAXErrorCannotComplete); });
 }
 
-TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
+TEST_F(ReplacementTest, ARefusedSelectionStillCounts) {
     setText(u"word");
     const FocusedElementRef element = focused();
     for (const AXError error : {kAXErrorFailure, kAXErrorCannotComplete}) {
@@ -173,7 +173,7 @@ TEST_F(ReplacementTest, aRefusedSelectionStillCounts) {
     }
 }
 
-TEST_F(ReplacementTest, aRangeThatCannotBeMadeStillCounts) {
+TEST_F(ReplacementTest, ARangeThatCannotBeMadeStillCounts) {
     setText(u"word");
     const FocusedElementRef element = focused();
     server.createsValues = false;
@@ -182,7 +182,7 @@ TEST_F(ReplacementTest, aRangeThatCannotBeMadeStillCounts) {
     EXPECT_EQ(value(), "new");
 }
 
-TEST_F(ReplacementTest, withoutMemoryNothingIsWritten) {
+TEST_F(ReplacementTest, WithoutMemoryNothingIsWritten) {
     setText(u"word");
     const FocusedElementRef element = focused();
     const std::vector<std::string> callsOf[] = {{}, {readValue}, {readValue}};
@@ -197,7 +197,7 @@ TEST_F(ReplacementTest, withoutMemoryNothingIsWritten) {
     EXPECT_THAT(calls(), ElementsAre(readValue, writeNew));
 }
 
-TEST_F(ReplacementTest, aTextThatCannotBeMadeIsNotWritten) {
+TEST_F(ReplacementTest, ATextThatCannotBeMadeIsNotWritten) {
     setText(u"word");
     const FocusedElementRef element = focused();
     const doubles::MissingString ofTheNewValue(1);
@@ -206,14 +206,14 @@ TEST_F(ReplacementTest, aTextThatCannotBeMadeIsNotWritten) {
     EXPECT_EQ(value(), "word");
 }
 
-TEST_F(ReplacementTest, aPasswordIsNotWritten) {
+TEST_F(ReplacementTest, APasswordIsNotWritten) {
     editor->give("AXSubrole", doubles::makeString(u"AXSecureTextField"));
     setText(u"secret");
     expectRefused(replace(focused(), {0, 6}, QStringLiteral("new")));
     EXPECT_THAT(calls(), IsEmpty());
 }
 
-TEST_F(ReplacementTest, anElementOfNobodyIsNotWritten) {
+TEST_F(ReplacementTest, AnElementOfNobodyIsNotWritten) {
     const auto foreign = std::make_shared<const FocusedElement>();
     for (const FocusedElementRef &element : {FocusedElementRef(), foreign})
         expectRefused(replace(element, {0, 0}, QStringLiteral("new")));

@@ -36,25 +36,25 @@ class SecretsTest : public DoublesTest {
     KeychainStore store{secrets};
 };
 
-TEST_F(SecretsTest, readsOneItemsBytes) {
+TEST_F(SecretsTest, ReadsOneItemsBytes) {
     keychain.items = {item("k\xC3\xA9y")};
     EXPECT_EQ(read(), QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(copyQuery));
 }
 
-TEST_F(SecretsTest, aMissingItemIsNothing) {
+TEST_F(SecretsTest, AMissingItemIsNothing) {
     EXPECT_EQ(read(), std::nullopt);
     EXPECT_EQ(find().outcome, SecretOutcome::absent);
     EXPECT_EQ(find().reason, QString());
 }
 
-TEST_F(SecretsTest, deletesThenAddsWithoutAResult) {
+TEST_F(SecretsTest, DeletesThenAddsWithoutAResult) {
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(deleteQuery, addQuery));
     EXPECT_THAT(keychain.items, ElementsAre(item("k\xC3\xA9y")));
 }
 
-TEST_F(SecretsTest, writingTwiceLeavesTheSecondOnly) {
+TEST_F(SecretsTest, WritingTwiceLeavesTheSecondOnly) {
     keychain.items = {{"genp", "s", "api-key", "old", "ak"}};
     write(QStringLiteral("first"));
     write(QStringLiteral("second"));
@@ -62,7 +62,7 @@ TEST_F(SecretsTest, writingTwiceLeavesTheSecondOnly) {
     EXPECT_EQ(read(), QStringLiteral("second"));
 }
 
-TEST_F(SecretsTest, otherItemsAreLeftAlone) {
+TEST_F(SecretsTest, OtherItemsAreLeftAlone) {
     const doubles::Keychain::Item other = {"genp", "other", "api-key", "o", "ck"};
     const doubles::Keychain::Item web = {"inet", "s", "api-key", "w", "ck"};
     keychain.items = {other, web};
@@ -72,24 +72,24 @@ TEST_F(SecretsTest, otherItemsAreLeftAlone) {
     EXPECT_THAT(keychain.items, ElementsAre(other, web));
 }
 
-TEST_F(SecretsTest, removesWithTheBaseQuery) {
+TEST_F(SecretsTest, RemovesWithTheBaseQuery) {
     store.remove(service, account);
     EXPECT_THAT(calls(), ElementsAre(deleteQuery));
 }
 
-TEST_F(SecretsTest, aFailedDeletionDoesNotStopTheAddition) {
+TEST_F(SecretsTest, AFailedDeletionDoesNotStopTheAddition) {
     keychain.deleteStatus = errSecInteractionNotAllowed;
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(deleteQuery, addQuery));
 }
 
-TEST_F(SecretsTest, aFailedAdditionIsSilent) {
+TEST_F(SecretsTest, AFailedAdditionIsSilent) {
     keychain.addStatus = errSecNotAvailable;
     write(QStringLiteral("key"));
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretsTest, aKeychainThatCannotBeAskedIsNotAnEmptyOne) {
+TEST_F(SecretsTest, AKeychainThatCannotBeAskedIsNotAnEmptyOne) {
     keychain.items = {item("key")};
     for (const OSStatus status : {errSecInteractionNotAllowed, errSecNotAvailable}) {
         keychain.copyStatus = status;
@@ -106,7 +106,7 @@ TEST_F(SecretsTest, aKeychainThatCannotBeAskedIsNotAnEmptyOne) {
     EXPECT_EQ(find().reason, QString());
 }
 
-TEST_F(SecretsTest, anotherResultThanBytesIsNothing) {
+TEST_F(SecretsTest, AnotherResultThanBytesIsNothing) {
     keychain.items = {item("key")};
     const auto text = CFRef<CFStringRef>::adopted(doubles::makeString(u"key"));
     keychain.answer = text.get();
@@ -116,7 +116,7 @@ TEST_F(SecretsTest, anotherResultThanBytesIsNothing) {
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretsTest, aResultThatComesWithAnErrorIsReleased) {
+TEST_F(SecretsTest, AResultThatComesWithAnErrorIsReleased) {
     const auto bytes = CFRef<CFDataRef>::adopted(doubles::makeData("key"));
     keychain.answer = bytes.get();
     keychain.copyStatus = errSecInteractionNotAllowed;
@@ -124,12 +124,12 @@ TEST_F(SecretsTest, aResultThatComesWithAnErrorIsReleased) {
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretsTest, bytesThatAreNotUtf8AreNothing) {
+TEST_F(SecretsTest, BytesThatAreNotUtf8AreNothing) {
     keychain.items = {item("\xFF\xFE")};
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(SecretsTest, withoutMemoryTheKeychainIsNotAsked) {
+TEST_F(SecretsTest, WithoutMemoryTheKeychainIsNotAsked) {
     const auto expectNoCalls = [&](const std::function<void()> &makeScarce) {
         makeScarce();
         EXPECT_EQ(find().outcome, SecretOutcome::absent);
@@ -144,13 +144,13 @@ TEST_F(SecretsTest, withoutMemoryTheKeychainIsNotAsked) {
     EXPECT_THAT(calls(), ElementsAre());
 }
 
-TEST_F(SecretsTest, withoutMemoryForTheDeletionTheAdditionIsTried) {
+TEST_F(SecretsTest, WithoutMemoryForTheDeletionTheAdditionIsTried) {
     doubles::nextDictionaryIsNull = true;
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(addQuery));
 }
 
-TEST_F(SecretsTest, withoutMemoryForTheBytesNothingIsAdded) {
+TEST_F(SecretsTest, WithoutMemoryForTheBytesNothingIsAdded) {
     doubles::nextDataIsNull = true;
     write(QStringLiteral("k\u00E9y"));
     EXPECT_THAT(calls(), ElementsAre(deleteQuery));

@@ -72,7 +72,7 @@ class SelectionTest : public FocusedTextTest {
     SelectionController controller{manager, focusedText, workspace, clock};
 };
 
-TEST_F(SelectionTest, aFieldIsCapturedAndReplacedWhole) {
+TEST_F(SelectionTest, AFieldIsCapturedAndReplacedWhole) {
     setText(u"  \U0001F642lo  ");
     const auto session = capture();
     EXPECT_EQ(*log, snapshot + search + subrole + texts);
@@ -83,7 +83,7 @@ TEST_F(SelectionTest, aFieldIsCapturedAndReplacedWhole) {
     EXPECT_EQ(value(), "new");
 }
 
-TEST_F(SelectionTest, aCopiedTextOfAKnownRangeIsWrittenAndNotPasted) {
+TEST_F(SelectionTest, ACopiedTextOfAKnownRangeIsWrittenAndNotPasted) {
     setText(u" \n ");
     editor->give("AXSelectedTextRange", doubles::makeRange(1, 1));
     const auto session = capture();
@@ -95,7 +95,7 @@ TEST_F(SelectionTest, aCopiedTextOfAKnownRangeIsWrittenAndNotPasted) {
     EXPECT_EQ(value(), " new ");
 }
 
-TEST_F(SelectionTest, aSelectionOfAnUnknownRangeIsLeftToThePaste) {
+TEST_F(SelectionTest, ASelectionOfAnUnknownRangeIsLeftToThePaste) {
     setText(u"word", CFRangeMake(0, 4));
     editor->failReading("AXSelectedTextRange", kAXErrorAttributeUnsupported);
     const auto session = capture();
@@ -106,7 +106,7 @@ TEST_F(SelectionTest, aSelectionOfAnUnknownRangeIsLeftToThePaste) {
     EXPECT_EQ(value(), "word");
 }
 
-TEST_F(SelectionTest, theFocusIsLookedForAgainOnceTheApplicationIsInFront) {
+TEST_F(SelectionTest, TheFocusIsLookedForAgainOnceTheApplicationIsInFront) {
     setText(u"word", CFRangeMake(0, 4));
     editor->process = 8;
     clock.duringSleep = [this](int) { editor->process = 7; };

@@ -22,7 +22,7 @@ class SessionRoadTest : public WholeSessionTest {
 
 } // namespace
 
-TEST_F(SessionRoadTest, everyServiceIsMade) {
+TEST_F(SessionRoadTest, EveryServiceIsMade) {
     EXPECT_TRUE(platform->instance && platform->userDefaults && platform->secrets &&
                 platform->loginItem && platform->workspace && platform->accessibilityAccess &&
                 platform->focusedText && platform->pasteboard && platform->chords &&
@@ -35,7 +35,7 @@ TEST_F(SessionRoadTest, everyServiceIsMade) {
     EXPECT_EQ(makePlatform()->bundleVersion, QStringLiteral("3.1"));
 }
 
-TEST_F(SessionRoadTest, theLaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
+TEST_F(SessionRoadTest, TheLaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
     platform->ownWindows->setAccessoryPolicy();
     coordinator->start();
     const QStringList calls = taken();
@@ -48,7 +48,7 @@ TEST_F(SessionRoadTest, theLaunchShowsTheStatusItemAndThenRegistersTheHotKey) {
     EXPECT_TRUE(calls[5].startsWith(QStringLiteral("RegisterEventHotKey")));
 }
 
-TEST_F(SessionRoadTest, aSelectionIsReadAndWrittenBackThroughAccessibility) {
+TEST_F(SessionRoadTest, ASelectionIsReadAndWrittenBackThroughAccessibility) {
     start();
     select(u"one word here", 4, 4);
     EXPECT_EQ(joined(capture()),
@@ -70,7 +70,7 @@ TEST_F(SessionRoadTest, aSelectionIsReadAndWrittenBackThroughAccessibility) {
 }
 
 // Begun in the menu, from behind the panel of an earlier session.
-TEST_F(SessionRoadTest, withoutAnElementTheTextIsCopiedAndTheAnswerPasted) {
+TEST_F(SessionRoadTest, WithoutAnElementTheTextIsCopiedAndTheAnswerPasted) {
     start();
     applications.bringToFront(editorProcess);
     applications.bringToFront(doubles::RunningApplications::own);

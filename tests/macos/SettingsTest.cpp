@@ -45,7 +45,7 @@ class SettingsTest : public DoublesTest {
     std::unique_ptr<SettingsStore> store_;
 };
 
-TEST_F(SettingsTest, readsEveryKeyAndWritesNothingAtTheStart) {
+TEST_F(SettingsTest, ReadsEveryKeyAndWritesNothingAtTheStart) {
     store();
     EXPECT_THAT(calls(), testing::UnorderedElementsAre(
                              read("settings.selectedProvider"), read("settings.openai.model"),
@@ -55,7 +55,7 @@ TEST_F(SettingsTest, readsEveryKeyAndWritesNothingAtTheStart) {
                              read("settings.builtInActions")));
 }
 
-TEST_F(SettingsTest, anEmptyDomainGivesTheDefaults) {
+TEST_F(SettingsTest, AnEmptyDomainGivesTheDefaults) {
     EXPECT_EQ(store().selectedProvider(), AIProvider::openAI);
     EXPECT_EQ(store().model(AIProvider::openAI), QStringLiteral("gpt-5-mini"));
     EXPECT_EQ(store().model(AIProvider::anthropic), QStringLiteral("claude-sonnet-4-20250514"));
@@ -64,7 +64,7 @@ TEST_F(SettingsTest, anEmptyDomainGivesTheDefaults) {
     EXPECT_TRUE(store().customActions().isEmpty());
 }
 
-TEST_F(SettingsTest, whatCannotBeReadHasItsDefault) {
+TEST_F(SettingsTest, WhatCannotBeReadHasItsDefault) {
     preferences.give("settings.selectedProvider", doubles::makeString(u"another"));
     preferences.give("settings.openai.model", doubles::makeData("bytes"));
     preferences.give("settings.builtInActions", doubles::makeString(u"[]"));
@@ -77,7 +77,7 @@ TEST_F(SettingsTest, whatCannotBeReadHasItsDefault) {
     EXPECT_EQ(store().model(AIProvider::gemini), QString());
 }
 
-TEST_F(SettingsTest, everyChangeOutlivesTheRun) {
+TEST_F(SettingsTest, EveryChangeOutlivesTheRun) {
     store().setSelectedProvider(AIProvider::gemini);
     store().setModel(AIProvider::anthropic, QStringLiteral("m\u00F6del "));
     store().setEndpoint(AIProvider::gemini, QStringLiteral("https://example.org/v1"));
@@ -97,7 +97,7 @@ TEST_F(SettingsTest, everyChangeOutlivesTheRun) {
     EXPECT_EQ(store().visibleBuiltInActions().size(), 6);
 }
 
-TEST_F(SettingsTest, readsEachKeyOnceInTheProvidersOrder) {
+TEST_F(SettingsTest, ReadsEachKeyOnceInTheProvidersOrder) {
     keychain.items = {{"genp", "com.quillmender.openAI", "api-key", " key\n", "ck"}};
     store();
     calls();
@@ -109,7 +109,7 @@ TEST_F(SettingsTest, readsEachKeyOnceInTheProvidersOrder) {
     EXPECT_EQ(fakes::await(store().snapshot()).apiKey, QStringLiteral("key"));
 }
 
-TEST_F(SettingsTest, aSnapshotReadsItsProvidersKeyOnly) {
+TEST_F(SettingsTest, ASnapshotReadsItsProvidersKeyOnly) {
     keychain.items = {{"genp", "com.quillmender.anthropic", "api-key", "key", "ck"}};
     store().setSelectedProvider(AIProvider::anthropic);
     calls();
@@ -118,7 +118,7 @@ TEST_F(SettingsTest, aSnapshotReadsItsProvidersKeyOnly) {
     EXPECT_THAT(calls(), ElementsAre(query("SecItemCopyMatching", "anthropic")));
 }
 
-TEST_F(SettingsTest, aKeychainThatCouldNotBeAskedIsAskedAgain) {
+TEST_F(SettingsTest, AKeychainThatCouldNotBeAskedIsAskedAgain) {
     keychain.items = {{"genp", "com.quillmender.openAI", "api-key", "key", "ck"}};
     keychain.copyStatus = errSecInteractionNotAllowed;
     EXPECT_EQ(fakes::await(store().snapshot()).apiKey, QString());
@@ -126,7 +126,7 @@ TEST_F(SettingsTest, aKeychainThatCouldNotBeAskedIsAskedAgain) {
     EXPECT_EQ(fakes::await(store().snapshot()).apiKey, QStringLiteral("key"));
 }
 
-TEST_F(SettingsTest, aBlankKeyDeletesTheItemAndAnotherReplacesIt) {
+TEST_F(SettingsTest, ABlankKeyDeletesTheItemAndAnotherReplacesIt) {
     keychain.items = {{"genp", "com.quillmender.gemini", "api-key", "old", "ak"}};
     store();
     calls();

@@ -20,25 +20,25 @@ class UserDefaultsTest : public DoublesTest {
     MacUserDefaults defaults;
 };
 
-TEST_F(UserDefaultsTest, readsATextUnderItsExactKey) {
+TEST_F(UserDefaultsTest, ReadsATextUnderItsExactKey) {
     preferences.give("settings.openai.model", doubles::makeString(u"  m\u00F6del "));
     EXPECT_EQ(defaults.string(key), QStringLiteral("  m\u00F6del "));
     EXPECT_THAT(calls(), ElementsAre(copy));
 }
 
-TEST_F(UserDefaultsTest, anEmptyTextIsNotAbsent) {
+TEST_F(UserDefaultsTest, AnEmptyTextIsNotAbsent) {
     preferences.give("settings.openai.model", doubles::makeString(u""));
     ASSERT_TRUE(defaults.string(key).has_value());
     EXPECT_TRUE(defaults.string(key)->isEmpty());
 }
 
-TEST_F(UserDefaultsTest, aMissingValueIsAbsent) {
+TEST_F(UserDefaultsTest, AMissingValueIsAbsent) {
     EXPECT_EQ(defaults.string(key), std::nullopt);
     EXPECT_EQ(defaults.data(key), std::nullopt);
     EXPECT_THAT(calls(), ElementsAre(copy, copy));
 }
 
-TEST_F(UserDefaultsTest, aValueOfAnotherTypeIsAbsent) {
+TEST_F(UserDefaultsTest, AValueOfAnotherTypeIsAbsent) {
     preferences.give("settings.openai.model", doubles::makeData("bytes"));
     EXPECT_EQ(defaults.string(key), std::nullopt);
     preferences.give("settings.openai.model", doubles::makeString(u"text"));
@@ -48,7 +48,7 @@ TEST_F(UserDefaultsTest, aValueOfAnotherTypeIsAbsent) {
     EXPECT_EQ(defaults.data(key), std::nullopt);
 }
 
-TEST_F(UserDefaultsTest, writesATextAtOnce) {
+TEST_F(UserDefaultsTest, WritesATextAtOnce) {
     defaults.setString(key, QStringLiteral("model"));
     EXPECT_THAT(calls(), ElementsAre("CFPreferencesSetAppValue settings.openai.model model "
                                      "kCFPreferencesCurrentApplication",
@@ -57,7 +57,7 @@ TEST_F(UserDefaultsTest, writesATextAtOnce) {
     EXPECT_EQ(defaults.string(key), QStringLiteral("model"));
 }
 
-TEST_F(UserDefaultsTest, writesBytesAtOnce) {
+TEST_F(UserDefaultsTest, WritesBytesAtOnce) {
     defaults.setData(key, QByteArray("[1]"));
     EXPECT_THAT(calls(), ElementsAre("CFPreferencesSetAppValue settings.openai.model <[1]> "
                                      "kCFPreferencesCurrentApplication",
@@ -65,13 +65,13 @@ TEST_F(UserDefaultsTest, writesBytesAtOnce) {
     EXPECT_EQ(defaults.data(key), QByteArray("[1]"));
 }
 
-TEST_F(UserDefaultsTest, aLaterWriteReplaces) {
+TEST_F(UserDefaultsTest, ALaterWriteReplaces) {
     defaults.setString(key, QStringLiteral("first"));
     defaults.setString(key, QStringLiteral("second"));
     EXPECT_EQ(preferences.stored("settings.openai.model"), "second");
 }
 
-TEST_F(UserDefaultsTest, aWriteThatIsLostIsLoggedByItsKeyOnly) {
+TEST_F(UserDefaultsTest, AWriteThatIsLostIsLoggedByItsKeyOnly) {
     preferences.synchronizes = false;
     testing::internal::CaptureStderr();
     defaults.setString(key, QStringLiteral("private words"));
@@ -80,7 +80,7 @@ TEST_F(UserDefaultsTest, aWriteThatIsLostIsLoggedByItsKeyOnly) {
     EXPECT_THAT(logged, testing::Not(testing::HasSubstr("private words")));
 }
 
-TEST_F(UserDefaultsTest, withoutMemoryNothingIsDeleted) {
+TEST_F(UserDefaultsTest, WithoutMemoryNothingIsDeleted) {
     defaults.setString(key, QStringLiteral("kept"));
     calls();
     testing::internal::CaptureStderr();

@@ -41,7 +41,7 @@ TEST_F(ActiveFrameTest, ApplicationThatSaysSoIsRead) {
     EXPECT_NE(reading.element, nullptr);
     EXPECT_EQ(reading.value, QStringLiteral("words"));
     EXPECT_FALSE(reading.isElsewhere);
-    EXPECT_EQ(record().role, FocusRecord::Role::text);
+    EXPECT_EQ(record().role, FocusContext::Role::text);
 }
 
 TEST_F(ActiveFrameTest, ApplicationIsTheSameWheneverItIsRead) {

@@ -56,9 +56,9 @@ FocusReading AtspiTest::read() {
 
 FocusReading AtspiTest::read(const RunningApplicationRef &application) {
     FocusReading reading = QCoro::waitFor(focusedText_->read(application));
-    record_ = std::dynamic_pointer_cast<const FocusRecord>(reading.chordContext);
+    record_ = std::dynamic_pointer_cast<const FocusContext>(reading.chordContext);
     if (!record_)
-        record_ = std::make_shared<FocusRecord>();
+        record_ = std::make_shared<FocusContext>();
     return reading;
 }
 
@@ -74,7 +74,7 @@ FocusReading AtspiTest::waitForReading(const std::function<bool(const FocusReadi
     return reading;
 }
 
-FocusReading AtspiTest::waitForFocus(FocusRecord::Role role) {
+FocusReading AtspiTest::waitForFocus(FocusContext::Role role) {
     return waitForReading([&](const FocusReading &) { return record_->role == role; },
                           QStringLiteral("there is a focused element"));
 }

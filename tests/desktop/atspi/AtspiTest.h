@@ -2,7 +2,7 @@
 
 #include "desktop/harness/DesktopTest.h"
 #include "desktop/harness/TestApplication.h"
-#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FocusContext.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
 
@@ -53,7 +53,7 @@ class AtspiTest : public harness::DesktopTest {
     AtspiAccess &access() { return *access_; }
     AtspiFocusedText &focusedText() { return *focusedText_; }
     /// What was learned for chords by the last reading; of nothing when that was elsewhere.
-    const FocusRecord &record() const { return *record_; }
+    const FocusContext &record() const { return *record_; }
 
     /// One capture's reading of the application that is in front.
     FocusReading read();
@@ -62,7 +62,7 @@ class AtspiTest : public harness::DesktopTest {
     /// Null when there is no focused element.
     FocusedElementRef focusedElement() { return read().element; }
     /// Read until there is an element whose role is as expected.
-    FocusReading waitForFocus(FocusRecord::Role role = FocusRecord::Role::text);
+    FocusReading waitForFocus(FocusContext::Role role = FocusContext::Role::text);
     /// Read until the whole text is this; a starting browser moves its focus.
     FocusReading waitForValue(const QString &value);
     /// Read until this is selected.
@@ -79,7 +79,7 @@ class AtspiTest : public harness::DesktopTest {
                                 const QString &description);
 
     std::unique_ptr<DesktopFrontmost> frontmost_;
-    std::shared_ptr<const FocusRecord> record_ = std::make_shared<FocusRecord>();
+    std::shared_ptr<const FocusContext> record_ = std::make_shared<FocusContext>();
     std::unique_ptr<AtspiBus> bus_;
     std::unique_ptr<AtspiAccess> access_;
     std::unique_ptr<AtspiFocusedText> focusedText_;

@@ -31,12 +31,12 @@ TEST_F(FieldTest, PasswordIsNeverRead) {
     start();
     const TestApplication application = TestApplication::sampleEditor(
         desktop(), QStringLiteral("password"), QStringLiteral("correct horse"));
-    const FocusReading unselected = waitForFocus(FocusRecord::Role::password);
+    const FocusReading unselected = waitForFocus(FocusContext::Role::password);
     expectNoText(unselected);
     selectAll();
     waitUntil([&] { return application.focusedText().selection().has_value(); },
               QStringLiteral("the password is selected"));
-    const FocusReading reading = waitForFocus(FocusRecord::Role::password);
+    const FocusReading reading = waitForFocus(FocusContext::Role::password);
     expectNoText(reading);
     EXPECT_EQ(selectedRange(reading.element), std::nullopt);
     expectRefused(reading.element, {0, 1});
@@ -47,9 +47,9 @@ TEST_F(FieldTest, PasswordOfABrowserIsNeverRead) {
     start();
     const TestApplication application = TestApplication::chromium(
         desktop(), QStringLiteral("<input type=password value=secret autofocus>"));
-    waitForFocus(FocusRecord::Role::password);
+    waitForFocus(FocusContext::Role::password);
     selectAll();
-    const FocusReading reading = waitForFocus(FocusRecord::Role::password);
+    const FocusReading reading = waitForFocus(FocusContext::Role::password);
     expectNoText(reading);
     EXPECT_EQ(selectedRange(reading.element), std::nullopt);
 }
@@ -58,7 +58,7 @@ TEST_F(FieldTest, TerminalOffTheBusGivesItsPrimarySelection) {
     start();
     frontmost().terminal = true;
     const TestApplication xterm = TestApplication::xterm(desktop(), QStringLiteral("onelongword"));
-    expectNoText(waitForFocus(FocusRecord::Role::terminal));
+    expectNoText(waitForFocus(FocusContext::Role::terminal));
     FocusReading reading;
     waitUntil(
         [&] {
@@ -138,7 +138,7 @@ TEST_F(FieldTest, OnlyTheFrontmostApplicationCounts) {
 
     const TestApplication front = TestApplication::xterm(desktop());
     EXPECT_EQ(focusedElement(), nullptr);
-    EXPECT_EQ(record().role, FocusRecord::Role::unknown);
+    EXPECT_EQ(record().role, FocusContext::Role::unknown);
 
     frontmost().pretend(QCoreApplication::applicationPid());
     EXPECT_EQ(focusedElement(), nullptr);

@@ -54,7 +54,7 @@ TEST_F(HostileBusTest, AbsentBusIsHarmless) {
     access().request();
     EXPECT_FALSE(access().isGranted());
     EXPECT_EQ(focusedElement(), nullptr);
-    EXPECT_EQ(record().role, FocusRecord::Role::unknown);
+    EXPECT_EQ(record().role, FocusContext::Role::unknown);
 }
 
 TEST_F(HostileBusTest, BusMayComeLater) {

@@ -33,18 +33,18 @@ TEST_F(TerminalTest, TellsItsPrimarySelectionRatherThanItsColumns) {
     const ClipboardOwner primary(desktop().display(),
                                  ClipboardOwner::plainText(QStringLiteral("one")), "PRIMARY");
     waitForSelection(QStringLiteral("one"));
-    EXPECT_EQ(record().role, FocusRecord::Role::terminal);
+    EXPECT_EQ(record().role, FocusContext::Role::terminal);
 }
 
 TEST_F(TerminalTest, TellsWhatIsSelectedOnTheBusWithoutAPrimarySelection) {
     openTerminal(2, 5);
     waitForSelection(QStringLiteral("one"));
-    EXPECT_EQ(record().role, FocusRecord::Role::terminal);
+    EXPECT_EQ(record().role, FocusContext::Role::terminal);
 }
 
 TEST_F(TerminalTest, ScreenIsNoTextOfAField) {
     openTerminal(2, 2);
-    const FocusReading reading = waitForFocus(FocusRecord::Role::terminal);
+    const FocusReading reading = waitForFocus(FocusContext::Role::terminal);
     EXPECT_EQ(reading.selectedText, std::nullopt);
     EXPECT_EQ(reading.selectedRange, std::nullopt);
     EXPECT_EQ(reading.value, std::nullopt);

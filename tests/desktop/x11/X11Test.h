@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/x11/ScriptedDetour.h"
+#include "desktop/x11/ScriptedRelay.h"
 #include "desktop/x11/WaitFor.h"
 #include "desktop/x11/XServerProcess.h"
-#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FocusContext.h"
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/X11Services.h"
 #include "platform/linux/x11/selection/X11LentText.h"
@@ -49,7 +49,7 @@ class X11Test : public testing::Test {
 
     /// What happens when the modifier of the next chord is down and its key is to follow.
     void beforeTheKey(const std::function<void()> &event) {
-        focus_->detour = std::make_shared<ScriptedDetour>(ScriptedDetour::beforeTheKey(event));
+        focus_->relay = std::make_shared<ScriptedRelay>(ScriptedRelay::beforeTheKey(event));
     }
 
     xcb_window_t ownerOf(const char *selection) {
@@ -84,7 +84,7 @@ class X11Test : public testing::Test {
     }
 
     /// What a chord is told of the focused element.
-    std::shared_ptr<FocusRecord> focus_ = std::make_shared<FocusRecord>();
+    std::shared_ptr<FocusContext> focus_ = std::make_shared<FocusContext>();
     XServerProcess server_;
     std::unique_ptr<X11Services> services_;
     std::unique_ptr<X11Connection> peer_;

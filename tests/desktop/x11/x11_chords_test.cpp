@@ -76,15 +76,15 @@ class ChordsTest : public X11Test {
         }
     }
 
-    /// The application's keys take a detour from now on, which goes as the turns say.
-    ScriptedDetour &detour(const QList<ScriptedDetour::Turn> &turns) {
-        const auto detour = std::make_shared<ScriptedDetour>(turns);
-        focus_->detour = detour;
-        return *detour;
+    /// The application's keys take a relay from now on, which goes as the turns say.
+    ScriptedRelay &relay(const QList<ScriptedRelay::Turn> &turns) {
+        const auto relay = std::make_shared<ScriptedRelay>(turns);
+        focus_->relay = relay;
+        return *relay;
     }
 
     /// A turn that answers when so many keys have reached the window.
-    ScriptedDetour::Turn whenItHas(std::size_t keys, bool answer = true) {
+    ScriptedRelay::Turn whenItHas(std::size_t keys, bool answer = true) {
         return [this, keys, answer] {
             EXPECT_TRUE(waitFor([&] { return window_->keys().size() >= keys; }));
             EXPECT_THAT(window_->keys(), SizeIs(keys));
@@ -174,7 +174,7 @@ TEST_F(ChordsTest, PutsLockedModifiersBack) {
 }
 
 TEST_F(ChordsTest, LeavesTheKeyUntilItsModifierIsBack) {
-    const ScriptedDetour &way = detour({whenItHas(0), whenItHas(1)});
+    const ScriptedRelay &way = relay({whenItHas(0), whenItHas(1)});
     ASSERT_EQ(type(Chord::paste), Outcome::typed) << reason_;
     EXPECT_EQ(way.asked, 2);
     expectChord(XKB_KEY_Control_L, XCB_MOD_MASK_CONTROL, XKB_KEY_v);
@@ -183,18 +183,18 @@ TEST_F(ChordsTest, LeavesTheKeyUntilItsModifierIsBack) {
 }
 
 TEST_F(ChordsTest, WithholdsWhereKeysAreStuck) {
-    const ScriptedDetour &way = detour({whenItHas(0, false)});
+    const ScriptedRelay &way = relay({whenItHas(0, false)});
     EXPECT_EQ(type(Chord::paste), Outcome::withheld);
     EXPECT_THAT(reason_, EndsWith(" are stuck"));
     EXPECT_EQ(way.asked, 1);
-    detour({whenItHas(0), whenItHas(1, false)});
+    relay({whenItHas(0), whenItHas(1, false)});
     EXPECT_EQ(type(Chord::paste), Outcome::withheld);
     EXPECT_THAT(reason_, StartsWith("the modifier is stuck"));
     ASSERT_TRUE(waitFor([&] { return window_->keys().size() == 2; }));
     EXPECT_EQ(typer_->state(), 0) << "the modifier alone went down, and up again";
 }
 
-TEST_F(ChordsTest, TypesNothingWhereTheFocusWentDuringTheDetour) {
+TEST_F(ChordsTest, TypesNothingWhereTheFocusWentDuringTheWayRound) {
     TestWindow other(*peer_);
     other.map();
     ASSERT_TRUE(waitFor([&] { return other.isViewable(); }));
@@ -215,18 +215,18 @@ TEST_F(ChordsTest, TypesNothingWhereTheFocusWentDuringTheDetour) {
 
 TEST_F(ChordsTest, HoldsNothingAheadWithStickyKeys) {
     typer_->switchStickyKeysOn();
-    const ScriptedDetour &way = detour({whenItHas(0)});
+    const ScriptedRelay &way = relay({whenItHas(0)});
     ASSERT_EQ(type(Chord::copy), Outcome::typed) << reason_;
     EXPECT_EQ(way.asked, 1);
     expectTap(XKB_KEY_c, XCB_MOD_MASK_CONTROL);
 }
 
 TEST_F(ChordsTest, TypesOneAfterAnotherEachAsItWasAskedFor) {
-    const auto second = std::make_shared<FocusRecord>();
-    second->role = FocusRecord::Role::terminal;
+    const auto second = std::make_shared<FocusContext>();
+    second->role = FocusContext::Role::terminal;
     const auto secondWay =
-        std::make_shared<ScriptedDetour>(QList<ScriptedDetour::Turn>{whenItHas(4), whenItHas(5)});
-    second->detour = secondWay;
+        std::make_shared<ScriptedRelay>(QList<ScriptedRelay::Turn>{whenItHas(4), whenItHas(5)});
+    second->relay = secondWay;
     const auto lent = lend(QStringLiteral("text"), application());
     std::optional<QCoro::Task<ChordResult>> paste;
     beforeTheKey([&] {
@@ -246,7 +246,7 @@ TEST_F(ChordsTest, TypesOneAfterAnotherEachAsItWasAskedFor) {
 }
 
 TEST_F(ChordsTest, TurnPassesOnAfterOneThatIsNotTyped) {
-    focus_->role = FocusRecord::Role::password;
+    focus_->role = FocusContext::Role::password;
     typer_->down(XKB_KEY_Alt_L);
     auto first = services_->chords->type(
         Chord::paste, {application(), nullptr, lend(QStringLiteral("text"), application())});
@@ -336,14 +336,14 @@ TEST_F(ChordsTest, WithholdsWhenAnotherWindowIsInFront) {
 }
 
 TEST_F(ChordsTest, WithholdsCopyWhereItIsUnsafe) {
-    focus_->role = FocusRecord::Role::password;
+    focus_->role = FocusContext::Role::password;
     EXPECT_EQ(type(Chord::copy), Outcome::withheld);
     EXPECT_EQ(reason_, "the focus is in a password field");
-    focus_->role = FocusRecord::Role::terminal;
+    focus_->role = FocusContext::Role::terminal;
     EXPECT_EQ(type(Chord::copy), Outcome::withheld);
     EXPECT_EQ(reason_, "the copy chord is an interrupt in a terminal");
     EXPECT_THAT(window_->keys(), IsEmpty());
-    focus_->role = FocusRecord::Role::password;
+    focus_->role = FocusContext::Role::password;
     EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
 }
 
@@ -378,7 +378,7 @@ TEST_F(ChordsTest, TypesNothingWhereTheChordsArePartsOfCommands) {
 }
 
 TEST_F(ChordsTest, PastesIntoATerminalFromBothSelections) {
-    focus_->role = FocusRecord::Role::terminal;
+    focus_->role = FocusContext::Role::terminal;
     ASSERT_EQ(type(Chord::paste), Outcome::typed) << reason_;
     EXPECT_EQ(ownerOf("PRIMARY"), services_->connection->window());
     expectChord(XKB_KEY_Shift_L, XCB_MOD_MASK_SHIFT, XKB_KEY_Insert);

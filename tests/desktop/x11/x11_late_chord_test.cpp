@@ -150,7 +150,7 @@ TEST_F(LateChordTest, LatePasteGetsNothingWhenNobodyWaitedForIt) {
     EXPECT_FALSE(wait(lent_->wasRead(20s)));
     // The next paste into it is one that it may read.
     window_->attend();
-    focus_->detour = nullptr;
+    focus_->relay = nullptr;
     EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
     EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer"));
 }

@@ -139,7 +139,7 @@ class AppDelegateTest : public testing::Test {
     std::unique_ptr<AppDelegate> delegate;
 };
 
-TEST_F(AppDelegateTest, launchesInItsOrder) {
+TEST_F(AppDelegateTest, LaunchesInItsOrder) {
     EXPECT_EQ(*log, QStringList(QStringLiteral("access.isGranted"))) << "made, not launched";
     log->clear();
     EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, InstanceClaim::Outcome::held);
@@ -155,7 +155,7 @@ TEST_F(AppDelegateTest, launchesInItsOrder) {
     EXPECT_FALSE(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
 }
 
-TEST_F(AppDelegateTest, aSecondCopyStartsNothing) {
+TEST_F(AppDelegateTest, ASecondCopyStartsNothing) {
     log->clear();
     instance->outcome = InstanceClaim::Outcome::otherActivated;
     EXPECT_EQ(delegate->applicationDidFinishLaunching().outcome, instance->outcome);
@@ -164,7 +164,7 @@ TEST_F(AppDelegateTest, aSecondCopyStartsNothing) {
     EXPECT_EQ(windowTitles(), QStringList());
 }
 
-TEST_F(AppDelegateTest, whatIsAskedFromOutsideIsDone) {
+TEST_F(AppDelegateTest, WhatIsAskedFromOutsideIsDone) {
     delegate->applicationDidFinishLaunching();
     instance->perform(QStringLiteral("transform"));
     EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender")));
@@ -184,7 +184,7 @@ TEST_F(AppDelegateTest, whatIsAskedFromOutsideIsDone) {
         << "a second start";
 }
 
-TEST_F(AppDelegateTest, theWindowsAreMadeOnceAndUsedAgain) {
+TEST_F(AppDelegateTest, TheWindowsAreMadeOnceAndUsedAgain) {
     delegate->applicationDidFinishLaunching();
     const QString ways[] = {QStringLiteral("about"), QStringLiteral("settings")};
     for (const QString &way : ways) {
@@ -206,7 +206,7 @@ TEST_F(AppDelegateTest, theWindowsAreMadeOnceAndUsedAgain) {
     EXPECT_EQ(windowTitles().size(), 1);
 }
 
-TEST_F(AppDelegateTest, theAlertOffersTheDownloadAndGoesAway) {
+TEST_F(AppDelegateTest, TheAlertOffersTheDownloadAndGoesAway) {
     server.setAnswer(test::ScriptedAnswer::http(
         200, R"({"version":"1.2.4","download_url":"https://releases.test/get"})"));
     delegate->applicationDidFinishLaunching();
@@ -219,7 +219,7 @@ TEST_F(AppDelegateTest, theAlertOffersTheDownloadAndGoesAway) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-TEST_F(AppDelegateTest, quittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQuits) {
+TEST_F(AppDelegateTest, QuittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQuits) {
     delegate->applicationDidFinishLaunching();
     startPasting();
     log->clear();

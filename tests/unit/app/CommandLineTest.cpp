@@ -12,23 +12,23 @@ std::optional<std::string> answerTo(std::vector<const char *> arguments) {
     return commandLineAnswer(arguments);
 }
 
-TEST(CommandLineTest, tellsTheVersionOfTheBuild) {
+TEST(CommandLineTest, TellsTheVersionOfTheBuild) {
     EXPECT_EQ(answerTo({"--version"}), "Quillmender " QUILLMENDER_VERSION "\n");
     EXPECT_EQ(answerTo({"-v"}), answerTo({"--version"}));
 }
 
-TEST(CommandLineTest, tellsHowToCallIt) {
+TEST(CommandLineTest, TellsHowToCallIt) {
     const auto help = answerTo({"--help"});
     ASSERT_TRUE(help);
     EXPECT_TRUE(help->starts_with("Usage: quillmender [--help | --version]\n"));
     EXPECT_EQ(answerTo({"-h"}), help);
 }
 
-TEST(CommandLineTest, answersAfterOtherArguments) {
+TEST(CommandLineTest, AnswersAfterOtherArguments) {
     EXPECT_TRUE(answerTo({"-style", "fusion", "--version"}));
 }
 
-TEST(CommandLineTest, leavesEverythingElseToTheToolkit) {
+TEST(CommandLineTest, LeavesEverythingElseToTheToolkit) {
     EXPECT_EQ(answerTo({}), std::nullopt);
     EXPECT_EQ(answerTo({"-platform", "offscreen", "--versions", "help"}), std::nullopt);
 }

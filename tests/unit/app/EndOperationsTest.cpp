@@ -13,11 +13,11 @@ class EndOperationsTest : public CoordinatorFixture {
     PromptAction action() const { return coordinator->actions().constFirst(); }
 };
 
-TEST_F(EndOperationsTest, nothingUnderWayEndsAtOnce) {
+TEST_F(EndOperationsTest, NothingUnderWayEndsAtOnce) {
     EXPECT_TRUE(coordinator->endOperations(longEnough).isReady());
 }
 
-TEST_F(EndOperationsTest, waitsForTheRunAndItsWriteBack) {
+TEST_F(EndOperationsTest, WaitsForTheRunAndItsWriteBack) {
     capture(QStringLiteral("text"));
     coordinator->run(action());
     auto ending = coordinator->endOperations(longEnough);
@@ -30,7 +30,7 @@ TEST_F(EndOperationsTest, waitsForTheRunAndItsWriteBack) {
     EXPECT_EQ(written(), QStringLiteral("answer"));
 }
 
-TEST_F(EndOperationsTest, waitsForEveryOperation) {
+TEST_F(EndOperationsTest, WaitsForEveryOperation) {
     capture(QStringLiteral("text"));
     coordinator->run(action());
     focus->reading = {};
@@ -47,7 +47,7 @@ TEST_F(EndOperationsTest, waitsForEveryOperation) {
     EXPECT_FALSE(coordinator->isWorking());
 }
 
-TEST_F(EndOperationsTest, waitsNoLongerThanItsLimit) {
+TEST_F(EndOperationsTest, WaitsNoLongerThanItsLimit) {
     capture(QStringLiteral("text"));
     coordinator->run(action());
     test::runTask(coordinator->endOperations(1ms));
@@ -57,7 +57,7 @@ TEST_F(EndOperationsTest, waitsNoLongerThanItsLimit) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return !coordinator->isWorking(); }));
 }
 
-TEST_F(EndOperationsTest, nothingStartsAfterwards) {
+TEST_F(EndOperationsTest, NothingStartsAfterwards) {
     capture(QStringLiteral("text"));
     test::runTask(coordinator->endOperations(longEnough));
     log->clear();

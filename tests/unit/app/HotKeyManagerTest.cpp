@@ -33,14 +33,14 @@ class HotKeyManagerTest : public testing::Test {
         std::make_unique<HotKeyManager>(hotKeys, [this] { ++runs; });
 };
 
-TEST_F(HotKeyManagerTest, holdsTheChordWhenItIsRegistered) {
+TEST_F(HotKeyManagerTest, HoldsTheChordWhenItIsRegistered) {
     EXPECT_TRUE(log->isEmpty());
     manager->registerHotKey();
     EXPECT_EQ(*log, QStringList({hold}));
     EXPECT_THAT(told, ElementsAre(asked));
 }
 
-TEST_F(HotKeyManagerTest, letsGoOfAnEarlierRegistrationFirst) {
+TEST_F(HotKeyManagerTest, LetsGoOfAnEarlierRegistrationFirst) {
     manager->registerHotKey();
     manager->registerHotKey();
     EXPECT_EQ(*log, QStringList({hold, letGo, hold}));
@@ -49,13 +49,13 @@ TEST_F(HotKeyManagerTest, letsGoOfAnEarlierRegistrationFirst) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST_F(HotKeyManagerTest, letsGoWhenItEnds) {
+TEST_F(HotKeyManagerTest, LetsGoWhenItEnds) {
     manager->registerHotKey();
     manager.reset();
     EXPECT_EQ(*log, QStringList({hold, letGo}));
 }
 
-TEST_F(HotKeyManagerTest, aPressRunsTheHandlerOnceInATurnOfItsOwn) {
+TEST_F(HotKeyManagerTest, APressRunsTheHandlerOnceInATurnOfItsOwn) {
     manager->registerHotKey();
     hotKeys.press();
     hotKeys.press();
@@ -64,7 +64,7 @@ TEST_F(HotKeyManagerTest, aPressRunsTheHandlerOnceInATurnOfItsOwn) {
     EXPECT_EQ(runs, 2);
 }
 
-TEST_F(HotKeyManagerTest, aPressThatIsStillToBeToldEndsWithTheHotKey) {
+TEST_F(HotKeyManagerTest, APressThatIsStillToBeToldEndsWithTheHotKey) {
     manager->registerHotKey();
     hotKeys.press();
     manager.reset();
@@ -72,7 +72,7 @@ TEST_F(HotKeyManagerTest, aPressThatIsStillToBeToldEndsWithTheHotKey) {
     EXPECT_EQ(runs, 0);
 }
 
-TEST_F(HotKeyManagerTest, theHandlerMayEndTheHotKey) {
+TEST_F(HotKeyManagerTest, TheHandlerMayEndTheHotKey) {
     manager = std::make_unique<HotKeyManager>(hotKeys, [this] {
         ++runs;
         manager.reset();
@@ -85,7 +85,7 @@ TEST_F(HotKeyManagerTest, theHandlerMayEndTheHotKey) {
     EXPECT_EQ(runs, 2);
 }
 
-TEST_F(HotKeyManagerTest, tellsThatThereIsNone) {
+TEST_F(HotKeyManagerTest, TellsThatThereIsNone) {
     hotKeys.refusal = QStringLiteral("the desktop has none");
     manager->registerHotKey();
     EXPECT_THAT(told, ElementsAre(std::nullopt));
@@ -93,7 +93,7 @@ TEST_F(HotKeyManagerTest, tellsThatThereIsNone) {
     EXPECT_EQ(*log, QStringList({hold}));
 }
 
-TEST_F(HotKeyManagerTest, followsKeysThatAreLostFoundOrChosenByTheUser) {
+TEST_F(HotKeyManagerTest, FollowsKeysThatAreLostFoundOrChosenByTheUser) {
     hotKeys.isTaken = true;
     manager->registerHotKey();
     hotKeys.held->setKeys(asked);
@@ -106,7 +106,7 @@ TEST_F(HotKeyManagerTest, followsKeysThatAreLostFoundOrChosenByTheUser) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST_F(HotKeyManagerTest, anAnswerMayComeLate) {
+TEST_F(HotKeyManagerTest, AnAnswerMayComeLate) {
     fakes::Gate gate;
     hotKeys.gate = &gate;
     manager->registerHotKey();
@@ -118,7 +118,7 @@ TEST_F(HotKeyManagerTest, anAnswerMayComeLate) {
     EXPECT_EQ(runs, 1);
 }
 
-TEST_F(HotKeyManagerTest, anAnswerAfterItsEndIsLetGoOf) {
+TEST_F(HotKeyManagerTest, AnAnswerAfterItsEndIsLetGoOf) {
     fakes::Gate gate;
     hotKeys.gate = &gate;
     manager->registerHotKey();
@@ -128,7 +128,7 @@ TEST_F(HotKeyManagerTest, anAnswerAfterItsEndIsLetGoOf) {
     EXPECT_TRUE(told.empty());
 }
 
-TEST_F(HotKeyManagerTest, aLateAnswerToAnEarlierRegistrationIsLetGoOf) {
+TEST_F(HotKeyManagerTest, ALateAnswerToAnEarlierRegistrationIsLetGoOf) {
     fakes::Gate first;
     hotKeys.gate = &first;
     manager->registerHotKey();

@@ -7,7 +7,7 @@
 namespace quillmender {
 namespace {
 
-TEST(LogFilterTest, othersSayNothingBelowAWarningWhateverTheRules) {
+TEST(LogFilterTest, OthersSayNothingBelowAWarningWhateverTheRules) {
     const QLoggingCategory before("toolkit.before");
     keepTextsOutOfTheLog();
     const auto restore = qScopeGuard([] {
@@ -28,7 +28,7 @@ TEST(LogFilterTest, othersSayNothingBelowAWarningWhateverTheRules) {
     EXPECT_TRUE(own.isInfoEnabled());
 }
 
-TEST(LogFilterTest, theRulesStillCountForOurOwn) {
+TEST(LogFilterTest, TheRulesStillCountForOurOwn) {
     keepTextsOutOfTheLog();
     const auto restore = qScopeGuard([] {
         QLoggingCategory::setFilterRules(QString());

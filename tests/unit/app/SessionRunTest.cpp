@@ -13,7 +13,7 @@ class SessionRunTest : public CoordinatorFixture {
         "capture the whole field when possible.");
 };
 
-TEST_F(SessionRunTest, needsASession) {
+TEST_F(SessionRunTest, NeedsASession) {
     coordinator->run(action(TextAction::casual));
     EXPECT_EQ(coordinator->errorMessage(), noSelection);
     coordinator->setCustomInstruction(QStringLiteral("write"));
@@ -22,7 +22,7 @@ TEST_F(SessionRunTest, needsASession) {
     EXPECT_TRUE(log->isEmpty());
 }
 
-TEST_F(SessionRunTest, sendsTheRenderedPromptAndReplacesTheText) {
+TEST_F(SessionRunTest, SendsTheRenderedPromptAndReplacesTheText) {
     capture(QStringLiteral("me goes"));
     coordinator->run(action(TextAction::fixGrammar));
     EXPECT_TRUE(coordinator->isWorking());
@@ -41,7 +41,7 @@ TEST_F(SessionRunTest, sendsTheRenderedPromptAndReplacesTheText) {
     EXPECT_EQ(written(), QStringLiteral("I go"));
 }
 
-TEST_F(SessionRunTest, pastesWhenAccessibilityRefuses) {
+TEST_F(SessionRunTest, PastesWhenAccessibilityRefuses) {
     capture(QStringLiteral("me goes"));
     focus->replacement.outcome = Replacement::Outcome::refused;
     coordinator->run(action(TextAction::fixGrammar));
@@ -52,7 +52,7 @@ TEST_F(SessionRunTest, pastesWhenAccessibilityRefuses) {
     expectReset();
 }
 
-TEST_F(SessionRunTest, aProviderFailureKeepsTheSessionForAnotherAction) {
+TEST_F(SessionRunTest, AProviderFailureKeepsTheSessionForAnotherAction) {
     capture(QStringLiteral("me goes"));
     coordinator->run(action(TextAction::fixGrammar));
     transport.answer(401, R"({"error":{"message":"Incorrect API key provided"}})");
@@ -70,7 +70,7 @@ TEST_F(SessionRunTest, aProviderFailureKeepsTheSessionForAnotherAction) {
     expectReset();
 }
 
-TEST_F(SessionRunTest, resetsTheWorkBeforeItSaysWhy) {
+TEST_F(SessionRunTest, ResetsTheWorkBeforeItSaysWhy) {
     capture(QStringLiteral("me goes"));
     coordinator->run(action(TextAction::fixGrammar));
     bool wasWorking = true;
@@ -85,7 +85,7 @@ TEST_F(SessionRunTest, resetsTheWorkBeforeItSaysWhy) {
     EXPECT_EQ(coordinator->errorMessage(), QStringLiteral("offline"));
 }
 
-TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
+TEST_F(SessionRunTest, AFailedWriteBackKeepsTheSession) {
     capture(QStringLiteral("me goes"));
     focus->replacement.outcome = Replacement::Outcome::refused;
     chords->result.outcome = ChordResult::Outcome::withheld;
@@ -99,7 +99,7 @@ TEST_F(SessionRunTest, aFailedWriteBackKeepsTheSession) {
     EXPECT_TRUE(panel->isVisible);
 }
 
-TEST_F(SessionRunTest, thePanelThatHasToStepsAsideForAPasteAlone) {
+TEST_F(SessionRunTest, ThePanelThatHasToStepsAsideForAPasteAlone) {
     capture(QStringLiteral("me goes"));
     panel->needsSteppingAside = true;
     coordinator->run(action(TextAction::fixGrammar));
@@ -117,7 +117,7 @@ TEST_F(SessionRunTest, thePanelThatHasToStepsAsideForAPasteAlone) {
     EXPECT_EQ(log->last(2), QStringList({QStringLiteral("stayAway"), QStringLiteral("orderOut")}));
 }
 
-TEST_F(SessionRunTest, thePanelComesBackWhenThePasteFails) {
+TEST_F(SessionRunTest, ThePanelComesBackWhenThePasteFails) {
     capture(QStringLiteral("me goes"));
     panel->needsSteppingAside = true;
     focus->replacement.outcome = Replacement::Outcome::refused;
@@ -134,7 +134,7 @@ TEST_F(SessionRunTest, thePanelComesBackWhenThePasteFails) {
     EXPECT_NE(coordinator->currentSession(), nullptr);
 }
 
-TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
+TEST_F(SessionRunTest, AnUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
     capture(QStringLiteral("text"));
     focus->replacement.outcome = Replacement::Outcome::uncertain;
     coordinator->run(coordinator->actions().constFirst());
@@ -152,7 +152,7 @@ TEST_F(SessionRunTest, anUncertainWriteBackIsNotPastedAndGivesTheSessionUp) {
     EXPECT_EQ(*log, QStringList());
 }
 
-TEST_F(SessionRunTest, anUncertainWriteBackLeavesALaterSessionAlone) {
+TEST_F(SessionRunTest, AnUncertainWriteBackLeavesALaterSessionAlone) {
     capture(QStringLiteral("first"));
     focus->replacement.outcome = Replacement::Outcome::uncertain;
     coordinator->run(coordinator->actions().constFirst());
@@ -162,7 +162,7 @@ TEST_F(SessionRunTest, anUncertainWriteBackLeavesALaterSessionAlone) {
     EXPECT_EQ(coordinator->currentSession(), second);
 }
 
-TEST_F(SessionRunTest, aMissingKeyStartsNoRequest) {
+TEST_F(SessionRunTest, AMissingKeyStartsNoRequest) {
     secrets->items.clear();
     capture(QStringLiteral("me goes"));
     coordinator->run(action(TextAction::fixGrammar));
@@ -171,7 +171,7 @@ TEST_F(SessionRunTest, aMissingKeyStartsNoRequest) {
     EXPECT_TRUE(transport.requests.isEmpty());
 }
 
-TEST_F(SessionRunTest, runsTheFreeInstructionTrimmed) {
+TEST_F(SessionRunTest, RunsTheFreeInstructionTrimmed) {
     capture(QStringLiteral("meeting notes"));
     coordinator->setCustomInstruction(QStringLiteral("  write an email \n"));
     coordinator->runCustomInstruction();
@@ -184,7 +184,7 @@ TEST_F(SessionRunTest, runsTheFreeInstructionTrimmed) {
     expectReset();
 }
 
-TEST_F(SessionRunTest, keepsTheInstructionWhenItFails) {
+TEST_F(SessionRunTest, KeepsTheInstructionWhenItFails) {
     capture(QStringLiteral("meeting notes"));
     coordinator->setCustomInstruction(QStringLiteral("write"));
     coordinator->runCustomInstruction();
@@ -193,7 +193,7 @@ TEST_F(SessionRunTest, keepsTheInstructionWhenItFails) {
     EXPECT_EQ(coordinator->customInstruction(), QStringLiteral("write"));
 }
 
-TEST_F(SessionRunTest, aBlankInstructionIsRefused) {
+TEST_F(SessionRunTest, ABlankInstructionIsRefused) {
     capture(QStringLiteral("meeting notes"));
     coordinator->setCustomInstruction(QStringLiteral(" \n"));
     coordinator->runCustomInstruction();
@@ -202,7 +202,7 @@ TEST_F(SessionRunTest, aBlankInstructionIsRefused) {
     EXPECT_TRUE(transport.requests.isEmpty());
 }
 
-TEST_F(SessionRunTest, aRunUnderWayFinishesInTheSessionThatItHolds) {
+TEST_F(SessionRunTest, ARunUnderWayFinishesInTheSessionThatItHolds) {
     capture(QStringLiteral("first"));
     coordinator->run(action(TextAction::fixGrammar));
     select(QStringLiteral("second text"));
@@ -215,7 +215,7 @@ TEST_F(SessionRunTest, aRunUnderWayFinishesInTheSessionThatItHolds) {
     EXPECT_FALSE(panel->isVisible);
 }
 
-TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
+TEST_F(SessionRunTest, ClosingThePanelResetsButNotTheWork) {
     capture(QStringLiteral("first"));
     coordinator->run(action(TextAction::fixGrammar));
     coordinator->setCustomInstruction(QStringLiteral("typed"));
@@ -226,7 +226,7 @@ TEST_F(SessionRunTest, closingThePanelResetsButNotTheWork) {
     EXPECT_EQ(written(), QStringLiteral("1st"));
 }
 
-TEST_F(SessionRunTest, aKeyOfBlanksIsAMissingKey) {
+TEST_F(SessionRunTest, AKeyOfBlanksIsAMissingKey) {
     for (const char *blanks : {" ", "\n\t  "}) {
         secrets->items.first() = blanks;
         coordinator->settingsStore().setSelectedProvider(AIProvider::openAI);
@@ -238,7 +238,7 @@ TEST_F(SessionRunTest, aKeyOfBlanksIsAMissingKey) {
     }
 }
 
-TEST_F(SessionRunTest, aSuccessIsPublishedInItsOrder) {
+TEST_F(SessionRunTest, ASuccessIsPublishedInItsOrder) {
     capture(QStringLiteral("me goes"));
     coordinator->setCustomInstruction(QStringLiteral("typed"));
     PublishedChanges changes(*coordinator);
@@ -252,7 +252,7 @@ TEST_F(SessionRunTest, aSuccessIsPublishedInItsOrder) {
                            QStringLiteral("description: "), QStringLiteral("instruction: ")}));
 }
 
-TEST_F(SessionRunTest, aFailureIsPublishedInItsOrder) {
+TEST_F(SessionRunTest, AFailureIsPublishedInItsOrder) {
     capture(QStringLiteral("me goes"));
     coordinator->setCustomInstruction(QStringLiteral("write"));
     PublishedChanges changes(*coordinator);
@@ -269,7 +269,7 @@ TEST_F(SessionRunTest, aFailureIsPublishedInItsOrder) {
                            QStringLiteral("action: Make It Casual")}));
 }
 
-TEST_F(SessionRunTest, hidingIsPublishedInItsOrderOnceThePanelIsAway) {
+TEST_F(SessionRunTest, HidingIsPublishedInItsOrderOnceThePanelIsAway) {
     focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(action(TextAction::fixGrammar));
@@ -289,7 +289,7 @@ TEST_F(SessionRunTest, hidingIsPublishedInItsOrderOnceThePanelIsAway) {
     EXPECT_FALSE(wasVisible);
 }
 
-TEST_F(SessionRunTest, theCapturedTextIsSentAsItWasCaptured) {
+TEST_F(SessionRunTest, TheCapturedTextIsSentAsItWasCaptured) {
     focus->reading.value = QStringLiteral("  all\tof it \n");
     coordinator->beginWorkflow();
     coordinator->run(action(TextAction::fixGrammar));
@@ -299,7 +299,7 @@ TEST_F(SessionRunTest, theCapturedTextIsSentAsItWasCaptured) {
     EXPECT_TRUE(transport.requests.constLast().body.contains("Source text:\\n  all\\tof it \\n\""));
 }
 
-TEST_F(SessionRunTest, theSelectedProviderIsAskedWithItsSettings) {
+TEST_F(SessionRunTest, TheSelectedProviderIsAskedWithItsSettings) {
     coordinator->settingsStore().setSelectedProvider(AIProvider::anthropic);
     coordinator->settingsStore().setModel(AIProvider::anthropic, QStringLiteral(" m2 "));
     coordinator->settingsStore().setEndpoint(AIProvider::anthropic,
@@ -315,7 +315,7 @@ TEST_F(SessionRunTest, theSelectedProviderIsAskedWithItsSettings) {
     EXPECT_TRUE(request.body.startsWith(R"({"model":"m2",)"));
 }
 
-TEST_F(SessionRunTest, whatIsTypedForTheInstructionIsPublishedAsItIs) {
+TEST_F(SessionRunTest, WhatIsTypedForTheInstructionIsPublishedAsItIs) {
     PublishedChanges changes(*coordinator);
     coordinator->setCustomInstruction(QStringLiteral(" a \n"));
     EXPECT_EQ(changes.take(), QStringList(QStringLiteral("instruction:  a \n")));

@@ -5,7 +5,7 @@ namespace {
 
 class SessionStartTest : public CoordinatorFixture {};
 
-TEST_F(SessionStartTest, capturesThenShowsThePanel) {
+TEST_F(SessionStartTest, CapturesThenShowsThePanel) {
     select(QStringLiteral("some words"));
     coordinator->beginWorkflow();
     EXPECT_EQ(*log, QStringList({
@@ -27,7 +27,7 @@ TEST_F(SessionStartTest, capturesThenShowsThePanel) {
     ASSERT_NE(coordinator->currentSession(), nullptr);
 }
 
-TEST_F(SessionStartTest, describesAWholeField) {
+TEST_F(SessionStartTest, DescribesAWholeField) {
     focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Captured Field"));
@@ -36,7 +36,7 @@ TEST_F(SessionStartTest, describesAWholeField) {
                              "text field."));
 }
 
-TEST_F(SessionStartTest, withoutAccessSendsNoKeyAndSaysSo) {
+TEST_F(SessionStartTest, WithoutAccessSendsNoKeyAndSaysSo) {
     capture(QStringLiteral("earlier"));
     access->granted = false;
     coordinator->beginWorkflow();
@@ -56,21 +56,21 @@ TEST_F(SessionStartTest, withoutAccessSendsNoKeyAndSaysSo) {
     EXPECT_FALSE(coordinator->accessibilityGranted());
 }
 
-TEST_F(SessionStartTest, aSecondPressDuringTheCaptureChangesNothing) {
+TEST_F(SessionStartTest, ASecondPressDuringTheCaptureChangesNothing) {
     clock->duringSleep = [this](int) { coordinator->beginWorkflow(); };
     coordinator->beginWorkflow();
     EXPECT_EQ(log->count(QStringLiteral("access.isGranted")), 1);
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
-TEST_F(SessionStartTest, aCaptureThatEndsWithTheProgramShowsNothing) {
+TEST_F(SessionStartTest, ACaptureThatEndsWithTheProgramShowsNothing) {
     clock->duringSleep = [this](int) { coordinator->endOperations(std::chrono::seconds(20)); };
     coordinator->beginWorkflow();
     EXPECT_GT(clock->sleeps, 0);
     EXPECT_FALSE(log->contains(QStringLiteral("makeKeyAndOrderFront")));
 }
 
-TEST_F(SessionStartTest, aFailedCaptureShowsItsMessage) {
+TEST_F(SessionStartTest, AFailedCaptureShowsItsMessage) {
     capture(QStringLiteral("earlier"));
     workspace->frontmost = nullptr;
     coordinator->beginWorkflow();
@@ -83,7 +83,7 @@ TEST_F(SessionStartTest, aFailedCaptureShowsItsMessage) {
     EXPECT_EQ(log->last(), QStringLiteral("makeKeyAndOrderFront"));
 }
 
-TEST_F(SessionStartTest, reusesThePanel) {
+TEST_F(SessionStartTest, ReusesThePanel) {
     capture(QStringLiteral("one"));
     select(QStringLiteral("two"));
     coordinator->beginWorkflow();
@@ -91,7 +91,7 @@ TEST_F(SessionStartTest, reusesThePanel) {
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("two"));
 }
 
-TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
+TEST_F(SessionStartTest, APressDuringTheCaptureAsksForTheSamePanel) {
     focus->reading.element = nullptr;
     clock->duringSleep = [this](int sleep) {
         if (sleep == 1)
@@ -102,7 +102,7 @@ TEST_F(SessionStartTest, aPressDuringTheCaptureAsksForTheSamePanel) {
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
-TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
+TEST_F(SessionStartTest, APressDuringALateCaptureStartsAnew) {
     fakes::Gate gate;
     focus->gate = &gate;
     select(QStringLiteral("of an application that hangs"));
@@ -124,7 +124,7 @@ TEST_F(SessionStartTest, aPressDuringALateCaptureStartsAnew) {
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
-TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
+TEST_F(SessionStartTest, AsksForAccessAndContinuesWhenItIsGranted) {
     access->granted = false;
     coordinator->beginWorkflow();
     log->clear();
@@ -137,7 +137,7 @@ TEST_F(SessionStartTest, asksForAccessAndContinuesWhenItIsGranted) {
     EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("words"));
 }
 
-TEST_F(SessionStartTest, startsItsPartsInOrder) {
+TEST_F(SessionStartTest, StartsItsPartsInOrder) {
     coordinator->start();
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("showStatusItem"),
@@ -162,7 +162,7 @@ TEST_F(SessionStartTest, startsItsPartsInOrder) {
     EXPECT_EQ(item.menu[4].shortcut, QKeyCombination(Qt::MetaModifier, Qt::Key_Q));
 }
 
-TEST_F(SessionStartTest, theMenuDoesWhatItSays) {
+TEST_F(SessionStartTest, TheMenuDoesWhatItSays) {
     coordinator->start();
     log->clear();
     statusItem->contents.menu[1].handler();
@@ -175,7 +175,7 @@ TEST_F(SessionStartTest, theMenuDoesWhatItSays) {
     EXPECT_EQ(log->last(), QStringLiteral("makeKeyAndOrderFront"));
 }
 
-TEST_F(SessionStartTest, settingsChangesRedrawThePanel) {
+TEST_F(SessionStartTest, SettingsChangesRedrawThePanel) {
     int changes = 0;
     QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
                      [&] { ++changes; });
@@ -184,7 +184,7 @@ TEST_F(SessionStartTest, settingsChangesRedrawThePanel) {
     EXPECT_EQ(coordinator->actions().size(), 6);
 }
 
-TEST_F(SessionStartTest, aCaptureIsPublishedInItsOrderBeforeThePanelShows) {
+TEST_F(SessionStartTest, ACaptureIsPublishedInItsOrderBeforeThePanelShows) {
     focus->reading.value = QStringLiteral("all of it");
     coordinator->run(coordinator->actions().constFirst());
     PublishedChanges changes(*coordinator);
@@ -200,7 +200,7 @@ TEST_F(SessionStartTest, aCaptureIsPublishedInItsOrderBeforeThePanelShows) {
     EXPECT_FALSE(wasVisible);
 }
 
-TEST_F(SessionStartTest, aRefusalIsPublishedInItsOrder) {
+TEST_F(SessionStartTest, ARefusalIsPublishedInItsOrder) {
     focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(coordinator->actions().constFirst());
@@ -215,7 +215,7 @@ TEST_F(SessionStartTest, aRefusalIsPublishedInItsOrder) {
     EXPECT_TRUE(coordinator->isWorking());
 }
 
-TEST_F(SessionStartTest, aFailedCaptureIsPublishedInItsOrder) {
+TEST_F(SessionStartTest, AFailedCaptureIsPublishedInItsOrder) {
     focus->reading.value = QStringLiteral("all of it");
     coordinator->beginWorkflow();
     coordinator->run(coordinator->actions().constFirst());
@@ -229,7 +229,7 @@ TEST_F(SessionStartTest, aFailedCaptureIsPublishedInItsOrder) {
                      QStringLiteral("error: Quillmender could no"), QStringLiteral("action: ")}));
 }
 
-TEST_F(SessionStartTest, nothingIsShownBeforeItStarts) {
+TEST_F(SessionStartTest, NothingIsShownBeforeItStarts) {
     EXPECT_EQ(coordinator->captureTitle(), QStringLiteral("Selected Text"));
     EXPECT_EQ(coordinator->captureDescription(), QString());
     EXPECT_EQ(coordinator->selectedTextPreview(), QString());
@@ -240,7 +240,7 @@ TEST_F(SessionStartTest, nothingIsShownBeforeItStarts) {
     EXPECT_EQ(panel, nullptr);
 }
 
-TEST_F(SessionStartTest, theHotKeyStartsASession) {
+TEST_F(SessionStartTest, TheHotKeyStartsASession) {
     coordinator->start();
     select(QStringLiteral("words"));
     hotKeys->press();
@@ -250,7 +250,7 @@ TEST_F(SessionStartTest, theHotKeyStartsASession) {
     EXPECT_TRUE(panel->isVisible);
 }
 
-TEST_F(SessionStartTest, theSettingsKnowWhichKeysAreHeld) {
+TEST_F(SessionStartTest, TheSettingsKnowWhichKeysAreHeld) {
     hotKeys->isTaken = true;
     coordinator->start();
     const SettingsStore &settings = coordinator->settingsStore();
@@ -264,14 +264,14 @@ TEST_F(SessionStartTest, theSettingsKnowWhichKeysAreHeld) {
     EXPECT_NE(settings.hotKeyStatusMessage(), std::nullopt);
 }
 
-TEST_F(SessionStartTest, thePreviewIsShortTheSessionIsWhole) {
+TEST_F(SessionStartTest, ThePreviewIsShortTheSessionIsWhole) {
     select(QString(181, u'a'));
     coordinator->beginWorkflow();
     EXPECT_EQ(coordinator->selectedTextPreview(), QString(180, u'a') + u'…');
     EXPECT_EQ(coordinator->currentSession()->selectedText, QString(181, u'a'));
 }
 
-TEST_F(SessionStartTest, changesOfThePermissionRedrawThePanel) {
+TEST_F(SessionStartTest, ChangesOfThePermissionRedrawThePanel) {
     int changes = 0;
     QObject::connect(coordinator.get(), &Observable::objectWillChange, coordinator.get(),
                      [&] { ++changes; });

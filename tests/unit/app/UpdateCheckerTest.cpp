@@ -49,14 +49,14 @@ class UpdateCheckerTest : public testing::Test {
     ReadyTransport transport;
 };
 
-TEST_F(UpdateCheckerTest, findsANewerRelease) {
+TEST_F(UpdateCheckerTest, FindsANewerRelease) {
     EXPECT_EQ(
         checkAgainst(R"({"version":"1.4.2","download_url":"https://releases.test/get","x":1})"),
         (ReleaseManifest{QStringLiteral("1.4.2"),
                          QUrl(QStringLiteral("https://releases.test/get"))}));
 }
 
-TEST_F(UpdateCheckerTest, asksOnceAndPlainly) {
+TEST_F(UpdateCheckerTest, AsksOnceAndPlainly) {
     check();
     ASSERT_EQ(transport.requests.size(), 1);
     const HttpRequest &request = transport.requests.constFirst();
@@ -69,7 +69,7 @@ TEST_F(UpdateCheckerTest, asksOnceAndPlainly) {
     EXPECT_LE(request.largestAnswer, 1024 * 1024);
 }
 
-TEST_F(UpdateCheckerTest, nobodyIsAskedForAHostThatCannotBe) {
+TEST_F(UpdateCheckerTest, NobodyIsAskedForAHostThatCannotBe) {
     transport.response.body = R"({"version":"9","download_url":"https://releases.test/get"})";
     for (const char *host : {"https://releases.quillmender.example/latest.json",
                              "https://RELEASES.EXAMPLE:8443/latest.json", "https://example/"})
@@ -78,7 +78,7 @@ TEST_F(UpdateCheckerTest, nobodyIsAskedForAHostThatCannotBe) {
     EXPECT_TRUE(check(QStringLiteral("1"), QUrl(QStringLiteral("https://notexample/"))));
 }
 
-TEST_F(UpdateCheckerTest, anyAnswerOutsideOfSuccessIsNothing) {
+TEST_F(UpdateCheckerTest, AnyAnswerOutsideOfSuccessIsNothing) {
     const QByteArray manifest = R"({"version":"2","download_url":"https://releases.test/get"})";
     for (const int status : {100, 199, 300, 301, 304, 404, 500}) {
         transport.response.status = status;
@@ -92,7 +92,7 @@ TEST_F(UpdateCheckerTest, anyAnswerOutsideOfSuccessIsNothing) {
     }
 }
 
-TEST_F(UpdateCheckerTest, anyErrorIsNothing) {
+TEST_F(UpdateCheckerTest, AnyErrorIsNothing) {
     transport.response.body = R"({"version":"2","download_url":"https://releases.test/get"})";
     transport.error =
         std::make_exception_ptr(TransportError(TransportError::Kind::timedOut, manifestURL));
@@ -101,7 +101,7 @@ TEST_F(UpdateCheckerTest, anyErrorIsNothing) {
     EXPECT_EQ(check(), std::nullopt);
 }
 
-TEST_F(UpdateCheckerTest, anyBadManifestIsNothing) {
+TEST_F(UpdateCheckerTest, AnyBadManifestIsNothing) {
     for (const char *manifest :
          {"",
           "null",
@@ -131,7 +131,7 @@ TEST_F(UpdateCheckerTest, anyBadManifestIsNothing) {
     EXPECT_EQ(checkAgainst(QByteArray(60'000, '[')), std::nullopt);
 }
 
-TEST_F(UpdateCheckerTest, comparesNumberByNumber) {
+TEST_F(UpdateCheckerTest, ComparesNumberByNumber) {
     EXPECT_TRUE(isNewer("1.0.1", "1.0.0"));
     EXPECT_TRUE(isNewer("1.0.0.1", "1.0.0"));
     EXPECT_TRUE(isNewer("1.10", "1.9"));
@@ -145,7 +145,7 @@ TEST_F(UpdateCheckerTest, comparesNumberByNumber) {
     EXPECT_FALSE(isNewer("1.0.0", "1.0.0"));
 }
 
-TEST_F(UpdateCheckerTest, partsThatAreNoNumbersCountAsZero) {
+TEST_F(UpdateCheckerTest, PartsThatAreNoNumbersCountAsZero) {
     EXPECT_TRUE(isNewer("2.0-beta", "1.9"));
     EXPECT_FALSE(isNewer("2.0-beta", "2.0"));
     EXPECT_FALSE(isNewer("2.1-beta", "2.0")) << "2.0";
@@ -168,19 +168,19 @@ TEST_F(UpdateCheckerTest, partsThatAreNoNumbersCountAsZero) {
     EXPECT_TRUE(isNewer("1", "beta"));
 }
 
-TEST_F(UpdateCheckerTest, aPublishedVersionIsShort) {
+TEST_F(UpdateCheckerTest, APublishedVersionIsShort) {
     EXPECT_TRUE(isNewer(QByteArray("1.").repeated(16).constData(), "0"));
     EXPECT_FALSE(isNewer((QByteArray("1.").repeated(16) + '1').constData(), "0"));
     EXPECT_FALSE(isNewer(QByteArray(50'000, '1').constData(), "0"));
 }
 
-TEST_F(UpdateCheckerTest, nothingInAPublishedVersionChangesHowItIsShown) {
+TEST_F(UpdateCheckerTest, NothingInAPublishedVersionChangesHowItIsShown) {
     for (const char *version : {"2.2,0", "2.2\\n0", "2.<b>2</b>", "2.2\\u0000", "2.2\\u202e",
                                 "2.\xD9\xA3", "2.2&amp;", "2.2%1"})
         EXPECT_FALSE(isNewer(version, "0")) << version;
 }
 
-TEST_F(UpdateCheckerTest, onlyPagesOfTheWebAreOpened) {
+TEST_F(UpdateCheckerTest, OnlyPagesOfTheWebAreOpened) {
     for (const char *address :
          {"file:///etc/passwd", "smb://host/share", "javascript:alert(1)", "apt:hello",
           "http://releases.test/get", "ftp://releases.test/get", "data:text/html,x",
@@ -198,7 +198,7 @@ TEST_F(UpdateCheckerTest, onlyPagesOfTheWebAreOpened) {
               std::nullopt);
 }
 
-TEST_F(UpdateCheckerTest, emptyPartsAreDropped) {
+TEST_F(UpdateCheckerTest, EmptyPartsAreDropped) {
     EXPECT_FALSE(isNewer("", "0"));
     EXPECT_FALSE(isNewer("", ""));
     EXPECT_FALSE(isNewer(".", "0.0"));
@@ -208,12 +208,12 @@ TEST_F(UpdateCheckerTest, emptyPartsAreDropped) {
     EXPECT_TRUE(isNewer(".2.", "1"));
 }
 
-TEST(AppMetadataTest, theVersionIsTheBundlesOrTheFirst) {
+TEST(AppMetadataTest, TheVersionIsTheBundlesOrTheFirst) {
     EXPECT_EQ(AppMetadata::version(QStringLiteral("3.2.1")), QStringLiteral("3.2.1"));
     EXPECT_EQ(AppMetadata::version(std::nullopt), QStringLiteral("1.0.0"));
 }
 
-TEST(AppMetadataTest, theManifestIsOnTheReleaseHost) {
+TEST(AppMetadataTest, TheManifestIsOnTheReleaseHost) {
     const QUrl url = AppMetadata::updateManifestURL();
     EXPECT_EQ(url.scheme(), QStringLiteral("https"));
     EXPECT_EQ(url.path(), QStringLiteral("/latest.json"));

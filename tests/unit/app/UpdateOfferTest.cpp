@@ -23,7 +23,7 @@ class UpdateOfferTest : public CoordinatorFixture {
     const QString opened = QStringLiteral("openUrl https://releases.test/get");
 };
 
-TEST_F(UpdateOfferTest, asksForTheManifestAtLaunch) {
+TEST_F(UpdateOfferTest, AsksForTheManifestAtLaunch) {
     coordinator->start();
     ASSERT_EQ(transport.requests.size(), 1);
     EXPECT_EQ(transport.requests.constFirst().url,
@@ -31,7 +31,7 @@ TEST_F(UpdateOfferTest, asksForTheManifestAtLaunch) {
     EXPECT_TRUE(item().hidden);
 }
 
-TEST_F(UpdateOfferTest, offersTheNewerReleaseInMenuAndAlert) {
+TEST_F(UpdateOfferTest, OffersTheNewerReleaseInMenuAndAlert) {
     startWith("1.0.1");
     ASSERT_TRUE(awaitAlert());
     EXPECT_EQ(item().title, QStringLiteral("Download Quillmender 1.0.1"));
@@ -45,7 +45,7 @@ TEST_F(UpdateOfferTest, offersTheNewerReleaseInMenuAndAlert) {
     EXPECT_EQ(alert->buttons, QStringList({QStringLiteral("Download"), QStringLiteral("Later")}));
 }
 
-TEST_F(UpdateOfferTest, downloadOpensItAndTheItemStays) {
+TEST_F(UpdateOfferTest, DownloadOpensItAndTheItemStays) {
     startWith("2");
     ASSERT_TRUE(awaitAlert());
     log->clear();
@@ -54,7 +54,7 @@ TEST_F(UpdateOfferTest, downloadOpensItAndTheItemStays) {
     EXPECT_FALSE(item().hidden);
 }
 
-TEST_F(UpdateOfferTest, laterOpensNothingAndTheItemStays) {
+TEST_F(UpdateOfferTest, LaterOpensNothingAndTheItemStays) {
     startWith("2");
     ASSERT_TRUE(awaitAlert());
     log->clear();
@@ -66,7 +66,7 @@ TEST_F(UpdateOfferTest, laterOpensNothingAndTheItemStays) {
     EXPECT_EQ(*log, QStringList{opened});
 }
 
-TEST_F(UpdateOfferTest, theAlertComesOnce) {
+TEST_F(UpdateOfferTest, TheAlertComesOnce) {
     startWith("2");
     ASSERT_TRUE(awaitAlert());
     alert.reset();
@@ -76,7 +76,7 @@ TEST_F(UpdateOfferTest, theAlertComesOnce) {
     EXPECT_FALSE(alert);
 }
 
-TEST_F(UpdateOfferTest, nothingNewerChangesNothing) {
+TEST_F(UpdateOfferTest, NothingNewerChangesNothing) {
     startWith("1.0.0");
     QCoreApplication::processEvents();
     EXPECT_FALSE(alert);
@@ -87,7 +87,7 @@ TEST_F(UpdateOfferTest, nothingNewerChangesNothing) {
     EXPECT_EQ(*log, QStringList());
 }
 
-TEST_F(UpdateOfferTest, aFailureChangesNothing) {
+TEST_F(UpdateOfferTest, AFailureChangesNothing) {
     coordinator->start();
     transport.fail(QStringLiteral("no network"));
     QCoreApplication::processEvents();
@@ -96,7 +96,7 @@ TEST_F(UpdateOfferTest, aFailureChangesNothing) {
     EXPECT_EQ(coordinator->errorMessage(), std::nullopt);
 }
 
-TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
+TEST_F(UpdateOfferTest, TheAlertWaitsForTheEndOfAWriteBack) {
     capture(QStringLiteral("text"));
     focus->replacement.outcome = Replacement::Outcome::refused;
     coordinator->run(coordinator->actions().constFirst());
@@ -119,7 +119,7 @@ TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfAWriteBack) {
     EXPECT_EQ(log->last(), QStringLiteral("show alert"));
 }
 
-TEST_F(UpdateOfferTest, theAlertWaitsForARunThatWaitsItself) {
+TEST_F(UpdateOfferTest, TheAlertWaitsForARunThatWaitsItself) {
     capture(QStringLiteral("text"));
     secrets->hold();
     coordinator->run(coordinator->actions().constFirst());
@@ -138,7 +138,7 @@ TEST_F(UpdateOfferTest, theAlertWaitsForARunThatWaitsItself) {
     EXPECT_EQ(written(), QStringLiteral("answer"));
 }
 
-TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfACapture) {
+TEST_F(UpdateOfferTest, TheAlertWaitsForTheEndOfACapture) {
     focus->reading = {};
     clock->hold();
     coordinator->beginWorkflow();
@@ -153,7 +153,7 @@ TEST_F(UpdateOfferTest, theAlertWaitsForTheEndOfACapture) {
               log->indexOf(QStringLiteral("makeKeyAndOrderFront")));
 }
 
-TEST_F(UpdateOfferTest, theReleaseIsPublishedBeforeItIsShown) {
+TEST_F(UpdateOfferTest, TheReleaseIsPublishedBeforeItIsShown) {
     coordinator->start();
     PublishedChanges changes(*coordinator);
     transport.answer(200, newer);
@@ -161,7 +161,7 @@ TEST_F(UpdateOfferTest, theReleaseIsPublishedBeforeItIsShown) {
     EXPECT_EQ(changes.take(), QStringList(QStringLiteral("update: 2")));
 }
 
-TEST_F(UpdateOfferTest, nothingIsOfferedToAProgramThatEnds) {
+TEST_F(UpdateOfferTest, NothingIsOfferedToAProgramThatEnds) {
     coordinator->start();
     test::runTask(coordinator->endOperations(std::chrono::seconds(20)));
     transport.answer(200, R"({"version":"2","download_url":"https://releases.test/get"})");

@@ -9,8 +9,15 @@ ObjectRef object(int service, int path) {
     return {QStringLiteral(":1.%1").arg(service), QStringLiteral("/%1").arg(path)};
 }
 
-TEST(FocusMemoryTest, LatestComesFirstAndOnlyOnce) {
-    FocusMemory memory;
+/// A memory that no bus tells anything.
+class FocusMemoryTest : public testing::Test {
+  protected:
+    AtspiBus bus{QDBusConnection(QStringLiteral("nobody"))};
+    BusApplications applications{bus};
+    FocusMemory memory{bus, applications};
+};
+
+TEST_F(FocusMemoryTest, LatestComesFirstAndOnlyOnce) {
     memory.remember(object(1, 1));
     memory.remember(object(2, 1));
     memory.remember(object(1, 2));
@@ -24,8 +31,7 @@ TEST(FocusMemoryTest, LatestComesFirstAndOnlyOnce) {
     EXPECT_TRUE(memory.latest(QStringLiteral(":1.1")).isEmpty());
 }
 
-TEST(FocusMemoryTest, OldOnesAreForgotten) {
-    FocusMemory memory;
+TEST_F(FocusMemoryTest, OldOnesAreForgotten) {
     for (int path = 0; path < 100; ++path)
         memory.remember(object(0, path));
     EXPECT_LT(memory.latest(QStringLiteral(":1.0")).size(), 10);

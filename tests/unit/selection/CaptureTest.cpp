@@ -5,7 +5,7 @@ namespace {
 
 class CaptureTest : public SelectionFixture {};
 
-TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
+TEST_F(CaptureTest, ReadsTheSelectedTextInTheFixedOrder) {
     setText(QStringLiteral("  word \n"), QStringLiteral("a  word \nb"), TextRange{1, 8});
     const auto session = capture();
     EXPECT_EQ(*log, QStringList({
@@ -23,14 +23,14 @@ TEST_F(CaptureTest, readsTheSelectedTextInTheFixedOrder) {
     EXPECT_EQ(session->sourceApp, workspace.frontmost);
 }
 
-TEST_F(CaptureTest, withoutFrontmostApplicationTouchesNothing) {
+TEST_F(CaptureTest, WithoutFrontmostApplicationTouchesNothing) {
     workspace.frontmost = nullptr;
     EXPECT_EQ(captureFailure(), AppFailure::Case::missingFrontmostApplication);
     EXPECT_EQ(*log, QStringList({QStringLiteral("frontmostApplication"),
                                  QStringLiteral("focus.read of nobody known")}));
 }
 
-TEST_F(CaptureTest, takesTheApplicationThatOnlyAccessibilityKnows) {
+TEST_F(CaptureTest, TakesTheApplicationThatOnlyAccessibilityKnows) {
     const auto known = std::make_shared<const RunningApplication>();
     workspace.frontmost = nullptr;
     focus.reading.application = known;
@@ -43,7 +43,7 @@ TEST_F(CaptureTest, takesTheApplicationThatOnlyAccessibilityKnows) {
     EXPECT_FALSE(log->contains(QStringLiteral("focus.read"))) << "asked once";
 }
 
-TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
+TEST_F(CaptureTest, TakesTheWholeFieldUntrimmed) {
     setText(QString(), QStringLiteral("  hello  "));
     const auto session = capture();
     EXPECT_EQ(session->selectedText, QStringLiteral("  hello  "));
@@ -52,17 +52,17 @@ TEST_F(CaptureTest, takesTheWholeFieldUntrimmed) {
     EXPECT_EQ(session->acquisitionMethod, SelectionAcquisitionMethod::accessibility);
 }
 
-TEST_F(CaptureTest, countsUtf16Units) {
+TEST_F(CaptureTest, CountsUtf16Units) {
     setText(QString(), QStringLiteral("\U0001F642"));
     EXPECT_EQ(capture()->selectedRange, (TextRange{0, 2}));
 }
 
-TEST_F(CaptureTest, leavesTheRangeAbsentWhenNobodyTellsIt) {
+TEST_F(CaptureTest, LeavesTheRangeAbsentWhenNobodyTellsIt) {
     setText(QStringLiteral("word"), QString());
     EXPECT_EQ(capture()->selectedRange, std::nullopt);
 }
 
-TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
+TEST_F(CaptureTest, CopiesThroughThePasteboardInTheFixedOrder) {
     focus.reading.element = nullptr;
     copyYields(QStringLiteral(" copied "));
     const auto session = capture();
@@ -83,7 +83,7 @@ TEST_F(CaptureTest, copiesThroughThePasteboardInTheFixedOrder) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, aSlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
+TEST_F(CaptureTest, ASlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
     pasteboard.isOwnerSlow = true;
     setText(QStringLiteral("word"), QStringLiteral("word"), TextRange{0, 4});
     EXPECT_FALSE(capture()->originalPasteboard.isComplete);
@@ -99,7 +99,7 @@ TEST_F(CaptureTest, aSlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, theFocusIsAskedForAgainWhenItWasElsewhere) {
+TEST_F(CaptureTest, TheFocusIsAskedForAgainWhenItWasElsewhere) {
     const FocusReading there{.element = std::make_shared<const FocusedElement>(),
                              .chordContext = std::make_shared<const ChordContext>()};
     focus.reading = {.isElsewhere = true};
@@ -117,13 +117,13 @@ TEST_F(CaptureTest, theFocusIsAskedForAgainWhenItWasElsewhere) {
     EXPECT_EQ(session->selectedRange, (TextRange{2, 6}));
 }
 
-TEST_F(CaptureTest, theFocusIsAskedForOnceWhereItIs) {
+TEST_F(CaptureTest, TheFocusIsAskedForOnceWhereItIs) {
     copyYields(QStringLiteral("copied"));
     capture();
     EXPECT_EQ(log->count(QStringLiteral("focus.read")), 1);
 }
 
-TEST_F(CaptureTest, theChordGoesToTheSourceAndTakesNoText) {
+TEST_F(CaptureTest, TheChordGoesToTheSourceAndTakesNoText) {
     focus.reading.chordContext = std::make_shared<const ChordContext>();
     copyYields(QStringLiteral("copied"));
     capture();
@@ -133,7 +133,7 @@ TEST_F(CaptureTest, theChordGoesToTheSourceAndTakesNoText) {
     EXPECT_EQ(chords.targets.constFirst().text, nullptr);
 }
 
-TEST_F(CaptureTest, aLaterCaptureKeepsAnEarlierOneFromCopying) {
+TEST_F(CaptureTest, ALaterCaptureKeepsAnEarlierOneFromCopying) {
     fakes::Gate gate;
     focus.gate = &gate;
     focus.reading.element = nullptr;
@@ -150,7 +150,7 @@ TEST_F(CaptureTest, aLaterCaptureKeepsAnEarlierOneFromCopying) {
     EXPECT_EQ(log->count(QStringLiteral("type copy")), 1);
 }
 
-TEST_F(CaptureTest, whatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) {
+TEST_F(CaptureTest, WhatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) {
     fakes::Gate gate;
     focus.gate = &gate;
     focus.reading.element = nullptr;
@@ -165,7 +165,7 @@ TEST_F(CaptureTest, whatHappenedToThePasteboardMeanwhileIsNoCopyAndIsNotUndone) 
     EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.string")));
 }
 
-TEST_F(CaptureTest, anythingThatGoesWrongAfterTheChordRestores) {
+TEST_F(CaptureTest, AnythingThatGoesWrongAfterTheChordRestores) {
     focus.reading.element = nullptr;
     copyYields(QStringLiteral("copied"));
     pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
@@ -173,7 +173,7 @@ TEST_F(CaptureTest, anythingThatGoesWrongAfterTheChordRestores) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, keepsElementAndRangeOfACopiedSelection) {
+TEST_F(CaptureTest, KeepsElementAndRangeOfACopiedSelection) {
     focus.rangeAfterCopy = TextRange{3, 6};
     copyYields(QStringLiteral("copied"));
     const auto session = capture();
@@ -182,7 +182,7 @@ TEST_F(CaptureTest, keepsElementAndRangeOfACopiedSelection) {
     EXPECT_EQ(log->last(), QStringLiteral("focus.selectedRange"));
 }
 
-TEST_F(CaptureTest, pollsSixTimesForACopyThatNeverArrives) {
+TEST_F(CaptureTest, PollsSixTimesForACopyThatNeverArrives) {
     focus.reading.element = nullptr;
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
     EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
@@ -190,7 +190,7 @@ TEST_F(CaptureTest, pollsSixTimesForACopyThatNeverArrives) {
     EXPECT_EQ(log->last(), QStringLiteral("pasteboard.replaceContents 2"));
 }
 
-TEST_F(CaptureTest, takesALowerChangeCountForAChange) {
+TEST_F(CaptureTest, TakesALowerChangeCountForAChange) {
     focus.reading.element = nullptr;
     chords.onTyped = [this](Chord) {
         pasteboard.text = QStringLiteral("copied");
@@ -199,7 +199,7 @@ TEST_F(CaptureTest, takesALowerChangeCountForAChange) {
     EXPECT_EQ(capture()->selectedText, QStringLiteral("copied"));
 }
 
-TEST_F(CaptureTest, restoresAndFailsWhenTheCopyHoldsNoText) {
+TEST_F(CaptureTest, RestoresAndFailsWhenTheCopyHoldsNoText) {
     focus.reading.element = nullptr;
     copyYields(std::nullopt);
     pasteboard.text = QStringLiteral("something else");
@@ -207,35 +207,35 @@ TEST_F(CaptureTest, restoresAndFailsWhenTheCopyHoldsNoText) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, restoresAndFailsWhenTheCopyIsBlank) {
+TEST_F(CaptureTest, RestoresAndFailsWhenTheCopyIsBlank) {
     focus.reading.element = nullptr;
     copyYields(QStringLiteral(" \n"));
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, aKeystrokeThatCannotBeMadeLeavesThePasteboardAlone) {
+TEST_F(CaptureTest, AKeystrokeThatCannotBeMadeLeavesThePasteboardAlone) {
     focus.reading.element = nullptr;
     chords.result = {ChordResult::Outcome::unavailable, QStringLiteral("no keys")};
     EXPECT_EQ(captureFailure(), AppFailure::Case::replacementFailed);
     EXPECT_EQ(log->last(), QStringLiteral("type copy"));
 }
 
-TEST_F(CaptureTest, aWithheldChordIsNothingSelected) {
+TEST_F(CaptureTest, AWithheldChordIsNothingSelected) {
     focus.reading.element = nullptr;
     chords.result = {ChordResult::Outcome::withheld, QStringLiteral("a terminal")};
     EXPECT_EQ(captureFailure(), AppFailure::Case::noSelectionFound);
     EXPECT_EQ(log->last(), QStringLiteral("type copy"));
 }
 
-TEST_F(CaptureTest, cancellationBeforeTheChordTouchesNothing) {
+TEST_F(CaptureTest, CancellationBeforeTheChordTouchesNothing) {
     focus.reading.element = nullptr;
     clock.cancelledSleep = 1;
     EXPECT_THROW(capture(), CancellationError);
     EXPECT_FALSE(log->contains(QStringLiteral("pasteboard.replaceContents 2")));
 }
 
-TEST_F(CaptureTest, cancellationAfterTheChordRestores) {
+TEST_F(CaptureTest, CancellationAfterTheChordRestores) {
     focus.reading.element = nullptr;
     copyYields(QStringLiteral("copied"));
     clock.cancelledSleep = 2;
@@ -243,7 +243,7 @@ TEST_F(CaptureTest, cancellationAfterTheChordRestores) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(CaptureTest, aSelectionIsTrimmedAtEachEndAndAFieldAtNone) {
+TEST_F(CaptureTest, ASelectionIsTrimmedAtEachEndAndAFieldAtNone) {
     setText(QStringLiteral("\u00a0 a  b\t\u2028"), QString());
     EXPECT_EQ(capture()->selectedText, QStringLiteral("a  b"));
     focus.reading.selectedText.reset();
@@ -252,7 +252,7 @@ TEST_F(CaptureTest, aSelectionIsTrimmedAtEachEndAndAFieldAtNone) {
     EXPECT_EQ(capture()->selectedRange, (TextRange{0, 5}));
 }
 
-TEST_F(CaptureTest, theCopyIsLookedForUntilItComes) {
+TEST_F(CaptureTest, TheCopyIsLookedForUntilItComes) {
     focus.reading.element = nullptr;
     clock.duringSleep = [this](int sleep) {
         if (sleep == 7)
@@ -262,7 +262,7 @@ TEST_F(CaptureTest, theCopyIsLookedForUntilItComes) {
     EXPECT_EQ(log->count(QStringLiteral("sleep 50")), 6);
 }
 
-TEST_F(CaptureTest, theReasonOfARefusalIsLogged) {
+TEST_F(CaptureTest, TheReasonOfARefusalIsLogged) {
     focus.reading.element = nullptr;
     chords.result = {ChordResult::Outcome::withheld, QStringLiteral("not in front")};
     const fakes::LogLines lines("quillmender.session");

@@ -30,7 +30,7 @@ class PasteboardLeaseTest : public testing::Test {
     std::map<QString, Lease> leases;
 };
 
-TEST_F(PasteboardLeaseTest, isThereAtOnceWhenNobodyHasIt) {
+TEST_F(PasteboardLeaseTest, IsThereAtOnceWhenNobodyHasIt) {
     take(QStringLiteral("a"));
     EXPECT_EQ(taken, QStringList(QStringLiteral("a")));
     giveBack("a");
@@ -38,7 +38,7 @@ TEST_F(PasteboardLeaseTest, isThereAtOnceWhenNobodyHasIt) {
     EXPECT_EQ(taken.size(), 2);
 }
 
-TEST_F(PasteboardLeaseTest, oneHasItAtATime) {
+TEST_F(PasteboardLeaseTest, OneHasItAtATime) {
     for (const char *name : {"a", "b", "c", "d"})
         take(QString::fromLatin1(name));
     for (int count = 1; count < 4; ++count) {
@@ -70,7 +70,7 @@ class TwoSessionsTest : public SelectionFixture {
     }
 };
 
-TEST_F(TwoSessionsTest, aCaptureWaitsForTheCopyOfAnother) {
+TEST_F(TwoSessionsTest, ACaptureWaitsForTheCopyOfAnother) {
     auto first = controller.captureSelection();
     auto second = controller.captureSelection();
     QCoreApplication::processEvents();
@@ -83,7 +83,7 @@ TEST_F(TwoSessionsTest, aCaptureWaitsForTheCopyOfAnother) {
     expectOneAfterTheOther();
 }
 
-TEST_F(TwoSessionsTest, aCaptureDoesNotTakeAnAnswerForTheUsersContents) {
+TEST_F(TwoSessionsTest, ACaptureDoesNotTakeAnAnswerForTheUsersContents) {
     auto pasting =
         controller.performPasteReplacement(session(std::nullopt), QStringLiteral("answer"));
     auto capturing = controller.captureSelection();
@@ -96,7 +96,7 @@ TEST_F(TwoSessionsTest, aCaptureDoesNotTakeAnAnswerForTheUsersContents) {
     expectOneAfterTheOther();
 }
 
-TEST_F(TwoSessionsTest, aPasteWaitsForTheCopyOfAnother) {
+TEST_F(TwoSessionsTest, APasteWaitsForTheCopyOfAnother) {
     auto capturing = controller.captureSelection();
     auto pasting =
         controller.performPasteReplacement(session(std::nullopt), QStringLiteral("answer"));
@@ -110,7 +110,7 @@ TEST_F(TwoSessionsTest, aPasteWaitsForTheCopyOfAnother) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(TwoSessionsTest, aFailureGivesThePasteboardToTheNext) {
+TEST_F(TwoSessionsTest, AFailureGivesThePasteboardToTheNext) {
     clock.release();
     pasteboard.copyFromElsewhere(std::nullopt);
     pasteboard.contents = twoItems();

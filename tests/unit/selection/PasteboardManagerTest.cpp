@@ -25,7 +25,7 @@ class PasteboardManagerTest : public testing::Test {
     PasteboardManager manager{pasteboard, chords};
 };
 
-TEST_F(PasteboardManagerTest, readsTheChangeCountAfterTheItems) {
+TEST_F(PasteboardManagerTest, ReadsTheChangeCountAfterTheItems) {
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.items"),
                                  QStringLiteral("pasteboard.changeCount")}));
@@ -33,7 +33,7 @@ TEST_F(PasteboardManagerTest, readsTheChangeCountAfterTheItems) {
     EXPECT_EQ(snapshot.changeCount, 7);
 }
 
-TEST_F(PasteboardManagerTest, takesAQuickSnapshotWhenTheOwnerIsQuick) {
+TEST_F(PasteboardManagerTest, TakesAQuickSnapshotWhenTheOwnerIsQuick) {
     const auto snapshot = fakes::await(manager.snapshotWithin(std::chrono::seconds(1)));
     EXPECT_EQ(*log, QStringList({QStringLiteral("pasteboard.itemsWithin 1000"),
                                  QStringLiteral("pasteboard.changeCount")}));
@@ -42,14 +42,14 @@ TEST_F(PasteboardManagerTest, takesAQuickSnapshotWhenTheOwnerIsQuick) {
     EXPECT_EQ(snapshot.changeCount, 7);
 }
 
-TEST_F(PasteboardManagerTest, hasNoHalfSnapshotOfASlowOwner) {
+TEST_F(PasteboardManagerTest, HasNoHalfSnapshotOfASlowOwner) {
     pasteboard.isOwnerSlow = true;
     const auto snapshot = fakes::await(manager.snapshotWithin(std::chrono::seconds(1)));
     EXPECT_FALSE(snapshot.isComplete);
     EXPECT_TRUE(snapshot.items.isEmpty());
 }
 
-TEST_F(PasteboardManagerTest, restoresItemsInTheirOrderAtOnce) {
+TEST_F(PasteboardManagerTest, RestoresItemsInTheirOrderAtOnce) {
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     pasteboard.copyFromElsewhere(QStringLiteral("other"));
     log->clear();
@@ -58,7 +58,7 @@ TEST_F(PasteboardManagerTest, restoresItemsInTheirOrderAtOnce) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(PasteboardManagerTest, anEmptySnapshotEmptiesThePasteboard) {
+TEST_F(PasteboardManagerTest, AnEmptySnapshotEmptiesThePasteboard) {
     pasteboard.contents.clear();
     const PasteboardSnapshot snapshot = fakes::await(manager.snapshot());
     EXPECT_TRUE(snapshot.items.isEmpty());
@@ -69,7 +69,7 @@ TEST_F(PasteboardManagerTest, anEmptySnapshotEmptiesThePasteboard) {
     EXPECT_EQ(pasteboard.text, std::nullopt);
 }
 
-TEST_F(PasteboardManagerTest, typesTheChordThatItIsGiven) {
+TEST_F(PasteboardManagerTest, TypesTheChordThatItIsGiven) {
     ChordTarget target;
     target.text = pasteboard.lend(QStringLiteral("text"), nullptr);
     log->clear();
@@ -81,7 +81,7 @@ TEST_F(PasteboardManagerTest, typesTheChordThatItIsGiven) {
     EXPECT_EQ(result.reason, QStringLiteral("why"));
 }
 
-TEST(PasteboardItemTest, aLaterDuplicateOverwritesInPlace) {
+TEST(PasteboardItemTest, ALaterDuplicateOverwritesInPlace) {
     PasteboardItem item;
     item.setData(QStringLiteral("a"), "1");
     item.setData(QStringLiteral("b"), "2");
@@ -92,7 +92,7 @@ TEST(PasteboardItemTest, aLaterDuplicateOverwritesInPlace) {
     EXPECT_EQ(item.find(QStringLiteral("c")), nullptr);
 }
 
-TEST(NonePasteboardTest, keepsTheContract) {
+TEST(NonePasteboardTest, KeepsTheContract) {
     NonePasteboard pasteboard;
     const qint64 before = pasteboard.changeCount();
     const LentTextRef lent = pasteboard.lend(QStringLiteral("text"), nullptr);
@@ -115,7 +115,7 @@ TEST(NonePasteboardTest, keepsTheContract) {
     EXPECT_EQ(fakes::await(pasteboard.string()), QStringLiteral("text"));
 }
 
-TEST(NoneChordsTest, areUnavailable) {
+TEST(NoneChordsTest, AreUnavailable) {
     NoneChords chords;
     for (const Chord chord : {Chord::copy, Chord::paste}) {
         const ChordResult result = fakes::await(chords.type(chord, {}));

@@ -8,7 +8,7 @@
 namespace quillmender {
 namespace {
 
-TEST(PermissionManagerTest, asksOnlyWhenItIsTold) {
+TEST(PermissionManagerTest, AsksOnlyWhenItIsTold) {
     const fakes::CallLog log = fakes::makeCallLog();
     fakes::FakeAccessibilityAccess access(log);
     fakes::FakeWorkspace workspace(log);
@@ -29,7 +29,7 @@ TEST(PermissionManagerTest, asksOnlyWhenItIsTold) {
     EXPECT_FALSE(manager.accessibilityGranted());
 }
 
-TEST(PermissionManagerTest, opensThePrivacySettings) {
+TEST(PermissionManagerTest, OpensThePrivacySettings) {
     const fakes::CallLog log = fakes::makeCallLog();
     fakes::FakeAccessibilityAccess access(log);
     fakes::FakeWorkspace workspace(log);

@@ -14,18 +14,18 @@ class ReplacementTest : public SelectionFixture {
     }
 };
 
-TEST_F(ReplacementTest, replacesTheCapturedRange) {
+TEST_F(ReplacementTest, ReplacesTheCapturedRange) {
     EXPECT_TRUE(replace(session(TextRange{5, 3}), QStringLiteral(" 0123456789\n")));
     EXPECT_EQ(*log, QStringList({QStringLiteral("focus.replace 5+3  0123456789\n")}));
 }
 
-TEST_F(ReplacementTest, needsAnElementAndARange) {
+TEST_F(ReplacementTest, NeedsAnElementAndARange) {
     EXPECT_FALSE(replace(session(std::nullopt), QStringLiteral("new")));
     EXPECT_FALSE(replace(session(TextRange{0, 4}, false), QStringLiteral("new")));
     EXPECT_TRUE(log->isEmpty());
 }
 
-TEST_F(ReplacementTest, aRefusalIsNoReplacementAndIsLogged) {
+TEST_F(ReplacementTest, ARefusalIsNoReplacementAndIsLogged) {
     focus.replacement = {Replacement::Outcome::refused, QStringLiteral("it is read only")};
     const fakes::LogLines lines("quillmender.session");
     EXPECT_FALSE(replace(session(TextRange{0, 4}), QStringLiteral("new")));
@@ -33,24 +33,24 @@ TEST_F(ReplacementTest, aRefusalIsNoReplacementAndIsLogged) {
     EXPECT_FALSE(lines.contain(QStringLiteral("new")));
 }
 
-TEST_F(ReplacementTest, anOrderOfUnknownOutcomeIsFollowedByNothing) {
+TEST_F(ReplacementTest, AnOrderOfUnknownOutcomeIsFollowedByNothing) {
     focus.replacement = {Replacement::Outcome::uncertain, QStringLiteral("no answer")};
     EXPECT_THROW(replace(session(TextRange{0, 4}), QStringLiteral("new")), UncertainReplacement);
     EXPECT_EQ(*log, QStringList({QStringLiteral("focus.replace 0+4 new")}));
 }
 
-TEST_F(ReplacementTest, theUserReadsThatTheOutcomeIsNoReplacement) {
+TEST_F(ReplacementTest, TheUserReadsThatTheOutcomeIsNoReplacement) {
     EXPECT_EQ(UncertainReplacement().errorDescription(),
               AppFailure::replacementFailed().errorDescription());
 }
 
-TEST_F(ReplacementTest, writesACopiedSelectionThroughAccessibility) {
+TEST_F(ReplacementTest, WritesACopiedSelectionThroughAccessibility) {
     focus.rangeAfterCopy = TextRange{0, 1};
     copyYields(QStringLiteral("copied"));
     EXPECT_TRUE(replace(capture(), QStringLiteral("new")));
 }
 
-TEST_F(ReplacementTest, pastesInTheFixedOrder) {
+TEST_F(ReplacementTest, PastesInTheFixedOrder) {
     paste(session(std::nullopt), QStringLiteral("answer"));
     EXPECT_EQ(*log, QStringList({
                         QStringLiteral("pasteboard.lend answer"),
@@ -65,7 +65,7 @@ TEST_F(ReplacementTest, pastesInTheFixedOrder) {
     EXPECT_GT(pasteboard.count, 7);
 }
 
-TEST_F(ReplacementTest, selectsTheCapturedRangeAgainBeforeThePaste) {
+TEST_F(ReplacementTest, SelectsTheCapturedRangeAgainBeforeThePaste) {
     paste(session(TextRange{0, 9}), QStringLiteral("answer"));
     EXPECT_LT(log->indexOf(QStringLiteral("sleep 120")),
               log->indexOf(QStringLiteral("focus.select 0+9")));
@@ -73,7 +73,7 @@ TEST_F(ReplacementTest, selectsTheCapturedRangeAgainBeforeThePaste) {
               log->indexOf(QStringLiteral("type paste")));
 }
 
-TEST_F(ReplacementTest, isNotPastedBesideTheCapturedText) {
+TEST_F(ReplacementTest, IsNotPastedBesideTheCapturedText) {
     const auto ends = [this](CaptureScope scope, PasteTarget target) {
         const auto made = std::make_shared<SelectionSession>(*session(TextRange{0, 9}));
         made->captureScope = scope;
@@ -98,7 +98,7 @@ TEST_F(ReplacementTest, isNotPastedBesideTheCapturedText) {
     EXPECT_FALSE(ends(CaptureScope::fullField, PasteTarget::another));
 }
 
-TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
+TEST_F(ReplacementTest, AFailedPasteRestoresFirst) {
     const auto expectFailure = [this](const char *why) {
         pasteboard.contents.clear();
         log->clear();
@@ -126,13 +126,13 @@ TEST_F(ReplacementTest, aFailedPasteRestoresFirst) {
     expectFailure("second sleep cancelled");
 }
 
-TEST_F(ReplacementTest, whatThePasteboardDoesNotTakeIsNotPasted) {
+TEST_F(ReplacementTest, WhatThePasteboardDoesNotTakeIsNotPasted) {
     pasteboard.acceptsWrites = false;
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
     EXPECT_EQ(chords.targets.size(), 0) << "somebody else's contents would be pasted";
 }
 
-TEST_F(ReplacementTest, theReasonOfAPasteThatFailsIsLogged) {
+TEST_F(ReplacementTest, TheReasonOfAPasteThatFailsIsLogged) {
     const fakes::LogLines lines("quillmender.session");
     chords.result = {ChordResult::Outcome::withheld, QStringLiteral("not in front")};
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
@@ -140,7 +140,7 @@ TEST_F(ReplacementTest, theReasonOfAPasteThatFailsIsLogged) {
     EXPECT_FALSE(lines.contain(QStringLiteral("answer")));
 }
 
-TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
+TEST_F(ReplacementTest, CancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
     clock.cancelledSleep = 2;
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
     const auto read = log->indexOf(QStringLiteral("lent.wasRead 840"));
@@ -148,7 +148,7 @@ TEST_F(ReplacementTest, cancelledAfterTheChordRestoresOnlyOnceTheTextWasRead) {
     EXPECT_EQ(log->indexOf(QStringLiteral("pasteboard.replaceContents 2")), read + 1);
 }
 
-TEST_F(ReplacementTest, takesTheSnapshotOfASlowOwnerBeforeItBorrows) {
+TEST_F(ReplacementTest, TakesTheSnapshotOfASlowOwnerBeforeItBorrows) {
     const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
     made->originalPasteboard = {.changeCount = 7, .items = {}, .isComplete = false};
     paste(made, QStringLiteral("answer"));
@@ -160,13 +160,13 @@ TEST_F(ReplacementTest, takesTheSnapshotOfASlowOwnerBeforeItBorrows) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(ReplacementTest, anythingThatGoesWrongRestores) {
+TEST_F(ReplacementTest, AnythingThatGoesWrongRestores) {
     pasteboard.failure = std::make_exception_ptr(std::runtime_error("lost"));
     EXPECT_THROW(paste(session(std::nullopt), QStringLiteral("answer")), AppFailure);
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(ReplacementTest, theChordIsOfItsOwnSession) {
+TEST_F(ReplacementTest, TheChordIsOfItsOwnSession) {
     const auto made = std::make_shared<SelectionSession>(*session(std::nullopt));
     made->sourceApp = std::make_shared<const RunningApplication>();
     made->chordContext = std::make_shared<const ChordContext>();
@@ -179,18 +179,18 @@ TEST_F(ReplacementTest, theChordIsOfItsOwnSession) {
     EXPECT_EQ(pasteboard.readers, QList<RunningApplicationRef>{made->sourceApp});
 }
 
-TEST_F(ReplacementTest, restoresOverWhatAnotherApplicationPutThere) {
+TEST_F(ReplacementTest, RestoresOverWhatAnotherApplicationPutThere) {
     clock.duringSleep = [this](int) { pasteboard.copyFromElsewhere(QStringLiteral("intruder")); };
     paste(session(std::nullopt), QStringLiteral("answer"));
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
-TEST_F(ReplacementTest, theAnswerIsPastedAsItIs) {
+TEST_F(ReplacementTest, TheAnswerIsPastedAsItIs) {
     paste(session(std::nullopt), QStringLiteral(" new\n"));
     EXPECT_TRUE(log->contains(QStringLiteral("pasteboard.lend  new\n")));
 }
 
-TEST_F(ReplacementTest, onlyWhatWasAnElementWithARangeIsSelectedBeforeThePaste) {
+TEST_F(ReplacementTest, OnlyWhatWasAnElementWithARangeIsSelectedBeforeThePaste) {
     paste(session(TextRange{0, 9}, false), QStringLiteral("answer"));
     paste(session(std::nullopt, true), QStringLiteral("answer"));
     EXPECT_EQ(log->filter(QStringLiteral("focus.select")), QStringList());

@@ -16,7 +16,7 @@ class ActionListTest : public SettingsFixture {
     }
 };
 
-TEST_F(ActionListTest, hidesAndShowsAgain) {
+TEST_F(ActionListTest, HidesAndShowsAgain) {
     store().hideBuiltInAction(TextAction::casual);
     EXPECT_EQ(store().visibleBuiltInActions().size(), 6);
     ASSERT_EQ(store().hiddenBuiltInActionItems().size(), 1);
@@ -26,7 +26,7 @@ TEST_F(ActionListTest, hidesAndShowsAgain) {
     EXPECT_EQ(store().hiddenBuiltInActionItems().size(), 1);
 }
 
-TEST_F(ActionListTest, hidingEverythingLeavesTheCustomActions) {
+TEST_F(ActionListTest, HidingEverythingLeavesTheCustomActions) {
     for (const TextAction action : allTextActions)
         store().hideBuiltInAction(action);
     EXPECT_TRUE(store().visibleActions().isEmpty());
@@ -35,7 +35,7 @@ TEST_F(ActionListTest, hidingEverythingLeavesTheCustomActions) {
     EXPECT_EQ(store().visibleActions().first().title(), QStringLiteral("Mine"));
 }
 
-TEST_F(ActionListTest, restoresTheStarterListAndKeepsCustomActions) {
+TEST_F(ActionListTest, RestoresTheStarterListAndKeepsCustomActions) {
     store().addCustomAction(QStringLiteral("Mine"), QStringLiteral("Do it"));
     store().updateBuiltInAction(
         {TextAction::simplify, QStringLiteral("S"), QStringLiteral("T"), true});
@@ -46,7 +46,7 @@ TEST_F(ActionListTest, restoresTheStarterListAndKeepsCustomActions) {
     EXPECT_EQ(store().customActions().size(), 1);
 }
 
-TEST_F(ActionListTest, customActionsFollowTheBuiltInOnes) {
+TEST_F(ActionListTest, CustomActionsFollowTheBuiltInOnes) {
     store().addCustomAction(QStringLiteral(" Mine "), QStringLiteral("Do it"));
     const QList<PromptAction> actions = store().visibleActions();
     ASSERT_EQ(actions.size(), 8);
@@ -54,7 +54,7 @@ TEST_F(ActionListTest, customActionsFollowTheBuiltInOnes) {
     EXPECT_EQ(storedCustom(), store().customActions());
 }
 
-TEST_F(ActionListTest, removesACustomActionForGood) {
+TEST_F(ActionListTest, RemovesACustomActionForGood) {
     store().addCustomAction(QStringLiteral("A"), QStringLiteral("a"));
     store().addCustomAction(QStringLiteral("B"), QStringLiteral("b"));
     store().removeCustomAction(store().customActions().first().id);
@@ -65,13 +65,13 @@ TEST_F(ActionListTest, removesACustomActionForGood) {
     EXPECT_EQ(store().customActions().first().title, QStringLiteral("B"));
 }
 
-TEST_F(ActionListTest, removingAnUnknownActionRewritesTheDocument) {
+TEST_F(ActionListTest, RemovingAnUnknownActionRewritesTheDocument) {
     EXPECT_EQ(defaults.data(QStringLiteral("settings.customActions")), std::nullopt);
     store().removeCustomAction(QUuid::createUuid());
     EXPECT_EQ(defaults.data(QStringLiteral("settings.customActions")), QByteArray("[]"));
 }
 
-TEST_F(ActionListTest, everyActionWithTheIdentifierIsRemoved) {
+TEST_F(ActionListTest, EveryActionWithTheIdentifierIsRemoved) {
     const CustomAction twin{QUuid::createUuid(), QStringLiteral("A"), QStringLiteral("a")};
     const CustomAction other{QUuid::createUuid(), QStringLiteral("A"), QStringLiteral("a")};
     store().setCustomActions({twin, other, twin});
@@ -80,7 +80,7 @@ TEST_F(ActionListTest, everyActionWithTheIdentifierIsRemoved) {
     EXPECT_EQ(storedCustom(), QList<CustomAction>({other}));
 }
 
-TEST_F(ActionListTest, aNewActionIsTheLastWithAnIdentifierOfItsOwn) {
+TEST_F(ActionListTest, ANewActionIsTheLastWithAnIdentifierOfItsOwn) {
     store().addCustomAction(QStringLiteral(" A\n"), QStringLiteral(" {{text}} "));
     store().addCustomAction(QStringLiteral(" A\n"), QStringLiteral(" {{text}} "));
     const QList<CustomAction> actions = store().customActions();
@@ -93,7 +93,7 @@ TEST_F(ActionListTest, aNewActionIsTheLastWithAnIdentifierOfItsOwn) {
     EXPECT_EQ(store().customActions().mid(0, 2), actions);
 }
 
-TEST_F(ActionListTest, anUpdateReplacesTheWholeEntryInItsPlace) {
+TEST_F(ActionListTest, AnUpdateReplacesTheWholeEntryInItsPlace) {
     const BuiltInActionConfig changed{TextAction::translateFrench, QStringLiteral(" T "),
                                       QStringLiteral(" P "), true};
     store().updateBuiltInAction(changed);
@@ -106,7 +106,7 @@ TEST_F(ActionListTest, anUpdateReplacesTheWholeEntryInItsPlace) {
     EXPECT_EQ(storedBuiltIns(), starterActions());
 }
 
-TEST_F(ActionListTest, hidingChangesNothingElse) {
+TEST_F(ActionListTest, HidingChangesNothingElse) {
     store().hideBuiltInAction(TextAction::fixGrammar);
     auto expected = starterActions();
     expected.last().isHidden = true;
@@ -119,7 +119,7 @@ TEST_F(ActionListTest, hidingChangesNothingElse) {
     EXPECT_EQ(store().visibleBuiltInActions(), expected.mid(1, 5));
 }
 
-TEST_F(ActionListTest, eachOperationWritesItsOwnListThoughItIsUnchanged) {
+TEST_F(ActionListTest, EachOperationWritesItsOwnListThoughItIsUnchanged) {
     const QString builtIns = QStringLiteral("settings.builtInActions");
     const QString custom = QStringLiteral("settings.customActions");
     store().restoreAllBuiltInActions();
@@ -131,7 +131,7 @@ TEST_F(ActionListTest, eachOperationWritesItsOwnListThoughItIsUnchanged) {
     EXPECT_EQ(defaults.writes, QStringList({builtIns, builtIns, builtIns, builtIns, custom}));
 }
 
-TEST_F(ActionListTest, oneEntryOfTwoIsUpdatedAndHidden) {
+TEST_F(ActionListTest, OneEntryOfTwoIsUpdatedAndHidden) {
     const BuiltInActionConfig first{TextAction::casual, QStringLiteral("1"), QString(), false};
     const BuiltInActionConfig second{TextAction::casual, QStringLiteral("2"), QString(), false};
     store().setBuiltInActions({first, second});
@@ -142,7 +142,7 @@ TEST_F(ActionListTest, oneEntryOfTwoIsUpdatedAndHidden) {
     EXPECT_EQ(store().builtInActions(), QList<BuiltInActionConfig>({first, second}));
 }
 
-TEST_F(ActionListTest, anUnreadableDocumentStaysUntilTheNextChange) {
+TEST_F(ActionListTest, AnUnreadableDocumentStaysUntilTheNextChange) {
     defaults.setData(QStringLiteral("settings.builtInActions"), "{broken");
     defaults.setData(QStringLiteral("settings.customActions"), "[{\"title\":\"no id\"}]");
     EXPECT_EQ(store().builtInActions(), starterActions());
@@ -152,7 +152,7 @@ TEST_F(ActionListTest, anUnreadableDocumentStaysUntilTheNextChange) {
     EXPECT_TRUE(storedBuiltIns().first().isHidden);
 }
 
-TEST_F(ActionListTest, updatingAnActionThatIsNotListedWritesNothing) {
+TEST_F(ActionListTest, UpdatingAnActionThatIsNotListedWritesNothing) {
     QList<BuiltInActionConfig> actions = starterActions();
     actions.removeLast();
     store().setBuiltInActions(actions);

@@ -5,7 +5,7 @@
 namespace quillmender {
 namespace {
 
-TEST(HotKeyDisplayTest, namesTheKeys) {
+TEST(HotKeyDisplayTest, NamesTheKeys) {
     EXPECT_EQ(hotKeyDisplay(askedHotKey).toStdString(), "Control + Option + Space");
     const Qt::KeyboardModifiers all =
         Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier | Qt::MetaModifier;

@@ -19,48 +19,48 @@ class KeychainStoreTest : public testing::Test {
     const QString account = QStringLiteral("api-key");
 };
 
-TEST_F(KeychainStoreTest, writesOneTextAsItsBytes) {
+TEST_F(KeychainStoreTest, WritesOneTextAsItsBytes) {
     keychain.write(QStringLiteral("sk-ключ"), service, account);
     EXPECT_EQ(*log, QStringList(QStringLiteral("store com.quillmender.openAI api-key sk-ключ")));
     EXPECT_EQ((items.items[{service, account}]), "sk-\xd0\xba\xd0\xbb\xd1\x8e\xd1\x87");
 }
 
-TEST_F(KeychainStoreTest, readsWhatItHasWritten) {
+TEST_F(KeychainStoreTest, ReadsWhatItHasWritten) {
     keychain.write(QStringLiteral("sk-ключ"), service, account);
     log->clear();
     EXPECT_EQ(read(), QStringLiteral("sk-ключ"));
     EXPECT_EQ(*log, QStringList(QStringLiteral("find com.quillmender.openAI api-key")));
 }
 
-TEST_F(KeychainStoreTest, aByteOrderMarkIsACharacterLikeAnyOther) {
+TEST_F(KeychainStoreTest, AByteOrderMarkIsACharacterLikeAnyOther) {
     keychain.write(QStringLiteral("\uFEFFsk"), service, account);
     EXPECT_EQ(read(), QStringLiteral("\uFEFFsk"));
 }
 
-TEST_F(KeychainStoreTest, writingTwiceLeavesTheSecondValueAlone) {
+TEST_F(KeychainStoreTest, WritingTwiceLeavesTheSecondValueAlone) {
     keychain.write(QStringLiteral("one"), service, account);
     keychain.write(QStringLiteral("two"), service, account);
     EXPECT_EQ(items.items.size(), 1);
     EXPECT_EQ(read(), QStringLiteral("two"));
 }
 
-TEST_F(KeychainStoreTest, findsNothingThatWasNeverWritten) {
+TEST_F(KeychainStoreTest, FindsNothingThatWasNeverWritten) {
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(KeychainStoreTest, providersDoNotInterfere) {
+TEST_F(KeychainStoreTest, ProvidersDoNotInterfere) {
     keychain.write(QStringLiteral("one"), service, account);
     keychain.write(QStringLiteral("two"), QStringLiteral("com.quillmender.gemini"), account);
     keychain.remove(QStringLiteral("com.quillmender.gemini"), account);
     EXPECT_EQ(read(), QStringLiteral("one"));
 }
 
-TEST_F(KeychainStoreTest, bytesThatAreNotUtf8AreNothing) {
+TEST_F(KeychainStoreTest, BytesThatAreNotUtf8AreNothing) {
     items.items[{service, account}] = QByteArray("sk-\xff\xfe");
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(KeychainStoreTest, failuresAreSilent) {
+TEST_F(KeychainStoreTest, FailuresAreSilent) {
     items.failure = fakes::FakeSecrets::unavailable();
     keychain.write(QStringLiteral("one"), service, account);
     auto reading = test::runTask(keychain.read(service, account));
@@ -76,7 +76,7 @@ TEST_F(KeychainStoreTest, failuresAreSilent) {
     EXPECT_TRUE(test::runTask(keychain.read(service, account)).wasAnswered);
 }
 
-TEST_F(KeychainStoreTest, bytesBesideAFailureAreNothing) {
+TEST_F(KeychainStoreTest, BytesBesideAFailureAreNothing) {
     for (const SecretOutcome outcome :
          {SecretOutcome::found, SecretOutcome::absent, SecretOutcome::unavailable}) {
         items.failure = {outcome, "bytes", {}};
@@ -86,7 +86,7 @@ TEST_F(KeychainStoreTest, bytesBesideAFailureAreNothing) {
 
 QString lastMessage;
 
-TEST_F(KeychainStoreTest, theLogHasWhyNothingCouldBeRead) {
+TEST_F(KeychainStoreTest, TheLogHasWhyNothingCouldBeRead) {
     const auto before = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext &, const QString &text) { lastMessage = text; });
     items.items[{service, account}] = "sk-secret";

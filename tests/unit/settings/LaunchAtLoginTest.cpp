@@ -5,7 +5,7 @@ namespace {
 
 class LaunchAtLoginTest : public SettingsFixture {};
 
-TEST_F(LaunchAtLoginTest, showsWhatTheSystemSaysWithoutChangingIt) {
+TEST_F(LaunchAtLoginTest, ShowsWhatTheSystemSaysWithoutChangingIt) {
     const QList<std::pair<LoginItemStatus, std::optional<QString>>> states{
         {LoginItemStatus::notRegistered, std::nullopt},
         {LoginItemStatus::enabled,
@@ -27,7 +27,7 @@ TEST_F(LaunchAtLoginTest, showsWhatTheSystemSaysWithoutChangingIt) {
     EXPECT_TRUE(log->isEmpty());
 }
 
-TEST_F(LaunchAtLoginTest, keepsTheUsersValueWhileApprovalIsMissing) {
+TEST_F(LaunchAtLoginTest, KeepsTheUsersValueWhileApprovalIsMissing) {
     loginItem.afterRegistration = LoginItemStatus::requiresApproval;
     store().setLaunchAtLoginEnabled(true);
     EXPECT_EQ(*log, QStringList({QStringLiteral("registerItem")}));
@@ -37,7 +37,7 @@ TEST_F(LaunchAtLoginTest, keepsTheUsersValueWhileApprovalIsMissing) {
     EXPECT_FALSE(store().launchAtLoginEnabled());
 }
 
-TEST_F(LaunchAtLoginTest, springsBackWhenTheChangeFails) {
+TEST_F(LaunchAtLoginTest, SpringsBackWhenTheChangeFails) {
     loginItem.current = LoginItemStatus::enabled;
     store();
     loginItem.error = QStringLiteral("Read-only file system");
@@ -47,7 +47,7 @@ TEST_F(LaunchAtLoginTest, springsBackWhenTheChangeFails) {
     EXPECT_EQ(store().launchAtLoginStatusMessage(), QStringLiteral("Read-only file system"));
 }
 
-TEST_F(LaunchAtLoginTest, afterAFailureTheSystemsWordCountsAndNotTheRequest) {
+TEST_F(LaunchAtLoginTest, AfterAFailureTheSystemsWordCountsAndNotTheRequest) {
     // The registration failed because it was there already, or was taken away meanwhile.
     for (const bool wanted : {true, false}) {
         for (const LoginItemStatus status :
@@ -63,7 +63,7 @@ TEST_F(LaunchAtLoginTest, afterAFailureTheSystemsWordCountsAndNotTheRequest) {
     EXPECT_EQ(log->size(), 8) << "no second attempt";
 }
 
-TEST_F(LaunchAtLoginTest, afterASuccessTheUsersWordCountsAndTheSystemsIsShown) {
+TEST_F(LaunchAtLoginTest, AfterASuccessTheUsersWordCountsAndTheSystemsIsShown) {
     loginItem.afterRegistration = LoginItemStatus::notFound;
     store().setLaunchAtLoginEnabled(true);
     EXPECT_TRUE(store().launchAtLoginEnabled());
@@ -76,7 +76,7 @@ TEST_F(LaunchAtLoginTest, afterASuccessTheUsersWordCountsAndTheSystemsIsShown) {
               QStringList({QStringLiteral("registerItem"), QStringLiteral("unregisterItem")}));
 }
 
-TEST_F(LaunchAtLoginTest, theSameValueIsARequestAgain) {
+TEST_F(LaunchAtLoginTest, TheSameValueIsARequestAgain) {
     store().setLaunchAtLoginEnabled(false);
     store().setLaunchAtLoginEnabled(true);
     store().setLaunchAtLoginEnabled(true);
@@ -84,14 +84,14 @@ TEST_F(LaunchAtLoginTest, theSameValueIsARequestAgain) {
                                  QStringLiteral("registerItem")}));
 }
 
-TEST_F(LaunchAtLoginTest, isReadWhenTheStoreIsMade) {
+TEST_F(LaunchAtLoginTest, IsReadWhenTheStoreIsMade) {
     loginItem.current = LoginItemStatus::enabled;
     EXPECT_TRUE(store().launchAtLoginEnabled());
     EXPECT_EQ(store().launchAtLoginStatusMessage(),
               QStringLiteral("Quillmender will open automatically when you log in."));
 }
 
-TEST_F(LaunchAtLoginTest, theSwitchAndItsLineAreEachAnnouncedBeforeTheyChange) {
+TEST_F(LaunchAtLoginTest, TheSwitchAndItsLineAreEachAnnouncedBeforeTheyChange) {
     QStringList seen;
     QObject::connect(&store(), &Observable::objectWillChange, &store(), [&] {
         seen.append(

@@ -16,7 +16,7 @@ class SettingsStoreTest : public SettingsFixture {
     int reads() const { return static_cast<int>(log->filter(QStringLiteral("find ")).size()); }
 };
 
-TEST_F(SettingsStoreTest, startsWithTheDefaults) {
+TEST_F(SettingsStoreTest, StartsWithTheDefaults) {
     EXPECT_EQ(store().selectedProvider(), AIProvider::openAI);
     EXPECT_EQ(store().model(AIProvider::openAI), QStringLiteral("gpt-5-mini"));
     EXPECT_EQ(store().model(AIProvider::anthropic), QStringLiteral("claude-sonnet-4-20250514"));
@@ -29,18 +29,18 @@ TEST_F(SettingsStoreTest, startsWithTheDefaults) {
     EXPECT_EQ(store().hotKeyDisplay(), QStringLiteral("Control + Option + Space"));
 }
 
-TEST_F(SettingsStoreTest, readsNoKeyAndWritesNothingWhenItIsMade) {
+TEST_F(SettingsStoreTest, ReadsNoKeyAndWritesNothingWhenItIsMade) {
     store();
     EXPECT_TRUE(log->isEmpty());
     EXPECT_EQ(defaults.string(QStringLiteral("settings.selectedProvider")), std::nullopt);
 }
 
-TEST_F(SettingsStoreTest, anUnknownStoredProviderIsTheFirst) {
+TEST_F(SettingsStoreTest, AnUnknownStoredProviderIsTheFirst) {
     defaults.setString(QStringLiteral("settings.selectedProvider"), QStringLiteral("OpenAI"));
     EXPECT_EQ(store().selectedProvider(), AIProvider::openAI);
 }
 
-TEST_F(SettingsStoreTest, writesEachPlainSettingUnderItsKeyAsTyped) {
+TEST_F(SettingsStoreTest, WritesEachPlainSettingUnderItsKeyAsTyped) {
     store().setSelectedProvider(AIProvider::gemini);
     store().setModel(AIProvider::openAI, QStringLiteral(" m1 "));
     store().setEndpoint(AIProvider::openAI, QStringLiteral("e1"));
@@ -61,13 +61,13 @@ TEST_F(SettingsStoreTest, writesEachPlainSettingUnderItsKeyAsTyped) {
     EXPECT_EQ(store().model(AIProvider::openAI), QStringLiteral(" m1 "));
 }
 
-TEST_F(SettingsStoreTest, aStoredEmptyModelStaysEmpty) {
+TEST_F(SettingsStoreTest, AStoredEmptyModelStaysEmpty) {
     defaults.setString(QStringLiteral("settings.openai.model"), QString());
     EXPECT_EQ(store().model(AIProvider::openAI), QString());
     EXPECT_EQ(snapshot().model, QString());
 }
 
-TEST_F(SettingsStoreTest, announcesEachChangeBeforeIt) {
+TEST_F(SettingsStoreTest, AnnouncesEachChangeBeforeIt) {
     QString seen = QStringLiteral("nothing");
     QObject::connect(&store(), &Observable::objectWillChange, &store(),
                      [&] { seen = store().model(AIProvider::openAI); });
@@ -75,7 +75,7 @@ TEST_F(SettingsStoreTest, announcesEachChangeBeforeIt) {
     EXPECT_EQ(seen, QStringLiteral("gpt-5-mini"));
 }
 
-TEST_F(SettingsStoreTest, takesASnapshotTrimmed) {
+TEST_F(SettingsStoreTest, TakesASnapshotTrimmed) {
     storeKey(QStringLiteral("openAI"), "key\n");
     store().setModel(AIProvider::openAI, QStringLiteral(" m "));
     store().setEndpoint(AIProvider::openAI, QStringLiteral("\te\n"));
@@ -86,7 +86,7 @@ TEST_F(SettingsStoreTest, takesASnapshotTrimmed) {
     EXPECT_EQ(snapshot.endpoint, QStringLiteral("e"));
 }
 
-TEST_F(SettingsStoreTest, readsAKeyOnceAndOnlyTheSelectedProviders) {
+TEST_F(SettingsStoreTest, ReadsAKeyOnceAndOnlyTheSelectedProviders) {
     storeKey(QStringLiteral("openAI"), "key");
     snapshot();
     snapshot();
@@ -99,14 +99,14 @@ TEST_F(SettingsStoreTest, readsAKeyOnceAndOnlyTheSelectedProviders) {
     EXPECT_EQ(reads(), 3);
 }
 
-TEST_F(SettingsStoreTest, doesNotWriteBackWhatItJustRead) {
+TEST_F(SettingsStoreTest, DoesNotWriteBackWhatItJustRead) {
     storeKey(QStringLiteral("openAI"), "key");
     snapshot();
     EXPECT_EQ(log->size(), 1);
     EXPECT_EQ(store().apiKey(AIProvider::openAI), QStringLiteral("key"));
 }
 
-TEST_F(SettingsStoreTest, aKeyOfSpacesDeletesTheItemAndShowsTheSpaces) {
+TEST_F(SettingsStoreTest, AKeyOfSpacesDeletesTheItemAndShowsTheSpaces) {
     storeKey(QStringLiteral("anthropic"), "key");
     store().setApiKey(AIProvider::anthropic, QStringLiteral("   "));
     EXPECT_TRUE(secrets.items.isEmpty());
@@ -114,13 +114,13 @@ TEST_F(SettingsStoreTest, aKeyOfSpacesDeletesTheItemAndShowsTheSpaces) {
     EXPECT_EQ(log->size(), 1);
 }
 
-TEST_F(SettingsStoreTest, storesAKeyTrimmedAndShowsItAsTyped) {
+TEST_F(SettingsStoreTest, StoresAKeyTrimmedAndShowsItAsTyped) {
     store().setApiKey(AIProvider::gemini, QStringLiteral("key\n"));
     EXPECT_EQ(secrets.items.first(), "key");
     EXPECT_EQ(store().apiKey(AIProvider::gemini), QStringLiteral("key\n"));
 }
 
-TEST_F(SettingsStoreTest, whatNobodySeesAroundAKeyIsNoPartOfIt) {
+TEST_F(SettingsStoreTest, WhatNobodySeesAroundAKeyIsNoPartOfIt) {
     store().setApiKey(AIProvider::openAI, QStringLiteral("\uFEFF key\u200B\n"));
     EXPECT_EQ(secrets.items.first(), "key");
     EXPECT_EQ(snapshot().apiKey, QStringLiteral("key"));
@@ -132,20 +132,20 @@ TEST_F(SettingsStoreTest, whatNobodySeesAroundAKeyIsNoPartOfIt) {
     EXPECT_TRUE(secrets.items.isEmpty());
 }
 
-TEST_F(SettingsStoreTest, theFirstLoadReplacesWhatWasTypedBefore) {
+TEST_F(SettingsStoreTest, TheFirstLoadReplacesWhatWasTypedBefore) {
     store().setApiKey(AIProvider::openAI, QStringLiteral("  typed "));
     EXPECT_EQ(snapshot().apiKey, QStringLiteral("typed"));
     EXPECT_EQ(store().apiKey(AIProvider::openAI), QStringLiteral("typed"));
 }
 
-TEST_F(SettingsStoreTest, aFailingKeychainLeavesTheKeyEmpty) {
+TEST_F(SettingsStoreTest, AFailingKeychainLeavesTheKeyEmpty) {
     secrets.failure = fakes::FakeSecrets::unavailable();
     EXPECT_EQ(snapshot().apiKey, QString());
     store().setApiKey(AIProvider::openAI, QStringLiteral("key"));
     EXPECT_EQ(store().apiKey(AIProvider::openAI), QStringLiteral("key"));
 }
 
-TEST_F(SettingsStoreTest, aSlowKeychainHoldsNothingUp) {
+TEST_F(SettingsStoreTest, ASlowKeychainHoldsNothingUp) {
     storeKey(QStringLiteral("gemini"), "stored");
     secrets.hold();
     store().loadAPIKeysIfNeeded();
@@ -161,7 +161,7 @@ TEST_F(SettingsStoreTest, aSlowKeychainHoldsNothingUp) {
     EXPECT_GE(changes, 1);
 }
 
-TEST_F(SettingsStoreTest, aSnapshotWaitsForASlowKeychain) {
+TEST_F(SettingsStoreTest, ASnapshotWaitsForASlowKeychain) {
     storeKey(QStringLiteral("openAI"), "stored");
     secrets.hold();
     store().setModel(AIProvider::openAI, QStringLiteral("then"));
@@ -176,7 +176,7 @@ TEST_F(SettingsStoreTest, aSnapshotWaitsForASlowKeychain) {
     EXPECT_EQ(taken.model, QStringLiteral("then"));
 }
 
-TEST_F(SettingsStoreTest, aSnapshotDoesNotWaitForever) {
+TEST_F(SettingsStoreTest, ASnapshotDoesNotWaitForever) {
     keyPatience = std::chrono::milliseconds(1);
     storeKey(QStringLiteral("openAI"), "stored");
     secrets.hold();
@@ -189,7 +189,7 @@ TEST_F(SettingsStoreTest, aSnapshotDoesNotWaitForever) {
     EXPECT_EQ(reads(), 1);
 }
 
-TEST_F(SettingsStoreTest, whatIsTypedDuringASearchStays) {
+TEST_F(SettingsStoreTest, WhatIsTypedDuringASearchStays) {
     storeKey(QStringLiteral("openAI"), "stored");
     secrets.hold();
     store().loadAPIKeysIfNeeded();
@@ -202,7 +202,7 @@ TEST_F(SettingsStoreTest, whatIsTypedDuringASearchStays) {
     EXPECT_EQ(secrets.items.first(), "typed");
 }
 
-TEST_F(SettingsStoreTest, aLockedKeychainIsAskedAgainTheNextTime) {
+TEST_F(SettingsStoreTest, ALockedKeychainIsAskedAgainTheNextTime) {
     storeKey(QStringLiteral("openAI"), "stored");
     secrets.failure = fakes::FakeSecrets::unavailable();
     EXPECT_EQ(snapshot().apiKey, QString());
@@ -214,7 +214,7 @@ TEST_F(SettingsStoreTest, aLockedKeychainIsAskedAgainTheNextTime) {
     EXPECT_EQ(reads(), 3);
 }
 
-TEST_F(SettingsStoreTest, whatIsTypedWithoutAKeychainIsUsedInThisRun) {
+TEST_F(SettingsStoreTest, WhatIsTypedWithoutAKeychainIsUsedInThisRun) {
     secrets.failure = fakes::FakeSecrets::unavailable();
     store().loadAPIKeysIfNeeded();
     store().setApiKey(AIProvider::openAI, QStringLiteral("typed"));
@@ -222,13 +222,13 @@ TEST_F(SettingsStoreTest, whatIsTypedWithoutAKeychainIsUsedInThisRun) {
     EXPECT_EQ(snapshot().apiKey, QStringLiteral("typed"));
 }
 
-TEST_F(SettingsStoreTest, aMissingKeyIsSearchedOnce) {
+TEST_F(SettingsStoreTest, AMissingKeyIsSearchedOnce) {
     EXPECT_EQ(snapshot().apiKey, QString());
     snapshot();
     EXPECT_EQ(reads(), 1);
 }
 
-TEST_F(SettingsStoreTest, noKeyEverReachesThePlainSettings) {
+TEST_F(SettingsStoreTest, NoKeyEverReachesThePlainSettings) {
     store().setApiKey(AIProvider::openAI, QStringLiteral("sk-secret"));
     for (const char *key : {"settings.openai.apiKey", "settings.openai.key", "settings.apiKey"})
         EXPECT_EQ(defaults.string(QString::fromLatin1(key)), std::nullopt);

@@ -58,7 +58,7 @@ class SettingsWritesTest : public SettingsFixture {
         "settings.openai.endpoint", "settings.anthropic.endpoint", "settings.gemini.endpoint"};
 };
 
-TEST_F(SettingsWritesTest, nothingIsWrittenWhenItIsMade) {
+TEST_F(SettingsWritesTest, NothingIsWrittenWhenItIsMade) {
     for (const char *document : {"{broken", "[]", "[1]"}) {
         restart();
         defaults.setData(QStringLiteral("settings.builtInActions"), document);
@@ -73,7 +73,7 @@ TEST_F(SettingsWritesTest, nothingIsWrittenWhenItIsMade) {
     EXPECT_TRUE(log->isEmpty());
 }
 
-TEST_F(SettingsWritesTest, eachSettingIsWrittenUnderItsOwnKeyAlone) {
+TEST_F(SettingsWritesTest, EachSettingIsWrittenUnderItsOwnKeyAlone) {
     for (const Setter &setter : plainSetters()) {
         setter.assign();
         EXPECT_EQ(takeKeys(), QStringList(QLatin1String(setter.key))) << setter.key;
@@ -81,7 +81,7 @@ TEST_F(SettingsWritesTest, eachSettingIsWrittenUnderItsOwnKeyAlone) {
     EXPECT_TRUE(log->isEmpty()) << "none of it is the keychain's";
 }
 
-TEST_F(SettingsWritesTest, aValueThatIsTheSameIsWrittenAgain) {
+TEST_F(SettingsWritesTest, AValueThatIsTheSameIsWrittenAgain) {
     for (const Setter &setter : plainSetters()) {
         setter.assign();
         takeKeys();
@@ -90,7 +90,7 @@ TEST_F(SettingsWritesTest, aValueThatIsTheSameIsWrittenAgain) {
     }
 }
 
-TEST_F(SettingsWritesTest, eachAssignmentIsAnnouncedOnceBeforeItHappensAndIsWritten) {
+TEST_F(SettingsWritesTest, EachAssignmentIsAnnouncedOnceBeforeItHappensAndIsWritten) {
     for (const Setter &setter : plainSetters()) {
         const QString before = setter.published();
         QStringList seen;
@@ -111,7 +111,7 @@ TEST_F(SettingsWritesTest, eachAssignmentIsAnnouncedOnceBeforeItHappensAndIsWrit
     }
 }
 
-TEST_F(SettingsWritesTest, aKeyIsAnnouncedBeforeItHappensAndIsStored) {
+TEST_F(SettingsWritesTest, AKeyIsAnnouncedBeforeItHappensAndIsStored) {
     for (const AIProvider provider : allProviders) {
         QStringList seen;
         qsizetype callsThen = 0;
@@ -130,7 +130,7 @@ TEST_F(SettingsWritesTest, aKeyIsAnnouncedBeforeItHappensAndIsStored) {
     EXPECT_EQ(defaults.writes, QStringList());
 }
 
-TEST_F(SettingsWritesTest, everyKeystrokeRewritesTheKeyOfItsProviderAlone) {
+TEST_F(SettingsWritesTest, EveryKeystrokeRewritesTheKeyOfItsProviderAlone) {
     for (const AIProvider provider : allProviders) {
         log->clear();
         for (int time = 0; time < 2; ++time)
@@ -141,7 +141,7 @@ TEST_F(SettingsWritesTest, everyKeystrokeRewritesTheKeyOfItsProviderAlone) {
     }
 }
 
-TEST_F(SettingsWritesTest, aClearedKeyIsDeletedAndNeverAdded) {
+TEST_F(SettingsWritesTest, AClearedKeyIsDeletedAndNeverAdded) {
     for (const char *blank : {"", " ", "\n\t ", "\u00a0\u2003"}) {
         log->clear();
         store().setApiKey(AIProvider::gemini, QString::fromUtf8(blank));
@@ -151,7 +151,7 @@ TEST_F(SettingsWritesTest, aClearedKeyIsDeletedAndNeverAdded) {
     }
 }
 
-TEST_F(SettingsWritesTest, aKeyOfBlanksIsNoKeyInTheSnapshot) {
+TEST_F(SettingsWritesTest, AKeyOfBlanksIsNoKeyInTheSnapshot) {
     for (const char *blank : {"", "   ", "\n\t "}) {
         secrets.items[{QStringLiteral("com.quillmender.openAI"), QStringLiteral("api-key")}] =
             blank;
@@ -160,7 +160,7 @@ TEST_F(SettingsWritesTest, aKeyOfBlanksIsNoKeyInTheSnapshot) {
     }
 }
 
-TEST_F(SettingsWritesTest, eachStoredSettingIsReadFromItsOwnKey) {
+TEST_F(SettingsWritesTest, EachStoredSettingIsReadFromItsOwnKey) {
     for (const AIProvider provider : allProviders) {
         const auto index = static_cast<qsizetype>(provider);
         defaults.setString(QLatin1String(modelKeys[index]),
@@ -182,7 +182,7 @@ TEST_F(SettingsWritesTest, eachStoredSettingIsReadFromItsOwnKey) {
     }
 }
 
-TEST_F(SettingsWritesTest, aStoredEmptyTextIsNoMissingOne) {
+TEST_F(SettingsWritesTest, AStoredEmptyTextIsNoMissingOne) {
     for (const AIProvider provider : allProviders) {
         const auto index = static_cast<qsizetype>(provider);
         defaults.setString(QLatin1String(modelKeys[index]), QStringLiteral(""));
@@ -194,7 +194,7 @@ TEST_F(SettingsWritesTest, aStoredEmptyTextIsNoMissingOne) {
     }
 }
 
-TEST_F(SettingsWritesTest, aStoredProviderCountsOnlyAsItIsSpelt) {
+TEST_F(SettingsWritesTest, AStoredProviderCountsOnlyAsItIsSpelt) {
     for (const char *other : {"Gemini", "GEMINI", "Anthropic", "claude", " gemini", "gemini\n"}) {
         restart();
         defaults.setString(QStringLiteral("settings.selectedProvider"), QLatin1String(other));
@@ -207,7 +207,7 @@ TEST_F(SettingsWritesTest, aStoredProviderCountsOnlyAsItIsSpelt) {
     }
 }
 
-TEST_F(SettingsWritesTest, keysAreReadInTheOrderOfTheProviders) {
+TEST_F(SettingsWritesTest, KeysAreReadInTheOrderOfTheProviders) {
     store().loadAPIKeysIfNeeded();
     EXPECT_EQ(*log, QStringList({QStringLiteral("find com.quillmender.openAI api-key"),
                                  QStringLiteral("find com.quillmender.anthropic api-key"),

@@ -1,6 +1,6 @@
 #include "platform/linux/atspi/AtspiFocusedText.h"
 
-#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FocusContext.h"
 #include "platform/linux/atspi/AccessibleApplication.h"
 #include "platform/linux/atspi/EditedText.h"
 #include "platform/linux/atspi/RegistryRelay.h"
@@ -47,7 +47,7 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
         co_return readingElsewhere(application);
 
     const auto reading = std::make_shared<FocusReading>();
-    const auto context = std::make_shared<FocusRecord>();
+    const auto context = std::make_shared<FocusContext>();
     reading->application = front;
     reading->chordContext = context;
     QString service;
@@ -63,19 +63,19 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     const bool isEntryOfTerminal =
         found && inTerminal && found->role != roles::terminal && found->states.has(State::editable);
     if ((inTerminal && !isEntryOfTerminal) || (found && found->role == roles::terminal)) {
-        context->role = FocusRecord::Role::terminal;
+        context->role = FocusContext::Role::terminal;
         co_await readTerminal(reading, found, budget);
         co_return *reading;
     }
     const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
     if (toolkit == Toolkit::qt)
-        context->detour = std::make_shared<RegistryRelay>(bus_, service);
+        context->relay = std::make_shared<RegistryRelay>(bus_, service);
     if (!found)
         co_return *reading;
 
     const auto element = std::make_shared<const TextElement>(*found, toolkit, budget);
     reading->element = element;
-    context->role = element->isPassword() ? FocusRecord::Role::password : FocusRecord::Role::text;
+    context->role = element->isPassword() ? FocusContext::Role::password : FocusContext::Role::text;
     if (!element->isPassword())
         co_await readText(reading, element);
     co_return *reading;

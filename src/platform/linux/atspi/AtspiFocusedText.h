@@ -2,7 +2,7 @@
 
 #include "platform/linux/FrontmostSource.h"
 #include "platform/linux/atspi/AtspiElement.h"
-#include "platform/linux/atspi/FocusEvents.h"
+#include "platform/linux/atspi/FocusMemory.h"
 #include "platform/linux/atspi/FocusFinder.h"
 #include "platform/linux/atspi/TextReader.h"
 #include "platform/linux/atspi/TextSelector.h"
@@ -36,8 +36,7 @@ class AtspiFocusedText : public FocusedText {
     FrontmostSource &frontmost_;
     AtspiBus &bus_;
     BusApplications applications_{bus_};
-    FocusMemory memory_;
-    FocusEvents events_{bus_, applications_, memory_};
+    FocusMemory memory_{bus_, applications_};
     FocusFinder finder_{bus_, applications_, memory_};
     TextReader reader_{bus_};
     TextSelector selector_{bus_, reader_};

@@ -1,6 +1,62 @@
 #include "platform/linux/atspi/FocusMemory.h"
 
+#include <QDBusPendingCallWatcher>
+
 namespace quillmender::atspi {
+
+FocusMemory::FocusMemory(AtspiBus &bus, BusApplications &applications)
+    : bus_(bus),
+      applications_(applications) {
+    connect(&bus_, &AtspiBus::connected, this, &FocusMemory::subscribe);
+}
+
+void FocusMemory::subscribe() {
+    clear();
+    applications_.clear();
+    QDBusConnection connection = bus_.connection();
+    connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                       QStringLiteral("StateChanged"), {QStringLiteral("focused")}, QString(), this,
+                       SLOT(focusGained(QDBusMessage)));
+    connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Window"),
+                       QStringLiteral("Activate"), this, SLOT(windowActivated(QDBusMessage)));
+
+    // A registry that has died is started by the next message to it; what it was told is lost.
+    const QString noOwner = QStringLiteral("");
+    connection.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
+                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
+                       {QLatin1String(protocol::registry), QString(), noOwner}, QString(), this,
+                       SLOT(registerEvents()));
+    registerEvents();
+}
+
+void FocusMemory::registerEvents() {
+    const ObjectRef registry{QLatin1String(protocol::registry),
+                             QStringLiteral("/org/a11y/atspi/registry")};
+    for (const auto event : {"object:state-changed:focused", "window:activate"})
+        bus_.post(registry, protocol::registry, "RegisterEvent", {QString::fromLatin1(event)});
+}
+
+void FocusMemory::focusGained(const QDBusMessage &event) {
+    if (event.arguments().value(1).toInt() == 1)
+        remember({event.service(), event.path()});
+}
+
+void FocusMemory::windowActivated(const QDBusMessage &event) {
+    const ObjectRef frame{event.service(), event.path()};
+    const QDBusPendingCall question = applications_.askToolkit(frame.service);
+    // No coroutine: nobody would await it, and it could resume after this object has gone.
+    const auto *answer = new QDBusPendingCallWatcher(question, this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this,
+            [this, frame](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                if (finished->isError())
+                    return;
+                const Toolkit toolkit =
+                    applications_.learnToolkit(frame.service, finished->reply().arguments());
+                if (toolkit == Toolkit::chromium)
+                    bus_.post(frame, protocol::accessible, "GetAttributes", {});
+            });
+}
 
 void FocusMemory::remember(const ObjectRef &object) {
     QList<ObjectRef> &objects = latest_[object.service];

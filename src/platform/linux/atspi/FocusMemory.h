@@ -1,16 +1,23 @@
 #pragma once
 
-#include "platform/linux/atspi/AtspiTypes.h"
+#include "platform/linux/atspi/BusApplications.h"
 
+#include <QDBusMessage>
 #include <QHash>
 #include <QStringList>
 
 namespace quillmender::atspi {
 
-/// Which objects said of late that they have the focus. Bounded: a handful per application, the
-/// applications heard of last.
-class FocusMemory {
+/// Which objects said of late that they have the focus: a handful per application, of the
+/// applications heard of last. Follows two events only, a gained focus and an activated window: the
+/// bus filters them, so that typing anywhere wakes neither us nor makes applications send more.
+class FocusMemory : public QObject {
+    Q_OBJECT
+
   public:
+    /// Both must outlive the object.
+    FocusMemory(AtspiBus &bus, BusApplications &applications);
+
     void remember(const ObjectRef &object);
     void clear();
 
@@ -20,7 +27,15 @@ class FocusMemory {
     /// The applications that were heard of, latest first.
     QStringList services() const { return services_; }
 
+  private Q_SLOTS:
+    void subscribe();
+    void registerEvents();
+    void focusGained(const QDBusMessage &event);
+    void windowActivated(const QDBusMessage &event);
+
   private:
+    AtspiBus &bus_;
+    BusApplications &applications_;
     QHash<QString, QList<ObjectRef>> latest_;
     QStringList services_;
 

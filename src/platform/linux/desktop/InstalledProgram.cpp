@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/InstalledProgram.h"
 
+#include "platform/ApplicationId.h"
 #include "platform/linux/desktop/DesktopEntry.h"
 
 #include <QFileInfo>

@@ -5,9 +5,6 @@
 
 namespace quillmender {
 
-/// The identifier of the program's desktop entry, icon and bus name.
-inline constexpr auto applicationId = "com.quillmender.Quillmender";
-
 /// Program and arguments by which a desktop can start this program in a later session, with an
 /// absolute path; empty when it is not installed. Installed means one of these, in this order:
 /// - an application folder of `$XDG_DATA_HOME` or `$XDG_DATA_DIRS` has the entry

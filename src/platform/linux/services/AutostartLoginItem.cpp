@@ -1,5 +1,6 @@
 #include "platform/linux/services/AutostartLoginItem.h"
 
+#include "platform/ApplicationId.h"
 #include "platform/linux/desktop/AutostartFolder.h"
 #include "platform/linux/desktop/DesktopEntry.h"
 #include "platform/linux/desktop/ExecLine.h"

@@ -1,5 +1,6 @@
 #include "platform/linux/services/DesktopInstance.h"
 
+#include "platform/ApplicationId.h"
 #include "platform/linux/services/TerminationSignals.h"
 
 #include <QDBusConnection>
@@ -16,7 +17,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "quillmender.instance", QtWarningMsg)
 
-const auto serviceName = QStringLiteral("com.quillmender.Quillmender");
+const auto serviceName = QString::fromLatin1(applicationId);
 const auto objectPath = QStringLiteral("/com/quillmender/Quillmender");
 // Long enough for a copy that is busy for a moment.
 constexpr int callDeadline = 5000;

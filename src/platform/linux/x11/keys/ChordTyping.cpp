@@ -33,7 +33,7 @@ class HeldServer {
     const X11Connection &connection_;
 };
 
-constexpr std::chrono::milliseconds detourPatience = 250ms;
+constexpr std::chrono::milliseconds relayPatience = 250ms;
 
 } // namespace
 
@@ -46,12 +46,12 @@ ChordTyping::ChordTyping(const ChordSurroundings &around, std::shared_ptr<ChordK
       chord_(chord),
       target_(around, std::move(application)),
       text_(std::dynamic_pointer_cast<X11LentText>(into.text)) {
-    const auto focus = std::dynamic_pointer_cast<const FocusRecord>(into.context);
-    const auto role = focus ? focus->role : FocusRecord::Role::unknown;
-    detour_ = focus ? focus->detour : nullptr;
-    isSecret_ = role == FocusRecord::Role::password;
+    const auto focus = std::dynamic_pointer_cast<const FocusContext>(into.context);
+    const auto role = focus ? focus->role : FocusContext::Role::unknown;
+    relay_ = focus ? focus->relay : nullptr;
+    isSecret_ = role == FocusContext::Role::password;
     isTerminal_ =
-        role == FocusRecord::Role::terminal || around_.frontmost.isTerminalWindow(target_.id());
+        role == FocusContext::Role::terminal || around_.frontmost.isTerminalWindow(target_.id());
 }
 
 /// How long a window manager may take to bring an application to the front, and the application to
@@ -98,9 +98,9 @@ Obstacle ChordTyping::forbids() const {
 
 QCoro::Task<Obstacle> ChordTyping::reachTarget() {
     Obstacle obstacle = co_await target_.reach(patience());
-    if (obstacle || !detour_)
+    if (obstacle || !relay_)
         co_return obstacle;
-    const bool isClear = co_await detour_->waitUntilPassed(patience());
+    const bool isClear = co_await relay_->waitUntilPassed(patience());
     if (!isClear)
         obstacle = QStringLiteral("keys for ") + target_.name() + QStringLiteral(" are stuck");
     co_return obstacle;
@@ -134,7 +134,7 @@ QCoro::Task<Obstacle> ChordTyping::freeKeyboard() {
         co_return QStringLiteral("modifiers stay down");
     // The user may have gone elsewhere during the wait.
     Obstacle obstacle = target_.keepsKeysAway();
-    if (!obstacle && detour_)
+    if (!obstacle && relay_)
         obstacle = co_await holdModifier();
     co_return obstacle;
 }
@@ -152,9 +152,9 @@ QCoro::Task<Obstacle> ChordTyping::holdModifier() {
     // Toolkits may answer before they handle what came with the question.
     bool isBack = true;
     for (int i = 0; i < 2 && isBack; ++i)
-        isBack = co_await around_.ping.waitForAttention(target_.id(), detourPatience);
+        isBack = co_await around_.ping.waitForAttention(target_.id(), relayPatience);
     if (isBack)
-        isBack = co_await detour_->waitUntilPassed(detourPatience);
+        isBack = co_await relay_->waitUntilPassed(relayPatience);
     if (!isBack)
         co_return QStringLiteral("the modifier is stuck on its way to ") + target_.name();
     co_return std::nullopt;

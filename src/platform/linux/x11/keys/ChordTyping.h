@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Chords.h"
-#include "platform/linux/FocusRecord.h"
+#include "platform/linux/FocusContext.h"
 #include "platform/linux/x11/keys/ChordKeys.h"
 #include "platform/linux/x11/keys/HeldKeys.h"
 #include "platform/linux/x11/keys/TargetWindow.h"
@@ -46,7 +46,7 @@ class ChordTyping {
     Chord chord_;
     TargetWindow target_;
     std::shared_ptr<X11LentText> text_;
-    std::shared_ptr<KeyRelay> detour_;
+    std::shared_ptr<KeyRelay> relay_;
     bool isSecret_ = false;
     bool isTerminal_ = false;
     bool deletesFirst_ = false;

@@ -13,7 +13,7 @@ namespace {
 using harness::TestApplication;
 using harness::waitUntil;
 
-class DetourTest : public AtspiTest {
+class RelayTest : public AtspiTest {
   protected:
     /// A Qt field with or without a text on the bus.
     TestApplication openQtField(const char *kind) {
@@ -21,49 +21,49 @@ class DetourTest : public AtspiTest {
                                              QStringLiteral("words"));
     }
 
-    void waitForDetour() {
+    void waitForRelay() {
         waitUntil(
             [&] {
                 focusedElement();
-                return record().detour != nullptr;
+                return record().relay != nullptr;
             },
-            QStringLiteral("a detour is known"));
+            QStringLiteral("a relay is known"));
     }
 
     bool waitUntilPassed() {
-        return QCoro::waitFor(record().detour->waitUntilPassed(std::chrono::milliseconds(300)));
+        return QCoro::waitFor(record().relay->waitUntilPassed(std::chrono::milliseconds(300)));
     }
 };
 
-TEST_F(DetourTest, QtTextsHaveOne) {
+TEST_F(RelayTest, QtTextsHaveOne) {
     start();
     const TestApplication field = openQtField("line");
     waitForFocus();
-    waitForDetour();
+    waitForRelay();
     EXPECT_TRUE(waitUntilPassed());
 }
 
-TEST_F(DetourTest, QtFieldsWithoutTextHaveOne) {
+TEST_F(RelayTest, QtFieldsWithoutTextHaveOne) {
     start();
     const TestApplication field = openQtField("commands");
-    waitForDetour();
+    waitForRelay();
     EXPECT_EQ(focusedElement(), nullptr);
     EXPECT_TRUE(waitUntilPassed());
 }
 
-TEST_F(DetourTest, OthersHaveNone) {
+TEST_F(RelayTest, OthersHaveNone) {
     start();
     const TestApplication qt = openQtField("line");
-    waitForDetour();
+    waitForRelay();
     const auto editor = TestApplication::mousepad(desktop(), QStringLiteral("other"));
     waitForValue(QStringLiteral("other"));
-    EXPECT_EQ(record().detour, nullptr);
+    EXPECT_EQ(record().relay, nullptr);
 }
 
-TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
+TEST_F(RelayTest, IsNotPassedWhereSomebodyHangs) {
     start();
     TestApplication field = openQtField("line");
-    waitForDetour();
+    waitForRelay();
     field.process().suspend();
     EXPECT_FALSE(waitUntilPassed());
     field.process().resume();
@@ -82,10 +82,10 @@ TEST_F(DetourTest, IsNotPassedWhereSomebodyHangs) {
     waitUntil([&] { return waitUntilPassed(); }, QStringLiteral("the registry goes on"));
 }
 
-TEST_F(DetourTest, WaitsForAScreenReader) {
+TEST_F(RelayTest, WaitsForAScreenReader) {
     start();
     const TestApplication field = openQtField("line");
-    waitForDetour();
+    waitForRelay();
     KeyFollower reader(desktop().accessibilityBus()->connection());
     desktop().input().chord({'x'});
     waitUntil([&] { return reader.isAsked(); }, QStringLiteral("the reader is shown the key"));

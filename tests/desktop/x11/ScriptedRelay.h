@@ -9,14 +9,14 @@
 
 namespace quillmender::x11 {
 
-/// A detour that the keys of an application take, on which a test meets the chord: it is asked
+/// A relay that the keys of an application take, on which a test meets the chord: it is asked
 /// before the chord, and again when the modifier is down and the key is to follow.
-class ScriptedDetour : public KeyRelay {
+class ScriptedRelay : public KeyRelay {
   public:
     /// Each says whether the keys came through.
     using Turn = std::function<bool()>;
 
-    explicit ScriptedDetour(QList<Turn> turns) : turns_(std::move(turns)) {}
+    explicit ScriptedRelay(QList<Turn> turns) : turns_(std::move(turns)) {}
 
     QCoro::Task<bool> waitUntilPassed(std::chrono::milliseconds) override {
         ++asked;

@@ -8,13 +8,13 @@
 namespace quillmender {
 
 /// What accessibility learned of the focused element when a capture asked for it.
-struct FocusRecord : ChordContext {
+struct FocusContext : ChordContext {
     enum class Role { unknown, text, password, terminal };
 
     Role role = Role::unknown;
 
-    /// Null when keys take no detour.
-    std::shared_ptr<KeyRelay> detour;
+    /// Null when keys take no way round.
+    std::shared_ptr<KeyRelay> relay;
 };
 
 } // namespace quillmender
