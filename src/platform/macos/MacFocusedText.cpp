@@ -1,5 +1,6 @@
 #include "platform/macos/MacFocusedText.h"
 
+#include "platform/BlankText.h"
 #include "platform/CharacterBoundary.h"
 #include "platform/macos/CFConversions.h"
 #include "platform/macos/MacElement.h"
@@ -43,10 +44,6 @@ bool isSecureTextField(AXUIElementRef element) {
 std::optional<QString> textOf(const MacElement &element, const char *attribute) {
     const CFRef<CFTypeRef> value = copied(element.get(), attribute);
     return value ? stringFrom(value.get()) : std::nullopt;
-}
-
-bool isBlank(const std::optional<QString> &text) {
-    return !text || QStringView(*text).trimmed().isEmpty();
 }
 
 std::optional<TextRange> rangeOf(const MacElement &element) {

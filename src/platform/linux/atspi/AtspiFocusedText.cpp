@@ -1,5 +1,6 @@
 #include "platform/linux/atspi/AtspiFocusedText.h"
 
+#include "platform/BlankText.h"
 #include "platform/linux/FocusContext.h"
 #include "platform/linux/atspi/AccessibleApplication.h"
 #include "platform/linux/atspi/EditedText.h"
@@ -11,10 +12,6 @@ namespace {
 
 bool isSame(const RunningApplicationRef &one, const RunningApplicationRef &other) {
     return one && other ? one->isSame(*other) : one == other;
-}
-
-bool isBlank(const std::optional<QString> &text) {
-    return !text || QStringView(*text).trimmed().isEmpty();
 }
 
 FocusReading readingElsewhere(const RunningApplicationRef &asked) {
