@@ -73,8 +73,9 @@ class FocusedText {
     /// What is selected in the element now.
     virtual QCoro::Task<std::optional<TextRange>> selectedRange(FocusedElementRef element) = 0;
 
-    /// Replaces the range by the text, and selects the text. Refused when the range splits a
-    /// user-perceived character, or lies outside the element's text.
+    /// Replaces the range by the text, and selects the text, unless the user is seen to have gone
+    /// on writing beside it. Refused when the range splits a user-perceived character, or lies
+    /// outside the element's text.
     virtual QCoro::Task<Replacement> replace(FocusedElementRef element, TextRange range,
                                              QString text) = 0;
 

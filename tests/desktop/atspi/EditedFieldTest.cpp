@@ -31,11 +31,15 @@ class EditedFieldTest : public AtspiTest {
     /// The word in the middle is selected and captured.
     FocusedElementRef captureWord() {
         const FocusedElementRef element = makeElement();
-        field_->selectionStart = int(word.location);
-        field_->selectionEnd = int(word.location + word.length);
+        selectWord();
         EXPECT_EQ(selectedRange(element), word);
         field_->selectionStart = field_->selectionEnd = 0;
         return element;
+    }
+
+    void selectWord() {
+        field_->selectionStart = int(word.location);
+        field_->selectionEnd = int(word.location + word.length);
     }
 
     FocusedElementRef makeElement() {
@@ -62,7 +66,7 @@ TEST_F(EditedFieldTest, NothingSelectedIsNoRange) {
     EXPECT_EQ(selectedRange(element), std::nullopt);
 }
 
-TEST_F(EditedFieldTest, WordIsReplacedAndSelectedWhereItIsNow) {
+TEST_F(EditedFieldTest, WordIsReplacedWhereItIsNow) {
     struct Case {
         const char *edited;
         const char *written;
@@ -81,8 +85,36 @@ TEST_F(EditedFieldTest, WordIsReplacedAndSelectedWhereItIsNow) {
         field_->text = QString::fromLatin1(each.edited);
         EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
         EXPECT_EQ(field_->text, QString::fromLatin1(each.written));
-        EXPECT_EQ(selectedNow(), answer);
+        EXPECT_EQ(selectedNow(), QString()) << "the user's next key would take it away";
     }
+}
+
+TEST_F(EditedFieldTest, AnswerIsSelectedWhereTheUserHasWaited) {
+    const FocusedElementRef element = captureWord();
+    selectWord();
+    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(field_->text, QStringLiteral("one zwei three"));
+    EXPECT_EQ(selectedNow(), answer);
+}
+
+TEST_F(EditedFieldTest, CaretThatTheUserHasMovedStays) {
+    const FocusedElementRef element = captureWord();
+    field_->selectionStart = field_->selectionEnd = 3;
+    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(field_->text, QStringLiteral("one zwei three"));
+    EXPECT_EQ(selectedNow(), QString());
+}
+
+TEST_F(EditedFieldTest, WhatIsTypedDuringTheWriteIsNotSelectedAway) {
+    const FocusedElementRef element = captureWord();
+    selectWord();
+    field_->insert = [&](qsizetype position, const QString &added) {
+        field_->text.insert(position, added);
+        field_->text.append(QStringLiteral("!"));
+    };
+    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(field_->text, QStringLiteral("one zwei three!"));
+    EXPECT_NE(selectedNow(), answer);
 }
 
 TEST_F(EditedFieldTest, EditedWordIsLeftAlone) {
@@ -131,6 +163,34 @@ TEST_F(EditedFieldTest, TextTooShortForTheRangeIsGone) {
         EXPECT_EQ(select(element, word), PasteTarget::gone);
         EXPECT_EQ(selectedNow(), QString());
     }
+}
+
+TEST_F(EditedFieldTest, KeyBetweenLengthAndTextIsNoObstacle) {
+    const FocusedElementRef element = captureWord();
+    int keys = 2;
+    field_->whenCounted = [&] {
+        if (keys-- > 0)
+            field_->text.append(QStringLiteral("!"));
+    };
+    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(field_->text, QStringLiteral("one zwei three!!"));
+}
+
+TEST_F(EditedFieldTest, TextThatNeverFitsItsLengthIsLeftAlone) {
+    const FocusedElementRef element = captureWord();
+    field_->whenCounted = [&] { field_->text.append(QStringLiteral("!")); };
+    const Replacement replaced = replace(element, word, answer);
+    EXPECT_EQ(replaced.outcome, Replacement::Outcome::refused);
+    EXPECT_THAT(field_->calls, IsEmpty());
+}
+
+TEST_F(EditedFieldTest, WordsThatAKeyTakesWhileTheyAreSelectedAreGone) {
+    const FocusedElementRef element = captureWord();
+    field_->whenSelected = [&] {
+        field_->text.replace(word.location, word.length, QStringLiteral("x"));
+        field_->selectionStart = field_->selectionEnd = 5;
+    };
+    EXPECT_EQ(select(element, word), PasteTarget::gone);
 }
 
 TEST_F(EditedFieldTest, RangeOutsideTheTextIsRefused) {

@@ -46,8 +46,13 @@ void ScriptedField::attend(const QDBusMessage &message) {
     const QVariant answer = answerTo(message);
     if (answer.isValid())
         connection_.send(message.createReply(answer));
-    if (whenRead && message.member() == QStringLiteral("GetText"))
-        whenRead();
+    const auto tell = [&](const char *member, const std::function<void()> &listener) {
+        if (listener && message.member() == QLatin1String(member))
+            listener();
+    };
+    tell("GetText", whenRead);
+    tell("Get", whenCounted);
+    tell("SetSelection", whenSelected);
 }
 
 void ScriptedField::attendToWaiting() {

@@ -32,6 +32,10 @@ class ScriptedField : public QDBusVirtualObject {
     bool obeysSelection = true;
     /// Called when it has told a part of its text, or the whole.
     std::function<void()> whenRead;
+    /// Called when it has told its length, or where its caret is.
+    std::function<void()> whenCounted;
+    /// Called when it has selected what it was told to.
+    std::function<void()> whenSelected;
     /// How long each of its changing calls is held up before it is attended to; everything that
     /// comes meanwhile waits behind it.
     std::chrono::milliseconds stall{0};

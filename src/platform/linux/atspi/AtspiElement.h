@@ -31,6 +31,7 @@ struct ReadMemory {
     std::optional<DecodedText> value;
     qint64 valueCount = 0; ///< the toolkit's CharacterCount for it
     std::optional<OffsetPair> selection;
+    std::optional<OffsetPair> selectionOrCaret; ///< absent when it could not be told
     QString selectedText;
 };
 
@@ -48,8 +49,10 @@ class TextElement : public FoundElement {
     const Toolkit toolkit;
     mutable ReadMemory memory;
 
-    /// The whole text at the moment that the range of the capture counts in.
+    /// The whole text that the range of the capture counts in, and where the selection or the caret
+    /// was then.
     mutable std::optional<QString> captured;
+    mutable std::optional<OffsetPair> capturedSelection;
 };
 
 using TextElementRef = std::shared_ptr<const TextElement>;

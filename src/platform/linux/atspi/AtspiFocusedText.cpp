@@ -103,6 +103,7 @@ QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element
         co_return;
     reading->value = value;
     element->captured = value;
+    element->capturedSelection = element->memory.selectionOrCaret;
 }
 
 QCoro::Task<std::optional<TextRange>> AtspiFocusedText::selectedRange(FocusedElementRef element) {
@@ -111,8 +112,10 @@ QCoro::Task<std::optional<TextRange>> AtspiFocusedText::selectedRange(FocusedEle
         co_return std::nullopt;
     const CallBudget::Use use(text->budget);
     const std::optional<TextRange> range = co_await reader_.selectedRange(text);
-    if (range)
+    if (range) {
         text->captured = text->memory.value->text;
+        text->capturedSelection = text->memory.selectionOrCaret;
+    }
     co_return range;
 }
 
@@ -124,7 +127,8 @@ QCoro::Task<Replacement> AtspiFocusedText::replace(FocusedElementRef element, Te
     const CallBudget::Use use(own->budget);
     own->budget->renew();
     const TextWriter::Result written = co_await writer_.replace(own, range, text);
-    if (written.replacement.outcome == Replacement::Outcome::done && own->memory.value) {
+    const bool isDone = written.replacement.outcome == Replacement::Outcome::done;
+    if (isDone && !written.isUserThere && own->memory.value) {
         const TextRange inserted{written.location, text.size()};
         co_await selector_.select(own, *own->memory.value, inserted);
     }
@@ -140,13 +144,20 @@ QCoro::Task<PasteTarget> AtspiFocusedText::select(FocusedElementRef element, Tex
     const std::optional<DecodedText> shown = co_await reader_.wholeText(own);
     if (!shown)
         co_return PasteTarget::unknown;
-    const QString &captured = own->captured ? *own->captured : shown->text;
+    const QString captured = own->captured ? *own->captured : shown->text;
     const std::optional<TextRange> now = rangeAfterEdit(captured, shown->text, range);
     if (!now) {
         const bool fits = range.location + range.length <= shown->text.size();
         co_return fits ? PasteTarget::another : PasteTarget::gone;
     }
-    co_return co_await selector_.select(own, *shown, *now, CallBudget::pastePatience);
+    const PasteTarget target =
+        co_await selector_.select(own, *shown, *now, CallBudget::pastePatience);
+    if (target != PasteTarget::another)
+        co_return target;
+    // A key that the user pressed just then has taken what was selected for the paste.
+    const std::optional<DecodedText> after = co_await reader_.wholeText(own);
+    const bool isTyped = after && !rangeAfterEdit(captured, after->text, range);
+    co_return isTyped ? PasteTarget::gone : PasteTarget::another;
 }
 
 } // namespace quillmender::atspi

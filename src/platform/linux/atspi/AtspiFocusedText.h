@@ -2,8 +2,8 @@
 
 #include "platform/linux/FrontmostSource.h"
 #include "platform/linux/atspi/AtspiElement.h"
-#include "platform/linux/atspi/FocusMemory.h"
 #include "platform/linux/atspi/FocusFinder.h"
+#include "platform/linux/atspi/FocusMemory.h"
 #include "platform/linux/atspi/TextReader.h"
 #include "platform/linux/atspi/TextSelector.h"
 #include "platform/linux/atspi/TextWriter.h"

@@ -61,6 +61,14 @@ QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef elem
     co_return reported;
 }
 
+QCoro::Task<TextReader::Selection> TextReader::rememberedSelection(TextElementRef element) {
+    const Selection found = co_await trueSelection(element);
+    element->memory.selectionOrCaret.reset();
+    if (found.kind != Selection::Kind::unreadable)
+        element->memory.selectionOrCaret = found.offsets;
+    co_return found;
+}
+
 QCoro::Task<std::optional<int>> TextReader::characterCount(TextElementRef element) {
     const PendingCall call =
         bus_.property(element->budget, element->traits.object, protocol::text, "CharacterCount");
@@ -88,25 +96,38 @@ QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, Of
 }
 
 QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef element) {
+    // Between the question for the length and the one for the text the user may have typed.
+    constexpr int attempts = 3;
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        const bool isRead = co_await readWhole(element);
+        if (!isRead)
+            co_return std::nullopt;
+        if (element->memory.value->unit)
+            break;
+    }
+    co_return std::as_const(element->memory.value);
+}
+
+QCoro::Task<bool> TextReader::readWhole(TextElementRef element) {
     element->memory.value.reset();
     const std::optional<int> count = co_await characterCount(element);
     if (!count)
-        co_return std::nullopt;
+        co_return false;
     QVariant raw = co_await between(element, {0, -1}, *count);
     // The entry of GTK 4 has nothing between its start and "the end".
     if (*count > 0 && raw.toString().isEmpty())
         raw = co_await between(element, {0, *count}, *count);
     if (raw.metaType() != QMetaType::fromType<QString>())
-        co_return std::nullopt;
+        co_return false;
     const bool padded = element->toolkit == Toolkit::gecko;
     element->memory.value = decodeText(raw.toString(), *count, padded);
     element->memory.valueCount = *count;
-    co_return std::as_const(element->memory.value);
+    co_return true;
 }
 
 QCoro::Task<std::optional<QString>> TextReader::selectedText(TextElementRef element) {
     element->memory.selection.reset();
-    const Selection found = co_await trueSelection(element);
+    const Selection found = co_await rememberedSelection(element);
     if (found.kind != Selection::Kind::present)
         co_return std::nullopt;
     const auto text =
@@ -129,7 +150,7 @@ QCoro::Task<std::optional<QString>> TextReader::value(TextElementRef element) {
 }
 
 QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef element) {
-    const Selection found = co_await trueSelection(element);
+    const Selection found = co_await rememberedSelection(element);
     if (found.kind != Selection::Kind::present)
         co_return std::nullopt;
     const auto text = co_await wholeText(element);

@@ -45,7 +45,12 @@ class TextReader {
     /// Corrected where the toolkit is known to report it wrongly.
     QCoro::Task<Selection> trueSelection(TextElementRef element);
 
+    /// The same, and where it is stays in the element's memory.
+    QCoro::Task<Selection> rememberedSelection(TextElementRef element);
+
   private:
+    /// Into the element's memory.
+    QCoro::Task<bool> readWhole(TextElementRef element);
     QCoro::Task<Selection> selection(ObjectRef object, CallBudgetRef budget);
     QCoro::Task<QVariant> between(TextElementRef element, OffsetPair offsets, qint64 characters);
 

@@ -91,8 +91,23 @@ QCoro::Task<TextWriter::Result> TextWriter::replace(TextElementRef element, Text
         co_return Result{refused("the text changes while it is read")};
     Result result;
     result.location = now->location;
+    const bool isSame = co_await isAsCaptured(element, known->text);
     result.replacement = co_await write(element, *known, splice);
+    QString wanted = known->text;
+    wanted.replace(now->location, now->length, text);
+    const std::optional<DecodedText> &shown = element->memory.value;
+    result.isUserThere = !isSame || !shown || shown->text != wanted;
     co_return result;
+}
+
+QCoro::Task<bool> TextWriter::isAsCaptured(TextElementRef element, QString text) {
+    if (element->captured && *element->captured != text)
+        co_return false;
+    if (!element->capturedSelection)
+        co_return true;
+    const TextReader::Selection selection = co_await reader_.trueSelection(element);
+    co_return selection.kind == TextReader::Selection::Kind::unreadable ||
+        selection.offsets == *element->capturedSelection;
 }
 
 QCoro::Task<Replacement> TextWriter::write(TextElementRef element, DecodedText known,

@@ -13,8 +13,11 @@ class TextWriter {
     TextWriter(AtspiBus &bus, TextReader &reader) : bus_(bus), reader_(reader) {}
 
     struct Result {
-        Replacement replacement;
+        Replacement replacement{};
         qint64 location = 0; ///< where the text was written, when it was
+        /// The user has gone on in this text since it was captured: their next key is meant for the
+        /// place where they are.
+        bool isUserThere = false;
     };
 
     /// Replaces what stands in the range, which counts in the text that was captured, wherever it
@@ -32,6 +35,7 @@ class TextWriter {
     enum class Standing { written, untouched, unknown };
 
     QCoro::Task<Replacement> write(TextElementRef element, DecodedText known, TextSplice splice);
+    QCoro::Task<bool> isAsCaptured(TextElementRef element, QString text);
     QCoro::Task<bool> stillHolds(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> sliceIs(TextElementRef element, DecodedText known, qint64 start, qint64 end);
     QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);
