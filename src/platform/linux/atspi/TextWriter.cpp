@@ -114,9 +114,6 @@ QCoro::Task<Replacement> TextWriter::write(TextElementRef element, DecodedText k
                                            TextSplice splice) {
     if (splice.isEmpty())
         co_return Replacement{Replacement::Outcome::done};
-    QString wanted = known.text;
-    wanted.replace(splice.start, splice.removed.size(), splice.inserted);
-
     element->budget->beginWait(CallBudget::orderPatience);
     const Reply reply = co_await apply(element, known, splice);
     if (reply == Reply::unsent)
@@ -126,11 +123,11 @@ QCoro::Task<Replacement> TextWriter::write(TextElementRef element, DecodedText k
         element->budget->renew();
         element->budget->forgive(element->traits.object.service);
         const auto shown = co_await reader_.wholeText(element);
-        if (shown && shown->text == wanted)
+        if (shown && judgeWrite(known.text, splice, shown->text).standing == Standing::written)
             co_return Replacement{Replacement::Outcome::done};
         co_return uncertain("the application did not answer an order in time");
     }
-    const Standing standing = co_await settle(element, known, splice, wanted);
+    const Standing standing = co_await settle(element, known, splice);
     if (standing == Standing::written)
         co_return Replacement{Replacement::Outcome::done};
     // Who was late with the answer may be late with the change as well.
@@ -214,56 +211,32 @@ QCoro::Task<TextWriter::Answer> TextWriter::order(TextElementRef element, const 
     co_return firstValue(answer).toBool() ? Answer::yes : Answer::no;
 }
 
-QCoro::Task<TextWriter::Standing> TextWriter::settle(TextElementRef element, DecodedText old,
-                                                     TextSplice splice, QString wanted) {
-    const auto shown = co_await reader_.wholeText(element);
-    if (!shown || !shown->unit)
-        co_return Standing::unknown;
-    if (shown->text == wanted)
-        co_return Standing::written;
-    if (shown->text == old.text)
-        co_return Standing::untouched;
-
-    const QString before = old.text.left(splice.start);
-    const QString after = old.text.mid(splice.start + splice.removed.size());
-    const bool surroundingsStand = shown->text.size() >= before.size() + after.size() &&
-                                   shown->text.startsWith(before) && shown->text.endsWith(after);
-    if (surroundingsStand) {
-        const bool isRepaired = co_await repair(element, old.text);
-        co_return isRepaired ? Standing::untouched : Standing::unknown;
-    }
-    // Somebody changed the text elsewhere at the same time. If our words are in their place, they
-    // are written.
-    const bool oursIsThere =
-        !splice.inserted.isEmpty() &&
-        shown->text.mid(splice.start, splice.inserted.size()) == splice.inserted;
-    co_return oursIsThere ? Standing::written : Standing::unknown;
-}
-
-/// Not given up at the first refusal: words of the user are missing.
-QCoro::Task<bool> TextWriter::repair(TextElementRef element, QString wanted) {
-    constexpr int attempts = 4;
-    for (int attempt = 1; attempt <= attempts; ++attempt) {
-        const std::optional<DecodedText> shown = element->memory.value;
+/// Not given up at the first refusal where words of the user are missing.
+QCoro::Task<WriteJudgement::Standing> TextWriter::settle(TextElementRef element, DecodedText old,
+                                                         TextSplice splice) {
+    constexpr int repairs = 4;
+    for (int repair = 1;; ++repair) {
+        const auto shown = co_await reader_.wholeText(element);
         if (!shown || !shown->unit)
-            co_return false;
+            co_return Standing::unknown;
+        const WriteJudgement judged = judgeWrite(old.text, splice, shown->text);
+        if (judged.standing != Standing::missing)
+            co_return judged.standing;
+        if (repair > repairs)
+            co_return Standing::unknown;
         Reply reply = Reply::none;
-        if (attempt < attempts) {
-            const TextSplice splice = computeSplice(shown->text, wanted);
-            reply = co_await apply(element, *shown, splice);
+        if (repair < repairs) {
+            const TextSplice back = computeSplice(shown->text, judged.repaired);
+            reply = co_await apply(element, *shown, back);
         } else {
             // It takes the field's history along, and is the last way.
-            const QVariantList whole = {wanted};
+            const QVariantList whole = {judged.repaired};
             const Answer answer = co_await order(element, "SetTextContents", whole, {});
             reply = answer == Answer::none ? Reply::none : Reply::prompt;
         }
         if (reply == Reply::none || reply == Reply::unsent)
-            co_return false;
-        const auto repaired = co_await reader_.wholeText(element);
-        if (repaired && repaired->text == wanted)
-            co_return true;
+            co_return Standing::unknown;
     }
-    co_return false;
 }
 
 } // namespace quillmender::atspi

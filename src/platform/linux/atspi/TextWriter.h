@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/atspi/TextReader.h"
-#include "platform/linux/atspi/TextSplice.h"
+#include "platform/linux/atspi/WriteJudgement.h"
 
 namespace quillmender::atspi {
 
@@ -31,8 +31,7 @@ class TextWriter {
     enum class Reply { unsent, prompt, late, none };
     /// To one order.
     enum class Answer { yes, no, none };
-    /// What the object holds when an order is over.
-    enum class Standing { written, untouched, unknown };
+    using Standing = WriteJudgement::Standing;
 
     QCoro::Task<Replacement> write(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> isAsCaptured(TextElementRef element, QString text);
@@ -41,10 +40,8 @@ class TextWriter {
     QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);
     QCoro::Task<Answer> order(TextElementRef element, const char *member, QVariantList arguments,
                               std::chrono::milliseconds allowance);
-    QCoro::Task<bool> repair(TextElementRef element, QString wanted);
     /// Reads the text again; puts the old words back when only half of the change was made.
-    QCoro::Task<Standing> settle(TextElementRef element, DecodedText old, TextSplice splice,
-                                 QString wanted);
+    QCoro::Task<Standing> settle(TextElementRef element, DecodedText old, TextSplice splice);
 
     AtspiBus &bus_;
     TextReader &reader_;
