@@ -149,6 +149,22 @@ TEST_F(FieldTest, OnlyTheFrontmostApplicationCounts) {
     EXPECT_EQ(focusedElement(), nullptr);
 }
 
+TEST_F(FieldTest, TextWithoutTheFocusIsNoPlaceToPaste) {
+    start();
+    const QString words = QStringLiteral("first second");
+    const TestApplication application = TestApplication::mousepad(desktop(), words);
+    waitForValue(words);
+    desktop().input().chord({XK_Control_L, XK_a});
+    const FocusReading reading = waitForSelection(words);
+    EXPECT_EQ(select(reading.element, {0, words.size()}), PasteTarget::selected);
+    desktop().input().chord({XK_Control_L, XK_f});
+    waitUntil([&] { return select(reading.element, {0, words.size()}) == PasteTarget::another; },
+              QStringLiteral("the entry of the search has the focus"));
+    desktop().input().chord({XK_Escape});
+    waitUntil([&] { return select(reading.element, {0, words.size()}) == PasteTarget::selected; },
+              QStringLiteral("the text has the focus again"));
+}
+
 class ActiveWindowTest : public FieldTest, public testing::WithParamInterface<const char *> {};
 
 TEST_P(ActiveWindowTest, IsReadThoughTheWindowSystemDoesNotTellIt) {
