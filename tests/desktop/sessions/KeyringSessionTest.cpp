@@ -85,6 +85,22 @@ TEST_F(KeyringSessionTest, AStuckKeyringNeverHoldsUpTheSettings) {
     expectRequestWith(typed);
 }
 
+TEST_F(KeyringSessionTest, AKeyringThatWasStartedAgainIsUsedAgain) {
+    startWith({});
+    SettingsForm settings = openSettings();
+    settings.fill("OpenAI API Key", QStringLiteral("Kq8-first"));
+    waitUntil([&] { return keyringHas(QStringLiteral("Kq8-first")); },
+              QStringLiteral("the first is stored"));
+    keyring().process().kill();
+    harness::Keyring second(desktop().sessionBus(), desktop().environment(),
+                            desktop().folders().log(QStringLiteral("second-keyring")));
+    settings.fill("OpenAI API Key", typed);
+    waitUntil([&] { return second.lookup(service, account) == typed.toUtf8(); },
+              QStringLiteral("what was typed afterwards is stored"));
+    settings.close();
+    expectRequestWith(typed);
+}
+
 TEST_F(KeyringSessionTest, AStuckKeyringsAnswerStillCounts) {
     startWith({});
     keyring().process().suspend();

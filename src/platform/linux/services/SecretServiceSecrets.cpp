@@ -65,16 +65,40 @@ void report(const char *operation, GError *error) {
     lastProblem = problem;
 }
 
+/// Whether the order may be carried out yet, or must not be: nothing is then tried again.
+bool isFinal(const GError &error) {
+    return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != 0 ||
+           g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) != 0 ||
+           g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY) != 0 ||
+           g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_TIMEOUT) != 0;
+}
+
+/// What the operation fails with. The library keeps the service's address and a session with it; a
+/// service that has been started again since knows neither, and is asked anew.
+template <typename Operation> GError *failureOf(Operation operation) {
+    GError *error = nullptr;
+    operation(&error);
+    if (!error || isFinal(*error))
+        return error;
+    g_error_free(error);
+    error = nullptr;
+    secret_service_disconnect();
+    operation(&error);
+    return error;
+}
+
 SecretSearch unavailable(const QString &reason) {
     return {SecretOutcome::unavailable, {}, reason};
 }
 
 SecretSearch firstMatch(const Attributes &attributes, GCancellable *cancellable) {
-    GError *error = nullptr;
     // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): the flags of a C interface
     const auto flags = SecretSearchFlags(SECRET_SEARCH_UNLOCK | SECRET_SEARCH_LOAD_SECRETS);
-    GList *found =
-        secret_password_searchv_sync(&schema, attributes.get(), flags, cancellable, &error);
+    GList *found = nullptr;
+    GError *const error = failureOf([&](GError **failure) {
+        found =
+            secret_password_searchv_sync(&schema, attributes.get(), flags, cancellable, failure);
+    });
     if (const Error owned{error})
         return unavailable(QString::fromUtf8(owned->message));
     if (!found)
@@ -90,19 +114,20 @@ SecretSearch firstMatch(const Attributes &attributes, GCancellable *cancellable)
 }
 
 void clear(const Attributes &attributes, GCancellable *cancellable) {
-    GError *error = nullptr;
-    secret_password_clearv_sync(&schema, attributes.get(), cancellable, &error);
-    report("deleting a secret", error);
+    report("deleting a secret", failureOf([&](GError **failure) {
+               secret_password_clearv_sync(&schema, attributes.get(), cancellable, failure);
+           }));
 }
 
 void add(const Attributes &attributes, const QString &service, const QByteArray &secret,
          GCancellable *cancellable) {
-    GError *error = nullptr;
     const Value value(secret_value_new(secret.constData(), secret.size(), "text/plain"));
     const QByteArray label = "Quillmender: " + service.toUtf8();
-    secret_password_storev_binary_sync(&schema, attributes.get(), SECRET_COLLECTION_DEFAULT,
-                                       label.constData(), value.get(), cancellable, &error);
-    report("storing a secret", error);
+    report("storing a secret", failureOf([&](GError **failure) {
+               secret_password_storev_binary_sync(&schema, attributes.get(),
+                                                  SECRET_COLLECTION_DEFAULT, label.constData(),
+                                                  value.get(), cancellable, failure);
+           }));
 }
 
 } // namespace
