@@ -54,6 +54,14 @@ TEST(WriteJudgementTest, WholeFieldThatTheUserTypesInto) {
                   {"xx", Standing::missing, "wordsxx"}});
 }
 
+TEST(WriteJudgementTest, LineEndsThatTheFieldChanges) {
+    const TextSplice splice{4, QStringLiteral("two"), QStringLiteral("zwei\r\nZeilen")};
+    expectJudged("one two three", splice,
+                 {{"one zwei\nZeilen three", Standing::missing, "one two three"},
+                  {"one zwei\nZeilenx three", Standing::written},
+                  {"one zwei\r\nZeilen three", Standing::written}});
+}
+
 TEST(WriteJudgementTest, Deletion) {
     const TextSplice splice{4, QStringLiteral("two "), QString()};
     expectJudged("one two three", splice,

@@ -142,10 +142,8 @@ QCoro::Task<PasteTarget> AtspiFocusedText::select(FocusedElementRef element, Tex
     const CallBudget::Use use(own->budget);
     own->budget->beginWait(CallBudget::pastePatience);
     // A text keeps its selection when another field of its window gets the keys.
-    const QString &service = own->traits.object.service;
-    const qint64 process = co_await applications_.processOf(service, own->budget);
-    const auto focused = co_await finder_.find(process, own->budget);
-    if (focused && focused->object != own->traits.object)
+    const bool losesKeys = co_await finder_.seesFocusBeside(own->traits.object, own->budget);
+    if (losesKeys)
         co_return PasteTarget::another;
     const std::optional<DecodedText> shown = co_await reader_.wholeText(own);
     if (!shown)

@@ -60,6 +60,13 @@ QCoro::Task<std::optional<ElementTraits>> FocusFinder::find(qint64 process, Call
     co_return std::nullopt;
 }
 
+QCoro::Task<bool> FocusFinder::seesFocusBeside(ObjectRef object, CallBudgetRef budget) {
+    const Recollection recollection = co_await recollect(object.service, budget);
+    if (recollection.focused)
+        co_return recollection.focused->object != object;
+    co_return recollection.focusIsElsewhere;
+}
+
 QCoro::Task<QString> FocusFinder::serviceInFront(qint64 process, CallBudgetRef budget) {
     if (process == QCoreApplication::applicationPid() || !bus_.isConnected())
         co_return QString();

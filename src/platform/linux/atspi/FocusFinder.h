@@ -24,6 +24,10 @@ class FocusFinder {
     /// An object with text, a password field among them; nothing when there is none.
     QCoro::Task<std::optional<ElementTraits>> find(qint64 process, CallBudgetRef budget);
 
+    /// Whether the object's application has said of late that something else has the focus, and it
+    /// still has.
+    QCoro::Task<bool> seesFocusBeside(ObjectRef object, CallBudgetRef budget);
+
     /// The frontmost application's name on the bus; empty when it is not there.
     QCoro::Task<QString> serviceInFront(qint64 process, CallBudgetRef budget);
 

@@ -8,8 +8,14 @@ namespace {
 
 using Standing = WriteJudgement::Standing;
 
+/// Without what fields change of a text on their own: the form of its line ends, and letters where
+/// they take one case only.
+QString canonical(QString text) {
+    return text.remove(u'\r').toLower();
+}
+
 bool holds(const QString &text, const QString &part) {
-    return !part.isEmpty() && text.contains(part);
+    return !part.isEmpty() && canonical(text).contains(canonical(part));
 }
 
 /// What stands between the text before and the text after the change.
@@ -18,8 +24,7 @@ WriteJudgement judgeMiddle(const QString &old, const TextSplice &splice, const Q
     // Nothing, half of ours or ours in other letters, or ours beside what should have gone: none of
     // it is the user's.
     const bool isOurs = middle.isEmpty() || middle == splice.inserted + splice.removed ||
-                        middle.compare(splice.inserted, Qt::CaseInsensitive) == 0 ||
-                        splice.inserted.contains(middle);
+                        holds(splice.inserted, middle);
     if (isOurs)
         return {Standing::missing, old};
     const bool hasNew = holds(middle, splice.inserted);
