@@ -52,7 +52,7 @@ class SelectionTest : public FocusedTextTest {
     const QStringList range = {
         QStringLiteral("AXUIElementCopyAttributeValue editor AXSelectedTextRange")};
     const QStringList activation = {
-        QStringLiteral("activate source options 0"),
+        QStringLiteral("activate source"),
         QStringLiteral("sleep 120"),
     };
     const QStringList copyAndRestore = {
