@@ -86,12 +86,13 @@ QCoro::Task<TextWriter::Result> TextWriter::replace(TextElementRef element, Text
     const TextSplice splice = spliceOf(known->text, *now, text);
     if (!staysWhole(*element, splice))
         co_return Result{refused("a paragraph would become two")};
+    const bool isSame = co_await standsAsCaptured(element, known->text);
+    // The last question before the orders.
     const bool unchanged = co_await stillHolds(element, *known, splice);
     if (!unchanged)
         co_return Result{refused("the text changes while it is read")};
     Result result;
     result.location = now->location;
-    const bool isSame = co_await isAsCaptured(element, known->text);
     result.replacement = co_await write(element, *known, splice);
     QString wanted = known->text;
     wanted.replace(now->location, now->length, text);
@@ -100,7 +101,7 @@ QCoro::Task<TextWriter::Result> TextWriter::replace(TextElementRef element, Text
     co_return result;
 }
 
-QCoro::Task<bool> TextWriter::isAsCaptured(TextElementRef element, QString text) {
+QCoro::Task<bool> TextWriter::standsAsCaptured(TextElementRef element, QString text) {
     if (element->captured && *element->captured != text)
         co_return false;
     if (!element->capturedSelection)

@@ -34,7 +34,7 @@ class TextWriter {
     using Standing = WriteJudgement::Standing;
 
     QCoro::Task<Replacement> write(TextElementRef element, DecodedText known, TextSplice splice);
-    QCoro::Task<bool> isAsCaptured(TextElementRef element, QString text);
+    QCoro::Task<bool> standsAsCaptured(TextElementRef element, QString text);
     QCoro::Task<bool> stillHolds(TextElementRef element, DecodedText known, TextSplice splice);
     QCoro::Task<bool> sliceIs(TextElementRef element, DecodedText known, qint64 start, qint64 end);
     QCoro::Task<Reply> apply(TextElementRef element, DecodedText from, TextSplice splice);
