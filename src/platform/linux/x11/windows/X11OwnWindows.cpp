@@ -39,6 +39,12 @@ void X11OwnWindows::applyPanelAttributes(QWindow *window) {
     ensureIcon();
     finishToolkitRequests();
     standing_.applyPanelAttributes(nativeWindow(*window));
+    standing_.askForFrame(nativeWindow(*window));
+}
+
+void X11OwnWindows::applyWindowAttributes(QWindow *window) {
+    finishToolkitRequests();
+    standing_.askForFrame(nativeWindow(*window));
 }
 
 void X11OwnWindows::activate(QWindow *window) {

@@ -20,7 +20,7 @@ class X11OwnWindows : public OwnWindows {
     /// The panel alone says that it is none for the task bar.
     void setAccessoryPolicy() override {}
     void applyPanelAttributes(QWindow *window) override;
-    void applyWindowAttributes(QWindow *) override {}
+    void applyWindowAttributes(QWindow *window) override;
     void activate(QWindow *window) override;
     std::unique_ptr<SteppedAside> stepAside(QWindow *) override { return nullptr; }
 
