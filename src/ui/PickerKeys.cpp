@@ -130,17 +130,19 @@ bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
 
 bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
     const auto arrow = Qt::Key(event.key());
-    const bool isWide = focus == &editor_;
+    const bool isText = focus == &editor_;
     // In a text the arrows are the text's, but for the one that leads out of it. A held key stops
     // at the edge.
-    if (isWide && (arrow != Qt::Key_Up || event.isAutoRepeat() || !isInFirstLine(editor_)))
+    if (isText && (arrow != Qt::Key_Up || event.isAutoRepeat() || !isInFirstLine(editor_)))
         return false;
     const Controls controls(panel_, region_);
     const qsizetype from = controls.widgets.indexOf(focus);
     if (from < 0)
         return false;
     const QRect &place = controls.places[from];
-    column_ = isWide ? std::max(column_, place.left()) : place.center().x();
+    // What is wider than a column keeps the one that the eye came from.
+    if (column_ < place.left() || column_ > place.right())
+        column_ = isText || place.width() > panel_.width() / 2 ? place.left() : place.center().x();
     const auto to = neighbour(controls.places, from, arrow, column_);
     if (to)
         controls.widgets[*to]->setFocus(Qt::TabFocusReason);
