@@ -48,7 +48,8 @@ ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &th
       panel_(std::make_unique<ActionPanel>(view_)) {
     QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
                      [this] { ownWindows_.applyPanelAttributes(panel_->windowHandle()); });
-    keys_ = new PickerKeys(*panel_, *view_->region(), *view_->editor());
+    keys_ = new PickerKeys(*panel_, *view_->region(), *view_->editor(),
+                           [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); });
     ActionPanelController::centre(std::nullopt);
 }
 

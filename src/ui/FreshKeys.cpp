@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 
+#include <utility>
+
 namespace quillmender {
 
 namespace {
@@ -14,12 +16,22 @@ quint64 identity(const QKeyEvent &event) {
 
 } // namespace
 
+FreshKeys::FreshKeys(std::function<QSet<quint32>()> downAtFocus)
+    : downAtFocus_(std::move(downAtFocus)) {}
+
 bool FreshKeys::isFresh(const QKeyEvent &event) {
     const quint64 key = identity(event);
+    if (!foreign_)
+        foreign_ = downAtFocus_();
+    const quint32 code = event.nativeScanCode();
+    if (event.type() == QEvent::KeyPress && foreign_->contains(code))
+        return false;
     if (event.type() == QEvent::KeyRelease) {
         released_ = {key, event.timestamp(), down_.contains(key)};
-        if (!event.isAutoRepeat())
+        if (!event.isAutoRepeat()) {
             down_.remove(key);
+            foreign_->remove(code);
+        }
         return released_.wasDown;
     }
     // A server that repeats a key says release and press with one time. When the second comes late,
@@ -33,6 +45,7 @@ bool FreshKeys::isFresh(const QKeyEvent &event) {
 
 void FreshKeys::forget() {
     down_.clear();
+    foreign_.reset();
     released_ = {};
 }
 

@@ -2,6 +2,9 @@
 
 #include <QSet>
 
+#include <functional>
+#include <optional>
+
 class QKeyEvent;
 
 namespace quillmender {
@@ -10,6 +13,10 @@ namespace quillmender {
 /// keyboard: such a key repeats into the window and is released there, and means another one.
 class FreshKeys {
   public:
+    /// `downAtFocus` gives the native codes of the keys that were down when the window got the
+    /// keyboard; it is asked at the first key after that.
+    explicit FreshKeys(std::function<QSet<quint32>()> downAtFocus);
+
     /// Whether the event belongs to a press that the window has seen the beginning of. To be asked
     /// about every press and release of the window, in their order.
     bool isFresh(const QKeyEvent &event);
@@ -24,6 +31,8 @@ class FreshKeys {
         bool wasDown = false;
     };
 
+    std::function<QSet<quint32>()> downAtFocus_;
+    std::optional<QSet<quint32>> foreign_; ///< pressed elsewhere, and not released since
     QSet<quint64> down_;
     Release released_;
 };

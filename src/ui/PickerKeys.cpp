@@ -12,7 +12,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
-#include <algorithm>
+#include <utility>
 
 namespace quillmender {
 
@@ -66,11 +66,13 @@ struct Controls {
 
 } // namespace
 
-PickerKeys::PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor)
+PickerKeys::PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
+                       std::function<QSet<quint32>()> downAtFocus)
     : QObject(&panel),
       panel_(panel),
       region_(region),
-      editor_(editor) {
+      editor_(editor),
+      fresh_(std::move(downAtFocus)) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 

@@ -21,9 +21,10 @@ class PickerKeys : public QObject {
     Q_OBJECT
 
   public:
-    /// Asked before every other filter that was installed earlier. All of them are in the panel,
-    /// which owns this.
-    PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor);
+    /// Region and editor are in the panel, which owns this. It comes before every filter that was
+    /// installed earlier. `downAtFocus` as FreshKeys asks it.
+    PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
+               std::function<QSet<quint32>()> downAtFocus);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

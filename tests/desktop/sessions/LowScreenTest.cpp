@@ -89,20 +89,38 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
                 desktop().connection().property(window, "_NET_WM_PID").has_value());
     }
 
-    /// The child of the root that is the window or its frame, and can be seen.
-    xcb_window_t frameOf(const QString &title) {
+    struct Found {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        xcb_window_t frame = XCB_WINDOW_NONE; ///< child of the root
+    };
+
+    Found find(const QString &title) {
         for (const xcb_window_t top : desktop().windows().viewable()) {
             QList<xcb_window_t> inside{top};
             for (qsizetype i = 0; i < inside.size(); ++i) {
                 if (hasTitle(inside[i], title) && desktop().windows().isViewable(inside[i]))
-                    return top;
+                    return {inside[i], top};
                 inside.append(childrenOf(inside[i]));
             }
         }
-        return XCB_WINDOW_NONE;
+        return {};
     }
 
-    QRect outline(xcb_window_t frame) {
+    /// The window with the part of its frame that can be seen: what catches the mouse around it is
+    /// not among the extents.
+    QRect outline(const Found &found) {
+        const auto extents = desktop().connection().property(found.window, "_NET_FRAME_EXTENTS");
+        if (extents && extents->size() == qsizetype(4 * sizeof(quint32))) {
+            const auto *side = reinterpret_cast<const int *>(extents->constData());
+            return desktop()
+                .windows()
+                .geometry(found.window)
+                .adjusted(-side[0], -side[2], side[1], side[3]);
+        }
+        return frameGeometry(found.frame);
+    }
+
+    QRect frameGeometry(xcb_window_t frame) {
         xcb_connection_t *xcb = desktop().connection().get();
         const XcbPointer<xcb_get_geometry_reply_t> geometry(
             xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, frame), nullptr));
@@ -112,12 +130,11 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
                    : QRect();
     }
 
-    /// In the frame and in the screen, with what a window manager adds unseen to catch the mouse.
     void expectFits(const QString &title) {
-        xcb_window_t frame = XCB_WINDOW_NONE;
-        waitUntil([&] { return (frame = frameOf(title)) != XCB_WINDOW_NONE; },
+        Found found;
+        waitUntil([&] { return (found = find(title)).window != XCB_WINDOW_NONE; },
                   QStringLiteral("%1 is shown").arg(title));
-        waitUntil([&] { return free().contains(outline(frame)); },
+        waitUntil([&] { return free().contains(outline(found)); },
                   QStringLiteral("%1 fits the screen").arg(title));
     }
 

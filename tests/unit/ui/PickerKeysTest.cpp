@@ -189,6 +189,28 @@ TEST_F(PickerKeysTest, ARepeatThatComesInTwoPartsIsNoNewPress) {
     EXPECT_EQ(model.state().instruction, QStringLiteral("aa")) << "it began here";
 }
 
+TEST_F(PickerKeysTest, AKeyThatTheServerHasSaidToBeDownIsNotPressed) {
+    constexpr quint32 returnKey = 36;
+    constexpr quint32 letterKey = 38;
+    ownWindows.keysDown = {returnKey};
+    show();
+    const auto strike = [](QEvent::Type type, Qt::Key key, quint32 code, const QString &text) {
+        QKeyEvent event(type, key, Qt::NoModifier, code, 0, 0, text);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    };
+    const QString line = QStringLiteral("\r");
+    // As the toolkit takes it that has not seen the press.
+    for (int i = 0; i < 3; ++i)
+        strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.calls, QStringList());
+    strike(QEvent::KeyPress, Qt::Key_A, letterKey, QStringLiteral("a"));
+    strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a"));
+    strike(QEvent::KeyRelease, Qt::Key_Return, returnKey, line);
+    strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a\n")) << "a new press counts";
+}
+
 TEST_F(PickerKeysTest, AKeyThatWasPressedBeforeThePanelWasLeftCountsNoMore) {
     show();
     send(QEvent::KeyPress, Qt::Key_Space, QStringLiteral(" "));
