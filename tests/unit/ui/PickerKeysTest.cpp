@@ -219,6 +219,11 @@ TEST_F(PickerKeysTest, AKeyThatWasPressedBeforeThePanelWasLeftCountsNoMore) {
     repeat(Qt::Key_Space, QStringLiteral(" "));
     send(QEvent::KeyRelease, Qt::Key_Space, QStringLiteral(" "));
     EXPECT_EQ(model.calls, QStringList());
+    send(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"));
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(controller.panel());
+    repeat(Qt::Key_A, QStringLiteral("a"));
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a"));
 }
 
 TEST_F(PickerKeysTest, AnInputMethodComposesIntoTheInstruction) {
