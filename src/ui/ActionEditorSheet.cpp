@@ -104,8 +104,11 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     const int given =
         std::max(0, promptTemplate_->maximumHeight() - promptTemplate_->sizeHint().height());
     const QSize wanted(sheetWidth, stack->heightForWidth(sheetWidth) + given);
-    const QWidget *over = parentWidget() ? parentWidget()->window() : this;
-    setFixedSize(wanted.boundedTo(roomOnScreen(*over, *over->screen())));
+    QScreen &screen = *(parentWidget() ? parentWidget() : this)->screen();
+    setFixedSize(wanted.boundedTo(roomOnScreen(*this, screen)));
+    // One that fills the screen must stand in its middle; others stand over their window.
+    if (size() != wanted)
+        centreOnScreen(*this, screen, wanted);
 }
 
 void ActionEditorSheet::updateOk() {
