@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSet>
+
 #include <memory>
 
 class QWindow;
@@ -41,6 +43,10 @@ class OwnWindows {
 
     /// Gives the window the front and the keyboard focus, whatever application has them now.
     virtual void activate(QWindow *window) = 0;
+
+    /// The native codes of the keys that were down when the window got the keyboard last. Nothing
+    /// where the toolkit says of such a key that it only repeats.
+    virtual QSet<quint32> keysDownAtFocus(QWindow *) { return {}; }
 
     /// Hides the window where the source application gets the focus back only then. Null where it
     /// gets it with the window on screen: nothing is hidden.

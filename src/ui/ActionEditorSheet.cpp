@@ -5,10 +5,14 @@
 #include "ui/PushButton.h"
 #include "ui/TextField.h"
 #include "ui/TextLabel.h"
+#include "ui/WindowPlacement.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace quillmender {
 
@@ -16,6 +20,7 @@ namespace {
 constexpr int margin = 24;
 constexpr int sheetWidth = 540;
 constexpr int templateLines = 11;
+constexpr int fewestLines = 3;
 } // namespace
 
 ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &editor,
@@ -60,8 +65,10 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     auto *templateLabel = makeLabel(TextStyle::headline, primary, templateName);
     promptTemplate_ = new InstructionEditor(theme, templateName, QString(), this);
     promptTemplate_->setAccessibleDescription(hint);
-    promptTemplate_->setFixedHeight(templateLines * promptTemplate_->fontMetrics().lineSpacing() +
-                                    24);
+    const int line = promptTemplate_->fontMetrics().lineSpacing();
+    promptTemplate_->setMinimumHeight(fewestLines * line + 24);
+    promptTemplate_->setMaximumHeight(templateLines * line + 24);
+    promptTemplate_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     promptTemplate_->render(editor.initialTemplate());
     templateLabel->setBuddy(promptTemplate_);
     auto *hintLabel = makeLabel(TextStyle::caption, TextLabel::Tone::secondary, hint);
@@ -93,7 +100,15 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     stack->addSpacing(20);
     stack->addLayout(buttons);
     stack->setSizeConstraint(QLayout::SetNoConstraint);
-    setFixedSize(sheetWidth, stack->heightForWidth(sheetWidth));
+    // On a low screen the template gives way, so that the buttons stay within reach.
+    const int given =
+        std::max(0, promptTemplate_->maximumHeight() - promptTemplate_->sizeHint().height());
+    const QSize wanted(sheetWidth, stack->heightForWidth(sheetWidth) + given);
+    QScreen &screen = *(parentWidget() ? parentWidget() : this)->screen();
+    setFixedSize(wanted.boundedTo(roomOnScreen(*this, screen)));
+    // One that fills the screen must stand in its middle; others stand over their window.
+    if (size() != wanted)
+        centreOnScreen(*this, screen, wanted);
 }
 
 void ActionEditorSheet::updateOk() {

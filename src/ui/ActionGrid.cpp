@@ -2,8 +2,6 @@
 
 #include "ui/ActionTile.h"
 
-#include <QStyle>
-
 #include <algorithm>
 
 namespace quillmender {
@@ -79,8 +77,7 @@ void ActionGrid::arrange() {
             x += share / int(columns_.size()) + columns_[before].spacing;
         const int y = int(i / columns_.size()) * (height + columns_[column].spacing);
         const int tileWidth = std::max(columns_[column].minimumWidth, share / int(columns_.size()));
-        tiles_[i]->setGeometry(
-            QStyle::visualRect(layoutDirection(), rect(), QRect(x, y, tileWidth, height)));
+        tiles_[i]->setGeometry(x, y, tileWidth, height);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/ActionPanel.h"
 #include "ui/ActionPickerView.h"
+#include "ui/PickerKeys.h"
 #include "ui/WindowPlacement.h"
 
 #include <QApplication>
@@ -47,6 +48,8 @@ ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &th
       panel_(std::make_unique<ActionPanel>(view_)) {
     QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
                      [this] { ownWindows_.applyPanelAttributes(panel_->windowHandle()); });
+    keys_ = new PickerKeys(*panel_, *view_->region(), *view_->editor(),
+                           [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); });
     ActionPanelController::centre(std::nullopt);
 }
 
@@ -73,8 +76,10 @@ void ActionPanelController::makeKeyAndOrderFront() {
         QApplication::setActiveWindow(panel_.get());
     // A control that an older run keeps disabled takes no keys.
     const QWidget *focus = panel_->focusWidget();
-    if (!wasVisible || !focus || !focus->isEnabled())
+    if (!wasVisible || !focus || !focus->isEnabled()) {
         view_->resetFocus();
+        keys_->reset();
+    }
 }
 
 void ActionPanelController::orderOut() {

@@ -12,6 +12,7 @@ namespace quillmender {
 class ActionPanel;
 class ActionPickerModel;
 class ActionPickerView;
+class PickerKeys;
 
 /// Owns the one panel with the action picker. The panel is made once and reused; it is ordered
 /// out, never destroyed, when it is closed.
@@ -25,7 +26,8 @@ class ActionPanelController : public PickerPanel {
     /// on the screen with the pointer. A screen smaller than the panel makes the panel smaller.
     void centre(std::optional<DesktopRect> sourceWindow) override;
 
-    /// Shows the panel, up to date, above others, with the keyboard focus in the instruction.
+    /// Shows the panel, up to date, above others, with the keyboard focus on the first
+    /// action.
     void makeKeyAndOrderFront() override;
 
     void orderOut() override;
@@ -39,6 +41,7 @@ class ActionPanelController : public PickerPanel {
     OwnWindows &ownWindows_;
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;
+    PickerKeys *keys_; ///< owned by the panel
     std::weak_ptr<SteppedAside> aside_;
 };
 

@@ -4,6 +4,7 @@
 #include "ui/ActionGrid.h"
 #include "ui/ActionPickerModel.h"
 #include "ui/ActionTile.h"
+#include "ui/ErrorLabel.h"
 #include "ui/InstructionEditor.h"
 #include "ui/PreviewCard.h"
 #include "ui/PromptCard.h"
@@ -22,8 +23,8 @@ namespace quillmender {
 
 namespace {
 constexpr int margin = 24;
-constexpr int sectionGap = 16;
-constexpr int footerPadding = 16;
+constexpr int sectionGap = 10;
+constexpr int footerPadding = 8;
 } // namespace
 
 ActionPickerView::ActionPickerView(ActionPickerModel &model, Theme &theme,
@@ -51,8 +52,9 @@ void ActionPickerView::buildHeader(QVBoxLayout *stack) {
         new TextLabel(theme_, TextStyle::subheadline, TextLabel::Tone::secondary, this);
     subtitle->show(QStringLiteral("Transform the captured text and replace it in place."));
     auto *header = new QVBoxLayout;
-    header->setContentsMargins(margin, 20, margin, sectionGap);
-    header->setSpacing(4);
+    // The lines of the title and the subtitle have air of their own.
+    header->setContentsMargins(margin, 6, margin, 4);
+    header->setSpacing(-4);
     header->addWidget(title);
     header->addWidget(subtitle);
     stack->addLayout(header);
@@ -61,7 +63,7 @@ void ActionPickerView::buildHeader(QVBoxLayout *stack) {
 void ActionPickerView::buildBody(QVBoxLayout *stack, QList<GridColumn> columns) {
     auto *body = new QWidget;
     auto *sections = new QVBoxLayout(body);
-    sections->setContentsMargins(margin, 1, margin - SlimScrollBar::breadth, sectionGap);
+    sections->setContentsMargins(margin, 1, margin - SlimScrollBar::breadth, margin / 2);
     sections->setSpacing(sectionGap);
     previewCard_ = new PreviewCard(theme_, body);
     grid_ = new ActionGrid(theme_, std::move(columns), body);
@@ -114,6 +116,7 @@ void ActionPickerView::connectControls() {
 }
 
 void ActionPickerView::orderTabs() {
+    setTabOrder(previewCard_->error(), previewCard_->accessButton());
     QWidget *last = previewCard_->accessButton();
     for (ActionTile *tile : grid_->tiles()) {
         setTabOrder(last, tile);
@@ -128,7 +131,13 @@ void ActionPickerView::renderNow() {
 }
 
 void ActionPickerView::resetFocus() {
-    region_->showTop(promptCard_->editor());
+    ActionTile *first = grid_->tiles().value(0);
+    const bool canBePressed = first && !first->isHidden() && first->isEnabled();
+    region_->showTop(canBePressed ? static_cast<QWidget *>(first) : editor());
+}
+
+InstructionEditor *ActionPickerView::editor() const {
+    return promptCard_->editor();
 }
 
 void ActionPickerView::showEvent(QShowEvent *event) {
@@ -158,7 +167,7 @@ void ActionPickerView::keepFocus(QWidget *focus) {
     // Whatever comes next in the order of tabs could be a button, which the next key would press.
     // In the instruction a key does no harm.
     if (focus->isHidden() || !focus->isVisible())
-        resetFocus();
+        region_->showTop(editor());
     // The window was left and came back while the control was disabled, and could not give it the
     // focus then.
     else if (focus->isEnabled() && isActiveWindow() && window()->focusWidget() == focus)

@@ -15,6 +15,7 @@ namespace quillmender {
 
 class ActionGrid;
 class ActionPickerModel;
+class InstructionEditor;
 class PreviewCard;
 class PromptCard;
 class PushButton;
@@ -34,8 +35,12 @@ class ActionPickerView : public QWidget {
     /// Brings the view up to date at once, as before it is shown.
     void renderNow();
 
-    /// The state of a fresh panel: scrolled to the top, typing lands in the instruction.
+    /// The state of a fresh panel: scrolled to the top, the keyboard on the first action. Where no
+    /// action can be pressed it is in the instruction, where a key does no harm.
     void resetFocus();
+
+    ScrollRegion *region() const { return region_; }
+    InstructionEditor *editor() const;
 
   Q_SIGNALS:
     /// The view has read the model.

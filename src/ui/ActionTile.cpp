@@ -5,7 +5,6 @@
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QStyle>
 
 #include <algorithm>
 
@@ -67,10 +66,6 @@ QString ActionTile::unreadablePart() const {
     return parts.join(u'\n');
 }
 
-QRect ActionTile::mirrored(const QRect &area) const {
-    return QStyle::visualRect(layoutDirection(), rect(), area);
-}
-
 void ActionTile::paintEvent(QPaintEvent *) {
     const Colors &colors = theme_.colors();
     QPainter painter(this);
@@ -99,20 +94,18 @@ void ActionTile::paintEvent(QPaintEvent *) {
 
     const QRect symbolArea(padding, y + (titleMetrics.height() - symbolSize) / 2, symbolSize,
                            symbolSize);
-    painter.drawPixmap(
-        mirrored(symbolArea).topLeft(),
-        theme_.symbol(action_->systemImage(), symbolSize, devicePixelRatioF(), colors.accentMark));
+    painter.drawPixmap(symbolArea.topLeft(), theme_.symbol(action_->systemImage(), symbolSize,
+                                                           devicePixelRatioF(), colors.accentMark));
 
     painter.setFont(titleFont_);
     painter.setPen(colors.text);
-    drawLine(painter, mirrored(QRect(left, y, textWidth(), titleMetrics.height())),
-             layoutDirection(), titleMetrics.elidedText(title_, Qt::ElideRight, textWidth()));
+    drawLine(painter, QRect(left, y, textWidth(), titleMetrics.height()),
+             titleMetrics.elidedText(title_, Qt::ElideRight, textWidth()));
     y += titleMetrics.height() + lineGap;
     painter.setFont(subtitleFont_);
     painter.setPen(colors.secondary);
     for (const QString &line : subtitle) {
-        drawLine(painter, mirrored(QRect(left, y, textWidth(), subtitleMetrics.height())),
-                 layoutDirection(), line);
+        drawLine(painter, QRect(left, y, textWidth(), subtitleMetrics.height()), line);
         y += subtitleMetrics.height();
     }
 }

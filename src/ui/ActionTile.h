@@ -27,7 +27,6 @@ class ActionTile : public Button {
 
   private:
     int textWidth() const;
-    QRect mirrored(const QRect &area) const;
 
     std::optional<PromptAction> action_; ///< set before the tile is shown
     QString title_;

@@ -6,6 +6,8 @@ namespace quillmender {
 
 namespace {
 constexpr int padding = 16;
+// The first and the last line have air of their own.
+constexpr int verticalPadding = 8;
 constexpr qreal cornerRadius = 14;
 } // namespace
 
@@ -13,7 +15,7 @@ Card::Card(Theme &theme, QWidget *parent)
     : QWidget(parent),
       theme_(theme),
       stack_(new QVBoxLayout(this)) {
-    stack_->setContentsMargins(padding, padding, padding, padding);
+    stack_->setContentsMargins(padding, verticalPadding, padding, verticalPadding);
     stack_->setSpacing(0);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }

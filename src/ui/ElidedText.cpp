@@ -28,15 +28,11 @@ QStringList elidedLines(const QString &text, const QFont &font, int width, int m
     return lines;
 }
 
-void drawLine(QPainter &painter, const QRect &area, Qt::LayoutDirection interfaceDirection,
-              const QString &line) {
+void drawLine(QPainter &painter, const QRect &area, const QString &line) {
     // The direction of the text decides on which side its ellipsis stands.
     painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    const Qt::Alignment side =
-        interfaceDirection == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-    painter.drawText(
-        area, int((side | Qt::AlignAbsolute | Qt::AlignVCenter).toInt()) | int(Qt::TextSingleLine),
-        line);
+    constexpr auto place = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
+    painter.drawText(area, int(place) | int(Qt::TextSingleLine), line);
 }
 
 } // namespace quillmender

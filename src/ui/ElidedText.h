@@ -12,8 +12,7 @@ namespace quillmender {
 /// in an ellipsis.
 QStringList elidedLines(const QString &text, const QFont &font, int width, int maximumLines);
 
-/// Draws one line in its own writing direction, from the edge where the interface begins.
-void drawLine(QPainter &painter, const QRect &area, Qt::LayoutDirection interfaceDirection,
-              const QString &line);
+/// Draws one line in its own writing direction, from the left edge.
+void drawLine(QPainter &painter, const QRect &area, const QString &line);
 
 } // namespace quillmender

@@ -13,10 +13,6 @@
 namespace quillmender {
 
 namespace {
-// The frame is unknown until the first show. Without this the first window would be larger than
-// the next ones, and on a low screen its end would be out of reach.
-constexpr QSize titleBarAllowance(0, 40);
-
 QWidget *shownPanel() {
     for (QWidget *widget : QApplication::topLevelWidgets())
         if (qobject_cast<ActionPanel *>(widget) && widget->isVisible())
@@ -44,7 +40,7 @@ HostedWindow::HostedWindow(const QString &title, QSize contentSize, QWidget *con
 
 void HostedWindow::centre() {
     if (QScreen *screen = screenInUse())
-        centreOnScreen(*this, *screen, contentSize_, titleBarAllowance);
+        centreOnScreen(*this, *screen, contentSize_);
 }
 
 QWidget *HostedWindow::sheet() const {

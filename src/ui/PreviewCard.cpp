@@ -1,6 +1,7 @@
 #include "ui/PreviewCard.h"
 
 #include "ui/ActionPickerModel.h"
+#include "ui/ErrorLabel.h"
 #include "ui/PushButton.h"
 #include "ui/Spinner.h"
 #include "ui/TextLabel.h"
@@ -12,39 +13,52 @@ namespace quillmender {
 PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
     : Card(theme, parent),
       title_(new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this)),
-      progressRow_(new QWidget(this)),
-      spinner_(new Spinner(theme, progressRow_)),
-      progress_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressRow_)),
+      progressBox_(new QWidget(this)),
+      spinner_(new Spinner(theme, progressBox_)),
+      progress_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressBox_)),
       preview_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
       description_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
-      error_(new AlertLabel(theme, TextStyle::body, TextLabel::Tone::error, this)),
+      error_(new ErrorLabel(theme, this)),
       accessRow_(new QWidget(this)),
       accessButton_(new PushButton(theme, QStringLiteral("Request Accessibility Access"),
                                    PushButton::Prominence::standard, accessRow_)) {
     auto *access = new QHBoxLayout(accessRow_);
-    access->setContentsMargins(0, 12, 0, 0);
+    access->setContentsMargins(0, 8, 0, 4);
     access->addWidget(accessButton_);
     access->addStretch(1);
 
-    auto *row = new QHBoxLayout(progressRow_);
-    row->setContentsMargins(0, 8, 0, 0);
-    row->setSpacing(8);
-    row->addWidget(spinner_);
-    row->addWidget(progress_, 1);
-
-    stack()->addWidget(title_);
-    stack()->addWidget(progressRow_);
-    stack()->addSpacing(8);
+    stack()->addLayout(firstLine());
+    stack()->addSpacing(2);
     stack()->addWidget(preview_);
     stack()->addWidget(description_);
     stack()->addWidget(error_);
     stack()->addWidget(accessRow_);
-    description_->setContentsMargins(0, 8, 0, 0);
-    error_->setContentsMargins(0, 12, 0, 0);
+    error_->setContentsMargins(0, 6, 0, 0);
     accessRow_->hide();
-    progressRow_->hide();
+    progressBox_->hide();
     description_->hide();
     error_->hide();
+}
+
+QLayout *PreviewCard::firstLine() {
+    auto *progress = new QHBoxLayout(progressBox_);
+    progress->setContentsMargins(0, 0, 0, 0);
+    progress->setSpacing(8);
+    progress->addStretch(1);
+    progress->addWidget(spinner_);
+    progress->addWidget(progress_);
+    progress_->setMaximumLines(1);
+    progress_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    // Its place is kept, so that nothing moves when it comes and goes.
+    QSizePolicy kept(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    kept.setRetainSizeWhenHidden(true);
+    progressBox_->setSizePolicy(kept);
+
+    auto *line = new QHBoxLayout;
+    line->setSpacing(12);
+    line->addWidget(title_, 1);
+    line->addWidget(progressBox_, 1);
+    return line;
 }
 
 void PreviewCard::render(const ActionPickerModel &model) {
@@ -52,7 +66,7 @@ void PreviewCard::render(const ActionPickerModel &model) {
 
     const QString running = model.currentActionTitle();
     progress_->show(running.isEmpty() ? QStringLiteral("Processing\u2026") : running);
-    progressRow_->setVisible(model.isWorking());
+    progressBox_->setVisible(model.isWorking());
 
     const QString captured = model.selectedTextPreview();
     preview_->show(captured.isEmpty() ? QStringLiteral("No text captured yet.") : captured);

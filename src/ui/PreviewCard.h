@@ -6,6 +6,7 @@ namespace quillmender {
 
 class ActionPickerModel;
 class AlertLabel;
+class ErrorLabel;
 class PushButton;
 class Spinner;
 class TextLabel;
@@ -19,16 +20,19 @@ class PreviewCard : public Card {
 
     void render(const ActionPickerModel &model);
     PushButton *accessButton() const { return accessButton_; }
+    ErrorLabel *error() const { return error_; }
     Spinner *spinner() const { return spinner_; }
 
   private:
+    QLayout *firstLine();
+
     TextLabel *title_;
-    QWidget *progressRow_;
+    QWidget *progressBox_;
     Spinner *spinner_;
     AlertLabel *progress_;
     TextLabel *preview_;
     TextLabel *description_;
-    AlertLabel *error_;
+    ErrorLabel *error_;
     QWidget *accessRow_;
     PushButton *accessButton_;
 };

@@ -23,12 +23,12 @@ PromptCard::PromptCard(Theme &theme, QWidget *parent) : Card(theme, parent) {
         new PushButton(theme, QStringLiteral("Generate"), PushButton::Prominence::prominent, this);
 
     stack()->addWidget(title);
-    stack()->addSpacing(4);
     stack()->addWidget(help);
-    stack()->addSpacing(12);
+    stack()->addSpacing(6);
     stack()->addWidget(editor_);
-    stack()->addSpacing(12);
-    stack()->addWidget(generate_, 0, Qt::AlignTrailing);
+    stack()->addSpacing(10);
+    stack()->addWidget(generate_, 0, Qt::AlignRight);
+    stack()->addSpacing(6);
 }
 
 void PromptCard::render(const ActionPickerModel &model) {

@@ -1,7 +1,9 @@
 #include "ui/TextLabel.h"
 
 #include <QEvent>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +14,7 @@ namespace {
 
 // A single user-perceived character may hold any number of combining marks.
 constexpr qsizetype longestLaidOut = 20000;
+constexpr qsizetype longestLastLine = 2000;
 
 QString displayed(const QString &text) {
     QString shown = text.left(longestLaidOut);
@@ -56,10 +59,29 @@ void TextLabel::setTone(Tone tone) {
     update();
 }
 
+void TextLabel::setMaximumLines(int lines) {
+    maximumLines_ = lines;
+    layout_.reset();
+    updateGeometry();
+}
+
 void TextLabel::layOut(int width) const {
     if (layout_ && width == layoutWidth_)
         return;
-    layout_ = std::make_unique<QTextLayout>(laidOutText_, font());
+    layOutLines(laidOutText_, width);
+    if (maximumLines_ > 0 && layout_->lineCount() > maximumLines_) {
+        const int last = layout_->lineAt(maximumLines_ - 1).textStart();
+        QString rest = laidOutText_.mid(last, longestLastLine);
+        rest.replace(QChar::LineSeparator, u' ');
+        // The ellipsis stands there also where the first words of the rest would fit.
+        rest = QFontMetrics(font()).elidedText(rest.append(QChar(0x2026)), Qt::ElideRight, width);
+        layOutLines(laidOutText_.left(last) + rest, width);
+    }
+    layoutWidth_ = width;
+}
+
+void TextLabel::layOutLines(const QString &text, int width) const {
+    layout_ = std::make_unique<QTextLayout>(text, font());
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     const bool rightToLeft = laidOutText_.isRightToLeft();
@@ -69,14 +91,31 @@ void TextLabel::layOut(int width) const {
     layout_->setCacheEnabled(true);
     layout_->beginLayout();
     qreal y = 0;
+    const bool isSecond = text.size() != laidOutText_.size() || text != laidOutText_;
     for (QTextLine line = layout_->createLine(); line.isValid(); line = layout_->createLine()) {
         line.setLineWidth(std::max(width, 1));
         line.setPosition(QPointF(0, y));
         y += std::ceil(line.height());
+        if (isSecond && layout_->lineCount() == maximumLines_)
+            break;
     }
     layout_->endLayout();
-    layoutWidth_ = width;
     layoutHeight_ = int(std::ceil(y));
+}
+
+const QTextLayout &TextLabel::lines() const {
+    layOut(contentsRect().width());
+    return *layout_;
+}
+
+bool TextLabel::isCut() const {
+    return lines().text() != laidOutText_;
+}
+
+QString TextLabel::textFrom(int position) const {
+    QString text = laidOutText_.mid(position);
+    text.replace(QChar::LineSeparator, u'\n');
+    return text;
 }
 
 int TextLabel::heightForWidth(int width) const {
@@ -110,12 +149,21 @@ QColor TextLabel::color() const {
     return colors.text;
 }
 
+bool TextLabel::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip || maximumLines_ == 0)
+        return QLabel::event(event);
+    if (isCut())
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           QStringLiteral("<p>%1</p>").arg(textFrom(0).toHtmlEscaped()), this);
+    else
+        QToolTip::hideText();
+    return true;
+}
+
 void TextLabel::paintEvent(QPaintEvent *) {
-    const QRect area = contentsRect();
-    layOut(area.width());
     QPainter painter(this);
     painter.setPen(color());
-    layout_->draw(&painter, area.topLeft());
+    lines().draw(&painter, contentsRect().topLeft());
 }
 
 void TextLabel::changeEvent(QEvent *event) {

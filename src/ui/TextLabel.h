@@ -26,21 +26,36 @@ class TextLabel : public QLabel {
 
     void setTone(Tone tone);
 
+    /// Shows no more than so many lines; the last one ends in an ellipsis then, and the tool tip
+    /// has the whole text.
+    void setMaximumLines(int lines);
+
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
 
-  private:
-    void layOut(int width) const;
+    /// The lines as they stand in the label.
+    const QTextLayout &lines() const;
+    /// Whether the text goes on beyond the last line.
+    bool isCut() const;
+    /// What a place in the lines is the beginning of, up to the end of the text.
+    QString textFrom(int position) const;
     QColor color() const;
 
     Theme &theme_;
+
+  private:
+    void layOut(int width) const;
+    void layOutLines(const QString &text, int width) const;
+
     Tone tone_;
+    int maximumLines_ = 0; ///< any number
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;

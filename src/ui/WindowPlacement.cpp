@@ -4,28 +4,47 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 
 namespace quillmender {
+
+namespace {
+
+// As wide as window managers draw them. Some tell nothing of a frame before they have drawn it.
+constexpr QMargins usualFrame(8, 40, 8, 8);
+
+QMargins frameAround(const QWidget &window) {
+    const QWindow *native = window.windowHandle();
+    const QMargins told = native && native->handle() ? native->frameMargins() : QMargins();
+    return told.isNull() ? usualFrame : told;
+}
+
+} // namespace
 
 QScreen *screenInUse() {
     QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
     return screen ? screen : QGuiApplication::primaryScreen();
 }
 
-void centreOnScreen(QWidget &window, QScreen &screen, QSize contentSize, QSize reservedFrame) {
+QSize roomOnScreen(const QWidget &window, const QScreen &screen) {
+    const QMargins frame = frameAround(window);
+    return screen.availableSize() -
+           QSize(frame.left() + frame.right(), frame.top() + frame.bottom());
+}
+
+void centreOnScreen(QWidget &window, QScreen &screen, QSize contentSize) {
     const QRect available = screen.availableGeometry();
-    // Known once the window manager has framed the window.
-    const QSize frame = window.frameGeometry().size() - window.size();
-    const QSize size = contentSize.boundedTo(available.size() - frame.expandedTo(reservedFrame));
+    const QMargins frame = frameAround(window);
+    const QSize size = contentSize.boundedTo(roomOnScreen(window, screen));
     window.setScreen(&screen);
     window.setFixedSize(size);
-    // The content is centred, not the frame, whose size is unknown at the first show: the window
+    // The content is centred, not the frame, which may be unknown at the first show: the window
     // must not stand elsewhere at the next one.
-    const int titleBar =
-        std::max(window.geometry().y() - window.frameGeometry().y(), reservedFrame.height());
-    const int above = std::max((available.height() - size.height()) / 2, titleBar);
+    const int lowest = available.height() - size.height() - frame.bottom();
+    const int above =
+        std::max(frame.top(), std::min((available.height() - size.height()) / 2, lowest));
     const int left = (available.width() - size.width()) / 2;
     window.setGeometry(QRect(available.topLeft() + QPoint(left, above), size));
 }

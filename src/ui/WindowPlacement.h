@@ -10,9 +10,12 @@ namespace quillmender {
 /// The screen with the pointer, else the first one; null without any.
 QScreen *screenInUse();
 
-/// Fixes the window's content at that size, or at what fits on the screen with `reservedFrame` or
-/// the actual frame around it, and centres the content in the screen's available area, with the
-/// title bar inside it.
-void centreOnScreen(QWidget &window, QScreen &screen, QSize contentSize, QSize reservedFrame = {});
+/// What a window's content may take on that screen with its frame around it: the frame that the
+/// window manager has told of, else room for a usual one.
+QSize roomOnScreen(const QWidget &window, const QScreen &screen);
+
+/// Fixes the window's content at that size, or at what there is room for, and centres the content
+/// in the screen's available area, with the whole frame inside it.
+void centreOnScreen(QWidget &window, QScreen &screen, QSize contentSize);
 
 } // namespace quillmender

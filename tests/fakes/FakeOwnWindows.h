@@ -47,7 +47,10 @@ class FakeOwnWindows : public OwnWindows {
         return std::make_unique<FakeSteppedAside>(window);
     }
 
+    QSet<quint32> keysDownAtFocus(QWindow *) override { return keysDown; }
+
     QList<Call> calls;
+    QSet<quint32> keysDown;
     bool needsSteppingAside = false;
 
   private:

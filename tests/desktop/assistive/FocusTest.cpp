@@ -76,7 +76,8 @@ class FocusTest : public SessionFixture {
 
 TEST_F(FocusTest, ReturnAfterAFailureKeepsThePanelAndTheInstruction) {
     openPanel();
-    const Accessible field = desktop().accessible().waitForFocusedText(program().pid());
+    const Accessible field = desktop().accessible().waitFor(program().pid(), QStringLiteral("text"),
+                                                            QStringLiteral("Generate From Prompt"));
     input().type(instruction);
     waitUntil([&] { return field.text() == instruction; }, QStringLiteral("it is typed"));
     tabTo(QStringLiteral("Generate"));

@@ -42,7 +42,8 @@ Desktop::Desktop(const Options &options) : environment_(folders_.environment()) 
     environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), sessionBus_->address());
     if (options.windowManager) {
         windowManager_ = std::make_unique<WindowManager>(
-            *connection_, environment_, folders_.log(QStringLiteral("window-manager")));
+            *connection_, environment_, folders_.log(QStringLiteral("window-manager")),
+            options.windowManagerCommand);
     }
     if (options.accessibilityBus) {
         accessibilityBus_ = std::make_unique<AccessibilityBus>(

@@ -31,6 +31,9 @@ class Desktop {
         bool accessibilityEnabled = true;
         bool keyring = true;
         bool windowManager = true;
+        /// The program and its arguments; one of those that announce themselves, or twm.
+        // NOLINTNEXTLINE(readability-redundant-member-init): g++ warns where it is left out
+        QStringList windowManagerCommand = {};
         /// The D-Bus service files of programs that the session bus starts when they are called.
         // NOLINTNEXTLINE(readability-redundant-member-init): g++ warns where it is left out
         QStringList services = {};

@@ -40,7 +40,8 @@ TEST_F(LogSessionTest, ToldEverythingItHasNeitherTextNorKey) {
     answerWith(answer);
     pressHotKey();
     waitForPanel(letter);
-    const Accessible field = desktop().accessible().waitForFocusedText(program().pid());
+    const Accessible field = desktop().accessible().waitFor(program().pid(), QStringLiteral("text"),
+                                                            QStringLiteral("Generate From Prompt"));
     input().type(instruction);
     waitUntil([&] { return field.text() == instruction; },
               QStringLiteral("the instruction is typed"));

@@ -27,7 +27,7 @@ class PanelSessionTest : public SessionFixture {
         select(wrong);
     }
 
-    const TestApplication &editor() const { return *editor_; }
+    TestApplication &editor() { return *editor_; }
     const Accessible &text() const { return *text_; }
 
     void select(const QString &word) {
@@ -37,7 +37,42 @@ class PanelSessionTest : public SessionFixture {
     }
 
     Accessible instructionEditor() {
-        return desktop().accessible().waitForFocusedText(program().pid());
+        return desktop().accessible().waitFor(program().pid(), QStringLiteral("text"),
+                                              QStringLiteral("Generate From Prompt"));
+    }
+
+    /// By name.
+    void waitUntilFocused(const QString &name) {
+        waitUntil(
+            [&] {
+                return desktop()
+                    .accessible()
+                    .find(program().pid(),
+                          [&](const Accessible &widget) {
+                              return widget.name() == name &&
+                                     widget.hasState(AccessibleState::focused);
+                          })
+                    .has_value();
+            },
+            QStringLiteral("%1 has the focus").arg(name));
+    }
+
+    /// Sees what the server says to the panel besides.
+    void waitUntilRepeated(xcb_window_t panel) {
+        constexpr int often = 5;
+        harness::XcbConnection watcher(desktop().display());
+        constexpr quint32 presses = XCB_EVENT_MASK_KEY_PRESS;
+        xcb_change_window_attributes(watcher.get(), panel, XCB_CW_EVENT_MASK, &presses);
+        watcher.roundTrip();
+        int seen = 0;
+        waitUntil(
+            [&] {
+                using Event = harness::XcbPointer<xcb_generic_event_t>;
+                while (const Event event{xcb_poll_for_event(watcher.get())})
+                    seen += (event->response_type & 0x7f) == XCB_KEY_PRESS ? 1 : 0;
+                return seen >= often;
+            },
+            QStringLiteral("the held key repeats into the panel"));
     }
 
     void typeInstruction() {
@@ -163,6 +198,68 @@ TEST_F(PanelSessionTest, ActionByKeyboardOnly) {
     provider().release();
     waitUntilPanelIsGone();
     expectReplaced(QStringLiteral("receive"));
+}
+
+TEST_F(PanelSessionTest, TheFirstActionBySpaceAlone) {
+    answerWith(QStringLiteral("receive"));
+    pressHotKey();
+    waitForPanel(wrong);
+    waitUntilFocused(QStringLiteral("Formalize"));
+    input().chord({XK_space});
+    EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
+    waitUntilPanelIsGone();
+    expectReplaced(QStringLiteral("receive"));
+}
+
+TEST_F(PanelSessionTest, ArrowsReachAnActionAndWhatIsTypedTheInstruction) {
+    pressHotKey();
+    waitForPanel(wrong);
+    waitUntilFocused(QStringLiteral("Formalize"));
+    for (const xcb_keysym_t key : {XK_Right, XK_Down})
+        input().chord({key});
+    waitUntilFocused(QStringLiteral("Translate to French"));
+    typeInstruction();
+    waitUntilFocused(QStringLiteral("Generate From Prompt"));
+    EXPECT_EQ(provider().requests().size(), 0U);
+}
+
+TEST_F(PanelSessionTest, KeysThatAreHeldWhenItComesPressNothing) {
+    // The server repeats them as a keyboard's.
+    input().press(XK_Control_L);
+    input().press(XK_Alt_L);
+    input().press(XK_space);
+    waitForPanel(wrong);
+    waitUntilFocused(QStringLiteral("Formalize"));
+    input().release(XK_Alt_L);
+    input().release(XK_Control_L);
+    input().release(XK_space);
+    // What comes after it has been taken: nothing was before it.
+    input().type(QStringLiteral("a b"));
+    const Accessible field = instructionEditor();
+    waitUntil([&] { return field.text() == QStringLiteral("a b"); },
+              QStringLiteral("only what was typed is there"));
+    EXPECT_EQ(provider().requests().size(), 0U);
+}
+
+TEST_F(PanelSessionTest, AKeyHeldInTheEditorDoesNothingInThePanel) {
+    // The panel is called for by another way while the hand is on a key.
+    for (const xcb_keysym_t key : {XK_Return, XK_space}) {
+        text().setText(letter);
+        editor().activate();
+        input().press(key);
+        program().activateAction(QStringLiteral("transform"));
+        const xcb_window_t panel = waitForPanel();
+        waitUntilFocused(QStringLiteral("Formalize"));
+        waitUntilRepeated(panel);
+        input().type(QStringLiteral("x"));
+        const Accessible field = instructionEditor();
+        waitUntil([&] { return field.text().contains(u'x'); }, QStringLiteral("x is typed"));
+        EXPECT_EQ(field.text(), QStringLiteral("x"));
+        input().release(key);
+        EXPECT_EQ(provider().requests().size(), 0U);
+        click(QStringLiteral("Close"));
+        waitUntilPanelIsGone();
+    }
 }
 
 TEST_F(PanelSessionTest, SecondSessionAfterTheFirst) {

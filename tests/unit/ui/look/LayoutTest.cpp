@@ -23,7 +23,7 @@ TEST_F(PanelLayoutTest, HasItsMargins) {
     const QWidget *panel = controller.panel();
     const auto place = [panel](const QWidget *widget) { return placeIn(panel, widget); };
     EXPECT_EQ(place(look::label(controller.panel(), QStringLiteral("Quillmender"))).topLeft(),
-              QPoint(24, 20));
+              QPoint(24, 6));
     for (Card *card : controller.panel()->findChildren<Card *>()) {
         EXPECT_EQ(place(card).left(), 24);
         EXPECT_EQ(place(card).right() + 1, 620 - 24);
@@ -34,11 +34,60 @@ TEST_F(PanelLayoutTest, HasItsMargins) {
     EXPECT_EQ(place(captureAgain).left(), 24);
     EXPECT_EQ(place(settings).left() - place(captureAgain).right() - 1, 8);
     EXPECT_EQ(place(close).right() + 1, 620 - 24);
-    EXPECT_EQ(place(close).bottom() + 1, 620 - 16);
+    EXPECT_EQ(place(close).bottom() + 1, 620 - 8);
     const auto cards = controller.panel()->findChildren<Card *>();
     const QWidget *grid = button(QStringLiteral("Formalize"))->parentWidget();
-    EXPECT_EQ(place(grid).top() - place(cards.first()).bottom() - 1, 16);
-    EXPECT_EQ(place(cards.last()).top() - place(grid).bottom() - 1, 16);
+    EXPECT_EQ(place(grid).top() - place(cards.first()).bottom() - 1, 10);
+    EXPECT_EQ(place(cards.last()).top() - place(grid).bottom() - 1, 10);
+}
+
+TEST_F(PanelLayoutTest, ShowsEveryStarterActionAndTheTopOfTheInstruction) {
+    show();
+    settle();
+    const QWidget *panel = controller.panel();
+    const auto *region = controller.panel()->findChild<ScrollRegion *>();
+    const QRect seen = placeIn(panel, region->viewport());
+    ASSERT_EQ(model.state().actions.size(), 7);
+    for (const PromptAction &action : model.state().actions)
+        EXPECT_TRUE(seen.contains(placeIn(panel, button(action.title()))));
+    for (const char *text :
+         {"Generate From Prompt", "Type what you want to generate. Quillmender will use the "
+                                  "captured text as the source prompt or raw notes."})
+        EXPECT_TRUE(seen.contains(
+            placeIn(panel, look::label(controller.panel(), QString::fromLatin1(text)))))
+            << text;
+    constexpr int cornerAndMore = 16;
+    EXPECT_GE(seen.bottom() - placeIn(panel, editor()).top(), cornerAndMore);
+    EXPECT_LT(seen.bottom(), placeIn(panel, editor()).bottom()) << "one sees that it goes on";
+}
+
+TEST_F(PanelLayoutTest, ProgressAndItsEndMoveNothing) {
+    show();
+    settle();
+    const auto places = [this] {
+        QList<QRect> all;
+        for (const QWidget *widget : controller.panel()->findChildren<QWidget *>())
+            if (widget->isVisible() && qobject_cast<const Button *>(widget))
+                all.append(placeIn(controller.panel(), widget));
+        for (const QWidget *label : controller.panel()->findChildren<TextLabel *>())
+            if (label->isVisible() && !qobject_cast<const AlertLabel *>(label))
+                all.append(placeIn(controller.panel(), label));
+        return all;
+    };
+    const QList<QRect> before = places();
+    change([](auto &state) {
+        state.working = true;
+        state.running = QStringLiteral("An action with a name that is much longer than its line "
+                                       "in the card, and than any other place");
+    });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    EXPECT_EQ(places(), before);
+    QWidget *card = controller.panel()->findChild<Card *>();
+    const QRect progress = placeIn(card, look::label(card, model.state().running));
+    EXPECT_EQ(progress.right() + 1, card->width() - 16);
+    const auto *title = look::label(card, model.state().title);
+    EXPECT_GE(progress.left(), placeIn(card, title).right());
+    EXPECT_LE(progress.height(), title->height());
 }
 
 TEST_F(SettingsLayoutTest, HasItsMargins) {

@@ -142,7 +142,7 @@ TEST_F(SurfaceTest, CardsAreRounded) {
         EXPECT_TRUE(look::haveSameCorners(
             look::painted(*card, ground()),
             rounded(*card, colors().cardOutline, colors().card, 14, 0.5), 15));
-        EXPECT_EQ(card->layout()->contentsMargins(), QMargins(16, 16, 16, 16));
+        EXPECT_EQ(card->layout()->contentsMargins(), QMargins(16, 8, 16, 8));
     }
 }
 
@@ -179,6 +179,7 @@ TEST_F(SurfaceTest, ATileShowsItsSymbolBesideItsTitle) {
     symbols.drawsSymbols = true;
     show();
     settle();
+    button(QStringLiteral("Close"))->setFocus();
     const auto tiles = controller.panel()->findChildren<ActionTile *>();
     for (ActionTile *each : tiles) {
         symbols.asked.clear();
@@ -197,6 +198,7 @@ TEST_F(SurfaceTest, ATilesTextsAreInTheMiddleInTheirSizes) {
     appearance.become(appearance.current);
     show();
     settle();
+    button(QStringLiteral("Close"))->setFocus();
     QFont title = fontFor(TextStyle::body);
     title.setWeight(QFont::DemiBold);
     const int titleHeight = QFontMetrics(title).height();

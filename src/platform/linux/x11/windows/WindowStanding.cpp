@@ -40,6 +40,11 @@ void WindowStanding::applyPanelAttributes(xcb_window_t window) {
     xcb_flush(connection_.xcb());
 }
 
+void WindowStanding::askForFrame(xcb_window_t window) {
+    sendToWindowManager(connection_, window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    xcb_flush(connection_.xcb());
+}
+
 void WindowStanding::activate(xcb_window_t window) {
     watch_.reset();
     // Watched before it is asked, so that it cannot be mapped unseen in between.

@@ -23,6 +23,10 @@ class WindowStanding : public QObject {
     /// Above others, on every desktop, not in task bar or pager. Before or after mapping.
     void applyPanelAttributes(xcb_window_t window);
 
+    /// Has the window manager tell in `_NET_FRAME_EXTENTS` what frame the window will get, so that
+    /// it fits the screen at its first show. Not every one does before it has drawn the frame.
+    void askForFrame(xcb_window_t window);
+
     /// Asks for the focus and the front as a pager would, past focus-stealing prevention. A window
     /// that is about to be mapped is activated when it is. Renews a panel's attributes, which
     /// window managers forget when a window is hidden.

@@ -37,14 +37,25 @@ void X11OwnWindows::ensureIcon() const {
 
 void X11OwnWindows::applyPanelAttributes(QWindow *window) {
     ensureIcon();
-    finishToolkitRequests();
+    // This waits for the toolkit's requests, too.
+    keysAtFocus_.watch(nativeWindow(*window));
     standing_.applyPanelAttributes(nativeWindow(*window));
+    standing_.askForFrame(nativeWindow(*window));
+}
+
+void X11OwnWindows::applyWindowAttributes(QWindow *window) {
+    finishToolkitRequests();
+    standing_.askForFrame(nativeWindow(*window));
 }
 
 void X11OwnWindows::activate(QWindow *window) {
     ensureIcon();
     finishToolkitRequests();
     standing_.activate(nativeWindow(*window));
+}
+
+QSet<quint32> X11OwnWindows::keysDownAtFocus(QWindow *window) {
+    return keysAtFocus_.of(nativeWindow(*window));
 }
 
 } // namespace quillmender::x11

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
+#include "platform/linux/x11/windows/KeysAtFocus.h"
 
 #include <QIcon>
 
@@ -20,8 +21,9 @@ class X11OwnWindows : public OwnWindows {
     /// The panel alone says that it is none for the task bar.
     void setAccessoryPolicy() override {}
     void applyPanelAttributes(QWindow *window) override;
-    void applyWindowAttributes(QWindow *) override {}
+    void applyWindowAttributes(QWindow *window) override;
     void activate(QWindow *window) override;
+    QSet<quint32> keysDownAtFocus(QWindow *window) override;
     std::unique_ptr<SteppedAside> stepAside(QWindow *) override { return nullptr; }
 
   private:
@@ -29,6 +31,7 @@ class X11OwnWindows : public OwnWindows {
 
     WindowStanding &standing_;
     std::function<QIcon()> icon_;
+    KeysAtFocus keysAtFocus_;
 };
 
 } // namespace quillmender::x11

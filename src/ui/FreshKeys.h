@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QSet>
+
+#include <functional>
+#include <optional>
+
+class QKeyEvent;
+
+namespace quillmender {
+
+/// Tells the keys that were pressed in a window from those that were already down when it got the
+/// keyboard: such a key repeats into the window and is released there, and means another one.
+class FreshKeys {
+  public:
+    /// `downAtFocus` gives the native codes of the keys that were down when the window got the
+    /// keyboard; it is asked at the first key after that.
+    explicit FreshKeys(std::function<QSet<quint32>()> downAtFocus);
+
+    /// Whether the event belongs to a press that the window has seen the beginning of. To be asked
+    /// about every press and release of the window, in their order.
+    bool isFresh(const QKeyEvent &event);
+
+    /// The window has lost the keyboard: what is down now is not its own any more.
+    void forget();
+
+  private:
+    struct Release {
+        quint64 key = 0;
+        quint64 time = 0; ///< of the window system, in milliseconds
+        bool wasDown = false;
+    };
+
+    std::function<QSet<quint32>()> downAtFocus_;
+    std::optional<QSet<quint32>> foreign_; ///< pressed elsewhere, and not released since
+    QSet<quint64> down_;
+    Release released_;
+};
+
+} // namespace quillmender

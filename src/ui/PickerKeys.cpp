@@ -1,0 +1,187 @@
+#include "ui/PickerKeys.h"
+
+#include "ui/InstructionEditor.h"
+#include "ui/Neighbours.h"
+#include "ui/ScrollRegion.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+
+#include <utility>
+
+namespace quillmender {
+
+namespace {
+
+bool isArrow(const QKeyEvent &event) {
+    return event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down &&
+           (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
+bool isTyped(const QKeyEvent &event) {
+    constexpr auto chords = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const QList<uint> text = event.text().toUcs4();
+    return !(event.modifiers() & chords) && event.key() != Qt::Key_Space && !text.isEmpty() &&
+           QChar::isPrint(text.first());
+}
+
+bool isComposing(const InstructionEditor &editor) {
+    return !editor.textCursor().block().layout()->preeditAreaText().isEmpty();
+}
+
+bool isInFirstLine(const InstructionEditor &editor) {
+    const QTextCursor cursor = editor.textCursor();
+    const QTextBlock block = cursor.block();
+    if (cursor.hasSelection() || block.blockNumber() > 0 || isComposing(editor))
+        return false;
+    const QTextLine line = block.layout()->lineForTextPosition(cursor.positionInBlock());
+    return !line.isValid() || line.lineNumber() == 0;
+}
+
+/// All that Tab walks, and where it stands in the panel with everything scrolled out beneath.
+struct Controls {
+    QList<QWidget *> widgets;
+    QList<QRect> places;
+
+    Controls(const QWidget &panel, const ScrollRegion &region) {
+        const QWidget *body = region.widget();
+        for (QWidget *widget : panel.findChildren<QWidget *>()) {
+            if (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isVisible() ||
+                !widget->isEnabled())
+                continue;
+            const bool scrolls = body->isAncestorOf(widget);
+            QPoint corner = widget->mapTo(scrolls ? body : &panel, QPoint());
+            if (!scrolls)
+                corner.ry() += body->height();
+            widgets.append(widget);
+            places.append(QRect(corner, widget->size()));
+        }
+    }
+};
+
+} // namespace
+
+PickerKeys::PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
+                       std::function<QSet<quint32>()> downAtFocus)
+    : QObject(&panel),
+      panel_(panel),
+      region_(region),
+      editor_(editor),
+      fresh_(std::move(downAtFocus)) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void PickerKeys::reset() {
+    column_ = -1;
+}
+
+bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
+    const QEvent::Type type = event->type();
+    if (watched == &panel_ && (type == QEvent::WindowDeactivate || type == QEvent::Hide)) {
+        fresh_.forget();
+        return false;
+    }
+    const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
+    if (watched != QApplication::focusWidget())
+        return false;
+    auto *focus = static_cast<QWidget *>(watched);
+    if (focus->window() != &panel_)
+        return false;
+    return isKey ? handleKey(focus, *static_cast<QKeyEvent *>(event))
+                 : isForInstruction(focus) && handleInputMethod(focus, *event);
+}
+
+bool PickerKeys::handleInputMethod(QWidget *focus, QEvent &event) {
+    switch (event.type()) {
+    case QEvent::InputMethod:
+        return compose(focus, static_cast<QInputMethodEvent &>(event));
+    case QEvent::InputMethodQuery:
+        answer(focus, static_cast<QInputMethodQueryEvent &>(event));
+        return true;
+    case QEvent::FocusAboutToChange:
+        if (isComposing(editor_))
+            QGuiApplication::inputMethod()->commit();
+        return false;
+    case QEvent::EnabledChange:
+        // While the button was disabled it took nothing.
+        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
+    if (!fresh_.isFresh(event))
+        return true;
+    if (event.type() == QEvent::KeyRelease || !focus->isEnabled())
+        return false;
+    if (isArrow(event) && focus->focusPolicy() & Qt::TabFocus)
+        return move(focus, event);
+    if (!isForInstruction(focus) || !isTyped(event))
+        return false;
+    editor_.setFocus(Qt::OtherFocusReason);
+    QCoreApplication::sendEvent(&editor_, &event);
+    return true;
+}
+
+bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
+    const auto arrow = Qt::Key(event.key());
+    const bool isText = focus == &editor_;
+    // In a text the arrows are the text's, but for the one that leads out of it. A held key stops
+    // at the edge.
+    if (isText && (arrow != Qt::Key_Up || event.isAutoRepeat() || !isInFirstLine(editor_)))
+        return false;
+    const Controls controls(panel_, region_);
+    const qsizetype from = controls.widgets.indexOf(focus);
+    if (from < 0)
+        return false;
+    const QRect &place = controls.places[from];
+    // What is wider than a column keeps the one that the eye came from.
+    if (column_ < place.left() || column_ > place.right())
+        column_ = isText || place.width() > panel_.width() / 2 ? place.left() : place.center().x();
+    const auto to = neighbour(controls.places, from, arrow, column_);
+    if (to)
+        controls.widgets[*to]->setFocus(Qt::TabFocusReason);
+    else if (arrow == Qt::Key_Up)
+        region_.verticalScrollBar()->setValue(region_.verticalScrollBar()->minimum());
+    return true;
+}
+
+bool PickerKeys::isForInstruction(const QWidget *focus) const {
+    return focus != &editor_ && focus->isEnabled() && focus->focusPolicy() & Qt::TabFocus;
+}
+
+bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
+    const QString &text = event.commitString();
+    // Some input methods make a wide blank of Space.
+    auto *button = qobject_cast<QAbstractButton *>(focus);
+    if (button && !isComposing(editor_) && !text.isEmpty() && text.trimmed().isEmpty()) {
+        button->click();
+        return true;
+    }
+    // The focus stays until the composition has ended, which a change of the focus would end.
+    QCoreApplication::sendEvent(&editor_, &event);
+    if (!text.isEmpty() && event.preeditString().isEmpty())
+        editor_.setFocus(Qt::OtherFocusReason);
+    else if (!event.preeditString().isEmpty())
+        region_.reveal(&editor_);
+    return true;
+}
+
+void PickerKeys::answer(QWidget *focus, QInputMethodQueryEvent &query) {
+    QCoreApplication::sendEvent(&editor_, &query);
+    const QPoint offset = focus->mapFromGlobal(editor_.mapToGlobal(QPoint()));
+    for (const auto property :
+         {Qt::ImCursorRectangle, Qt::ImAnchorRectangle, Qt::ImInputItemClipRectangle}) {
+        if (query.queries() & property)
+            query.setValue(property, query.value(property).toRectF().translated(offset));
+    }
+}
+
+} // namespace quillmender

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ui/FreshKeys.h"
+
+#include <QObject>
+
+class QInputMethodEvent;
+class QInputMethodQueryEvent;
+class QKeyEvent;
+class QWidget;
+
+namespace quillmender {
+
+class InstructionEditor;
+class ScrollRegion;
+
+/// What keys do in the panel beyond what each control does with its own: arrows move as the eye
+/// does, what is typed on a button goes to the instruction, and a key that was down already when
+/// the panel came does nothing.
+class PickerKeys : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Region and editor are in the panel, which owns this. It comes before every filter that was
+    /// installed earlier. `downAtFocus` as FreshKeys asks it.
+    PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
+               std::function<QSet<quint32>()> downAtFocus);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    /// The column that Up goes back to is forgotten.
+    void reset();
+
+  private:
+    bool handleKey(QWidget *focus, QKeyEvent &event);
+    bool move(QWidget *focus, const QKeyEvent &event);
+    bool isForInstruction(const QWidget *focus) const;
+    bool handleInputMethod(QWidget *focus, QEvent &event);
+    bool compose(QWidget *focus, QInputMethodEvent &event);
+    void answer(QWidget *focus, QInputMethodQueryEvent &query);
+
+    QWidget &panel_;
+    ScrollRegion &region_;
+    InstructionEditor &editor_;
+    FreshKeys fresh_;
+    int column_ = -1; ///< where the eye is, from the panel's left edge
+};
+
+} // namespace quillmender

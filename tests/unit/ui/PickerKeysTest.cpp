@@ -1,0 +1,260 @@
+#include "PanelFixture.h"
+#include "ui/ErrorLabel.h"
+
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTextBlock>
+
+namespace quillmender {
+
+namespace {
+
+class PickerKeysTest : public PanelFixture {
+  protected:
+    static void send(QEvent::Type type, Qt::Key key, const QString &text = {}, bool repeats = false,
+                     quint64 time = 0) {
+        QKeyEvent event(type, key, Qt::NoModifier, text, repeats);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+
+    /// As a held key does: each time a release and a press.
+    static void repeat(Qt::Key key, const QString &text) {
+        for (int i = 0; i < 5; ++i) {
+            send(QEvent::KeyRelease, key, text, true);
+            send(QEvent::KeyPress, key, text, true);
+        }
+    }
+
+    static void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+
+    std::string after(std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            press(key);
+        return QApplication::focusWidget()->accessibleName().toStdString();
+    }
+
+    void focus(const char *caption) { button(QString::fromLatin1(caption))->setFocus(); }
+};
+
+} // namespace
+
+TEST_F(PickerKeysTest, ArrowsMoveInTheGridAsTheEyeDoes) {
+    show();
+    using enum Qt::Key;
+    EXPECT_EQ(after({Key_Down}), "Make It Casual");
+    EXPECT_EQ(after({Key_Right}), "Translate to French");
+    EXPECT_EQ(after({Key_Right}), "Translate to French") << "it does not go round";
+    EXPECT_EQ(after({Key_Up}), "Simplify");
+    EXPECT_EQ(after({Key_Up}), "Simplify");
+    EXPECT_EQ(after({Key_Left}), "Formalize");
+    EXPECT_EQ(after({Key_Left}), "Formalize");
+    EXPECT_EQ(after({Key_Down, Key_Down, Key_Down}), "Fix My Grammar");
+    EXPECT_EQ(after({Key_Right}), "Fix My Grammar");
+    EXPECT_EQ(model.calls, QStringList());
+}
+
+TEST_F(PickerKeysTest, DownFromTheLastRowLeadsToTheInstructionAndUpBackToTheColumn) {
+    show();
+    using enum Qt::Key;
+    EXPECT_EQ(after({Key_Down, Key_Down, Key_Down, Key_Down}), "Generate From Prompt");
+    EXPECT_EQ(after({Key_Up}), "Fix My Grammar");
+    focus("Translate to English");
+    EXPECT_EQ(after({Key_Down}), "Generate From Prompt");
+    EXPECT_EQ(after({Key_Up}), "Translate to English") << "right stays right";
+}
+
+TEST_F(PickerKeysTest, UpLeavesTheInstructionFromItsFirstLineOnly) {
+    model.change([](auto &state) { state.instruction = QStringLiteral("one\ntwo"); });
+    show();
+    using enum Qt::Key;
+    editor()->setFocus();
+    editor()->moveCursor(QTextCursor::End);
+    EXPECT_EQ(after({Key_Up}), "Generate From Prompt");
+    send(QEvent::KeyPress, Key_Up);
+    EXPECT_EQ(after({}), "Fix My Grammar");
+    editor()->setFocus();
+    editor()->moveCursor(QTextCursor::End);
+    send(QEvent::KeyPress, Key_Up);
+    repeat(Key_Up, {});
+    EXPECT_EQ(after({}), "Generate From Prompt") << "a held key stops at the edge";
+    EXPECT_EQ(after({Key_Down, Key_Down, Key_Right, Key_Left}), "Generate From Prompt");
+}
+
+TEST_F(PickerKeysTest, ArrowsGoOnBesidesTheGrid) {
+    model.change([](auto &state) {
+        state.instruction = QStringLiteral("words");
+        state.error = QStringLiteral("It failed.");
+        state.granted = false;
+    });
+    show();
+    using enum Qt::Key;
+    EXPECT_EQ(after({Key_Up}), "Request Accessibility Access");
+    press(Key_Up);
+    EXPECT_TRUE(controller.panel()->findChild<ErrorLabel *>()->hasFocus());
+    EXPECT_EQ(after({Key_Down, Key_Down}), "Formalize");
+    focus("Generate");
+    EXPECT_EQ(after({Key_Down}), "Close");
+    EXPECT_EQ(after({Key_Right}), "Close");
+    EXPECT_EQ(after({Key_Left}), "Settings");
+    EXPECT_EQ(after({Key_Left, Key_Left}), "Capture Again");
+    EXPECT_EQ(after({Key_Down}), "Capture Again");
+    EXPECT_EQ(after({Key_Up}), "Generate From Prompt");
+}
+
+TEST_F(PickerKeysTest, UpFromTheFirstRowShowsTheTop) {
+    show();
+    settle();
+    QScrollBar *bar = controller.panel()->findChild<QScrollArea *>()->verticalScrollBar();
+    bar->setValue(40);
+    press(Qt::Key_Up);
+    EXPECT_EQ(bar->value(), 0);
+}
+
+TEST_F(PickerKeysTest, WhatIsTypedOnAButtonGoesToTheInstruction) {
+    show();
+    for (const char *caption : {"Formalize", "Capture Again", "Close"}) {
+        focus(caption);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("a"));
+        EXPECT_TRUE(editor()->hasFocus()) << caption;
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("b "));
+    }
+    EXPECT_EQ(model.state().instruction, QStringLiteral("ab ab ab "));
+    EXPECT_EQ(model.calls, QStringList());
+}
+
+TEST_F(PickerKeysTest, AHeldLetterRepeatsFromTheFirstOn) {
+    show();
+    send(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"));
+    repeat(Qt::Key_A, QStringLiteral("a"));
+    send(QEvent::KeyRelease, Qt::Key_A, QStringLiteral("a"));
+    EXPECT_EQ(model.state().instruction, QStringLiteral("aaaaaa"));
+}
+
+TEST_F(PickerKeysTest, ChordsAreNotTyped) {
+    show();
+    for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, modifier);
+    press(Qt::Key_Escape);
+    press(Qt::Key_Backspace);
+    press(Qt::Key_F5);
+    EXPECT_EQ(model.state().instruction, QString());
+    EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
+}
+
+TEST_F(PickerKeysTest, NothingIsTypedDuringARun) {
+    model.runsAtOnce = true;
+    show();
+    press(Qt::Key_Return);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right})
+        press(key);
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("\u00e9"));
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &composed);
+    EXPECT_EQ(model.state().instruction, QString());
+    EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
+    EXPECT_EQ(model.calls.size(), 1);
+}
+
+TEST_F(PickerKeysTest, AKeyThatWasDownWhenThePanelCamePressesNothing) {
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_A}) {
+        const QString text = key == Qt::Key_A ? QStringLiteral("a") : QStringLiteral(" ");
+        show();
+        repeat(key, text);
+        send(QEvent::KeyRelease, key, text);
+        EXPECT_EQ(model.calls, QStringList()) << key;
+        editor()->setFocus();
+        repeat(key, text);
+        EXPECT_EQ(model.state().instruction, QString()) << key;
+        controller.orderOut();
+    }
+    show();
+    press(Qt::Key_Space);
+    EXPECT_EQ(model.calls.size(), 1) << "a new press counts";
+}
+
+TEST_F(PickerKeysTest, ARepeatThatComesInTwoPartsIsNoNewPress) {
+    show();
+    for (quint64 time = 1000; time < 1005; ++time) {
+        send(QEvent::KeyRelease, Qt::Key_Space, QStringLiteral(" "), false, time);
+        send(QEvent::KeyPress, Qt::Key_Space, QStringLiteral(" "), false, time);
+    }
+    send(QEvent::KeyRelease, Qt::Key_Space, QStringLiteral(" "), false, 1006);
+    EXPECT_EQ(model.calls, QStringList());
+    send(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"), false, 1100);
+    send(QEvent::KeyRelease, Qt::Key_A, QStringLiteral("a"), false, 1200);
+    send(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"), false, 1200);
+    EXPECT_EQ(model.state().instruction, QStringLiteral("aa")) << "it began here";
+}
+
+TEST_F(PickerKeysTest, AKeyThatTheServerHasSaidToBeDownIsNotPressed) {
+    constexpr quint32 returnKey = 36;
+    constexpr quint32 letterKey = 38;
+    ownWindows.keysDown = {returnKey};
+    show();
+    const auto strike = [](QEvent::Type type, Qt::Key key, quint32 code, const QString &text) {
+        QKeyEvent event(type, key, Qt::NoModifier, code, 0, 0, text);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    };
+    const QString line = QStringLiteral("\r");
+    // As the toolkit takes it that has not seen the press.
+    for (int i = 0; i < 3; ++i)
+        strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.calls, QStringList());
+    strike(QEvent::KeyPress, Qt::Key_A, letterKey, QStringLiteral("a"));
+    strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a"));
+    strike(QEvent::KeyRelease, Qt::Key_Return, returnKey, line);
+    strike(QEvent::KeyPress, Qt::Key_Return, returnKey, line);
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a\n")) << "a new press counts";
+}
+
+TEST_F(PickerKeysTest, AKeyThatWasPressedBeforeThePanelWasLeftCountsNoMore) {
+    show();
+    send(QEvent::KeyPress, Qt::Key_Space, QStringLiteral(" "));
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(controller.panel());
+    repeat(Qt::Key_Space, QStringLiteral(" "));
+    send(QEvent::KeyRelease, Qt::Key_Space, QStringLiteral(" "));
+    EXPECT_EQ(model.calls, QStringList());
+    send(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"));
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(controller.panel());
+    repeat(Qt::Key_A, QStringLiteral("a"));
+    EXPECT_EQ(model.state().instruction, QStringLiteral("a"));
+}
+
+TEST_F(PickerKeysTest, AnInputMethodComposesIntoTheInstruction) {
+    show();
+    QWidget *tile = QApplication::focusWidget();
+    QInputMethodQueryEvent query(Qt::ImEnabled | Qt::ImCursorRectangle);
+    QCoreApplication::sendEvent(tile, &query);
+    EXPECT_TRUE(query.value(Qt::ImEnabled).toBool());
+    const QRect caret = query.value(Qt::ImCursorRectangle).toRectF().toRect();
+    const QRect field(tile->mapFromGlobal(editor()->mapToGlobal(QPoint())), editor()->size());
+    EXPECT_TRUE(field.contains(caret));
+
+    QInputMethodEvent composing(QStringLiteral("\u3131"), {});
+    QCoreApplication::sendEvent(tile, &composing);
+    EXPECT_TRUE(tile->hasFocus()) << "a change would end the composition";
+    EXPECT_EQ(editor()->textCursor().block().layout()->preeditAreaText(), QStringLiteral("\u3131"));
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("\uac00"));
+    QCoreApplication::sendEvent(tile, &composed);
+    EXPECT_TRUE(editor()->hasFocus());
+    EXPECT_EQ(model.state().instruction, QStringLiteral("\uac00"));
+    EXPECT_EQ(model.calls, QStringList());
+}
+
+TEST_F(PickerKeysTest, AWideBlankOfAnInputMethodPressesAsSpaceDoes) {
+    show();
+    QInputMethodEvent blank;
+    blank.setCommitString(QStringLiteral("\u3000"));
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &blank);
+    EXPECT_EQ(model.calls, QStringList(QStringLiteral("run builtin-formalize")));
+    EXPECT_EQ(model.state().instruction, QString());
+}
+
+} // namespace quillmender
