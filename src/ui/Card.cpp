@@ -1,12 +1,13 @@
 #include "ui/Card.h"
 
+#include "ui/style/Metrics.h"
+
 #include <QPainter>
 
 namespace quillmender {
 
 namespace {
 constexpr int padding = 16;
-constexpr qreal cornerRadius = 14;
 } // namespace
 
 Card::Card(Theme &theme, QWidget *parent)
@@ -23,8 +24,9 @@ void Card::paintEvent(QPaintEvent *) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(theme_.colors().cardOutline);
     painter.setBrush(theme_.colors().card);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
+    constexpr qreal edge = metrics::hairline / 2;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge),
+                            metrics::cardRadius, metrics::cardRadius);
 }
 
 } // namespace quillmender

@@ -24,6 +24,9 @@ class TextLabel : public QLabel {
     /// Shows the text; nothing happens when it is the same.
     void show(const QString &text);
 
+    /// Sets what stands between grave accents in a monospaced face; for texts of our own.
+    void markCode();
+
     void setTone(Tone tone);
 
     bool hasHeightForWidth() const override { return true; }
@@ -41,6 +44,7 @@ class TextLabel : public QLabel {
 
     Theme &theme_;
     Tone tone_;
+    bool marksCode_ = false;
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;

@@ -13,15 +13,7 @@ class ToggleSwitch : public QCheckBox {
   public:
     ToggleSwitch(Theme &theme, const QString &text, QWidget *parent = nullptr);
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-
-  protected:
-    bool hitButton(const QPoint &position) const override;
-    void paintEvent(QPaintEvent *event) override;
-
-  private:
-    Theme &theme_;
 };
 
 } // namespace quillmender
