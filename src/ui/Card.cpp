@@ -25,8 +25,8 @@ void Card::paintEvent(QPaintEvent *) {
     painter.setPen(theme_.colors().cardOutline);
     painter.setBrush(theme_.colors().card);
     constexpr qreal edge = metrics::hairline / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge),
-                            metrics::cardRadius, metrics::cardRadius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge), metrics::cardRadius,
+                            metrics::cardRadius);
 }
 
 } // namespace quillmender

@@ -22,8 +22,8 @@ double contrast(const QColor &a, const QColor &b);
 QColor visibleOn(const QColor &color, const QList<QColor> &grounds, double ratio,
                  const QColor &towards);
 
-/// The weakest mixture of the first ground and the colour that still stands out from every ground by
-/// that ratio.
+/// The weakest mixture of the first ground and the colour that still stands out from every ground
+/// by that ratio.
 QColor faded(const QColor &color, const QList<QColor> &grounds, double ratio);
 
 } // namespace quillmender

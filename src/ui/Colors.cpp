@@ -68,8 +68,7 @@ void raiseContrast(Colors &colors) {
 
 /// White text wants the fill a little darker; only on a pale accent the text is dark.
 void fillWithAccent(Colors &colors) {
-    const QColor seen =
-        visibleOn(colors.accent, groundsOf(colors), fillContrast, colors.strongest);
+    const QColor seen = visibleOn(colors.accent, groundsOf(colors), fillContrast, colors.strongest);
     const bool isDeep = contrast(paper, seen) >= lineContrast;
     colors.onAccent = isDeep ? paper : ink;
     colors.accentFill =
@@ -91,9 +90,9 @@ Colors Colors::make(bool dark, std::optional<QColor> accent, ContrastPreference 
     if (preference == ContrastPreference::higher)
         raiseContrast(colors);
     colors.accent = accent.value_or(QColor::fromRgb(houseAccent));
-    colors.accentMark = visibleOn(
-        colors.accent, {dark ? colors.card : colors.window},
-        colors.moreContrast ? strongTextContrast : textContrast, colors.strongest);
+    colors.accentMark =
+        visibleOn(colors.accent, {dark ? colors.card : colors.window},
+                  colors.moreContrast ? strongTextContrast : textContrast, colors.strongest);
     fillWithAccent(colors);
     switchWithAccent(colors);
     return colors;

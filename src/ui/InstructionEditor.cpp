@@ -26,9 +26,8 @@ InstructionEditor::InstructionEditor(Theme &theme, const QString &name, const QS
     setViewportMargins(padding, padding, padding, padding);
     document()->setDocumentMargin(4);
     viewport()->setAutoFillBackground(false);
-    setFixedHeight(std::max(metrics::editorHeight,
-                            4 * fontMetrics().lineSpacing() +
-                                2 * (padding + metrics::editorFrame) + 8));
+    setFixedHeight(std::max(metrics::editorHeight, 4 * fontMetrics().lineSpacing() +
+                                                       2 * (padding + metrics::editorFrame) + 8));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {

@@ -42,8 +42,7 @@ void Spinner::paintEvent(QPaintEvent *) {
     painter.rotate(step_ * 360.0 / spokes);
     for (int spoke = 0; spoke < spokes; ++spoke) {
         const double opacity = 0.15 + 0.85 * spoke / (spokes - 1);
-        painter.setPen(QPen(withOpacity(color, opacity), 1.75, Qt::SolidLine,
-                            Qt::RoundCap));
+        painter.setPen(QPen(withOpacity(color, opacity), 1.75, Qt::SolidLine, Qt::RoundCap));
         painter.rotate(360.0 / spokes);
         painter.drawLine(QPointF(0, -3.5), QPointF(0, -6.75));
     }

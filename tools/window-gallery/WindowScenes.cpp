@@ -6,10 +6,14 @@
 #include "ui/PushButton.h"
 #include "ui/ScrollRegion.h"
 #include "ui/SettingsView.h"
+#include "ui/TextField.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 
 namespace quillmender {
 
@@ -44,9 +48,19 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
              provider->showPopup();
              return provider->findChild<QFrame *>();
          }},
+        {QStringLiteral("context-menu"),
+         [this]() -> QWidget * {
+             settings_.window()->findChild<PopUpButton *>()->hidePopup();
+             return openContextMenu();
+         }},
+        {QStringLiteral("tool-tip"),
+         [this]() -> QWidget * {
+             settings_.window()->findChild<QMenu *>()->close();
+             return showToolTip();
+         }},
         {QStringLiteral("editor-starter"),
          [this] {
-             settings_.window()->findChild<PopUpButton *>()->hidePopup();
+             QToolTip::hideText();
              return openEditor([this] {
                  settings_.view()->edit(ActionListItem::builtIn(starterActions().first()));
              });
@@ -109,6 +123,31 @@ void WindowScenes::next() {
 void WindowScenes::scroll(int percent) {
     QScrollBar *bar = settings_.window()->findChild<ScrollRegion *>()->verticalScrollBar();
     bar->setValue(bar->maximum() * percent / 100);
+}
+
+QWidget *WindowScenes::openContextMenu() {
+    for (auto *field : settings_.window()->findChildren<TextField *>()) {
+        if (field->echoMode() != QLineEdit::Normal)
+            continue;
+        field->selectAll();
+        QMenu *menu = field->createStandardContextMenu();
+        menu->setParent(settings_.window(), menu->windowFlags());
+        menu->popup(settings_.window()->geometry().center());
+        menu->setActiveAction(menu->actions().last());
+        return menu;
+    }
+    return nullptr;
+}
+
+QWidget *WindowScenes::showToolTip() {
+    QToolTip::showText(settings_.window()->geometry().center(),
+                       QStringLiteral("<p>Rewrite as a release note for version 12 with "
+                                      "highlights, fixes and known issues &amp; thanks</p>"),
+                       settings_.window());
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (widget->inherits("QTipLabel"))
+            return widget;
+    return nullptr;
 }
 
 QWidget *WindowScenes::openEditor(const std::function<void()> &open) {

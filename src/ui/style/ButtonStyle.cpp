@@ -9,9 +9,9 @@ namespace quillmender::buttonStyle {
 
 QSize sizeOf(const QStyleOptionButton &option) {
     const int caption = option.fontMetrics.horizontalAdvance(option.text) + 1;
-    return QSize(std::max(caption + 2 * metrics::buttonPadding, metrics::buttonWidth),
-                 std::max(metrics::controlHeight,
-                          option.fontMetrics.height() + metrics::controlTextRoom));
+    return QSize(
+        std::max(caption + 2 * metrics::buttonPadding, metrics::buttonWidth),
+        std::max(metrics::controlHeight, option.fontMetrics.height() + metrics::controlTextRoom));
 }
 
 int captionWidth(int buttonWidth) {

@@ -8,8 +8,7 @@
 namespace quillmender::fieldStyle {
 
 int heightOf(const QStyleOption &option) {
-    return std::max(metrics::controlHeight,
-                    option.fontMetrics.height() + metrics::controlTextRoom);
+    return std::max(metrics::controlHeight, option.fontMetrics.height() + metrics::controlTextRoom);
 }
 
 void drawField(QPainter &painter, const QStyleOption &option, const Colors &colors) {

@@ -48,8 +48,8 @@ struct Look {
     QColor placeholder;
     QColor error;
     QColor success;
-    QColor symbol; ///< also a chevron, a check mark, the knob of a switch
-    QColor ring;   ///< around what has the keyboard focus
+    QColor symbol;             ///< also a chevron, a check mark, the knob of a switch
+    QColor ring;               ///< around what has the keyboard focus
     bool outlineTells = false; ///< without its outline nobody would see where the part is
     bool fillTells = false;    ///< the same of its fill
     RingPlace ringPlace = RingPlace::edge;

@@ -46,7 +46,8 @@ QSize sizeOf(const QStyleOptionMenuItem &item, const QSize &contents) {
         return QSize(0, metrics::separatorHeight);
     const QFontMetrics font(item.font);
     const bool hasShortcuts = item.text.contains(u'\t') || item.reservedShortcutWidth > 0;
-    const int text = std::max(contents.width(), font.horizontalAdvance(item.text.section(u'\t', 0, 0)) + 1);
+    const int text =
+        std::max(contents.width(), font.horizontalAdvance(item.text.section(u'\t', 0, 0)) + 1);
     return QSize(leadingOf(item) + text + (hasShortcuts ? metrics::shortcutGap : 0) +
                      metrics::itemPadding,
                  font.height() + metrics::itemTextRoom);
@@ -59,18 +60,18 @@ void drawItem(QPainter &painter, const QStyleOptionMenuItem &item, const Colors 
     }
     const bool enabled = item.state & QStyle::State_Enabled;
     const bool selected = item.state & QStyle::State_Selected;
-    const State state = !enabled   ? State::disabled
-                        : selected ? State::hovered
-                                   : State::rest;
+    const State state = !enabled ? State::disabled : selected ? State::hovered : State::rest;
     const Look look = lookOf(Part::menuItem, state, colors);
+    // A list of choices has filled the line with the colour of a window before.
+    painter.fillRect(item.rect, lookOf(Part::menu, State::rest, colors).fill);
     if (state == State::hovered)
         drawing::surface(painter, item.rect, metrics::itemRadius, look);
     drawTexts(painter, item, look);
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal middle = QRectF(item.rect).center().y();
     if (item.checked)
-        drawing::checkMark(
-            painter, QPointF(item.rect.left() + metrics::itemPadding + 5, middle), look.symbol);
+        drawing::checkMark(painter, QPointF(item.rect.left() + metrics::itemPadding + 5, middle),
+                           look.symbol);
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
         drawing::arrow(painter, QPointF(item.rect.right() - metrics::itemPadding, middle),
                        look.symbol);

@@ -15,10 +15,10 @@ inline constexpr qreal floatingRadius = 9; ///< of menus and lists
 inline constexpr qreal itemRadius = 5;
 inline constexpr qreal toolTipRadius = 6;
 
-inline constexpr int controlHeight = 32;       ///< at least; it grows with the text
-inline constexpr int controlTextRoom = 12;     ///< above and beneath the text together
+inline constexpr int controlHeight = 32;   ///< at least; it grows with the text
+inline constexpr int controlTextRoom = 12; ///< above and beneath the text together
 inline constexpr int buttonPadding = 16;
-inline constexpr int buttonWidth = 72;         ///< at least, as it likes to be
+inline constexpr int buttonWidth = 72; ///< at least, as it likes to be
 inline constexpr int narrowestButton = 48;
 inline constexpr int prominentRingInset = 2;
 inline constexpr int fieldPadding = 8;

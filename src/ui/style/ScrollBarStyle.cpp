@@ -29,10 +29,10 @@ QRect partOf(const QStyleOptionSlider &option, QStyle::SubControl part) {
     const qint64 all = range + option.pageStep;
     const int proportional = all > 0 ? int(track * qint64(option.pageStep) / all) : track;
     const int thumb = std::min(track, std::max(metrics::shortestScrollThumb, proportional));
-    const int start = metrics::scrollEndMargin +
-                      QStyle::sliderPositionFromValue(option.minimum, option.maximum,
-                                                      option.sliderPosition, track - thumb,
-                                                      option.upsideDown);
+    const int start =
+        metrics::scrollEndMargin +
+        QStyle::sliderPositionFromValue(option.minimum, option.maximum, option.sliderPosition,
+                                        track - thumb, option.upsideDown);
     switch (part) {
     case QStyle::SC_ScrollBarSlider:
         return across(option, start, start + thumb);
@@ -58,8 +58,8 @@ void draw(QPainter &painter, const QStyleOptionSlider &option, const Colors &col
     const bool upright = option.orientation == Qt::Vertical;
     const qreal spare =
         ((upright ? area.width() : area.height()) - metrics::scrollThumbBreadth) / 2;
-    const QRectF thumb = upright ? area.adjusted(spare, 0, -spare, 0)
-                                 : area.adjusted(0, spare, 0, -spare);
+    const QRectF thumb =
+        upright ? area.adjusted(spare, 0, -spare, 0) : area.adjusted(0, spare, 0, -spare);
     drawing::surface(painter, thumb, metrics::scrollThumbBreadth / 2.0,
                      lookOf(Part::scrollThumb, state, colors));
 }

@@ -113,6 +113,9 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option,
         return option->rect.adjusted(metrics::fieldPadding, 0, -metrics::fieldPadding, 0);
     case SE_CheckBoxClickRect:
         return option->rect;
+    case SE_CheckBoxLayoutItem:
+        // The track ends where its neighbours end; the room for its ring reaches beyond.
+        return option->rect.adjusted(0, 0, -metrics::switchMargin, 0);
     case SE_CheckBoxIndicator:
         return button ? switchStyle::trackOf(*button) : option->rect;
     case SE_CheckBoxContents:
@@ -181,9 +184,9 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
     case SH_Menu_Mask:
     case SH_ToolTip_Mask:
         if (auto *mask = qstyleoption_cast<QStyleHintReturnMask *>(answer)) {
-            mask->region = menuStyle::maskOf(option->rect, hint == SH_ToolTip_Mask
-                                                               ? metrics::toolTipRadius
-                                                               : metrics::floatingRadius);
+            mask->region =
+                menuStyle::maskOf(option->rect, hint == SH_ToolTip_Mask ? metrics::toolTipRadius
+                                                                        : metrics::floatingRadius);
             return 1;
         }
         return 0;
@@ -212,7 +215,7 @@ void Style::polish(QWidget *widget) {
     if (qobject_cast<QMenu *>(widget) || isListFrame(widget) || isToolTip(widget))
         widget->setAttribute(Qt::WA_TranslucentBackground);
     if (auto *list = qobject_cast<QAbstractItemView *>(widget);
-        list && isListFrame(list->parentWidget()))
+        list && list->inherits("QComboBoxListView"))
         list->viewport()->setAutoFillBackground(false);
 }
 

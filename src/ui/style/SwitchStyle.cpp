@@ -10,18 +10,17 @@
 namespace quillmender::switchStyle {
 
 QSize sizeOf(const QStyleOptionButton &option) {
-    return QSize(option.fontMetrics.horizontalAdvance(option.text) + 1 + metrics::switchGap +
-                     metrics::switchTrack.width() + metrics::switchMargin,
-                 std::max(metrics::switchHeight,
-                          option.fontMetrics.height() + metrics::switchTextRoom));
+    return QSize(
+        option.fontMetrics.horizontalAdvance(option.text) + 1 + metrics::switchGap +
+            metrics::switchTrack.width() + metrics::switchMargin,
+        std::max(metrics::switchHeight, option.fontMetrics.height() + metrics::switchTextRoom));
 }
 
 QRect trackOf(const QStyleOptionButton &option) {
     const QRect &area = option.rect;
-    return QRect(
-        QPoint(area.right() + 1 - metrics::switchTrack.width() - metrics::switchMargin,
-               area.top() + (area.height() - metrics::switchTrack.height()) / 2),
-        metrics::switchTrack);
+    return QRect(QPoint(area.right() + 1 - metrics::switchTrack.width() - metrics::switchMargin,
+                        area.top() + (area.height() - metrics::switchTrack.height()) / 2),
+                 metrics::switchTrack);
 }
 
 QRect textAreaOf(const QStyleOptionButton &option) {
