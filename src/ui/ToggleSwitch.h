@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Theme.h"
+#include "ui/style/Metrics.h"
 
 #include <QCheckBox>
 
@@ -12,6 +13,9 @@ class ToggleSwitch : public QCheckBox {
 
   public:
     ToggleSwitch(Theme &theme, const QString &text, QWidget *parent = nullptr);
+
+    /// How far before the widget's edge the switch ends; the focus ring needs the room.
+    static constexpr int outerMargin = metrics::switchMargin;
 
     QSize minimumSizeHint() const override;
 };

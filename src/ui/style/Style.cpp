@@ -113,9 +113,6 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option,
         return option->rect.adjusted(metrics::fieldPadding, 0, -metrics::fieldPadding, 0);
     case SE_CheckBoxClickRect:
         return option->rect;
-    case SE_CheckBoxLayoutItem:
-        // The track ends where its neighbours end; the room for its ring reaches beyond.
-        return option->rect.adjusted(0, 0, -metrics::switchMargin, 0);
     case SE_CheckBoxIndicator:
         return button ? switchStyle::trackOf(*button) : option->rect;
     case SE_CheckBoxContents:

@@ -145,17 +145,6 @@ TEST_F(StyleTest, AQuietButtonIsACaptionAlone) {
     EXPECT_GT(look::count(image, look(Part::quietDestructiveButton).text), 0);
 }
 
-TEST_F(StyleTest, ASwitchEndsWhereTheFieldsEnd) {
-    show();
-    const auto *toggle = window()->findChild<ToggleSwitch *>();
-    const TextField *model = field("OpenAI Model");
-    const auto rightEdge = [this](const QWidget *widget, int within) {
-        return widget->mapTo(window(), QPoint(within, 0)).x();
-    };
-    EXPECT_EQ(rightEdge(toggle, toggle->width() - metrics::switchMargin),
-              rightEdge(model, model->width()));
-}
-
 TEST_F(StyleTest, TheThumbOfAScrollBarIsDraggedAndItsTrackPages) {
     SlimScrollBar bar(theme);
     bar.setRange(0, 900);
