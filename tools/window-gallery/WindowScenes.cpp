@@ -41,8 +41,10 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
         {QStringLiteral("settings"), settingsAt(0)},
         {QStringLiteral("settings-middle"), settingsAt(45)},
         {QStringLiteral("settings-end"), settingsAt(100)},
+        {QStringLiteral("tool-tip"), [this] { return showToolTip(); }},
         {QStringLiteral("provider-list"),
          [this]() -> QWidget * {
+             QToolTip::hideText();
              scroll(0);
              auto *provider = settings_.window()->findChild<PopUpButton *>();
              provider->showPopup();
@@ -53,14 +55,9 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
              settings_.window()->findChild<PopUpButton *>()->hidePopup();
              return openContextMenu();
          }},
-        {QStringLiteral("tool-tip"),
-         [this]() -> QWidget * {
-             settings_.window()->findChild<QMenu *>()->close();
-             return showToolTip();
-         }},
         {QStringLiteral("editor-starter"),
          [this] {
-             QToolTip::hideText();
+             settings_.window()->findChild<QMenu *>()->close();
              return openEditor([this] {
                  settings_.view()->edit(ActionListItem::builtIn(starterActions().first()));
              });
