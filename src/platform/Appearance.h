@@ -9,10 +9,13 @@ namespace quillmender {
 
 enum class ColorScheme { noPreference, light, dark };
 
+enum class ContrastPreference { noPreference, higher };
+
 /// What the desktop says of colours.
 struct DesktopColors {
     ColorScheme scheme = ColorScheme::noPreference;
     std::optional<QColor> accent; ///< opaque; absent when the desktop has none
+    ContrastPreference contrast = ContrastPreference::noPreference;
 
     friend bool operator==(const DesktopColors &, const DesktopColors &) = default;
 };

@@ -2,6 +2,8 @@
 
 #include "ui/ElidedText.h"
 #include "ui/TextStyle.h"
+#include "ui/style/Drawing.h"
+#include "ui/style/Metrics.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -17,12 +19,6 @@ constexpr int symbolSize = 20;
 constexpr int symbolGap = 12;
 constexpr int lineGap = 2;
 constexpr int subtitleLines = 2;
-constexpr qreal cornerRadius = 14;
-constexpr double restOpacity = 0.08;
-constexpr double hoverOpacity = 0.14;
-constexpr double pressedOpacity = 0.22;
-constexpr double outlineOpacity = 0.12;
-constexpr double disabledOpacity = 0.4;
 } // namespace
 
 ActionTile::ActionTile(Theme &theme, QWidget *parent)
@@ -67,22 +63,13 @@ QString ActionTile::unreadablePart() const {
 }
 
 void ActionTile::paintEvent(QPaintEvent *) {
-    const Colors &colors = theme_.colors();
+    const State state = !isEnabled()  ? State::disabled
+                        : isDown()    ? State::pressed
+                        : isHovered() ? State::hovered
+                                      : State::rest;
+    const Look look = lookOf(Part::tile, state, theme_.colors());
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double opacity = isDown() ? pressedOpacity : (isHovered() ? hoverOpacity : restOpacity);
-    painter.setPen(withOpacity(colors.accentMark, outlineOpacity));
-    painter.setBrush(withOpacity(colors.accent, opacity));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
-    if (hasFocus()) {
-        painter.setPen(QPen(colors.accentMark, 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius - 1,
-                                cornerRadius - 1);
-    }
-    if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
+    drawing::focusable(painter, rect(), metrics::cardRadius, look, hasFocus());
 
     const QFontMetrics titleMetrics(titleFont_);
     const QFontMetrics subtitleMetrics(subtitleFont_);
@@ -95,15 +82,15 @@ void ActionTile::paintEvent(QPaintEvent *) {
     const QRect symbolArea(padding, y + (titleMetrics.height() - symbolSize) / 2, symbolSize,
                            symbolSize);
     painter.drawPixmap(symbolArea.topLeft(), theme_.symbol(action_->systemImage(), symbolSize,
-                                                           devicePixelRatioF(), colors.accentMark));
+                                                           devicePixelRatioF(), look.symbol));
 
     painter.setFont(titleFont_);
-    painter.setPen(colors.text);
+    painter.setPen(look.text);
     drawLine(painter, QRect(left, y, textWidth(), titleMetrics.height()),
              titleMetrics.elidedText(title_, Qt::ElideRight, textWidth()));
     y += titleMetrics.height() + lineGap;
     painter.setFont(subtitleFont_);
-    painter.setPen(colors.secondary);
+    painter.setPen(look.secondaryText);
     for (const QString &line : subtitle) {
         drawLine(painter, QRect(left, y, textWidth(), subtitleMetrics.height()), line);
         y += subtitleMetrics.height();

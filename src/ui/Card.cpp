@@ -1,5 +1,7 @@
 #include "ui/Card.h"
 
+#include "ui/style/Metrics.h"
+
 #include <QPainter>
 
 namespace quillmender {
@@ -8,7 +10,6 @@ namespace {
 constexpr int padding = 16;
 // The first and the last line have air of their own.
 constexpr int verticalPadding = 8;
-constexpr qreal cornerRadius = 14;
 } // namespace
 
 Card::Card(Theme &theme, QWidget *parent)
@@ -25,8 +26,9 @@ void Card::paintEvent(QPaintEvent *) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(theme_.colors().cardOutline);
     painter.setBrush(theme_.colors().card);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                            cornerRadius);
+    constexpr qreal edge = metrics::hairline / 2;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge), metrics::cardRadius,
+                            metrics::cardRadius);
 }
 
 } // namespace quillmender

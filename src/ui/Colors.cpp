@@ -1,91 +1,100 @@
 #include "ui/Colors.h"
 
-#include "platform/Appearance.h"
-
-#include <algorithm>
-#include <cmath>
-
 namespace quillmender {
 
 namespace {
 
-constexpr double markContrast = 4.5;
+constexpr double textContrast = 4.5;
+constexpr double lineContrast = 3;
+constexpr double strongTextContrast = 7;
+constexpr double fillContrast = 1.6;
 
-double linear(float channel) {
-    const double value = channel;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+const QColor paper(Qt::white);
+const QColor ink(0x16, 0x16, 0x1a);
+
+Colors darkColors() {
+    Colors colors;
+    colors.window = QColor(0x1d, 0x1d, 0x21);
+    colors.card = QColor(0x28, 0x28, 0x2d);
+    colors.cardOutline = QColor(255, 255, 255, 18);
+    colors.lifted = QColor(0x30, 0x30, 0x36);
+    colors.textBackground = QColor(0x19, 0x19, 0x1c);
+    colors.text = QColor(0xf3, 0xf3, 0xf6);
+    colors.secondary = QColor(0xa6, 0xa6, 0xb0);
+    colors.error = QColor(0xff, 0x7b, 0x72);
+    colors.success = QColor(0x5c, 0xcb, 0x7c);
+    colors.control = QColor(0x36, 0x36, 0x3c);
+    colors.controlOutline = QColor(255, 255, 255, 28);
+    colors.fieldOutline = QColor(0x80, 0x80, 0x8a);
+    colors.trackOff = QColor(0x78, 0x78, 0x82);
+    colors.strongest = QColor(Qt::white);
+    return colors;
 }
 
-double luminance(const QColor &color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
+Colors lightColors() {
+    Colors colors;
+    colors.window = QColor(0xf3, 0xf3, 0xf6);
+    colors.card = QColor(0xfc, 0xfc, 0xfd);
+    colors.cardOutline = QColor(0, 0, 0, 18);
+    colors.lifted = QColor(0xff, 0xff, 0xff);
+    colors.textBackground = QColor(0xff, 0xff, 0xff);
+    colors.text = QColor(0x1c, 0x1c, 0x21);
+    colors.secondary = QColor(0x65, 0x65, 0x70);
+    colors.error = QColor(0xc4, 0x1c, 0x25);
+    colors.success = QColor(0x17, 0x70, 0x31);
+    colors.control = QColor(0xff, 0xff, 0xff);
+    colors.controlOutline = QColor(0, 0, 0, 36);
+    colors.fieldOutline = QColor(0x8a, 0x8a, 0x94);
+    colors.trackOff = QColor(0x84, 0x84, 0x8e);
+    colors.strongest = QColor(Qt::black);
+    return colors;
 }
 
-QColor mixed(const QColor &a, const QColor &b, double share) {
-    const auto channel = [share](int from, int to) {
-        return int(std::lround(from + (to - from) * share));
-    };
-    return QColor(channel(a.red(), b.red()), channel(a.green(), b.green()),
-                  channel(a.blue(), b.blue()));
+QList<QColor> groundsOf(const Colors &colors) {
+    return {colors.window, colors.card, colors.textBackground, colors.lifted};
 }
 
-QColor visibleOn(const QColor &accent, const QColor &ground, const QColor &towards) {
-    constexpr int steps = 20;
-    for (int step = 0; step < steps; ++step) {
-        const QColor candidate = mixed(accent, towards, double(step) / steps);
-        if (contrast(candidate, ground) >= markContrast)
-            return candidate;
-    }
-    return towards;
+void raiseContrast(Colors &colors) {
+    const QList<QColor> grounds = groundsOf(colors);
+    for (QColor *text : {&colors.secondary, &colors.error, &colors.success})
+        *text = visibleOn(*text, grounds, strongTextContrast, colors.strongest);
+    colors.fieldOutline =
+        visibleOn(colors.fieldOutline, grounds, strongTextContrast, colors.strongest);
+    colors.cardOutline = visibleOn(composited(colors.cardOutline, colors.card), grounds,
+                                   lineContrast, colors.strongest);
+    colors.controlOutline = colors.fieldOutline;
+    colors.moreContrast = true;
+}
+
+/// White text wants the fill a little darker; only on a pale accent the text is dark.
+void fillWithAccent(Colors &colors) {
+    const QColor seen = visibleOn(colors.accent, groundsOf(colors), fillContrast, colors.strongest);
+    const bool isDeep = contrast(paper, seen) >= lineContrast;
+    colors.onAccent = isDeep ? paper : ink;
+    colors.accentFill =
+        isDeep ? visibleOn(seen, {colors.onAccent}, textContrast, QColor(Qt::black)) : seen;
+}
+
+/// The track is seen beside the card, and its light knob on it.
+void switchWithAccent(Colors &colors) {
+    colors.knob = paper;
+    const QColor seen =
+        visibleOn(colors.accent, {colors.window, colors.card}, lineContrast, colors.strongest);
+    colors.trackOn = visibleOn(seen, {colors.knob}, lineContrast, QColor(Qt::black));
 }
 
 } // namespace
 
-QColor withOpacity(QColor color, double opacity) {
-    color.setAlphaF(color.alphaF() * float(opacity));
-    return color;
-}
-
-double contrast(const QColor &a, const QColor &b) {
-    const double first = luminance(a);
-    const double second = luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
-
-Colors Colors::make(bool dark, std::optional<QColor> accent) {
-    Colors colors;
-    if (dark) {
-        colors.window = QColor(0x1d, 0x1d, 0x21);
-        colors.card = QColor(0x28, 0x28, 0x2d);
-        colors.cardOutline = QColor(255, 255, 255, 18);
-        colors.textBackground = QColor(0x19, 0x19, 0x1c);
-        colors.text = QColor(0xf3, 0xf3, 0xf6);
-        colors.secondary = QColor(0xa6, 0xa6, 0xb0);
-        colors.error = QColor(0xff, 0x7b, 0x72);
-        colors.success = QColor(0x5c, 0xcb, 0x7c);
-        colors.control = QColor(0x36, 0x36, 0x3c);
-        colors.controlOutline = QColor(255, 255, 255, 28);
-    } else {
-        colors.window = QColor(0xf3, 0xf3, 0xf6);
-        colors.card = QColor(0xfc, 0xfc, 0xfd);
-        colors.cardOutline = QColor(0, 0, 0, 18);
-        colors.textBackground = QColor(0xff, 0xff, 0xff);
-        colors.text = QColor(0x1c, 0x1c, 0x21);
-        colors.secondary = QColor(0x65, 0x65, 0x70);
-        colors.error = QColor(0xc4, 0x1c, 0x25);
-        colors.success = QColor(0x17, 0x70, 0x31);
-        colors.control = QColor(0xff, 0xff, 0xff);
-        colors.controlOutline = QColor(0, 0, 0, 36);
-    }
+Colors Colors::make(bool dark, std::optional<QColor> accent, ContrastPreference preference) {
+    Colors colors = dark ? darkColors() : lightColors();
+    if (preference == ContrastPreference::higher)
+        raiseContrast(colors);
     colors.accent = accent.value_or(QColor::fromRgb(houseAccent));
-    colors.accentMark = visibleOn(colors.accent, dark ? colors.card : colors.window,
-                                  dark ? QColor(Qt::white) : QColor(Qt::black));
-    const QColor ink(0x16, 0x16, 0x1a);
-    const QColor paper(Qt::white);
-    colors.onAccent = contrast(paper, colors.accent) >= 4.5 ||
-                              contrast(paper, colors.accent) > contrast(ink, colors.accent)
-                          ? paper
-                          : ink;
+    colors.accentMark =
+        visibleOn(colors.accent, {dark ? colors.card : colors.window},
+                  colors.moreContrast ? strongTextContrast : textContrast, colors.strongest);
+    fillWithAccent(colors);
+    switchWithAccent(colors);
     return colors;
 }
 

@@ -1,5 +1,7 @@
 #include "ui/ErrorLabel.h"
 
+#include "ui/style/Look.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -120,8 +122,9 @@ void ErrorLabel::paintEvent(QPaintEvent *) {
     QTextLayout::FormatRange selection;
     selection.start = std::min(anchor_, position_);
     selection.length = std::max(anchor_, position_) - selection.start;
-    selection.format.setBackground(theme_.colors().accent);
-    selection.format.setForeground(theme_.colors().onAccent);
+    const Look look = lookOf(Part::selection, State::rest, theme_.colors());
+    selection.format.setBackground(look.fill);
+    selection.format.setForeground(look.text);
     lines().draw(&painter, contentsRect().topLeft(), {selection});
 }
 

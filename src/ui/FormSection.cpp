@@ -40,6 +40,7 @@ void FormSection::addField(const QString &label, QWidget *field) {
 
 TextLabel *FormSection::addCaption(const QString &text) {
     auto *caption = new TextLabel(theme_, TextStyle::caption, TextLabel::Tone::secondary, card_);
+    caption->markCode();
     caption->show(text);
     rows_->addWidget(caption);
     return caption;

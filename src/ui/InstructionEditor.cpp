@@ -2,9 +2,8 @@
 
 #include "ui/SlimScrollBar.h"
 #include "ui/TextStyle.h"
+#include "ui/style/Metrics.h"
 
-#include <QPaintEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QTextBlock>
 
@@ -12,29 +11,23 @@
 
 namespace quillmender {
 
-namespace {
-constexpr int smallestHeight = 96;
-constexpr int padding = 8;
-constexpr qreal cornerRadius = 12;
-constexpr double outlineOpacity = 0.15;
-} // namespace
-
 InstructionEditor::InstructionEditor(Theme &theme, const QString &name, const QString &placeholder,
                                      QWidget *parent)
-    : QPlainTextEdit(parent),
-      theme_(theme) {
+    : QPlainTextEdit(parent) {
     setAccessibleName(name);
     setAccessibleDescription(placeholder);
     setPlaceholderText(placeholder);
-    setFrameShape(QFrame::NoFrame);
+    setFrameShape(QFrame::StyledPanel);
     setFont(fontFor(TextStyle::body));
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBar(new SlimScrollBar(theme, this));
+    constexpr int padding = metrics::editorPadding;
     setViewportMargins(padding, padding, padding, padding);
     document()->setDocumentMargin(4);
     viewport()->setAutoFillBackground(false);
-    setFixedHeight(std::max(smallestHeight, 4 * fontMetrics().lineSpacing() + 2 * padding + 8));
+    setFixedHeight(std::max(metrics::editorHeight, 4 * fontMetrics().lineSpacing() +
+                                                       2 * (padding + metrics::editorFrame) + 8));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
@@ -71,33 +64,6 @@ QString InstructionEditor::exactText() const {
     text.replace(QChar::ParagraphSeparator, u'\n');
     text.replace(QChar::LineSeparator, u'\n');
     return text;
-}
-
-bool InstructionEditor::event(QEvent *event) {
-    if (event->type() == QEvent::Paint) {
-        const Colors &colors = theme_.colors();
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        const qreal width = hasFocus() ? 2 : 1;
-        painter.setPen(hasFocus() ? QPen(colors.accentMark, width)
-                                  : QPen(withOpacity(colors.secondary, outlineOpacity), width));
-        painter.setBrush(colors.textBackground);
-        const qreal inset = width / 2;
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset),
-                                cornerRadius - inset, cornerRadius - inset);
-        return true;
-    }
-    return QPlainTextEdit::event(event);
-}
-
-void InstructionEditor::focusInEvent(QFocusEvent *event) {
-    QPlainTextEdit::focusInEvent(event);
-    update();
-}
-
-void InstructionEditor::focusOutEvent(QFocusEvent *event) {
-    QPlainTextEdit::focusOutEvent(event);
-    update();
 }
 
 } // namespace quillmender

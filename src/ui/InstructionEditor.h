@@ -24,15 +24,9 @@ class InstructionEditor : public QPlainTextEdit {
   Q_SIGNALS:
     void edited(const QString &text);
 
-  protected:
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-    bool event(QEvent *event) override;
-
   private:
     void alignToWriting();
 
-    Theme &theme_;
     QString known_;
     bool rendering_ = false;
 };

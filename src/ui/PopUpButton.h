@@ -13,15 +13,10 @@ class PopUpButton : public QComboBox {
   public:
     explicit PopUpButton(Theme &theme, QWidget *parent = nullptr);
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   protected:
-    void paintEvent(QPaintEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-
-  private:
-    Theme &theme_;
 };
 
 } // namespace quillmender

@@ -1,20 +1,13 @@
 #include "ui/PushButton.h"
 
 #include "ui/TextStyle.h"
+#include "ui/style/ButtonStyle.h"
+#include "ui/style/Metrics.h"
 
 #include <QMouseEvent>
-#include <QPainter>
-
-#include <algorithm>
+#include <QStylePainter>
 
 namespace quillmender {
-
-namespace {
-constexpr int horizontalPadding = 16;
-constexpr int smallestHeight = 32;
-constexpr qreal cornerRadius = 8;
-constexpr double disabledOpacity = 0.4;
-} // namespace
 
 PushButton::PushButton(Theme &theme, const QString &caption, Prominence prominence, QWidget *parent)
     : Button(theme, parent),
@@ -26,45 +19,38 @@ PushButton::PushButton(Theme &theme, const QString &caption, Prominence prominen
     setCaption(caption);
 }
 
+void PushButton::setQuiet(bool quiet) {
+    quiet_ = quiet;
+    update();
+}
+
 QSize PushButton::sizeHint() const {
-    const int width = fontMetrics().horizontalAdvance(caption()) + 1 + 2 * horizontalPadding;
-    const int height = std::max(smallestHeight, fontMetrics().height() + 12);
-    return QSize(std::max(width, 72), height);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text = caption();
+    return style()->sizeFromContents(QStyle::CT_PushButton, &option, QSize(), this);
 }
 
 QSize PushButton::minimumSizeHint() const {
-    return QSize(48, sizeHint().height());
-}
-
-int PushButton::captionWidth() const {
-    return width() - 2 * std::min(horizontalPadding, width() / 8);
+    return QSize(metrics::narrowestButton, sizeHint().height());
 }
 
 QString PushButton::unreadablePart() const {
-    return fontMetrics().horizontalAdvance(caption()) > captionWidth() ? caption() : QString();
+    return fontMetrics().horizontalAdvance(caption()) > buttonStyle::captionWidth(width())
+               ? caption()
+               : QString();
 }
 
-QColor PushButton::fill() const {
-    const Colors &colors = theme_.colors();
-    const QColor base = prominence_ == Prominence::prominent ? colors.accent : colors.control;
-    if (isDown())
-        return base.lightness() > 128 ? base.darker(118) : base.lighter(125);
-    if (isHovered())
-        return base.lightness() > 128 ? base.darker(106) : base.lighter(112);
-    return base;
-}
-
-QColor PushButton::captionColor() const {
-    const Colors &colors = theme_.colors();
+Part PushButton::part() const {
     switch (prominence_) {
     case Prominence::standard:
-        return colors.text;
+        return quiet_ ? Part::quietButton : Part::button;
     case Prominence::prominent:
-        return colors.onAccent;
+        return Part::prominentButton;
     case Prominence::destructive:
-        return colors.error;
+        return quiet_ ? Part::quietDestructiveButton : Part::destructiveButton;
     }
-    return colors.text;
+    return Part::button;
 }
 
 void PushButton::mouseDoubleClickEvent(QMouseEvent *event) {
@@ -75,27 +61,11 @@ void PushButton::mouseDoubleClickEvent(QMouseEvent *event) {
 }
 
 void PushButton::paintEvent(QPaintEvent *) {
-    const Colors &colors = theme_.colors();
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const bool prominent = prominence_ == Prominence::prominent;
-    if (!isEnabled())
-        painter.setOpacity(disabledOpacity);
-    painter.setPen(prominent ? QPen(Qt::NoPen) : QPen(colors.controlOutline));
-    painter.setBrush(fill());
-    const qreal edge = prominent ? 0 : 0.5;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge), cornerRadius,
-                            cornerRadius);
-    if (hasFocus()) {
-        const qreal inset = prominent ? 3 : 1;
-        painter.setPen(QPen(prominent ? colors.onAccent : colors.accentMark, 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset),
-                                cornerRadius - inset, cornerRadius - inset);
-    }
-    painter.setPen(captionColor());
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(caption(), Qt::ElideRight, captionWidth()));
+    PushButtonOption option;
+    initStyleOption(&option);
+    option.text = caption();
+    option.part = part();
+    QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
 }
 
 } // namespace quillmender

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Button.h"
+#include "ui/style/Look.h"
 
 namespace quillmender {
 
@@ -14,6 +15,9 @@ class PushButton : public Button {
     PushButton(Theme &theme, const QString &caption, Prominence prominence,
                QWidget *parent = nullptr);
 
+    /// A quiet one is a caption alone until it is pointed at.
+    void setQuiet(bool quiet);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -25,11 +29,10 @@ class PushButton : public Button {
     QString unreadablePart() const override;
 
   private:
-    QColor fill() const;
-    QColor captionColor() const;
-    int captionWidth() const;
+    Part part() const;
 
     Prominence prominence_;
+    bool quiet_ = false;
 };
 
 } // namespace quillmender

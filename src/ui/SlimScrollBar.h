@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Theme.h"
+#include "ui/style/Metrics.h"
 
 #include <QScrollBar>
 
@@ -11,23 +12,9 @@ class SlimScrollBar : public QScrollBar {
     Q_OBJECT
 
   public:
-    static constexpr int breadth = 10;
+    static constexpr int breadth = metrics::scrollBarBreadth;
 
     explicit SlimScrollBar(Theme &theme, QWidget *parent = nullptr);
-
-    QSize sizeHint() const override;
-
-  protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-
-  private:
-    QRectF thumb() const;
-
-    Theme &theme_;
-    int grabOffset_ = 0;
 };
 
 } // namespace quillmender

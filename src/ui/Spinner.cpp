@@ -1,5 +1,7 @@
 #include "ui/Spinner.h"
 
+#include "ui/style/Look.h"
+
 #include <QPainter>
 
 namespace quillmender {
@@ -35,12 +37,12 @@ void Spinner::timerEvent(QTimerEvent *) {
 void Spinner::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const QColor color = lookOf(Part::symbol, State::rest, theme_.colors()).symbol;
     painter.translate(diameter / 2.0, diameter / 2.0);
     painter.rotate(step_ * 360.0 / spokes);
     for (int spoke = 0; spoke < spokes; ++spoke) {
         const double opacity = 0.15 + 0.85 * spoke / (spokes - 1);
-        painter.setPen(QPen(withOpacity(theme_.colors().accentMark, opacity), 1.75, Qt::SolidLine,
-                            Qt::RoundCap));
+        painter.setPen(QPen(withOpacity(color, opacity), 1.75, Qt::SolidLine, Qt::RoundCap));
         painter.rotate(360.0 / spokes);
         painter.drawLine(QPointF(0, -3.5), QPointF(0, -6.75));
     }

@@ -1,5 +1,7 @@
 #include "ui/SymbolView.h"
 
+#include "ui/style/Look.h"
+
 #include <QPainter>
 
 namespace quillmender {
@@ -17,8 +19,8 @@ void SymbolView::setSymbol(const QString &name) {
 }
 
 void SymbolView::paintEvent(QPaintEvent *) {
-    QPainter(this).drawPixmap(
-        0, 0, theme_.symbol(symbol_, width(), devicePixelRatioF(), theme_.colors().accentMark));
+    const QColor color = lookOf(Part::symbol, State::rest, theme_.colors()).symbol;
+    QPainter(this).drawPixmap(0, 0, theme_.symbol(symbol_, width(), devicePixelRatioF(), color));
 }
 
 } // namespace quillmender

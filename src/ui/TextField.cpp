@@ -1,27 +1,17 @@
 #include "ui/TextField.h"
 
 #include "ui/TextStyle.h"
+#include "ui/style/Metrics.h"
 
-#include <QPainter>
 #include <QScopedValueRollback>
+#include <QStyleOptionFrame>
 
 #include <algorithm>
 
 namespace quillmender {
 
-namespace {
-constexpr int smallestHeight = 32;
-constexpr int padding = 8;
-constexpr qreal cornerRadius = 8;
-} // namespace
-
-TextField::TextField(Theme &theme, QWidget *parent) : QLineEdit(parent), theme_(theme) {
-    setFrame(false);
+TextField::TextField(Theme &theme, QWidget *parent) : QLineEdit(parent) {
     setFont(fontFor(TextStyle::body));
-    setTextMargins(padding, 0, padding, 0);
-    QPalette clear;
-    clear.setBrush(QPalette::Base, Qt::transparent);
-    setPalette(clear);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
     connect(this, &QLineEdit::textChanged, this, [this](const QString &text) {
@@ -43,25 +33,13 @@ void TextField::render(const QString &text) {
 }
 
 QSize TextField::sizeHint() const {
-    return QSize(240, std::max(smallestHeight, fontMetrics().height() + 12));
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    return style()->sizeFromContents(QStyle::CT_LineEdit, &option, QSize(), this);
 }
 
 QSize TextField::minimumSizeHint() const {
-    return QSize(80, sizeHint().height());
-}
-
-void TextField::paintEvent(QPaintEvent *event) {
-    const Colors &colors = theme_.colors();
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal width = hasFocus() ? 2 : 1;
-    painter.setPen(QPen(hasFocus() ? colors.accentMark : colors.controlOutline, width));
-    painter.setBrush(colors.textBackground);
-    const qreal inset = width / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset),
-                            cornerRadius - inset, cornerRadius - inset);
-    painter.end();
-    QLineEdit::paintEvent(event);
+    return QSize(metrics::narrowestField, sizeHint().height());
 }
 
 } // namespace quillmender

@@ -23,11 +23,7 @@ class TextField : public QLineEdit {
   Q_SIGNALS:
     void edited(const QString &text);
 
-  protected:
-    void paintEvent(QPaintEvent *event) override;
-
   private:
-    Theme &theme_;
     QString known_;
     bool rendering_ = false;
 };

@@ -1,6 +1,9 @@
 #include "ui/TextLabel.h"
 
+#include "ui/style/Look.h"
+
 #include <QEvent>
+#include <QFontDatabase>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -16,6 +19,8 @@ namespace {
 constexpr qsizetype longestLaidOut = 20000;
 constexpr qsizetype longestLastLine = 2000;
 
+constexpr QChar codeMark = u'`';
+
 QString displayed(const QString &text) {
     QString shown = text.left(longestLaidOut);
     if (shown.size() < text.size())
@@ -23,6 +28,23 @@ QString displayed(const QString &text) {
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     shown.replace(u'\n', QChar::LineSeparator);
     return shown;
+}
+
+/// A monospaced face for what stands between two grave accents.
+QList<QTextLayout::FormatRange> codeFormats(const QString &text, int pixelSize) {
+    QFont face = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    face.setPixelSize(pixelSize);
+    QTextCharFormat format;
+    format.setFont(face);
+    QList<QTextLayout::FormatRange> formats;
+    for (qsizetype start = text.indexOf(codeMark); start >= 0;) {
+        const qsizetype end = text.indexOf(codeMark, start + 1);
+        if (end < 0)
+            break;
+        formats.append({int(start), int(end - start + 1), format});
+        start = text.indexOf(codeMark, end + 1);
+    }
+    return formats;
 }
 
 } // namespace
@@ -50,6 +72,12 @@ void TextLabel::show(const QString &text) {
     setText(text);
     updateGeometry();
     update();
+}
+
+void TextLabel::markCode() {
+    marksCode_ = true;
+    layout_.reset();
+    updateGeometry();
 }
 
 void TextLabel::setTone(Tone tone) {
@@ -88,6 +116,8 @@ void TextLabel::layOutLines(const QString &text, int width) const {
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     option.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     layout_->setTextOption(option);
+    if (marksCode_)
+        layout_->setFormats(codeFormats(laidOutText_, font().pixelSize()));
     layout_->setCacheEnabled(true);
     layout_->beginLayout();
     qreal y = 0;
@@ -135,18 +165,18 @@ QSize TextLabel::minimumSizeHint() const {
 }
 
 QColor TextLabel::color() const {
-    const Colors &colors = theme_.colors();
+    const Look look = lookOf(Part::label, State::rest, theme_.colors());
     switch (tone_) {
     case Tone::primary:
-        return colors.text;
+        return look.text;
     case Tone::secondary:
-        return colors.secondary;
+        return look.secondaryText;
     case Tone::success:
-        return colors.success;
+        return look.success;
     case Tone::error:
-        return colors.error;
+        return look.error;
     }
-    return colors.text;
+    return look.text;
 }
 
 bool TextLabel::event(QEvent *event) {

@@ -24,6 +24,9 @@ class TextLabel : public QLabel {
     /// Shows the text; nothing happens when it is the same.
     void show(const QString &text);
 
+    /// Sets what stands between grave accents in a monospaced face; for texts of our own.
+    void markCode();
+
     void setTone(Tone tone);
 
     /// Shows no more than so many lines; the last one ends in an ellipsis then, and the tool tip
@@ -56,6 +59,7 @@ class TextLabel : public QLabel {
 
     Tone tone_;
     int maximumLines_ = 0; ///< any number
+    bool marksCode_ = false;
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;

@@ -14,11 +14,11 @@ QFont fontFor(TextStyle style) {
     const auto scaled = [body](int pixels) { return int(std::lround(body * pixels / 13.0)); };
     switch (style) {
     case TextStyle::largeTitle:
-        font.setPixelSize(std::max(30, scaled(30)));
+        font.setPixelSize(30);
         font.setWeight(QFont::DemiBold);
         break;
     case TextStyle::title:
-        font.setPixelSize(std::max(26, scaled(21)));
+        font.setPixelSize(26);
         font.setWeight(QFont::DemiBold);
         break;
     case TextStyle::headline:
@@ -26,11 +26,13 @@ QFont fontFor(TextStyle style) {
         font.setWeight(QFont::DemiBold);
         break;
     case TextStyle::body:
-    case TextStyle::subheadline:
         font.setPixelSize(body);
         break;
-    case TextStyle::caption:
+    case TextStyle::subheadline:
         font.setPixelSize(scaled(12));
+        break;
+    case TextStyle::caption:
+        font.setPixelSize(scaled(11));
         break;
     }
     return font;

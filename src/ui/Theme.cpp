@@ -1,7 +1,12 @@
 #include "ui/Theme.h"
 
+#include "ui/TextStyle.h"
+#include "ui/style/Look.h"
+#include "ui/style/Style.h"
+
 #include <QApplication>
 #include <QPalette>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -10,23 +15,27 @@ namespace quillmender {
 namespace {
 
 QPalette paletteOf(const Colors &colors) {
+    const Look field = lookOf(Part::field, State::rest, colors);
+    const Look selection = lookOf(Part::selection, State::rest, colors);
+    const Look toolTip = lookOf(Part::toolTip, State::rest, colors);
     QPalette palette;
     palette.setColor(QPalette::Window, colors.window);
     palette.setColor(QPalette::WindowText, colors.text);
-    palette.setColor(QPalette::Base, colors.textBackground);
+    palette.setColor(QPalette::Base, field.fill);
     palette.setColor(QPalette::AlternateBase, colors.card);
-    palette.setColor(QPalette::Text, colors.text);
-    palette.setColor(QPalette::PlaceholderText, colors.secondary);
+    palette.setColor(QPalette::Text, field.text);
+    palette.setColor(QPalette::PlaceholderText, field.placeholder);
     palette.setColor(QPalette::Button, colors.control);
     palette.setColor(QPalette::ButtonText, colors.text);
     palette.setColor(QPalette::BrightText, colors.error);
-    palette.setColor(QPalette::ToolTipBase, colors.card);
-    palette.setColor(QPalette::ToolTipText, colors.text);
-    palette.setColor(QPalette::Highlight, colors.accent);
-    palette.setColor(QPalette::HighlightedText, colors.onAccent);
+    palette.setColor(QPalette::ToolTipBase, toolTip.fill);
+    palette.setColor(QPalette::ToolTipText, toolTip.text);
+    palette.setColor(QPalette::Highlight, selection.fill);
+    palette.setColor(QPalette::HighlightedText, selection.text);
     palette.setColor(QPalette::Link, colors.accentMark);
+    const QColor weak = lookOf(Part::field, State::disabled, colors).text;
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, withOpacity(colors.text, 0.4));
+        palette.setColor(QPalette::Disabled, role, weak);
     return palette;
 }
 
@@ -63,9 +72,13 @@ void Theme::follow() {
     const bool dark = desktop.scheme == ColorScheme::noPreference
                           ? desktopIsDark_
                           : desktop.scheme == ColorScheme::dark;
-    colors_ = Colors::make(dark, desktop.accent);
+    colors_ = Colors::make(dark, desktop.accent, desktop.contrast);
     drawn_.clear();
-    QApplication::setPalette(paletteOf(colors_));
+    Style::installed().setColors(colors_);
+    const QPalette palette = paletteOf(colors_);
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+    QToolTip::setFont(fontFor(TextStyle::caption));
     Q_EMIT changed();
 }
 

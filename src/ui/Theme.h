@@ -10,8 +10,9 @@
 
 namespace quillmender {
 
-/// The colours and symbols of all windows. It follows the desktop's colour scheme and accent while
-/// the program runs, and gives the application the matching palette. One per program.
+/// The colours and symbols of all windows. It follows the desktop's colour scheme, accent and wish
+/// for contrast while the program runs, and gives the application the style and the matching
+/// palette. One per program.
 class Theme : public QObject {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Theme.h"
+#include "ui/style/Metrics.h"
 
 #include <QCheckBox>
 
@@ -13,15 +14,10 @@ class ToggleSwitch : public QCheckBox {
   public:
     ToggleSwitch(Theme &theme, const QString &text, QWidget *parent = nullptr);
 
-    QSize sizeHint() const override;
+    /// How far before the widget's edge the switch ends; the focus ring needs the room.
+    static constexpr int outerMargin = metrics::switchMargin;
+
     QSize minimumSizeHint() const override;
-
-  protected:
-    bool hitButton(const QPoint &position) const override;
-    void paintEvent(QPaintEvent *event) override;
-
-  private:
-    Theme &theme_;
 };
 
 } // namespace quillmender

@@ -1,6 +1,7 @@
 // Shows the action picker in one made-up state, or writes pictures of all of them.
 #include "GalleryDesktop.h"
 #include "GalleryModel.h"
+#include "GalleryOptions.h"
 #include "Photographer.h"
 #include "States.h"
 #include "platform/linux/services/SymbolDrawings.h"
@@ -42,9 +43,6 @@ int main(int argc, char **argv) {
     const QCommandLineOption state(QStringLiteral("state"),
                                    QStringLiteral("One of: ") + galleryStates().join(u' '),
                                    QStringLiteral("name"), QStringLiteral("selection"));
-    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
-    const QCommandLineOption accent(QStringLiteral("accent"), QStringLiteral("Accent colour"),
-                                    QStringLiteral("RRGGBB"));
     const QCommandLineOption scroll(QStringLiteral("scroll"), QStringLiteral("Scroll position"),
                                     QStringLiteral("percent"), QStringLiteral("0"));
     const QCommandLineOption all(QStringLiteral("all"),
@@ -55,17 +53,14 @@ int main(int argc, char **argv) {
                                      QStringLiteral("file"));
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({state, dark, accent, scroll, all, symbols});
+    parser.addOptions({state, scroll, all, symbols});
+    const GalleryOptions options(parser);
     parser.process(application);
 
     if (parser.isSet(symbols))
         return writeSymbolSheet(parser.value(symbols)) ? 0 : 1;
 
-    DesktopColors colors;
-    colors.scheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
-    if (parser.isSet(accent))
-        colors.accent = QColor::fromRgb(parser.value(accent).toUInt(nullptr, 16));
-    GalleryAppearance appearance(colors);
+    GalleryAppearance appearance(options.apply());
     DrawnSymbols drawings;
     NoneOwnWindows ownWindows;
     QApplication::setQuitOnLastWindowClosed(false);

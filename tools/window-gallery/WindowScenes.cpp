@@ -6,10 +6,14 @@
 #include "ui/PushButton.h"
 #include "ui/ScrollRegion.h"
 #include "ui/SettingsView.h"
+#include "ui/TextField.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 
 namespace quillmender {
 
@@ -37,16 +41,23 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
         {QStringLiteral("settings"), settingsAt(0)},
         {QStringLiteral("settings-middle"), settingsAt(45)},
         {QStringLiteral("settings-end"), settingsAt(100)},
+        {QStringLiteral("tool-tip"), [this] { return showToolTip(); }},
         {QStringLiteral("provider-list"),
          [this]() -> QWidget * {
+             QToolTip::hideText();
              scroll(0);
              auto *provider = settings_.window()->findChild<PopUpButton *>();
              provider->showPopup();
              return provider->findChild<QFrame *>();
          }},
+        {QStringLiteral("context-menu"),
+         [this]() -> QWidget * {
+             settings_.window()->findChild<PopUpButton *>()->hidePopup();
+             return openContextMenu();
+         }},
         {QStringLiteral("editor-starter"),
          [this] {
-             settings_.window()->findChild<PopUpButton *>()->hidePopup();
+             settings_.window()->findChild<QMenu *>()->close();
              return openEditor([this] {
                  settings_.view()->edit(ActionListItem::builtIn(starterActions().first()));
              });
@@ -109,6 +120,31 @@ void WindowScenes::next() {
 void WindowScenes::scroll(int percent) {
     QScrollBar *bar = settings_.window()->findChild<ScrollRegion *>()->verticalScrollBar();
     bar->setValue(bar->maximum() * percent / 100);
+}
+
+QWidget *WindowScenes::openContextMenu() {
+    for (auto *field : settings_.window()->findChildren<TextField *>()) {
+        if (field->echoMode() != QLineEdit::Normal)
+            continue;
+        field->selectAll();
+        QMenu *menu = field->createStandardContextMenu();
+        menu->setParent(settings_.window(), menu->windowFlags());
+        menu->popup(settings_.window()->geometry().center());
+        menu->setActiveAction(menu->actions().last());
+        return menu;
+    }
+    return nullptr;
+}
+
+QWidget *WindowScenes::showToolTip() {
+    QToolTip::showText(settings_.window()->geometry().center(),
+                       QStringLiteral("<p>Rewrite as a release note for version 12 with "
+                                      "highlights, fixes and known issues &amp; thanks</p>"),
+                       settings_.window());
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (widget->inherits("QTipLabel"))
+            return widget;
+    return nullptr;
 }
 
 QWidget *WindowScenes::openEditor(const std::function<void()> &open) {

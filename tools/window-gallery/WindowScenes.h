@@ -32,6 +32,8 @@ class WindowScenes : public QObject {
 
     void next();
     void scroll(int percent);
+    QWidget *openContextMenu();
+    QWidget *showToolTip();
     QWidget *openEditor(const std::function<void()> &open);
 
     QString folder_;

@@ -1,6 +1,7 @@
 // Writes pictures of the settings, the action editor, About and an alert.
 #include "WindowScenes.h"
 #include "panel-gallery/GalleryDesktop.h"
+#include "panel-gallery/GalleryOptions.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -9,18 +10,15 @@ using namespace quillmender;
 
 int main(int argc, char **argv) {
     const QApplication application(argc, argv);
-    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOption(dark);
+    const GalleryOptions options(parser);
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("For the pictures"));
     parser.process(application);
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(1);
 
-    DesktopColors colors;
-    colors.scheme = parser.isSet(dark) ? ColorScheme::dark : ColorScheme::light;
-    GalleryAppearance appearance(colors);
+    GalleryAppearance appearance(options.apply());
     DrawnSymbols symbols;
     NoneOwnWindows ownWindows;
     QApplication::setQuitOnLastWindowClosed(false);

@@ -3,6 +3,8 @@
 #include "ui/PushButton.h"
 #include "ui/SymbolView.h"
 #include "ui/TextLabel.h"
+#include "ui/style/Look.h"
+#include "ui/style/Metrics.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -12,8 +14,7 @@ namespace quillmender {
 namespace {
 constexpr int symbolSize = 20;
 constexpr int padding = 8;
-constexpr int focusLine = 2;
-constexpr double focusOpacity = 0.08;
+constexpr int focusLine = int(metrics::ringWidth);
 } // namespace
 
 ActionRow::ActionRow(Theme &theme, QWidget *parent)
@@ -59,14 +60,14 @@ void ActionRow::setItem(const ActionListItem &item) {
 }
 
 void ActionRow::paintEvent(QPaintEvent *) {
-    const Colors &colors = theme_.colors();
+    const Look look = lookOf(Part::row, hasFocus() ? State::hovered : State::rest, theme_.colors());
     QPainter painter(this);
     if (hasFocus()) {
-        painter.fillRect(rect(), withOpacity(colors.accent, focusOpacity));
+        painter.fillRect(rect(), look.fill);
         for (const int y : {0, height() - focusLine})
-            painter.fillRect(0, y, width(), focusLine, colors.accentMark);
+            painter.fillRect(0, y, width(), focusLine, look.ring);
     } else {
-        painter.fillRect(0, height() - 1, width(), 1, colors.cardOutline);
+        painter.fillRect(0, height() - 1, width(), 1, look.outline);
     }
 }
 

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int deadline = 10000;
 const QString schemeKey = QStringLiteral("color-scheme");
+const QString contrastKey = QStringLiteral("contrast");
 const QString accentKey = QStringLiteral("accent-color");
 
 } // namespace
@@ -39,10 +40,35 @@ TEST(AppearanceTest, IsReadAndFollowed) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 3; }, deadline));
     EXPECT_EQ(appearance.colors().accent, QColor(0x00ff00));
 
-    portal.change(QStringLiteral("contrast"), 1u);
+    portal.change(QStringLiteral("reduced-motion"), 1u);
     portal.change(accentKey, FakePortal::accent(-1, -1, -1));
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 4; }, deadline));
     EXPECT_EQ(appearance.colors().accent, std::nullopt);
+}
+
+TEST(AppearanceTest, TheWishForContrastIsReadAndFollowed) {
+    FakePortal portal({{schemeKey, 1u}, {contrastKey, 1u}});
+    PortalAppearance appearance;
+    const auto becomes = [&](ContrastPreference preference) {
+        return QTest::qWaitFor([&] { return appearance.colors().contrast == preference; },
+                               deadline);
+    };
+    EXPECT_EQ(appearance.colors().contrast, ContrastPreference::noPreference);
+    EXPECT_TRUE(becomes(ContrastPreference::higher));
+    EXPECT_EQ(appearance.colors().scheme, ColorScheme::dark);
+    int changes = 0;
+    appearance.onChange([&changes] { ++changes; });
+    portal.change(contrastKey, 0u);
+    EXPECT_TRUE(becomes(ContrastPreference::noPreference));
+    portal.change(contrastKey, 1u);
+    EXPECT_TRUE(becomes(ContrastPreference::higher));
+    EXPECT_EQ(changes, 2);
+    portal.change(contrastKey, QStringLiteral("much"));
+    EXPECT_TRUE(becomes(ContrastPreference::noPreference)) << "nonsense is no wish";
+    portal.change(contrastKey, 1u);
+    EXPECT_TRUE(becomes(ContrastPreference::higher));
+    portal.change(contrastKey, 2u);
+    EXPECT_TRUE(becomes(ContrastPreference::noPreference)) << "a value of the future is no wish";
 }
 
 TEST(AppearanceTest, MenuFollowsBeforeAnyWindowHasBeenShown) {

@@ -34,7 +34,7 @@ TEST(ColorsTest, AnyAccentIsSeenAndCarriesText) {
             EXPECT_EQ(colors.accent.rgb() & 0xffffff, accent);
             EXPECT_GE(contrast(colors.accentMark, colors.window), 4.5) << dark << accent;
             EXPECT_GE(contrast(colors.accentMark, colors.card), 4.5) << dark << accent;
-            EXPECT_GE(contrast(colors.onAccent, colors.accent), 4.5) << dark << accent;
+            EXPECT_GE(contrast(colors.onAccent, colors.accentFill), 4.5) << dark << accent;
         }
     }
 }

@@ -31,6 +31,10 @@ ColorScheme schemeOf(const QVariant &value) {
     }
 }
 
+ContrastPreference contrastOf(const QVariant &value) {
+    return value.toUInt() == 1 ? ContrastPreference::higher : ContrastPreference::noPreference;
+}
+
 // A desktop without an accent colour tells channels outside 0 to 1.
 std::optional<QColor> accentOf(const QVariant &value) {
     if (!value.canConvert<QDBusArgument>())
@@ -56,6 +60,8 @@ void apply(DesktopColors &colors, const QString &key, const QVariant &value) {
         colors.scheme = schemeOf(value);
     else if (key == QStringLiteral("accent-color"))
         colors.accent = accentOf(value);
+    else if (key == QStringLiteral("contrast"))
+        colors.contrast = contrastOf(value);
 }
 
 } // namespace

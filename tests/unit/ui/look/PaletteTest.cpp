@@ -1,4 +1,7 @@
 #include "LookFixture.h"
+#include "ui/style/Look.h"
+
+#include <QToolTip>
 
 namespace quillmender {
 
@@ -22,7 +25,10 @@ const Named palette[] = {
     {"success", &Colors::success, 0xff177031, 0xff5ccb7c},
     {"control", &Colors::control, 0xffffffff, 0xff36363c},
     {"controlOutline", &Colors::controlOutline, 0x24000000, 0x1cffffff},
+    {"fieldOutline", &Colors::fieldOutline, 0xff8a8a94, 0xff80808a},
+    {"lifted", &Colors::lifted, 0xffffffff, 0xff303036},
     {"accent", &Colors::accent, 0xff4a5bd4, 0xff4a5bd4},
+    {"accentFill", &Colors::accentFill, 0xff4a5bd4, 0xff4a5bd4},
 };
 
 class PaletteTest : public PanelLookFixture {};
@@ -72,6 +78,20 @@ TEST(ColorTableTest, TheMarkIsTheAccentWhereItIsSeen) {
     EXPECT_GE(contrast(deep.accentMark, deep.card), 4.5);
 }
 
+TEST_F(PaletteTest, TheWishForContrastIsFollowedWhileTheProgramRuns) {
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        appearance.become({scheme, std::nullopt});
+        const QColor usual = theme.colors().secondary;
+        appearance.become({scheme, std::nullopt, ContrastPreference::higher});
+        EXPECT_NE(theme.colors().secondary, usual);
+        EXPECT_EQ(QApplication::palette().color(QPalette::PlaceholderText),
+                  theme.colors().secondary);
+        EXPECT_GE(contrast(theme.colors().secondary, theme.colors().card), 7);
+        appearance.become({scheme, std::nullopt});
+        EXPECT_EQ(theme.colors().secondary, usual);
+    }
+}
+
 TEST_F(PaletteTest, TheToolkitHasOurColours) {
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
         appearance.become({scheme, 0x3584e4});
@@ -79,17 +99,24 @@ TEST_F(PaletteTest, TheToolkitHasOurColours) {
         EXPECT_EQ(colors.accent, QColor(0x35, 0x84, 0xe4)) << "the desktop's";
         const QPalette used = QApplication::palette();
         const std::pair<QPalette::ColorRole, QColor> roles[] = {
-            {QPalette::Window, colors.window},       {QPalette::WindowText, colors.text},
-            {QPalette::Base, colors.textBackground}, {QPalette::AlternateBase, colors.card},
-            {QPalette::Text, colors.text},           {QPalette::PlaceholderText, colors.secondary},
-            {QPalette::Button, colors.control},      {QPalette::ButtonText, colors.text},
-            {QPalette::ToolTipBase, colors.card},    {QPalette::ToolTipText, colors.text},
-            {QPalette::Highlight, colors.accent},    {QPalette::HighlightedText, colors.onAccent},
+            {QPalette::Window, colors.window},
+            {QPalette::WindowText, colors.text},
+            {QPalette::Base, colors.textBackground},
+            {QPalette::AlternateBase, colors.card},
+            {QPalette::Text, colors.text},
+            {QPalette::PlaceholderText, colors.secondary},
+            {QPalette::Button, colors.control},
+            {QPalette::ButtonText, colors.text},
+            {QPalette::ToolTipBase, colors.lifted},
+            {QPalette::ToolTipText, colors.text},
+            {QPalette::Highlight, colors.accentFill},
+            {QPalette::HighlightedText, colors.onAccent},
             {QPalette::Link, colors.accentMark}};
         for (const auto &[role, color] : roles)
             EXPECT_EQ(used.color(QPalette::Active, role), color) << role;
-        EXPECT_EQ(used.color(QPalette::Disabled, QPalette::Text).alpha(),
-                  withOpacity(colors.text, 0.4).alpha());
+        EXPECT_EQ(used.color(QPalette::Disabled, QPalette::Text),
+                  lookOf(Part::field, State::disabled, colors).text);
+        EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipText), colors.text);
     }
 }
 

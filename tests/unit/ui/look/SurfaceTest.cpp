@@ -2,6 +2,7 @@
 #include "ui/ActionTile.h"
 #include "ui/Spinner.h"
 #include "ui/ToggleSwitch.h"
+#include "ui/style/Look.h"
 
 namespace quillmender {
 
@@ -54,11 +55,12 @@ TEST_F(SurfaceTest, ATileIsAFaintAccentWithRoundCorners) {
         const QImage image = look::painted(first, ground());
         EXPECT_TRUE(look::haveSameCorners(image,
                                           rounded(first, withOpacity(colors().accentMark, 0.12),
-                                                  withOpacity(colors().accent, 0.08), 14, 0.5),
+                                                  lookOf(Part::tile, State::rest, colors()).fill,
+                                                  13.5, 0.5),
                                           15));
         // Between the text and the edge there is nothing but the surface.
         const QColor surface = image.pixelColor(first.width() - 8, first.height() / 2);
-        EXPECT_TRUE(isNear(surface, blended(ground(), colors().accent, 0.08)))
+        EXPECT_TRUE(isNear(surface, blended(colors().card, colors().accent, 0.08)))
             << surface.name().toStdString();
     }
 }
@@ -72,7 +74,7 @@ TEST_F(SurfaceTest, APressedTileIsStronger) {
     const QColor atRest = look::painted(first, ground()).pixelColor(beside);
     first.setDown(true);
     const QColor pressed = look::painted(first, ground()).pixelColor(beside);
-    EXPECT_TRUE(isNear(pressed, blended(ground(), colors().accent, 0.22)));
+    EXPECT_TRUE(isNear(pressed, blended(colors().card, colors().accent, 0.22)));
     EXPECT_NE(pressed, atRest);
 }
 
@@ -124,11 +126,17 @@ TEST_F(SurfaceTest, TheInstructionHasItsOutline) {
         EXPECT_EQ(editor()->height(), 96);
         button(QStringLiteral("Close"))->setFocus();
         const QImage image = look::painted(*editor(), ground());
-        EXPECT_TRUE(
-            look::haveSameCorners(image,
-                                  rounded(*editor(), QPen(withOpacity(colors().secondary, 0.15), 1),
-                                          colors().textBackground, 11.5, 0.5),
-                                  13));
+        const QImage outlined = look::reference(*editor(), ground(), [&](QPainter &painter) {
+            const QRectF all = editor()->rect();
+            painter.setPen(QPen(withOpacity(colors().secondary, 0.15), 1));
+            painter.setBrush(colors().textBackground);
+            painter.drawRoundedRect(all.adjusted(0.5, 0.5, -0.5, -0.5), 11.5, 11.5);
+            // Within it a line that can be seen.
+            painter.setPen(QPen(colors().fieldOutline, 1));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(all.adjusted(1.5, 1.5, -1.5, -1.5), 10.5, 10.5);
+        });
+        EXPECT_TRUE(look::haveSameCorners(image, outlined, 13));
         EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 6).rgb(),
                   colors().textBackground.rgb());
         EXPECT_EQ(editor()->palette().color(QPalette::PlaceholderText), colors().secondary);
@@ -153,11 +161,12 @@ TEST_F(SurfaceTest, ButtonsAreRoundedAndTheProminentOneHasTheAccent) {
     Button *close = button(QStringLiteral("Close"));
     EXPECT_TRUE(look::haveSameCorners(
         look::painted(*close, ground()),
-        rounded(*close, colors().controlOutline, colors().control, 8, 0.5), 9));
+        rounded(*close, colors().controlOutline, colors().control, 7.5, 0.5), 9));
     EXPECT_EQ(close->height(), 32);
     Button *generate = button(QStringLiteral("Generate"));
-    EXPECT_TRUE(look::haveSameCorners(look::painted(*generate, ground()),
-                                      rounded(*generate, Qt::NoPen, colors().accent, 8, 0), 9));
+    EXPECT_TRUE(look::haveSameCorners(
+        look::painted(*generate, ground()),
+        rounded(*generate, colors().accentFill, colors().accentFill, 7.5, 0.5), 9));
     EXPECT_GT(look::count(look::painted(*generate, ground()), colors().onAccent), 0);
     EXPECT_GT(look::count(look::painted(*close, ground()), colors().text), 0);
 }
@@ -221,24 +230,32 @@ TEST_F(SurfaceTest, AFieldIsARoundedTextBackground) {
     EXPECT_EQ(field.height(), 32);
     EXPECT_TRUE(look::haveSameCorners(
         look::painted(field, ground()),
-        rounded(field, colors().controlOutline, colors().textBackground, 7.5, 0.5), 8));
+        rounded(field, colors().fieldOutline, colors().textBackground, 7.5, 0.5), 8));
 }
 
 TEST_F(SurfaceTest, ASwitchHasTheAccentAndItsKnobAtTheEndWhileItIsOn) {
-    ToggleSwitch toggle(theme, QStringLiteral("Switch"));
-    toggle.resize(300, toggle.sizeHint().height());
-    const QRect left(257, 0, 20, toggle.height());
-    const QRect right(277, 0, 20, toggle.height());
-    const QImage off = look::painted(toggle, ground());
-    EXPECT_EQ(look::count(off, colors().accentMark), 0);
-    EXPECT_GT(look::count(off.copy(left), QColor(Qt::white)),
-              look::count(off.copy(right), QColor(Qt::white)) + 100);
-    toggle.setChecked(true);
-    const QImage on = look::painted(toggle, ground());
-    EXPECT_GT(look::count(on, colors().accentMark), 300);
-    EXPECT_GT(look::count(on.copy(right), QColor(Qt::white)),
-              look::count(on.copy(left), QColor(Qt::white)) + 100);
-    EXPECT_GT(look::count(on, colors().text), 0);
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        appearance.become({scheme, std::nullopt});
+        ToggleSwitch toggle(theme, QStringLiteral("Switch"));
+        toggle.resize(300, toggle.sizeHint().height());
+        const QRect left(257, 0, 20, toggle.height());
+        const QRect right(277, 0, 20, toggle.height());
+        const QImage off = look::painted(toggle, ground());
+        EXPECT_EQ(look::count(off, colors().trackOn), 0);
+        EXPECT_GT(look::count(off, colors().trackOff), 300);
+        EXPECT_GT(look::count(off.copy(left), QColor(Qt::white)),
+                  look::count(off.copy(right), QColor(Qt::white)) + 100);
+        toggle.setChecked(true);
+        const QImage on = look::painted(toggle, ground());
+        EXPECT_GT(look::count(on, colors().trackOn), 300);
+        EXPECT_GT(look::count(on.copy(right), QColor(Qt::white)),
+                  look::count(on.copy(left), QColor(Qt::white)) + 100);
+        EXPECT_GT(look::count(on, colors().text), 0);
+        toggle.setEnabled(false);
+        const QImage idle = look::painted(toggle, ground());
+        EXPECT_EQ(look::count(idle, colors().trackOn), 0);
+        EXPECT_EQ(look::count(idle, colors().text), 0);
+    }
 }
 
 TEST_F(SurfaceTest, TheProgressIsSmallAndHasTheAccent) {

@@ -55,10 +55,11 @@ class AboutTypeTest : public AboutLookFixture {};
 
 } // namespace
 
-TEST_F(FontTest, TheScaleGrowsWithTheTextAndNeverShrinks) {
-    EXPECT_EQ(sizesFor(13), QList<int>({30, 26, 14, 13, 13, 12}));
-    EXPECT_EQ(sizesFor(8), QList<int>({30, 26, 14, 13, 13, 12}));
-    EXPECT_EQ(sizesFor(26), QList<int>({60, 42, 28, 26, 26, 24}));
+TEST_F(FontTest, TheScaleGrowsWithTheTextExceptForTheTitles) {
+    EXPECT_EQ(sizesFor(13), QList<int>({30, 26, 14, 13, 12, 11}));
+    EXPECT_EQ(sizesFor(8), QList<int>({30, 26, 14, 13, 12, 11}));
+    EXPECT_EQ(sizesFor(21), QList<int>({30, 26, 23, 21, 19, 18}));
+    EXPECT_EQ(sizesFor(26), QList<int>({30, 26, 28, 26, 24, 22}));
 }
 
 TEST_F(PanelTypeTest, EachTextHasItsSizeItsWeightAndItsColour) {
@@ -68,17 +69,17 @@ TEST_F(PanelTypeTest, EachTextHasItsSizeItsWeightAndItsColour) {
         expectType(controller.panel(), theme,
                    {
                        {"Quillmender", 26, semibold, &Colors::text},
-                       {"Transform the captured text and replace it in place.", 13, regular,
+                       {"Transform the captured text and replace it in place.", 12, regular,
                         &Colors::secondary},
                        {"Selected Text", 14, semibold, &Colors::text},
-                       {"Making it formal", 12, regular, &Colors::text},
+                       {"Making it formal", 11, regular, &Colors::text},
                        {"some text", 13, regular, &Colors::text},
-                       {"Using only the highlighted text.", 12, regular, &Colors::secondary},
+                       {"Using only the highlighted text.", 11, regular, &Colors::secondary},
                        {"It failed.", 13, regular, &Colors::error},
                        {"Generate From Prompt", 14, semibold, &Colors::text},
                        {"Type what you want to generate. Quillmender will use the captured text "
                         "as the source prompt or raw notes.",
-                        12, regular, &Colors::secondary},
+                        11, regular, &Colors::secondary},
                    });
     }
 }
@@ -118,26 +119,26 @@ TEST_F(SettingsTypeTest, EachTextHasItsSizeItsWeightAndItsColour) {
         window(), theme,
         {
             {"Settings", 26, semibold, &Colors::text},
-            {"Configure your provider, API key, and actions.", 13, regular, &Colors::secondary},
+            {"Configure your provider, API key, and actions.", 12, regular, &Colors::secondary},
             {"Start by choosing your provider and adding its API key. After that, you can keep "
              "the starter actions, edit them, remove them, or create your own custom actions.",
              13, regular, &Colors::text},
             {"Provider", 14, semibold, &Colors::text},
             {"Active Provider", 13, regular, &Colors::text},
-            {"Quillmender sends requests through the currently selected provider.", 12, regular,
+            {"Quillmender sends requests through the currently selected provider.", 11, regular,
              &Colors::secondary},
-            {"Quillmender will open automatically when you log in.", 12, regular,
+            {"Quillmender will open automatically when you log in.", 11, regular,
              &Colors::secondary},
             {"Gemini Base URL", 13, regular, &Colors::text},
             {"For Gemini, use the models base URL. Quillmender appends "
              "`/<model>:generateContent` automatically.",
-             12, regular, &Colors::secondary},
+             11, regular, &Colors::secondary},
             {"Control + Option + Space", 13, regular, &Colors::secondary},
             {"Accessibility access not granted", 13, regular, &Colors::error},
             {"Actions", 14, semibold, &Colors::text},
             {"Formalize", 13, regular, &Colors::text},
         });
-    EXPECT_EQ(look::label(window(), QStringLiteral("Starter"))->font().pixelSize(), 12);
+    EXPECT_EQ(look::label(window(), QStringLiteral("Starter"))->font().pixelSize(), 11);
     permissions.refresh();
     settle();
     expectType(window(), theme, {{"Accessibility access granted", 13, regular, &Colors::success}});
@@ -152,7 +153,7 @@ TEST_F(SettingsTypeTest, TheEditorHasItsOwn) {
                    {"New Action", 26, semibold, &Colors::text},
                    {"Button Title", 14, semibold, &Colors::text},
                    {"Prompt Template", 14, semibold, &Colors::text},
-                   {"Use `{{text}}` where the captured text should be inserted.", 12, regular,
+                   {"Use `{{text}}` where the captured text should be inserted.", 11, regular,
                     &Colors::secondary},
                });
     EXPECT_EQ(sheet()->width(), 540);
@@ -170,7 +171,7 @@ TEST_F(AboutTypeTest, EachTextHasItsSizeItsWeightAndItsColour) {
     expectType(controller.window(), theme,
                {
                    {texts[0].constData(), 30, semibold, &Colors::text},
-                   {texts[1].constData(), 13, regular, &Colors::secondary},
+                   {texts[1].constData(), 12, regular, &Colors::secondary},
                    {texts[2].constData(), 14, semibold, &Colors::text},
                    {texts[3].constData(), 13, regular, &Colors::secondary},
                    {texts[4].constData(), 14, semibold, &Colors::text},
