@@ -42,7 +42,7 @@ qint64 contextSwitches(qint64 processId) {
 }
 
 void waitUntilIdle(qint64 processId) {
-    constexpr int quietMs = 500;
+    constexpr int quietMs = 2500;
     qint64 switches = -1;
     QElapsedTimer quiet;
     harness::waitUntil(

@@ -61,6 +61,9 @@ std::unique_ptr<Platform> makePlatform() {
     platform->appearance = std::make_unique<PortalAppearance>();
     platform->statusItem =
         std::make_unique<TrayStatusItem>(*platform->appearance, shared->tray.get());
+    platform->prepareMore = [frontmost = shared->frontmost.get()] {
+        return frontmost->prepareMore();
+    };
     platform->missing = std::move(windowSystem.missing);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;
