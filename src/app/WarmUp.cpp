@@ -17,19 +17,19 @@ void WarmUp::start() {
 }
 
 void WarmUp::stop() {
+    // The piece may be on the stack.
+    isStopped_ = true;
     timer_.stop();
-    piece_ = nullptr;
 }
 
 void WarmUp::goOn() {
-    if (!piece_)
-        return;
-    if (!isQuiet_())
+    if (!isQuiet_()) {
         timer_.start(pace_.whenBusy);
-    else if (piece_())
+        return;
+    }
+    const bool isMore = piece_();
+    if (isMore && !isStopped_)
         timer_.start(pace_.between);
-    else
-        stop();
 }
 
 } // namespace quillmender

@@ -34,6 +34,7 @@ class WarmUp : public QObject {
     std::function<bool()> isQuiet_;
     Piece piece_;
     Pace pace_;
+    bool isStopped_ = false;
     QTimer timer_;
 };
 
