@@ -104,7 +104,10 @@ bool AppDelegate::prepareMore() {
         return true;
     if (!readyPanel_)
         readyPanel_ = std::make_unique<ReadyPanel>(coordinator_, theme(), *platform_->ownWindows);
-    return readyPanel_->prepareMore();
+    if (readyPanel_->prepareMore())
+        return true;
+    platform_->giveMemoryBack();
+    return false;
 }
 
 QCoro::Task<> AppDelegate::terminate() {

@@ -47,6 +47,9 @@ struct Platform {
     /// nothing is left. Never empty.
     std::function<bool()> prepareMore = [] { return false; };
 
+    /// Gives memory back that is not used any more. Never empty.
+    std::function<void()> giveMemoryBack = [] {};
+
     /// What this session lacks; the services above are then their `none` forms.
     MissingCapabilities missing;
 

@@ -15,6 +15,8 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
+#include <malloc.h>
+
 namespace quillmender {
 
 namespace {
@@ -64,6 +66,7 @@ std::unique_ptr<Platform> makePlatform() {
     platform->prepareMore = [frontmost = shared->frontmost.get()] {
         return frontmost->prepareMore();
     };
+    platform->giveMemoryBack = [] { malloc_trim(0); };
     platform->missing = std::move(windowSystem.missing);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;
