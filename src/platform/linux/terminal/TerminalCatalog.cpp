@@ -73,10 +73,14 @@ void TerminalCatalog::list() const {
         return;
     unread_.emplace();
     for (const QString &folder : dataFolders_) {
-        QDirIterator files(folder + QStringLiteral("/applications"), {QStringLiteral("*.desktop")},
-                           QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext())
-            unread_->append(files.next());
+        // A filter by name would load the library of regular expressions.
+        QDirIterator files(folder + QStringLiteral("/applications"), QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (path.endsWith(QStringLiteral(".desktop")))
+                unread_->append(path);
+        }
     }
 }
 
