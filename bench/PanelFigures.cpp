@@ -18,6 +18,7 @@ using harness::waitUntil;
 using std::chrono::steady_clock;
 
 constexpr QSize panelSize(620, 620);
+constexpr double frameMs = 16;
 constexpr double copyChordWaitsMs = 120 + 50;
 
 // A program that shows a window when its hot key is pressed.
@@ -121,10 +122,10 @@ void measureThroughAccessibility(Report &report, int repetitions) {
     ShowSamples program;
     ShowSamples floor;
     measureShows(bench, repetitions, program, floor);
-    report.compare(QStringLiteral("hot key to panel painted, first"), program.first, floor.first,
-                   3);
-    report.compare(QStringLiteral("hot key to panel painted, later"), program.later, floor.later,
-                   2);
+    report.limit(QStringLiteral("hot key to panel painted, first"), program.first, floor.first,
+                 program.later.median());
+    report.limit(QStringLiteral("hot key to panel painted, later"), program.later, floor.later,
+                 frameMs);
 }
 
 void measureThroughCopyChord(Report &report, int repetitions) {
@@ -140,10 +141,10 @@ void measureThroughCopyChord(Report &report, int repetitions) {
     ShowSamples program;
     ShowSamples floor;
     measureShows(bench, repetitions, program, floor);
-    report.compare(QStringLiteral("the same through the copy chord, first"), program.first,
-                   floor.first, 3, 0, copyChordWaitsMs);
-    report.compare(QStringLiteral("the same through the copy chord, later"), program.later,
-                   floor.later, 2, 0, copyChordWaitsMs);
+    report.limit(QStringLiteral("the same through the copy chord, first"), program.first,
+                 floor.first, program.later.median());
+    report.limit(QStringLiteral("the same through the copy chord, later"), program.later,
+                 floor.later, copyChordWaitsMs + frameMs);
 }
 
 } // namespace
@@ -153,7 +154,9 @@ void measurePanel(Report &report, const Effort &effort) {
     measureThroughCopyChord(report, effort.repetitions);
     report.note(QStringLiteral(
         "Panel: from before the key event is sent to the X server until the server tells that an "
-        "area of 620 × 620 has been drawn. First: a new process for each. Selection of 1 KB in "
+        "area of 620 × 620 has been drawn. First: a new process for each, idle since its start, "
+        "and as fast as the later ones. "
+        "Through the copy chord with its fixed waits of 170 ms. Selection of 1 KB in "
         "mousepad. Floor: a Qt program that answers a grabbed key with an empty window."));
 }
 

@@ -42,7 +42,8 @@ qint64 contextSwitches(qint64 processId) {
 }
 
 void waitUntilIdle(qint64 processId) {
-    constexpr int quietMs = 500;
+    // Longer than what the program prepares after its start waits for its quiet moment.
+    constexpr int quietMs = 2500;
     qint64 switches = -1;
     QElapsedTimer quiet;
     harness::waitUntil(

@@ -55,7 +55,7 @@ void Report::compare(const QString &figure, const Samples &program, const Sample
 void Report::limit(const QString &figure, const Samples &program, const Samples &floor,
                    double limit) {
     add({figure, inMilliseconds(program), inMilliseconds(floor),
-         QStringLiteral("≤ %1 ms").arg(limit), program.median() <= limit});
+         QStringLiteral("≤ %1 ms").arg(number(limit)), program.median() <= limit});
 }
 
 QString Report::markdown() const {

@@ -109,8 +109,8 @@ QCoro::Task<> AppCoordinator::captureTask() {
     } else {
         try {
             auto selection = selectionController_.captureSelection();
-            // The first panel is made while other programs answer.
-            panel();
+            // While other programs answer.
+            panel().getReady();
             const SelectionSessionRef session = co_await selection;
             if (capture == latestCapture_)
                 captured(session);

@@ -68,6 +68,9 @@ class AppCoordinator : public ActionPickerModel {
     /// or after `limit`.
     QCoro::Task<> endOperations(std::chrono::milliseconds limit);
 
+    /// Whether no session is under way or about to be.
+    bool isQuiet() const { return !isEnding_ && !operations_.areUnderWay(); }
+
     QList<PromptAction> actions() const override;
     QString selectedTextPreview() const override { return state_.selectedTextPreview; }
     QString captureTitle() const override { return state_.captureTitle; }

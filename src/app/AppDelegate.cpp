@@ -3,16 +3,20 @@
 #include "ui/AboutWindowController.h"
 #include "ui/ActionPanelController.h"
 #include "ui/AlertWindow.h"
+#include "ui/ReadyPanel.h"
 #include "ui/SettingsWindowController.h"
 
 #include <QCoreApplication>
 
 namespace quillmender {
 
-AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifestURL)
+AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifestURL,
+                         WarmUp::Pace warmUp)
     : platform_(std::move(platform)),
       coordinator_(*platform_, LLMClient(transport_), UpdateChecker(transport_),
-                   {AppMetadata::version(platform_->bundleVersion), manifestURL}, windows()) {}
+                   {AppMetadata::version(platform_->bundleVersion), manifestURL}, windows()),
+      warmUp_([this] { return coordinator_.isQuiet(); }, [this] { return prepareMore(); }, warmUp) {
+}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -23,6 +27,7 @@ InstanceClaim AppDelegate::applicationDidFinishLaunching() {
         return claim;
     platform_->ownWindows->setAccessoryPolicy();
     coordinator_.start();
+    warmUp_.start();
     return claim;
 }
 
@@ -41,7 +46,11 @@ void AppDelegate::perform(const QString &action) {
 WindowFactory AppDelegate::windows() {
     WindowFactory windows;
     windows.pickerPanel = [this](ActionPickerModel &model) -> std::unique_ptr<PickerPanel> {
-        return std::make_unique<ActionPanelController>(model, theme(), *platform_->ownWindows);
+        warmUp_.stop();
+        if (!readyPanel_)
+            return std::make_unique<ActionPanelController>(model, theme(), *platform_->ownWindows);
+        const auto ready = std::move(readyPanel_);
+        return std::make_unique<ActionPanelController>(*ready, *platform_->ownWindows);
     };
     windows.showSettings = [this] { showSettings(); };
     windows.showAbout = [this] { showAbout(); };
@@ -90,8 +99,20 @@ Theme &AppDelegate::theme() {
     return *theme_;
 }
 
+bool AppDelegate::prepareMore() {
+    if (platform_->prepareMore())
+        return true;
+    if (!readyPanel_)
+        readyPanel_ = std::make_unique<ReadyPanel>(coordinator_, theme(), *platform_->ownWindows);
+    if (readyPanel_->prepareMore())
+        return true;
+    platform_->giveMemoryBack();
+    return false;
+}
+
 QCoro::Task<> AppDelegate::terminate() {
     isTerminating_ = true;
+    warmUp_.stop();
     constexpr std::chrono::seconds operationsLimit(3);
     platform_->clock->cancelAll();
     transport_.cancelAll();

@@ -3,6 +3,7 @@
 #include "app/AppCoordinator.h"
 #include "app/AppMetadata.h"
 #include "app/QuitRequests.h"
+#include "app/WarmUp.h"
 #include "platform/Platform.h"
 #include "providers/QtHttpTransport.h"
 #include "ui/Theme.h"
@@ -15,13 +16,15 @@ namespace quillmender {
 
 class AboutWindowController;
 class AlertWindow;
+class ReadyPanel;
 class SettingsWindowController;
 
 /// Owns the platform's services and the coordinator for the life of the process.
 class AppDelegate {
   public:
     explicit AppDelegate(std::unique_ptr<Platform> platform,
-                         const QUrl &manifestURL = AppMetadata::updateManifestURL());
+                         const QUrl &manifestURL = AppMetadata::updateManifestURL(),
+                         WarmUp::Pace warmUp = {});
     AppDelegate(const AppDelegate &) = delete;
     AppDelegate &operator=(const AppDelegate &) = delete;
     ~AppDelegate();
@@ -39,12 +42,15 @@ class AppDelegate {
     void showAbout();
     void showAlert(const Alert &alert, std::function<void(int)> answered);
     Theme &theme();
+    bool prepareMore();
     QCoro::Task<> terminate();
 
     std::unique_ptr<Platform> platform_;
     QtHttpTransport transport_;
     std::unique_ptr<Theme> theme_; ///< made with the first window
     AppCoordinator coordinator_;
+    std::unique_ptr<ReadyPanel> readyPanel_; ///< until the panel is first wanted
+    WarmUp warmUp_;
     std::unique_ptr<SettingsWindowController> settingsWindow_; ///< made when first shown
     std::unique_ptr<AboutWindowController> aboutWindow_;       ///< made when first shown
     std::unique_ptr<AlertWindow> alertWindow_;                 ///< while it waits for an answer

@@ -18,6 +18,8 @@ class RunningOperations : public QObject {
     /// The operation is under way while the lease lives.
     Lease begin();
 
+    bool areUnderWay() const { return count_ > 0; }
+
     /// Completes when none is under way, or after `limit`.
     QCoro::Task<> allEnded(std::chrono::milliseconds limit);
 

@@ -52,11 +52,13 @@ QString checkedText(const Json &value, const char *name) {
 bool isTooLarge(const QByteArray &token) {
     if (token.size() > longestNumber)
         return false;
-    static const QRegularExpression number(QRegularExpression::anchoredPattern(
-        QStringLiteral("-?(?:0|[1-9][0-9]*)(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?")));
     bool isHeld = false;
     token.toDouble(&isHeld);
-    return !isHeld && number.match(QString::fromLatin1(token)).hasMatch();
+    if (isHeld)
+        return false;
+    static const QRegularExpression number(QRegularExpression::anchoredPattern(
+        QStringLiteral("-?(?:0|[1-9][0-9]*)(?:\\.[0-9]+)?(?:[eE][+-]?[0-9]+)?")));
+    return number.match(QString::fromLatin1(token)).hasMatch();
 }
 
 /// The document with zeros for the numbers that are too large.

@@ -17,6 +17,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
+#include <functional>
 #include <memory>
 
 namespace quillmender {
@@ -41,6 +42,13 @@ struct Platform {
     std::unique_ptr<Symbols> symbols;
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<StatusItem> statusItem;
+
+    /// Makes ready, some milliseconds at a time, what the first session would wait for. False when
+    /// nothing is left. Never empty.
+    std::function<bool()> prepareMore = [] { return false; };
+
+    /// Gives memory back that is not used any more. Never empty.
+    std::function<void()> giveMemoryBack = [] {};
 
     /// What this session lacks; the services above are then their `none` forms.
     MissingCapabilities missing;

@@ -4,6 +4,7 @@
 
 #include <QCloseEvent>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace quillmender {
 
@@ -20,11 +21,24 @@ ActionPanel::ActionPanel(QWidget *content)
 
 bool ActionPanel::event(QEvent *event) {
     const bool handled = QDialog::event(event);
-    if (event->type() == QEvent::WinIdChange && internalWinId() != 0)
+    if (event->type() == QEvent::WinIdChange && internalWinId() != 0) {
+        windowHandle()->installEventFilter(this);
         Q_EMIT nativeWindowMade();
+    }
     if (event->type() == QEvent::Hide && !event->spontaneous())
         releasePixels(*this);
     return handled;
+}
+
+bool ActionPanel::eventFilter(QObject *watched, QEvent *event) {
+    // The toolkit would destroy the native window, which the next show would have to make anew.
+    if (watched == windowHandle() && event->type() == QEvent::Close) {
+        hide();
+        // A refused close event would also refuse to quit.
+        event->accept();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void ActionPanel::keyPressEvent(QKeyEvent *event) {

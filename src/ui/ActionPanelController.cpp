@@ -3,6 +3,8 @@
 #include "ui/ActionPanel.h"
 #include "ui/ActionPickerView.h"
 #include "ui/PickerKeys.h"
+#include "ui/ReadyPanel.h"
+#include "ui/WindowPixels.h"
 #include "ui/WindowPlacement.h"
 
 #include <QApplication>
@@ -43,17 +45,26 @@ QScreen *screenShowing(const DesktopRect &window) {
 
 ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &theme,
                                              OwnWindows &ownWindows)
+    : ActionPanelController(*std::make_unique<ReadyPanel>(model, theme, ownWindows), ownWindows) {}
+
+ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownWindows)
     : ownWindows_(ownWindows),
-      view_(new ActionPickerView(model, theme, {GridColumn(), GridColumn()})),
-      panel_(std::make_unique<ActionPanel>(view_)) {
-    QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
-                     [this] { ownWindows_.applyPanelAttributes(panel_->windowHandle()); });
-    keys_ = new PickerKeys(*panel_, *view_->region(), *view_->editor(),
-                           [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); });
+      view_(ready.view()),
+      panel_(ready.take()),
+      keys_(new PickerKeys(*panel_, *view_->region(), *view_->editor(), [this] {
+          return ownWindows_.keysDownAtFocus(panel_->windowHandle());
+      })) {
     ActionPanelController::centre(std::nullopt);
 }
 
 ActionPanelController::~ActionPanelController() = default;
+
+void ActionPanelController::getReady() {
+    if (panel_->isVisible())
+        return;
+    panel_->winId();
+    reservePixels(*panel_);
+}
 
 void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {
     QScreen *screen = sourceWindow ? screenShowing(*sourceWindow) : nullptr;
@@ -69,7 +80,6 @@ void ActionPanelController::makeKeyAndOrderFront() {
     panel_->show();
     panel_->raise();
     panel_->activateWindow();
-    ownWindows_.activate(panel_->windowHandle());
     // A panel that was hidden only for a moment never lost the focus of the window system, and the
     // toolkit then misses that it is the active window again.
     if (QGuiApplication::focusWindow() == panel_->windowHandle())
@@ -80,6 +90,20 @@ void ActionPanelController::makeKeyAndOrderFront() {
         view_->resetFocus();
         keys_->reset();
     }
+    if (!wasVisible)
+        paintAhead();
+    ownWindows_.activate(panel_->windowHandle());
+}
+
+// In the time that the window system takes to frame and place the window, which then shows at once
+// what is drawn already.
+void ActionPanelController::paintAhead() {
+    // The toolkit paints nothing that is not on the screen.
+    panel_->setAttribute(Qt::WA_Mapped);
+    // Each widget has left itself a note to be painted, and would be painted twice.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
+    panel_->repaint();
 }
 
 void ActionPanelController::orderOut() {

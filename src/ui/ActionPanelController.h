@@ -13,6 +13,7 @@ class ActionPanel;
 class ActionPickerModel;
 class ActionPickerView;
 class PickerKeys;
+class ReadyPanel;
 
 /// Owns the one panel with the action picker. The panel is made once and reused; it is ordered
 /// out, never destroyed, when it is closed.
@@ -20,7 +21,12 @@ class ActionPanelController : public PickerPanel {
   public:
     /// Model, theme and own windows outlive the controller.
     ActionPanelController(ActionPickerModel &model, Theme &theme, OwnWindows &ownWindows);
+
+    /// Takes over what has been made of the panel.
+    ActionPanelController(ReadyPanel &ready, OwnWindows &ownWindows);
     ~ActionPanelController() override;
+
+    void getReady() override;
 
     /// Centres the panel on the screen that shows most of that window (device pixels); without one,
     /// on the screen with the pointer. A screen smaller than the panel makes the panel smaller.
@@ -38,6 +44,8 @@ class ActionPanelController : public PickerPanel {
     ActionPickerView *view() const { return view_; }
 
   private:
+    void paintAhead();
+
     OwnWindows &ownWindows_;
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;

@@ -16,6 +16,9 @@ class PickerPanel {
     PickerPanel &operator=(const PickerPanel &) = delete;
     virtual ~PickerPanel() = default;
 
+    /// It will be shown soon: what that needs and can be done now is done now.
+    virtual void getReady() {}
+
     /// On the screen of the given window; without one on the screen with the pointer.
     virtual void centre(std::optional<DesktopRect> sourceWindow) = 0;
 

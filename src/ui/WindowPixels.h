@@ -8,4 +8,7 @@ namespace quillmender {
 /// system, which the toolkit would keep. The next show paints the whole window.
 void releasePixels(const QWidget &window);
 
+/// Has the room for that picture before it is drawn. For a window with a native one.
+void reservePixels(const QWidget &window);
+
 } // namespace quillmender

@@ -25,6 +25,10 @@ class FrontmostSource {
     /// the category TerminalEmulator, or its window class is a known terminal's.
     virtual bool isTerminal() const = 0;
 
+    /// Makes ready, some milliseconds at a time, what the first answer needs. False when nothing
+    /// is left.
+    virtual bool prepareMore() { return false; }
+
     /// The text of the PRIMARY selection when that application owns it. Not to be asked while the
     /// focus is in a password field: browsers put what is selected there on PRIMARY too.
     virtual QCoro::Task<std::optional<QString>> primarySelection() = 0;

@@ -15,6 +15,8 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
+#include <malloc.h>
+
 namespace quillmender {
 
 namespace {
@@ -61,6 +63,10 @@ std::unique_ptr<Platform> makePlatform() {
     platform->appearance = std::make_unique<PortalAppearance>();
     platform->statusItem =
         std::make_unique<TrayStatusItem>(*platform->appearance, shared->tray.get());
+    platform->prepareMore = [frontmost = shared->frontmost.get()] {
+        return frontmost->prepareMore();
+    };
+    platform->giveMemoryBack = [] { malloc_trim(0); };
     platform->missing = std::move(windowSystem.missing);
     platform->bundleVersion = QStringLiteral(QUILLMENDER_VERSION);
     return platform;

@@ -4,6 +4,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include <algorithm>
+
 namespace quillmender::atspi {
 
 ScriptedField::ScriptedField(const QString &busAddress, const QString &initialText)
@@ -24,6 +26,12 @@ bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnec
         connection_.send(message.createReply(nonsense));
         return true;
     }
+    if (isMute)
+        return true;
+    if (!flights.isEmpty()) {
+        gather(message);
+        return true;
+    }
     const bool isHeldUp = stall.count() > 0 && isChange(message);
     if (isHeldUp && !stalled_.isActive())
         stalled_.start(stall);
@@ -32,6 +40,22 @@ bool ScriptedField::handleMessage(const QDBusMessage &message, const QDBusConnec
     else
         attend(message);
     return true;
+}
+
+void ScriptedField::gather(const QDBusMessage &message) {
+    flight_.append(message);
+    if (flight_.size() < flights.constFirst())
+        return;
+    flights.removeFirst();
+    QList<QDBusMessage> whole;
+    whole.swap(flight_);
+    if (answersBackwards)
+        std::reverse(whole.begin(), whole.end());
+    for (const QDBusMessage &question : whole) {
+        attend(question);
+        if (answersTwice)
+            attend(question);
+    }
 }
 
 bool ScriptedField::isChange(const QDBusMessage &message) const {

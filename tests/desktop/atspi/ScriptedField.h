@@ -39,6 +39,11 @@ class ScriptedField : public QDBusVirtualObject {
     /// How long each of its changing calls is held up before it is attended to; everything that
     /// comes meanwhile waits behind it.
     std::chrono::milliseconds stall{0};
+    /// How many questions have to be there before any of them is answered, for the first ones.
+    QList<int> flights;
+    bool answersBackwards = false; ///< the questions of such a flight
+    bool answersTwice = false;     ///< each of them
+    bool isMute = false;           ///< answers nothing any more
     /// The answer to everything, if there is one.
     QVariant nonsense;
     QStringList calls; ///< the changing ones, in order
@@ -50,10 +55,12 @@ class ScriptedField : public QDBusVirtualObject {
     bool isChange(const QDBusMessage &message) const;
     void attend(const QDBusMessage &message);
     void attendToWaiting();
+    void gather(const QDBusMessage &message);
     QVariant answerTo(const QDBusMessage &message);
 
     QDBusConnection connection_;
     QList<QDBusMessage> waiting_;
+    QList<QDBusMessage> flight_;
     QTimer stalled_;
 };
 

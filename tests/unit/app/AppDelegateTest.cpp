@@ -25,6 +25,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace quillmender {
@@ -74,7 +75,15 @@ class AppDelegateTest : public testing::Test {
             "key";
         const QUrl manifest(server.baseUrl() + QStringLiteral("/latest.json"));
         server.setAnswer(test::ScriptedAnswer::http(404, ""));
-        delegate = std::make_unique<AppDelegate>(std::move(platform), manifest);
+        platform->prepareMore = [this] {
+            log->append(QStringLiteral("prepareMore"));
+            return false;
+        };
+        ownWindows = static_cast<fakes::FakeOwnWindows *>(platform->ownWindows.get());
+        const WarmUp::Pace quick{.afterStart = std::chrono::milliseconds(1),
+                                 .between = std::chrono::milliseconds(0),
+                                 .whenBusy = std::chrono::milliseconds(1)};
+        delegate = std::make_unique<AppDelegate>(std::move(platform), manifest, quick);
     }
 
     template <typename Fake> std::unique_ptr<Fake> make(Fake *&fake) {
@@ -135,6 +144,7 @@ class AppDelegateTest : public testing::Test {
     fakes::FakeFocusedText *focus = nullptr;
     fakes::FakeSecrets *secrets = nullptr;
     fakes::FakeHotKeys *hotKeys = nullptr;
+    fakes::FakeOwnWindows *ownWindows = nullptr;
     fakes::FakeStatusItem *statusItem = nullptr;
     std::unique_ptr<AppDelegate> delegate;
 };
@@ -153,6 +163,35 @@ TEST_F(AppDelegateTest, LaunchesInItsOrder) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !server.requests().empty(); }, 20'000));
     EXPECT_EQ(server.requests().front().target, "/latest.json");
     EXPECT_FALSE(AppDelegate::applicationShouldTerminateAfterLastWindowClosed());
+}
+
+TEST_F(AppDelegateTest, ThePanelIsMadeReadyUnseenAndIsTheOneThatIsShown) {
+    delegate->applicationDidFinishLaunching();
+    const auto isReady = [this] { return !ownWindows->calls.isEmpty(); };
+    ASSERT_TRUE(QTest::qWaitFor(isReady, 20'000));
+    EXPECT_TRUE(log->contains(QStringLiteral("prepareMore")));
+    EXPECT_EQ(windowTitles(), QStringList());
+    ASSERT_EQ(ownWindows->calls.size(), 1);
+    EXPECT_EQ(ownWindows->calls.front().name, QStringLiteral("applyPanelAttributes"));
+
+    instance->perform(QStringLiteral("transform"));
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender")));
+    ASSERT_EQ(ownWindows->calls.size(), 2);
+    EXPECT_EQ(ownWindows->calls.back().name, QStringLiteral("activate"));
+    EXPECT_EQ(ownWindows->calls.back().window, ownWindows->calls.front().window);
+}
+
+TEST_F(AppDelegateTest, AHotKeyBeforeAnythingIsReadyShowsThePanel) {
+    delegate->applicationDidFinishLaunching();
+    instance->perform(QStringLiteral("transform"));
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender")));
+    ASSERT_TRUE(press(QStringLiteral("Close")));
+    const auto calls = ownWindows->calls;
+    bool isLater = false;
+    QTimer::singleShot(20, [&] { isLater = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isLater; }, 20'000));
+    EXPECT_EQ(ownWindows->calls, calls) << "no second panel is made";
+    EXPECT_FALSE(log->contains(QStringLiteral("prepareMore")));
 }
 
 TEST_F(AppDelegateTest, ASecondCopyStartsNothing) {

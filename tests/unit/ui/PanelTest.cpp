@@ -1,6 +1,8 @@
 #include "PanelFixture.h"
+#include "ui/ReadyPanel.h"
 
 #include <QAccessible>
+#include <QBackingStore>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -40,6 +42,62 @@ TEST_F(PanelTest, GetsItsAttributesBeforeItIsActivated) {
     controller.orderOut();
     show();
     EXPECT_EQ(ownWindows.calls.last(), (Call{QStringLiteral("activate"), window}));
+}
+
+TEST_F(PanelTest, ClosingKeepsTheNativeWindow) {
+    show();
+    const WId native = controller.panel()->winId();
+    const auto calls = ownWindows.calls;
+    ASSERT_TRUE(controller.panel()->windowHandle()->close());
+    EXPECT_FALSE(controller.isVisible());
+    EXPECT_EQ(controller.panel()->internalWinId(), native);
+    EXPECT_EQ(ownWindows.calls, calls);
+    show();
+    EXPECT_TRUE(controller.isVisible());
+}
+
+TEST_F(PanelTest, IsDrawnBeforeTheWindowSystemHasPlacedItAndOnlyOnce) {
+    struct Counter : QObject {
+        bool eventFilter(QObject *, QEvent *event) override {
+            painted += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int painted = 0;
+    } counter;
+    controller.getReady();
+    controller.panel()->installEventFilter(&counter);
+    controller.makeKeyAndOrderFront();
+    EXPECT_EQ(counter.painted, 1) << "in the same turn";
+}
+
+TEST_F(PanelTest, GettingReadyShowsNothing) {
+    controller.getReady();
+    EXPECT_FALSE(controller.isVisible());
+    EXPECT_FALSE(controller.panel()->windowHandle()->isVisible());
+    EXPECT_EQ(controller.panel()->backingStore()->size(), controller.panel()->size());
+    show();
+    controller.getReady();
+    EXPECT_TRUE(controller.isVisible());
+    controller.orderOut();
+    EXPECT_EQ(controller.panel()->backingStore()->size(), QSize(1, 1)) << "given back";
+}
+
+TEST_F(PanelTest, IsMadeReadyPieceByPieceAndTakenOverAsItIs) {
+    for (int made = 0; made < 20; ++made) {
+        fakes::FakeOwnWindows windows;
+        ReadyPanel ready(model, theme, windows);
+        for (int piece = 0; piece < made; ++piece)
+            ready.prepareMore();
+        ActionPanelController other(ready, windows);
+        EXPECT_FALSE(other.isVisible()) << made;
+        other.makeKeyAndOrderFront();
+        EXPECT_TRUE(other.isVisible()) << made;
+        const QWindow *window = other.panel()->windowHandle();
+        EXPECT_EQ(windows.calls, QList<Call>({{QStringLiteral("applyPanelAttributes"), window},
+                                              {QStringLiteral("activate"), window}}))
+            << made;
+        EXPECT_FALSE(ready.prepareMore()) << made;
+    }
 }
 
 TEST_F(PanelTest, StaysOnScreenDuringAWriteBackWhereItMay) {

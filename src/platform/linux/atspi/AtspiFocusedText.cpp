@@ -92,10 +92,11 @@ QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<Elem
 }
 
 QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element) {
-    const std::optional<QString> selected = co_await reader_.selectedText(element);
+    const auto ahead = std::make_shared<TextReader::AskedAhead>();
+    const std::optional<QString> selected = co_await reader_.selectedText(element, ahead);
     if (!isBlank(selected)) {
         reading->selectedText = selected;
-        reading->selectedRange = co_await selectedRange(element);
+        reading->selectedRange = co_await rangeOf(element, ahead);
         co_return;
     }
     const std::optional<QString> value = co_await reader_.value(element);
@@ -111,7 +112,12 @@ QCoro::Task<std::optional<TextRange>> AtspiFocusedText::selectedRange(FocusedEle
     if (!text || text->isPassword())
         co_return std::nullopt;
     const CallBudget::Use use(text->budget);
-    const std::optional<TextRange> range = co_await reader_.selectedRange(text);
+    co_return co_await rangeOf(text, nullptr);
+}
+
+QCoro::Task<std::optional<TextRange>> AtspiFocusedText::rangeOf(TextElementRef text,
+                                                                TextReader::AskedAheadRef ahead) {
+    const std::optional<TextRange> range = co_await reader_.selectedRange(text, std::move(ahead));
     if (range) {
         text->captured = text->memory.value->text;
         text->capturedSelection = text->memory.selectionOrCaret;

@@ -32,6 +32,8 @@ class AtspiFocusedText : public FocusedText {
     QCoro::Task<> readTerminal(Reading reading, std::optional<ElementTraits> found,
                                CallBudgetRef budget);
     QCoro::Task<> readText(Reading reading, TextElementRef element);
+    QCoro::Task<std::optional<TextRange>> rangeOf(TextElementRef text,
+                                                  TextReader::AskedAheadRef ahead);
 
     FrontmostSource &frontmost_;
     AtspiBus &bus_;

@@ -2,6 +2,9 @@
 
 #include "platform/linux/atspi/Decoding.h"
 
+#include <optional>
+#include <vector>
+
 namespace quillmender::atspi {
 
 namespace {
@@ -24,21 +27,41 @@ Toolkit toolkitNamed(const QString &name) {
 }
 
 QCoro::Task<qint64> BusApplications::processOf(QString service, CallBudgetRef budget) {
-    const auto known = processes_.constFind(service);
-    if (known != processes_.cend())
-        co_return known.value();
+    const QStringList alone{service};
+    const QList<qint64> processes = co_await processesOf(alone, budget);
+    co_return processes.constFirst();
+}
+
+QCoro::Task<QList<qint64>> BusApplications::processesOf(QStringList services,
+                                                        CallBudgetRef budget) {
     const ObjectRef daemon{QStringLiteral("org.freedesktop.DBus"),
                            QStringLiteral("/org/freedesktop/DBus")};
-    const PendingCall call =
-        bus_.call(budget, daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", {service});
-    const auto answer = co_await call.answer();
-    const qint64 process = intValue(answer).value_or(0);
+    std::vector<std::optional<PendingCall>> calls;
+    QList<qint64> processes;
+    for (const QString &service : services) {
+        auto &call = calls.emplace_back();
+        processes.append(processes_.value(service));
+        if (processes.constLast() == 0)
+            call = bus_.call(budget, daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+                             {service});
+    }
+    for (qsizetype i = 0; i < services.size(); ++i) {
+        const auto &call = calls[size_t(i)];
+        if (!call)
+            continue;
+        const auto answer = co_await call->answer();
+        processes[i] = learnProcess(services[i], intValue(answer).value_or(0));
+    }
+    co_return processes;
+}
+
+qint64 BusApplications::learnProcess(const QString &service, qint64 process) {
     if (process != 0) {
         if (processes_.size() >= maximumKnown)
             processes_.clear();
         processes_.insert(service, process);
     }
-    co_return process;
+    return process;
 }
 
 QCoro::Task<Toolkit> BusApplications::toolkitOf(QString service, CallBudgetRef budget) {

@@ -19,6 +19,9 @@ class BusApplications {
     /// 0 when the bus does not know.
     QCoro::Task<qint64> processOf(QString service, CallBudgetRef budget);
 
+    /// The same of several, asked at once; in their order.
+    QCoro::Task<QList<qint64>> processesOf(QStringList services, CallBudgetRef budget);
+
     QCoro::Task<Toolkit> toolkitOf(QString service, CallBudgetRef budget);
 
     /// The two halves of toolkitOf(), for who cannot await it: the question, and its answer.
@@ -35,6 +38,7 @@ class BusApplications {
     void clear();
 
   private:
+    qint64 learnProcess(const QString &service, qint64 process);
     Toolkit remember(const QString &service, Toolkit toolkit);
     PendingCall toolkitQuestion(const QString &service, const CallBudgetRef &budget);
 

@@ -97,11 +97,11 @@ QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(CallBudgetRef budget) {
     const QStringList listed = co_await applications_.services(budget);
     // All at once: one that hangs would leave no time for those behind it.
     std::vector<PendingCall> questions;
-    for (const QString &service : listed) {
-        const qint64 owner = co_await applications_.processOf(service, budget);
-        if (owner == QCoreApplication::applicationPid())
+    const QList<qint64> owners = co_await applications_.processesOf(listed, budget);
+    for (qsizetype i = 0; i < listed.size(); ++i) {
+        if (owners[i] == QCoreApplication::applicationPid())
             continue;
-        const ObjectRef root{service, QLatin1String(protocol::rootPath)};
+        const ObjectRef root{listed[i], QLatin1String(protocol::rootPath)};
         questions.push_back(bus_.call(budget, root, protocol::accessible, "GetChildren"));
     }
     QList<ObjectRef> children;
@@ -121,11 +121,11 @@ QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(CallBudgetRef budget) {
 
 QCoro::Task<QStringList> FocusFinder::servicesOf(qint64 process, QStringList candidates,
                                                  CallBudgetRef budget) {
+    const QList<qint64> owners = co_await applications_.processesOf(candidates, budget);
     QStringList services;
-    for (const QString &service : candidates) {
-        const qint64 owner = co_await applications_.processOf(service, budget);
-        if (owner == process && !services.contains(service))
-            services.append(service);
+    for (qsizetype i = 0; i < candidates.size(); ++i) {
+        if (owners[i] == process && !services.contains(candidates[i]))
+            services.append(candidates[i]);
     }
     co_return services;
 }

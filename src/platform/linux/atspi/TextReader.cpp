@@ -5,14 +5,44 @@
 
 namespace quillmender::atspi {
 
-QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, CallBudgetRef budget) {
-    const PendingCall countCall = bus_.call(budget, object, protocol::text, "GetNSelections");
-    const PendingCall selectionCall =
-        bus_.call(budget, object, protocol::text, "GetSelection", {0});
-    const PendingCall caretCall = bus_.property(budget, object, protocol::text, "CaretOffset");
-    const auto countAnswer = co_await countCall.answer();
-    const auto selectionAnswer = co_await selectionCall.answer();
-    const auto caretAnswer = co_await caretCall.answer();
+namespace {
+constexpr OffsetPair wholeRange{0, -1};
+} // namespace
+
+TextReader::SelectionQuestions TextReader::askSelection(const ObjectRef &object,
+                                                        const CallBudgetRef &budget) {
+    return {bus_.call(budget, object, protocol::text, "GetNSelections"),
+            bus_.call(budget, object, protocol::text, "GetSelection", {0}),
+            bus_.property(budget, object, protocol::text, "CaretOffset")};
+}
+
+PendingCall TextReader::askCount(const TextElementRef &element) {
+    return bus_.property(element->budget, element->traits.object, protocol::text, "CharacterCount");
+}
+
+PendingCall TextReader::askBetween(const TextElementRef &element, OffsetPair offsets,
+                                   qint64 characters) {
+    return bus_.call(element->budget, element->traits.object, protocol::text, "GetText",
+                     {int(offsets.start), int(offsets.end)},
+                     CallBudget::transferAllowance(characters));
+}
+
+void TextReader::askAhead(const TextElementRef &element, qint64 characters, AskedAhead &ahead) {
+    // The ones whose selection is what they say it is. And a text that takes long to send is not
+    // asked for before it is known to be needed.
+    constexpr qint64 most = 65536;
+    const bool isPlain =
+        element->toolkit != Toolkit::libreOffice && element->toolkit != Toolkit::chromium;
+    if (!isPlain || characters > most)
+        return;
+    ahead.selection = askSelection(element->traits.object, element->budget);
+    ahead.whole = WholeQuestions{askCount(element), askBetween(element, wholeRange, characters)};
+}
+
+QCoro::Task<TextReader::Selection> TextReader::told(SelectionQuestions questions) {
+    const auto countAnswer = co_await questions.count.answer();
+    const auto selectionAnswer = co_await questions.selection.answer();
+    const auto caretAnswer = co_await questions.caret.answer();
 
     Selection result;
     const std::optional<int> count = intValue(countAnswer);
@@ -36,7 +66,12 @@ QCoro::Task<TextReader::Selection> TextReader::selection(ObjectRef object, CallB
 }
 
 QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef element) {
-    Selection reported = co_await selection(element->traits.object, element->budget);
+    return trueSelection(element, askSelection(element->traits.object, element->budget));
+}
+
+QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef element,
+                                                             SelectionQuestions questions) {
+    Selection reported = co_await told(std::move(questions));
     if (element->toolkit == Toolkit::libreOffice && reported.answered) {
         const bool goesOn = co_await flow_.selectionGoesOn(element->traits.object, element->budget);
         if (goesOn)
@@ -61,8 +96,9 @@ QCoro::Task<TextReader::Selection> TextReader::trueSelection(TextElementRef elem
     co_return reported;
 }
 
-QCoro::Task<TextReader::Selection> TextReader::rememberedSelection(TextElementRef element) {
-    const Selection found = co_await trueSelection(element);
+QCoro::Task<TextReader::Selection> TextReader::rememberedSelection(TextElementRef element,
+                                                                   SelectionQuestions questions) {
+    const Selection found = co_await trueSelection(element, std::move(questions));
     element->memory.selectionOrCaret.reset();
     if (found.kind != Selection::Kind::unreadable)
         element->memory.selectionOrCaret = found.offsets;
@@ -70,24 +106,21 @@ QCoro::Task<TextReader::Selection> TextReader::rememberedSelection(TextElementRe
 }
 
 QCoro::Task<std::optional<int>> TextReader::characterCount(TextElementRef element) {
-    const PendingCall call =
-        bus_.property(element->budget, element->traits.object, protocol::text, "CharacterCount");
+    const PendingCall call = askCount(element);
     const auto answer = co_await call.answer();
     co_return intValue(answer);
 }
 
-QCoro::Task<QVariant> TextReader::between(TextElementRef element, OffsetPair offsets,
-                                          qint64 characters) {
-    const PendingCall call = bus_.call(element->budget, element->traits.object, protocol::text,
-                                       "GetText", {int(offsets.start), int(offsets.end)},
-                                       CallBudget::transferAllowance(characters));
-    const auto answer = co_await call.answer();
-    co_return firstValue(answer);
-}
-
 QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, OffsetPair offsets,
                                                       qint64 characters) {
-    const QVariant text = co_await between(element, offsets, characters);
+    const PendingCall call = askBetween(element, offsets, characters);
+    co_return co_await sliceTold(element, call);
+}
+
+QCoro::Task<std::optional<QString>> TextReader::sliceTold(TextElementRef element,
+                                                          PendingCall call) {
+    const auto answer = co_await call.answer();
+    const QVariant text = firstValue(answer);
     if (text.metaType() != QMetaType::fromType<QString>())
         co_return std::nullopt;
     if (element->toolkit == Toolkit::gecko)
@@ -96,10 +129,18 @@ QCoro::Task<std::optional<QString>> TextReader::slice(TextElementRef element, Of
 }
 
 QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef element) {
+    return wholeText(std::move(element), nullptr);
+}
+
+QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef element,
+                                                              AskedAheadRef ahead) {
     // Between the question for the length and the one for the text the user may have typed.
     constexpr int attempts = 3;
     for (int attempt = 1; attempt <= attempts; ++attempt) {
-        const bool isRead = co_await readWhole(element);
+        std::optional<WholeQuestions> asked;
+        if (ahead)
+            asked.swap(ahead->whole);
+        const bool isRead = co_await readWhole(element, std::move(asked));
         if (!isRead)
             co_return std::nullopt;
         if (element->memory.value->unit)
@@ -108,15 +149,23 @@ QCoro::Task<std::optional<DecodedText>> TextReader::wholeText(TextElementRef ele
     co_return std::as_const(element->memory.value);
 }
 
-QCoro::Task<bool> TextReader::readWhole(TextElementRef element) {
+QCoro::Task<bool> TextReader::readWhole(TextElementRef element,
+                                        std::optional<WholeQuestions> asked) {
     element->memory.value.reset();
-    const std::optional<int> count = co_await characterCount(element);
+    const PendingCall countCall = asked ? asked->count : askCount(element);
+    const auto countAnswer = co_await countCall.answer();
+    const std::optional<int> count = intValue(countAnswer);
     if (!count)
         co_return false;
-    QVariant raw = co_await between(element, {0, -1}, *count);
+    const PendingCall textCall = asked ? asked->text : askBetween(element, wholeRange, *count);
+    const auto textAnswer = co_await textCall.answer();
+    QVariant raw = firstValue(textAnswer);
     // The entry of GTK 4 has nothing between its start and "the end".
-    if (*count > 0 && raw.toString().isEmpty())
-        raw = co_await between(element, {0, *count}, *count);
+    if (*count > 0 && raw.toString().isEmpty()) {
+        const PendingCall bounded = askBetween(element, {0, *count}, *count);
+        const auto answer = co_await bounded.answer();
+        raw = firstValue(answer);
+    }
     if (raw.metaType() != QMetaType::fromType<QString>())
         co_return false;
     const bool padded = element->toolkit == Toolkit::gecko;
@@ -125,13 +174,26 @@ QCoro::Task<bool> TextReader::readWhole(TextElementRef element) {
     co_return true;
 }
 
-QCoro::Task<std::optional<QString>> TextReader::selectedText(TextElementRef element) {
+QCoro::Task<std::optional<QString>> TextReader::selectedText(TextElementRef element,
+                                                             AskedAheadRef ahead) {
     element->memory.selection.reset();
-    const Selection found = co_await rememberedSelection(element);
+    SelectionQuestions questions = askSelection(element->traits.object, element->budget);
+    std::optional<PendingCall> countCall;
+    if (ahead)
+        countCall = askCount(element);
+    const Selection found = co_await rememberedSelection(element, std::move(questions));
+    std::optional<int> count;
+    if (countCall) {
+        const auto answer = co_await countCall->answer();
+        count = intValue(answer);
+    }
     if (found.kind != Selection::Kind::present)
         co_return std::nullopt;
-    const auto text =
-        co_await slice(element, found.offsets, found.offsets.end - found.offsets.start);
+    const PendingCall call =
+        askBetween(element, found.offsets, found.offsets.end - found.offsets.start);
+    if (count)
+        askAhead(element, *count, *ahead);
+    const auto text = co_await sliceTold(element, call);
     if (!text || text->contains(QChar(embeddedObject)))
         co_return std::nullopt;
     element->memory.selection = found.offsets;
@@ -149,11 +211,17 @@ QCoro::Task<std::optional<QString>> TextReader::value(TextElementRef element) {
     co_return std::make_optional(text->text);
 }
 
-QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef element) {
-    const Selection found = co_await rememberedSelection(element);
+QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef element,
+                                                                AskedAheadRef ahead) {
+    std::optional<SelectionQuestions> asked;
+    if (ahead)
+        asked.swap(ahead->selection);
+    if (!asked)
+        asked = askSelection(element->traits.object, element->budget);
+    const Selection found = co_await rememberedSelection(element, std::move(*asked));
     if (found.kind != Selection::Kind::present)
         co_return std::nullopt;
-    const auto text = co_await wholeText(element);
+    const auto text = co_await wholeText(element, std::move(ahead));
     if (!text || !text->unit)
         co_return std::nullopt;
     const auto start = toUtf16(text->text, found.offsets.start, *text->unit);
@@ -173,7 +241,8 @@ QCoro::Task<std::optional<TextRange>> TextReader::selectedRange(TextElementRef e
 }
 
 QCoro::Task<QString> TextReader::plainSelection(ObjectRef object, CallBudgetRef budget) {
-    const Selection found = co_await selection(object, budget);
+    SelectionQuestions questions = askSelection(object, budget);
+    const Selection found = co_await told(std::move(questions));
     if (found.kind != Selection::Kind::present)
         co_return QString();
     const PendingCall call = bus_.call(budget, object, protocol::text, "GetText",

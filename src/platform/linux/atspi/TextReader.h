@@ -17,10 +17,30 @@ class TextReader {
         bool answered = false;
     };
 
+    struct SelectionQuestions {
+        PendingCall count;
+        PendingCall selection;
+        PendingCall caret;
+    };
+    struct WholeQuestions {
+        PendingCall count;
+        PendingCall text;
+    };
+
+    /// What was asked in the same flight as the selected text, to tell its range: a reader who has
+    /// the text need not wait for it once more. Good for one reading.
+    struct AskedAhead {
+        std::optional<SelectionQuestions> selection;
+        std::optional<WholeQuestions> whole;
+    };
+    using AskedAheadRef = std::shared_ptr<AskedAhead>;
+
     explicit TextReader(AtspiBus &bus) : bus_(bus), flow_(bus) {}
 
-    /// Absent when nothing is selected, or something is and nobody can tell what.
-    QCoro::Task<std::optional<QString>> selectedText(TextElementRef element);
+    /// Absent when nothing is selected, or something is and nobody can tell what. What the range
+    /// needs is asked ahead when somebody wants it.
+    QCoro::Task<std::optional<QString>> selectedText(TextElementRef element,
+                                                     AskedAheadRef ahead = nullptr);
 
     /// Absent when there may be a selection that nobody can tell, and for a text with embedded
     /// objects: it is more than text.
@@ -28,7 +48,8 @@ class TextReader {
 
     /// Absent when nothing is selected, or when it cannot be told. The whole text that it counts in
     /// is in the element's memory then.
-    QCoro::Task<std::optional<TextRange>> selectedRange(TextElementRef element);
+    QCoro::Task<std::optional<TextRange>> selectedRange(TextElementRef element,
+                                                        AskedAheadRef ahead = nullptr);
 
     /// The selected text of an object whose offsets mean nothing to others.
     QCoro::Task<QString> plainSelection(ObjectRef object, CallBudgetRef budget);
@@ -45,14 +66,21 @@ class TextReader {
     /// Corrected where the toolkit is known to report it wrongly.
     QCoro::Task<Selection> trueSelection(TextElementRef element);
 
-    /// The same, and where it is stays in the element's memory.
-    QCoro::Task<Selection> rememberedSelection(TextElementRef element);
-
   private:
+    SelectionQuestions askSelection(const ObjectRef &object, const CallBudgetRef &budget);
+    PendingCall askCount(const TextElementRef &element);
+    PendingCall askBetween(const TextElementRef &element, OffsetPair offsets, qint64 characters);
+    void askAhead(const TextElementRef &element, qint64 characters, AskedAhead &ahead);
+
+    QCoro::Task<std::optional<QString>> sliceTold(TextElementRef element, PendingCall call);
+    QCoro::Task<Selection> told(SelectionQuestions questions);
+    QCoro::Task<Selection> trueSelection(TextElementRef element, SelectionQuestions questions);
+    /// Where it is stays in the element's memory.
+    QCoro::Task<Selection> rememberedSelection(TextElementRef element,
+                                               SelectionQuestions questions);
+    QCoro::Task<std::optional<DecodedText>> wholeText(TextElementRef element, AskedAheadRef ahead);
     /// Into the element's memory.
-    QCoro::Task<bool> readWhole(TextElementRef element);
-    QCoro::Task<Selection> selection(ObjectRef object, CallBudgetRef budget);
-    QCoro::Task<QVariant> between(TextElementRef element, OffsetPair offsets, qint64 characters);
+    QCoro::Task<bool> readWhole(TextElementRef element, std::optional<WholeQuestions> asked);
 
     AtspiBus &bus_;
     TextFlow flow_;

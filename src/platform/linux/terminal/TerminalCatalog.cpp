@@ -55,20 +55,38 @@ bool TerminalCatalog::isTerminal(const QString &instance, const QString &classNa
     };
     if (isNamed())
         return true;
-    load();
+    list();
+    readListed(unread_->size());
     return isNamed();
 }
 
-void TerminalCatalog::load() const {
-    if (isLoaded_)
+bool TerminalCatalog::prepareMore() const {
+    constexpr qsizetype atOnce = 25;
+    if (unread_)
+        readListed(atOnce);
+    list();
+    return !unread_->isEmpty();
+}
+
+void TerminalCatalog::list() const {
+    if (unread_)
         return;
-    isLoaded_ = true;
+    unread_.emplace();
     for (const QString &folder : dataFolders_) {
-        QDirIterator files(folder + QStringLiteral("/applications"), {QStringLiteral("*.desktop")},
-                           QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext())
-            loadFile(files.next());
+        // A filter by name would load the library of regular expressions.
+        QDirIterator files(folder + QStringLiteral("/applications"), QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (path.endsWith(QStringLiteral(".desktop")))
+                unread_->append(path);
+        }
     }
+}
+
+void TerminalCatalog::readListed(qsizetype most) const {
+    for (qsizetype i = 0; i < most && !unread_->isEmpty(); ++i)
+        loadFile(unread_->takeLast());
 }
 
 void TerminalCatalog::loadFile(const QString &path) const {

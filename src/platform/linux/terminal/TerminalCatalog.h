@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace quillmender {
 
 /// Which window classes are terminal emulators': well-known ones, and those of the installed
@@ -16,12 +18,17 @@ class TerminalCatalog {
     /// `instance` and `className` are the two strings of WM_CLASS.
     bool isTerminal(const QString &instance, const QString &className) const;
 
+    /// Reads some of the installed applications' files ahead of the first question, for a few
+    /// milliseconds. False when all are read.
+    bool prepareMore() const;
+
   private:
-    void load() const;
+    void list() const;
+    void readListed(qsizetype most) const;
     void loadFile(const QString &path) const;
 
     QStringList dataFolders_;
-    mutable bool isLoaded_ = false;
+    mutable std::optional<QStringList> unread_; ///< absent until they are listed
     mutable QSet<QString> names_;
 };
 

@@ -59,6 +59,22 @@ quint32 readCardinal(const X11Connection &connection, xcb_window_t window, xcb_a
     return found ? found->cardinals().value(0) : 0;
 }
 
+CardinalQuestion::CardinalQuestion(const X11Connection &connection, xcb_window_t window,
+                                   xcb_atom_t property)
+    : connection_(connection),
+      question_(xcb_get_property(connection.xcb(), 0, window, property, XCB_GET_PROPERTY_TYPE_ANY,
+                                 0, 1)) {}
+
+quint32 CardinalQuestion::answer() const {
+    const auto reply = replyTo(connection_.xcb(), xcb_get_property_reply, question_);
+    const bool isCardinal =
+        reply && reply->format == 32 && xcb_get_property_value_length(reply.get()) >= 4;
+    quint32 value = 0;
+    if (isCardinal)
+        std::memcpy(&value, xcb_get_property_value(reply.get()), sizeof value);
+    return value;
+}
+
 void writeProperty(const X11Connection &connection, xcb_window_t window, xcb_atom_t property,
                    const X11Property &contents) {
     const auto units = static_cast<quint32>(contents.value.size() / (contents.format / 8));

@@ -49,6 +49,19 @@ std::optional<X11PropertyPiece> measureProperty(const X11Connection &connection,
 /// The first 32-bit unit, 0 when there is none.
 quint32 readCardinal(const X11Connection &connection, xcb_window_t window, xcb_atom_t property);
 
+/// The same question, sent with others before the answers are waited for.
+class CardinalQuestion {
+  public:
+    CardinalQuestion(const X11Connection &connection, xcb_window_t window, xcb_atom_t property);
+
+    /// To be called once.
+    quint32 answer() const;
+
+  private:
+    const X11Connection &connection_;
+    xcb_get_property_cookie_t question_;
+};
+
 void writeProperty(const X11Connection &connection, xcb_window_t window, xcb_atom_t property,
                    const X11Property &contents);
 

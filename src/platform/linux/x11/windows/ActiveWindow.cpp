@@ -41,9 +41,34 @@ xcb_window_t ActiveWindow::current() const {
 }
 
 std::shared_ptr<const X11RunningApplication> ActiveWindow::frontmost() {
+    if (isLastStillInFront())
+        return last_;
+    manager_ =
+        readCardinal(connection_, connection_.root(), connection_.atom("_NET_SUPPORTING_WM_CHECK"));
     remember();
     const bool isThere = last_ && isViewable(last_->window()) && isStillItself(connection_, *last_);
     return isThere ? last_ : nullptr;
+}
+
+// What it mostly is, told by one answer of the server. Whatever is otherwise is looked into.
+bool ActiveWindow::isLastStillInFront() const {
+    if (!last_ || manager_ == XCB_WINDOW_NONE || last_->processId() == 0)
+        return false;
+    const xcb_atom_t check = connection_.atom("_NET_SUPPORTING_WM_CHECK");
+    const CardinalQuestion announced(connection_, connection_.root(), check);
+    const CardinalQuestion itself(connection_, manager_, check);
+    const CardinalQuestion active(connection_, connection_.root(),
+                                  connection_.atom("_NET_ACTIVE_WINDOW"));
+    const CardinalQuestion process(connection_, last_->window(), connection_.atom("_NET_WM_PID"));
+    const auto attributesCookie = xcb_get_window_attributes(connection_.xcb(), last_->window());
+    const auto attributes =
+        replyTo(connection_.xcb(), xcb_get_window_attributes_reply, attributesCookie);
+    const bool isManaged = announced.answer() == manager_;
+    const bool isManagerThere = itself.answer() == manager_;
+    const bool isActive = active.answer() == last_->window();
+    const bool isItself = process.answer() == last_->processId();
+    return isManaged && isManagerThere && isActive && isItself && attributes &&
+           attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 bool ActiveWindow::isInFront(xcb_window_t window) const {

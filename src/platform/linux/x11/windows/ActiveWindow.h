@@ -40,6 +40,7 @@ class ActiveWindow : public QObject {
     void handleEvent(const xcb_generic_event_t *event);
     void remember();
     void showDesktopOf(xcb_window_t window, xcb_timestamp_t time);
+    bool isLastStillInFront() const;
     bool hasWindowManager() const;
     bool isForeign(xcb_window_t window) const;
     xcb_window_t focus() const;
@@ -48,6 +49,7 @@ class ActiveWindow : public QObject {
 
     X11Connection &connection_;
     std::shared_ptr<const X11RunningApplication> last_;
+    xcb_window_t manager_ = XCB_WINDOW_NONE; ///< the window of the window manager when last asked
 };
 
 } // namespace quillmender::x11

@@ -20,6 +20,8 @@ class X11FrontmostSource : public FrontmostSource {
     RunningApplicationRef application() const override;
     bool isTerminal() const override;
 
+    bool prepareMore() override { return terminals_.prepareMore(); }
+
     QCoro::Task<std::optional<QString>> primarySelection() override;
 
     bool isTerminalWindow(xcb_window_t window) const;
