@@ -3,12 +3,17 @@
 #include "model/TextRules.h"
 #include "ui/InstructionEditor.h"
 #include "ui/PushButton.h"
+#include "ui/ScrollRegion.h"
+#include "ui/SlimScrollBar.h"
 #include "ui/TextField.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace quillmender {
 
@@ -16,6 +21,10 @@ namespace {
 constexpr int margin = 24;
 constexpr int sheetWidth = 540;
 constexpr int templateLines = 11;
+constexpr int templateLinesAtLeast = 4;
+constexpr int templatePadding = 24;
+// The frame is unknown before the first show.
+constexpr int titleBar = 40;
 } // namespace
 
 ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &editor,
@@ -38,8 +47,11 @@ ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &edit
 }
 
 void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
+    auto *content = new QWidget;
+    // Tab goes through the controls in the order in which they get into the window.
+    auto *region = new ScrollRegion(theme, content, this);
     const auto makeLabel = [&](TextStyle style, TextLabel::Tone tone, const QString &text) {
-        auto *label = new TextLabel(theme, style, tone, this);
+        auto *label = new TextLabel(theme, style, tone, content);
         label->show(text);
         return label;
     };
@@ -51,17 +63,17 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
 
     auto *heading = makeLabel(TextStyle::title, primary, editor.heading());
     auto *titleLabel = makeLabel(TextStyle::headline, primary, titleName);
-    title_ = new TextField(theme, this);
+    title_ = new TextField(theme, content);
     title_->setAccessibleName(titleName);
     title_->setPlaceholderText(QStringLiteral("Example: Rewrite as Email"));
     title_->render(editor.initialTitle());
     titleLabel->setBuddy(title_);
 
     auto *templateLabel = makeLabel(TextStyle::headline, primary, templateName);
-    promptTemplate_ = new InstructionEditor(theme, templateName, QString(), this);
+    promptTemplate_ = new InstructionEditor(theme, templateName, QString(), content);
     promptTemplate_->setAccessibleDescription(hint);
     promptTemplate_->setFixedHeight(templateLines * promptTemplate_->fontMetrics().lineSpacing() +
-                                    24);
+                                    templatePadding);
     promptTemplate_->render(editor.initialTemplate());
     templateLabel->setBuddy(promptTemplate_);
     auto *hintLabel = makeLabel(TextStyle::caption, TextLabel::Tone::secondary, hint);
@@ -71,13 +83,14 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     ok_ = new PushButton(theme, QStringLiteral("OK"), PushButton::Prominence::prominent, this);
     ok_->setDefault(true);
     auto *buttons = new QHBoxLayout;
+    buttons->setContentsMargins(margin, 20, margin, 20);
     buttons->setSpacing(8);
     buttons->addStretch(1);
     buttons->addWidget(cancel_);
     buttons->addWidget(ok_);
 
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins(margin, 20, margin, 20);
+    auto *stack = new QVBoxLayout(content);
+    stack->setContentsMargins(margin, 20, margin - SlimScrollBar::breadth, 0);
     stack->setSpacing(0);
     stack->addWidget(heading);
     stack->addSpacing(16);
@@ -87,13 +100,28 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     stack->addSpacing(16);
     stack->addWidget(templateLabel);
     stack->addSpacing(6);
-    stack->addWidget(promptTemplate_);
+    stack->addWidget(promptTemplate_, 1);
     stack->addSpacing(6);
     stack->addWidget(hintLabel);
-    stack->addSpacing(20);
-    stack->addLayout(buttons);
-    stack->setSizeConstraint(QLayout::SetNoConstraint);
-    setFixedSize(sheetWidth, stack->heightForWidth(sheetWidth));
+
+    auto *frame = new QVBoxLayout(this);
+    frame->setContentsMargins(0, 0, 0, 0);
+    frame->setSpacing(0);
+    frame->addWidget(region, 1);
+    frame->addLayout(buttons);
+    frame->setSizeConstraint(QLayout::SetNoConstraint);
+    fit(stack->totalHeightForWidth(sheetWidth - SlimScrollBar::breadth) +
+        buttons->totalSizeHint().height());
+}
+
+void ActionEditorSheet::fit(int height) {
+    // On a low screen the template gives way first, then everything above the buttons scrolls.
+    const int available = parentWidget()->screen()->availableGeometry().height() - titleBar;
+    promptTemplate_->setMinimumHeight(
+        templateLinesAtLeast * promptTemplate_->fontMetrics().lineSpacing() + templatePadding);
+    promptTemplate_->setMaximumHeight(QWIDGETSIZE_MAX);
+    promptTemplate_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setFixedSize(sheetWidth, std::min(height, available));
 }
 
 void ActionEditorSheet::updateOk() {

@@ -14,10 +14,10 @@ PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
       title_(new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this)),
       progressRow_(new QWidget(this)),
       spinner_(new Spinner(theme, progressRow_)),
-      progress_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressRow_)),
+      progress_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressRow_)),
       preview_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
       description_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
-      error_(new AlertLabel(theme, TextStyle::body, TextLabel::Tone::error, this)),
+      error_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::error, this)),
       accessRow_(new QWidget(this)),
       accessButton_(new PushButton(theme, QStringLiteral("Request Accessibility Access"),
                                    PushButton::Prominence::standard, accessRow_)) {
@@ -49,6 +49,7 @@ PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
 
 void PreviewCard::render(const ActionPickerModel &model) {
     title_->show(model.captureTitle());
+    setAccessibleName(model.captureTitle());
 
     const QString running = model.currentActionTitle();
     progress_->show(running.isEmpty() ? QStringLiteral("Processing\u2026") : running);

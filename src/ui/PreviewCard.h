@@ -5,7 +5,6 @@
 namespace quillmender {
 
 class ActionPickerModel;
-class AlertLabel;
 class PushButton;
 class Spinner;
 class TextLabel;
@@ -25,10 +24,10 @@ class PreviewCard : public Card {
     TextLabel *title_;
     QWidget *progressRow_;
     Spinner *spinner_;
-    AlertLabel *progress_;
+    TextLabel *progress_;
     TextLabel *preview_;
     TextLabel *description_;
-    AlertLabel *error_;
+    TextLabel *error_;
     QWidget *accessRow_;
     PushButton *accessButton_;
 };

@@ -13,6 +13,11 @@ namespace {
 // A single user-perceived character may hold any number of combining marks.
 constexpr qsizetype longestLaidOut = 20000;
 
+bool isTitle(TextStyle style) {
+    return style == TextStyle::largeTitle || style == TextStyle::title ||
+           style == TextStyle::headline;
+}
+
 QString displayed(const QString &text) {
     QString shown = text.left(longestLaidOut);
     if (shown.size() < text.size())
@@ -27,7 +32,8 @@ QString displayed(const QString &text) {
 TextLabel::TextLabel(Theme &theme, TextStyle style, Tone tone, QWidget *parent)
     : QLabel(parent),
       theme_(theme),
-      tone_(tone) {
+      tone_(tone),
+      isHeading_(isTitle(style)) {
     setTextFormat(Qt::PlainText);
     setFont(fontFor(style));
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -77,6 +83,15 @@ void TextLabel::layOut(int width) const {
     layout_->endLayout();
     layoutWidth_ = width;
     layoutHeight_ = int(std::ceil(y));
+}
+
+QList<QRect> TextLabel::lines() const {
+    const QRect area = contentsRect();
+    layOut(area.width());
+    QList<QRect> found;
+    for (int i = 0; i < layout_->lineCount(); ++i)
+        found.append(layout_->lineAt(i).rect().toAlignedRect().translated(area.topLeft()));
+    return found;
 }
 
 int TextLabel::heightForWidth(int width) const {

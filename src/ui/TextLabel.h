@@ -4,6 +4,7 @@
 #include "ui/Theme.h"
 
 #include <QLabel>
+#include <QList>
 #include <QTextLayout>
 
 #include <memory>
@@ -26,6 +27,14 @@ class TextLabel : public QLabel {
 
     void setTone(Tone tone);
 
+    /// Whether assistive technology can jump here from section to section. Titles and headlines are
+    /// headings unless they say otherwise or label a control.
+    bool isHeading() const { return isHeading_ && !buddy(); }
+    void setHeading(bool isHeading) { isHeading_ = isHeading; }
+
+    /// Where its lines are, from the first to the last, in its own coordinates.
+    QList<QRect> lines() const;
+
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
@@ -41,18 +50,11 @@ class TextLabel : public QLabel {
 
     Theme &theme_;
     Tone tone_;
+    bool isHeading_;
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;
     mutable int layoutHeight_ = 0;
-};
-
-/// A label that assistive technology announces when it appears or changes.
-class AlertLabel : public TextLabel {
-    Q_OBJECT
-
-  public:
-    using TextLabel::TextLabel;
 };
 
 } // namespace quillmender

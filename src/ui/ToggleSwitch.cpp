@@ -52,9 +52,8 @@ void ToggleSwitch::paintEvent(QPaintEvent *) {
                          int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
                      text());
 
-    const int margin = int(2 * ringWidth) - 1;
     const QRectF area =
-        mirrored(QRect(width() - track.width() - margin, (height() - track.height()) / 2,
+        mirrored(QRect(width() - track.width() - outerMargin, (height() - track.height()) / 2,
                        track.width(), track.height()));
     painter.setPen(Qt::NoPen);
     painter.setBrush(isChecked() ? colors.accentMark : withOpacity(colors.secondary, offOpacity));

@@ -13,6 +13,9 @@ class ToggleSwitch : public QCheckBox {
   public:
     ToggleSwitch(Theme &theme, const QString &text, QWidget *parent = nullptr);
 
+    /// How far before the widget's edge the switch ends; the focus ring needs the room.
+    static constexpr int outerMargin = 3;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

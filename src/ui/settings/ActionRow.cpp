@@ -1,9 +1,10 @@
 #include "ui/settings/ActionRow.h"
 
-#include "ui/PushButton.h"
 #include "ui/SymbolView.h"
 #include "ui/TextLabel.h"
+#include "ui/settings/RowButton.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -22,9 +23,9 @@ ActionRow::ActionRow(Theme &theme, QWidget *parent)
       symbol_(new SymbolView(theme, symbolSize, this)),
       title_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
       caption_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
-      edit_(new PushButton(theme, QStringLiteral("Edit"), PushButton::Prominence::standard, this)),
-      remove_(new PushButton(theme, QStringLiteral("Remove"), PushButton::Prominence::destructive,
-                             this)) {
+      edit_(new RowButton(theme, QStringLiteral("Edit"), PushButton::Prominence::standard, this)),
+      remove_(new RowButton(theme, QStringLiteral("Remove"), PushButton::Prominence::destructive,
+                            this)) {
     setFocusPolicy(Qt::ClickFocus);
     caption_->show(QStringLiteral("Starter"));
     auto *texts = new QVBoxLayout;
@@ -42,6 +43,36 @@ ActionRow::ActionRow(Theme &theme, QWidget *parent)
     row->addWidget(edit_, 0, Qt::AlignVCenter);
     row->addWidget(remove_, 0, Qt::AlignVCenter);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    for (QWidget *button : {edit_, remove_})
+        button->installEventFilter(this);
+}
+
+void ActionRow::quieten() {
+    const bool isAwake = underMouse() || hasFocus() || edit_->hasFocus() || remove_->hasFocus();
+    edit_->setQuiet(!isAwake);
+    remove_->setQuiet(!isAwake);
+}
+
+bool ActionRow::event(QEvent *event) {
+    const bool handled = QWidget::event(event);
+    switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::Leave:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+    case QEvent::Show:
+        quieten();
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+bool ActionRow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        quieten();
+    return QWidget::eventFilter(watched, event);
 }
 
 void ActionRow::setItem(const ActionListItem &item) {

@@ -9,11 +9,12 @@
 
 namespace quillmender {
 
-class PushButton;
+class RowButton;
 class SymbolView;
 class TextLabel;
 
-/// One action in the list of the settings. The row can have the keyboard focus itself: a place in
+/// One action in the list of the settings. Its buttons are quiet until it is pointed at or has the
+/// keyboard. The row can have the keyboard focus itself: a place in
 /// the list where no key does anything but go on.
 class ActionRow : public QWidget {
     Q_OBJECT
@@ -24,20 +25,24 @@ class ActionRow : public QWidget {
     const ActionListItem &item() const { return *item_; }
     void setItem(const ActionListItem &item);
 
-    PushButton *editButton() const { return edit_; }
-    PushButton *removeButton() const { return remove_; }
+    RowButton *editButton() const { return edit_; }
+    RowButton *removeButton() const { return remove_; }
 
   protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
   private:
+    void quieten();
+
     Theme &theme_;
     std::optional<ActionListItem> item_;
     SymbolView *symbol_;
     TextLabel *title_;
     TextLabel *caption_;
-    PushButton *edit_;
-    PushButton *remove_;
+    RowButton *edit_;
+    RowButton *remove_;
 };
 
 } // namespace quillmender

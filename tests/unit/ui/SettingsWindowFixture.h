@@ -14,6 +14,7 @@
 #include "ui/SettingsWindowController.h"
 #include "ui/TextField.h"
 #include "ui/settings/ActionRow.h"
+#include "ui/settings/RowButton.h"
 
 namespace quillmender {
 
