@@ -1,6 +1,7 @@
 #include "ui/Accessibles.h"
 
 #include "ui/ActionGrid.h"
+#include "ui/ActionPanel.h"
 #include "ui/Announcer.h"
 #include "ui/Card.h"
 #include "ui/FormSection.h"
@@ -18,14 +19,25 @@ namespace quillmender {
 
 namespace {
 
-class HeadingAccessible : public QAccessibleWidget {
+class TextAccessible : public QAccessibleWidget {
   public:
-    explicit HeadingAccessible(TextLabel *label) : QAccessibleWidget(label, QAccessible::Heading) {}
+    explicit TextAccessible(TextLabel *label) : QAccessibleWidget(label, QAccessible::StaticText) {}
+
+    QAccessible::Role role() const override {
+        if (label()->isHeading())
+            return QAccessible::Heading;
+        // A screen reader that meets a dialog reads its longer labels, and only where there are
+        // none its description; but the panel's says what was captured, be it ever so short.
+        return qobject_cast<ActionPanel *>(label()->window()) ? QAccessible::Paragraph
+                                                              : QAccessible::StaticText;
+    }
 
     QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Name ? static_cast<QLabel *>(object())->text()
-                                         : QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name ? label()->text() : QAccessibleWidget::text(kind);
     }
+
+  private:
+    const TextLabel *label() const { return static_cast<TextLabel *>(object()); }
 };
 
 /// A part of a window that has a name. Without one there is nothing to say of it.
@@ -59,6 +71,12 @@ class ScrollAreaAccessible : public QAccessibleWidget {
   public:
     explicit ScrollAreaAccessible(QScrollArea *area) : QAccessibleWidget(area, QAccessible::Pane) {}
 
+    /// Where a pane has the focus, all its texts are read at once: right for a text, too much for
+    /// a form.
+    QAccessible::Role role() const override {
+        return object()->findChild<FormSection *>() ? QAccessible::Form : QAccessibleWidget::role();
+    }
+
     int childCount() const override { return int(parts().size()); }
 
     QAccessibleInterface *child(int index) const override {
@@ -80,8 +98,8 @@ class ScrollAreaAccessible : public QAccessibleWidget {
 };
 
 QAccessibleInterface *makeAccessible(const QString &, QObject *object) {
-    if (auto *label = qobject_cast<TextLabel *>(object); label && label->isHeading())
-        return new HeadingAccessible(label);
+    if (auto *label = qobject_cast<TextLabel *>(object); label && !label->buddy())
+        return new TextAccessible(label);
     if (auto *announcer = qobject_cast<Announcer *>(object))
         return new QAccessibleWidget(announcer, QAccessible::Notification);
     if (auto *spinner = qobject_cast<Spinner *>(object))

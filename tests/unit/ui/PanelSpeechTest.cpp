@@ -81,10 +81,12 @@ TEST_F(PanelSpeechTest, ProgressAndErrorAreTextsLikeOthers) {
         state.error = failure;
     });
     show();
-    for (const auto *label : controller.panel()->findChildren<TextLabel *>())
-        EXPECT_NE(QAccessible::queryAccessibleInterface(const_cast<TextLabel *>(label))->role(),
-                  QAccessible::AlertMessage)
+    // Plain labels would be read in place of the description.
+    for (auto *label : controller.panel()->findChildren<TextLabel *>()) {
+        const auto role = QAccessible::queryAccessibleInterface(label)->role();
+        EXPECT_TRUE(role == QAccessible::Paragraph || role == QAccessible::Heading)
             << label->text().toStdString();
+    }
     QAccessibleInterface *spinner =
         QAccessible::queryAccessibleInterface(controller.panel()->findChild<Spinner *>());
     EXPECT_EQ(spinner->role(), QAccessible::ProgressBar);

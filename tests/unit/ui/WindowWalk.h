@@ -80,9 +80,9 @@ class WindowWalk {
 
     void collect(QAccessibleInterface *object) {
         static const QList<QAccessible::Role> read = {
-            QAccessible::StaticText, QAccessible::Heading,      QAccessible::PushButton,
-            QAccessible::CheckBox,   QAccessible::EditableText, QAccessible::ComboBox,
-            QAccessible::ProgressBar};
+            QAccessible::StaticText, QAccessible::Heading,    QAccessible::Paragraph,
+            QAccessible::PushButton, QAccessible::CheckBox,   QAccessible::EditableText,
+            QAccessible::ComboBox,   QAccessible::ProgressBar};
         if (object->state().invisible)
             return;
         if (read.contains(object->role())) {

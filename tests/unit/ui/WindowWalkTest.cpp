@@ -7,6 +7,7 @@
 #include "ui/settings/ActionList.h"
 
 #include <QComboBox>
+#include <QScrollArea>
 
 namespace quillmender {
 
@@ -117,6 +118,7 @@ TEST_F(SettingsWalkTest, ItsPartsAreHeadingsAndGroups) {
             EXPECT_EQ(section->accessibleName(), headings(*section).first());
         }
     }
+    EXPECT_EQ(roleOf(window()->findChild<QScrollArea *>()), QAccessible::Form);
     auto *list = window()->findChild<ActionList *>();
     EXPECT_EQ(roleOf(list), QAccessible::List);
     EXPECT_EQ(list->accessibleName().toStdString(), "Actions");
@@ -176,6 +178,7 @@ TEST_F(WindowWalkTest, AboutMakesSense) {
     about.makeKeyAndOrderFront();
     ASSERT_TRUE(QTest::qWaitForWindowActive(about.window()));
     expectSense(*about.window());
+    EXPECT_EQ(roleOf(about.window()->findChild<QScrollArea *>()), QAccessible::Pane);
     EXPECT_EQ(headings(*about.window()),
               QStringList({QStringLiteral("Quillmender"), QStringLiteral("Legal Notice")}));
 }
