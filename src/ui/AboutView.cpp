@@ -5,6 +5,7 @@
 #include "ui/SlimScrollBar.h"
 #include "ui/SymbolView.h"
 #include "ui/TextLabel.h"
+#include "ui/WholeLines.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -37,8 +38,10 @@ AboutView::AboutView(Theme &theme, const QString &version, QWidget *parent)
     addName(stack);
     stack->addWidget(makeText(theme, TextStyle::subheadline, TextLabel::Tone::secondary,
                               QStringLiteral("Version ") + version));
-    stack->addWidget(makeText(theme, TextStyle::headline, TextLabel::Tone::primary,
-                              QStringLiteral("Created by Orvelline")));
+    auto *author = makeText(theme, TextStyle::headline, TextLabel::Tone::primary,
+                            QStringLiteral("Created by Orvelline"));
+    author->setHeading(false);
+    stack->addWidget(author);
     stack->addWidget(makeText(
         theme, TextStyle::body, TextLabel::Tone::secondary,
         QStringLiteral("Quillmender is a macOS text-assistance utility that sends captured text to "
@@ -52,13 +55,16 @@ AboutView::AboutView(Theme &theme, const QString &version, QWidget *parent)
     auto *region = new ScrollRegion(theme, content, this);
     // The notice is longer than the window: its keys scroll.
     region->setFocusPolicy(Qt::StrongFocus);
+    region->setAccessibleName(QStringLiteral("About Quillmender"));
     region->setFocus();
     frame->addWidget(region);
+    new WholeLines(theme, *region);
 }
 
 void AboutView::addName(QVBoxLayout *stack) {
     auto *symbol = new SymbolView(theme_, symbolSize);
     symbol->setSymbol(programSymbol);
+    symbol->alignInk();
     auto *row = new QHBoxLayout;
     row->setSpacing(10);
     row->addWidget(symbol, 0, Qt::AlignVCenter);

@@ -3,6 +3,8 @@
 #include "model/TextRules.h"
 #include "ui/InstructionEditor.h"
 #include "ui/PushButton.h"
+#include "ui/ScrollRegion.h"
+#include "ui/SlimScrollBar.h"
 #include "ui/TextField.h"
 #include "ui/TextLabel.h"
 #include "ui/WindowPlacement.h"
@@ -20,7 +22,8 @@ namespace {
 constexpr int margin = 24;
 constexpr int sheetWidth = 540;
 constexpr int templateLines = 11;
-constexpr int fewestLines = 3;
+constexpr int templateLinesAtLeast = 4;
+constexpr int templatePadding = 24;
 } // namespace
 
 ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &editor,
@@ -43,8 +46,11 @@ ActionEditorSheet::ActionEditorSheet(Theme &theme, const ActionEditorState &edit
 }
 
 void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
+    auto *content = new QWidget;
+    // Tab goes through the controls in the order in which they get into the window.
+    auto *region = new ScrollRegion(theme, content, this);
     const auto makeLabel = [&](TextStyle style, TextLabel::Tone tone, const QString &text) {
-        auto *label = new TextLabel(theme, style, tone, this);
+        auto *label = new TextLabel(theme, style, tone, content);
         label->show(text);
         return label;
     };
@@ -56,19 +62,17 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
 
     auto *heading = makeLabel(TextStyle::title, primary, editor.heading());
     auto *titleLabel = makeLabel(TextStyle::headline, primary, titleName);
-    title_ = new TextField(theme, this);
+    title_ = new TextField(theme, content);
     title_->setAccessibleName(titleName);
     title_->setPlaceholderText(QStringLiteral("Example: Rewrite as Email"));
     title_->render(editor.initialTitle());
     titleLabel->setBuddy(title_);
 
     auto *templateLabel = makeLabel(TextStyle::headline, primary, templateName);
-    promptTemplate_ = new InstructionEditor(theme, templateName, QString(), this);
+    promptTemplate_ = new InstructionEditor(theme, templateName, QString(), content);
     promptTemplate_->setAccessibleDescription(hint);
-    const int line = promptTemplate_->fontMetrics().lineSpacing();
-    promptTemplate_->setMinimumHeight(fewestLines * line + 24);
-    promptTemplate_->setMaximumHeight(templateLines * line + 24);
-    promptTemplate_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    promptTemplate_->setFixedHeight(templateLines * promptTemplate_->fontMetrics().lineSpacing() +
+                                    templatePadding);
     promptTemplate_->render(editor.initialTemplate());
     templateLabel->setBuddy(promptTemplate_);
     auto *hintLabel = makeLabel(TextStyle::caption, TextLabel::Tone::secondary, hint);
@@ -79,13 +83,14 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     ok_ = new PushButton(theme, QStringLiteral("OK"), PushButton::Prominence::prominent, this);
     ok_->setDefault(true);
     auto *buttons = new QHBoxLayout;
+    buttons->setContentsMargins(margin, 20, margin, 20);
     buttons->setSpacing(8);
     buttons->addStretch(1);
     buttons->addWidget(cancel_);
     buttons->addWidget(ok_);
 
-    auto *stack = new QVBoxLayout(this);
-    stack->setContentsMargins(margin, 20, margin, 20);
+    auto *stack = new QVBoxLayout(content);
+    stack->setContentsMargins(margin, 20, margin - SlimScrollBar::breadth, 0);
     stack->setSpacing(0);
     stack->addWidget(heading);
     stack->addSpacing(16);
@@ -95,17 +100,28 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     stack->addSpacing(16);
     stack->addWidget(templateLabel);
     stack->addSpacing(6);
-    stack->addWidget(promptTemplate_);
+    stack->addWidget(promptTemplate_, 1);
     stack->addSpacing(6);
     stack->addWidget(hintLabel);
-    stack->addSpacing(20);
-    stack->addLayout(buttons);
-    stack->setSizeConstraint(QLayout::SetNoConstraint);
-    // On a low screen the template gives way, so that the buttons stay within reach.
-    const int given =
-        std::max(0, promptTemplate_->maximumHeight() - promptTemplate_->sizeHint().height());
-    const QSize wanted(sheetWidth, stack->heightForWidth(sheetWidth) + given);
+
+    auto *frame = new QVBoxLayout(this);
+    frame->setContentsMargins(0, 0, 0, 0);
+    frame->setSpacing(0);
+    frame->addWidget(region, 1);
+    frame->addLayout(buttons);
+    frame->setSizeConstraint(QLayout::SetNoConstraint);
+    fit(stack->totalHeightForWidth(sheetWidth - SlimScrollBar::breadth) +
+        buttons->totalSizeHint().height());
+}
+
+void ActionEditorSheet::fit(int height) {
+    // On a low screen the template gives way first, then everything above the buttons scrolls.
+    promptTemplate_->setMinimumHeight(
+        templateLinesAtLeast * promptTemplate_->fontMetrics().lineSpacing() + templatePadding);
+    promptTemplate_->setMaximumHeight(QWIDGETSIZE_MAX);
+    promptTemplate_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     QScreen &screen = *(parentWidget() ? parentWidget() : this)->screen();
+    const QSize wanted(sheetWidth, height);
     setFixedSize(wanted.boundedTo(roomOnScreen(*this, screen)));
     // One that fills the screen must stand in its middle; others stand over their window.
     if (size() != wanted)

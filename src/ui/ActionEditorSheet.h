@@ -38,6 +38,7 @@ class ActionEditorSheet : public QDialog {
   private:
     bool isEdited() const;
     void build(Theme &theme, const ActionEditorState &editor);
+    void fit(int height);
     void updateOk();
     void save();
 

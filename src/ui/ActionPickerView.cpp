@@ -31,7 +31,8 @@ ActionPickerView::ActionPickerView(ActionPickerModel &model, Theme &theme,
                                    QList<GridColumn> columns, QWidget *parent)
     : QWidget(parent),
       model_(model),
-      theme_(theme) {
+      theme_(theme),
+      speech_(model, *this) {
     installAccessibles();
     auto *stack = new QVBoxLayout(this);
     stack->setContentsMargins(0, 0, 0, 0);
@@ -67,6 +68,7 @@ void ActionPickerView::buildBody(QVBoxLayout *stack, QList<GridColumn> columns) 
     sections->setSpacing(sectionGap);
     previewCard_ = new PreviewCard(theme_, body);
     grid_ = new ActionGrid(theme_, std::move(columns), body);
+    grid_->setAccessibleName(QStringLiteral("Actions"));
     promptCard_ = new PromptCard(theme_, body);
     sections->addWidget(previewCard_);
     sections->addWidget(grid_);
@@ -158,6 +160,7 @@ void ActionPickerView::render() {
     settings_->setEnabled(!working);
     keepFocus(focus);
     showNews();
+    speech_.render();
     Q_EMIT rendered();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/GridColumn.h"
+#include "ui/PickerSpeech.h"
 #include "ui/Theme.h"
 
 #include <QList>
@@ -62,6 +63,7 @@ class ActionPickerView : public QWidget {
 
     ActionPickerModel &model_;
     Theme &theme_;
+    PickerSpeech speech_;
     PreviewCard *previewCard_ = nullptr;
     ActionGrid *grid_ = nullptr;
     PromptCard *promptCard_ = nullptr;

@@ -59,6 +59,12 @@ void AlertWindow::build(const Alert &alert, Theme &theme) {
         row->insertWidget(0, button);
         buttons_.append(button);
     }
+    // The keyboard and assistive technology go through them as they stand.
+    for (qsizetype i = buttons_.size() - 1; i >= 0; --i) {
+        buttons_[i]->raise();
+        if (i > 0)
+            setTabOrder(buttons_[i], buttons_[i - 1]);
+    }
     row->insertStretch(0, 1);
 
     auto *stack = new QVBoxLayout(this);

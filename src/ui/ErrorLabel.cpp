@@ -18,7 +18,7 @@ constexpr int mostLines = 4;
 } // namespace
 
 ErrorLabel::ErrorLabel(Theme &theme, QWidget *parent)
-    : AlertLabel(theme, TextStyle::body, Tone::error, parent) {
+    : TextLabel(theme, TextStyle::body, Tone::error, parent) {
     setMaximumLines(mostLines);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::IBeamCursor);
@@ -27,7 +27,7 @@ ErrorLabel::ErrorLabel(Theme &theme, QWidget *parent)
 void ErrorLabel::show(const QString &message) {
     if (message != text())
         select(0, 0);
-    AlertLabel::show(message);
+    TextLabel::show(message);
 }
 
 QString ErrorLabel::selectedText() const {
@@ -36,14 +36,14 @@ QString ErrorLabel::selectedText() const {
     if (first == last)
         return {};
     const QString rest = textFrom(first);
-    const bool reachesTheEnd = last >= lines().text().size();
+    const bool reachesTheEnd = last >= laidOut().text().size();
     if (first == 0 && reachesTheEnd)
         return text();
     return reachesTheEnd ? rest : rest.left(last - first);
 }
 
 int ErrorLabel::positionAt(QPointF point) const {
-    const QTextLayout &layout = lines();
+    const QTextLayout &layout = laidOut();
     const QPointF place = point - QPointF(contentsRect().topLeft());
     for (int i = 0; i < layout.lineCount(); ++i) {
         const QTextLine line = layout.lineAt(i);
@@ -60,7 +60,7 @@ void ErrorLabel::select(int anchor, int position) {
 }
 
 void ErrorLabel::selectAll() {
-    select(0, int(lines().text().size()));
+    select(0, int(laidOut().text().size()));
 }
 
 void ErrorLabel::copy() const {
@@ -91,7 +91,7 @@ void ErrorLabel::keyPressEvent(QKeyEvent *event) {
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();
     else
-        AlertLabel::keyPressEvent(event);
+        TextLabel::keyPressEvent(event);
 }
 
 void ErrorLabel::contextMenuEvent(QContextMenuEvent *event) {
@@ -107,13 +107,13 @@ void ErrorLabel::focusInEvent(QFocusEvent *event) {
     // It shows where the keyboard is, as in a field.
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
         selectAll();
-    AlertLabel::focusInEvent(event);
+    TextLabel::focusInEvent(event);
 }
 
 void ErrorLabel::focusOutEvent(QFocusEvent *event) {
     if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
         select(0, 0);
-    AlertLabel::focusOutEvent(event);
+    TextLabel::focusOutEvent(event);
 }
 
 void ErrorLabel::paintEvent(QPaintEvent *) {
@@ -125,7 +125,7 @@ void ErrorLabel::paintEvent(QPaintEvent *) {
     const Look look = lookOf(Part::selection, State::rest, theme_.colors());
     selection.format.setBackground(look.fill);
     selection.format.setForeground(look.text);
-    lines().draw(&painter, contentsRect().topLeft(), {selection});
+    laidOut().draw(&painter, contentsRect().topLeft(), {selection});
 }
 
 } // namespace quillmender

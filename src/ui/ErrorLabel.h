@@ -7,7 +7,7 @@ namespace quillmender {
 /// What went wrong, in a few lines; the tool tip and the accessible name have all of it. It can be
 /// selected and copied with the mouse and the keyboard. What is cut off is copied with the end of
 /// what can be seen.
-class ErrorLabel : public AlertLabel {
+class ErrorLabel : public TextLabel {
     Q_OBJECT
 
   public:

@@ -35,26 +35,33 @@ FormSection::FormSection(Theme &theme, const QString &title, QWidget *parent)
 }
 
 void FormSection::addField(const QString &label, QWidget *field) {
-    rows_->addWidget(new FormRow(theme_, label, field, card_));
+    addRow(new FormRow(theme_, label, field, card_));
 }
 
 TextLabel *FormSection::addCaption(const QString &text) {
     auto *caption = new TextLabel(theme_, TextStyle::caption, TextLabel::Tone::secondary, card_);
     caption->markCode();
     caption->show(text);
-    rows_->addWidget(caption);
+    addRow(caption);
     return caption;
 }
 
-void FormSection::addRow(QWidget *row) {
-    rows_->addWidget(row);
+void FormSection::addRow(QWidget *row, int overhang) {
+    // Assistive technology reads the children in their order.
+    row->raise();
+    auto *line = new QHBoxLayout;
+    line->setContentsMargins(0, 0, -overhang, 0);
+    line->addWidget(row);
+    rows_->addLayout(line);
 }
 
 void FormSection::addButtons(const QList<QWidget *> &buttons) {
     auto *row = new QHBoxLayout;
     row->setSpacing(buttonGap);
-    for (QWidget *button : buttons)
+    for (QWidget *button : buttons) {
+        button->raise();
         row->addWidget(button);
+    }
     row->addStretch(1);
     rows_->addLayout(row);
 }

@@ -15,7 +15,7 @@ PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
       title_(new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this)),
       progressBox_(new QWidget(this)),
       spinner_(new Spinner(theme, progressBox_)),
-      progress_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressBox_)),
+      progress_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::primary, progressBox_)),
       preview_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
       description_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
       error_(new ErrorLabel(theme, this)),
@@ -63,6 +63,7 @@ QLayout *PreviewCard::firstLine() {
 
 void PreviewCard::render(const ActionPickerModel &model) {
     title_->show(model.captureTitle());
+    setAccessibleName(model.captureTitle());
 
     const QString running = model.currentActionTitle();
     progress_->show(running.isEmpty() ? QStringLiteral("Processing\u2026") : running);

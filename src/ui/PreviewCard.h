@@ -5,7 +5,6 @@
 namespace quillmender {
 
 class ActionPickerModel;
-class AlertLabel;
 class ErrorLabel;
 class PushButton;
 class Spinner;
@@ -29,7 +28,7 @@ class PreviewCard : public Card {
     TextLabel *title_;
     QWidget *progressBox_;
     Spinner *spinner_;
-    AlertLabel *progress_;
+    TextLabel *progress_;
     TextLabel *preview_;
     TextLabel *description_;
     ErrorLabel *error_;

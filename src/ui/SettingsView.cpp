@@ -97,6 +97,7 @@ void SettingsView::buildForm(QVBoxLayout *stack) {
     region_ = new ScrollRegion(theme_, form, this);
     // Where the keyboard is while no control has it: its keys scroll.
     region_->setFocusPolicy(Qt::ClickFocus);
+    region_->setAccessibleName(QStringLiteral("Settings"));
     stack->addWidget(region_, 1);
 }
 

@@ -17,12 +17,16 @@ class SymbolView : public QWidget {
     const QString &symbol() const { return symbol_; }
     void setSymbol(const QString &name);
 
+    /// From now on what is seen of the symbol, and not its square, begins at the left edge.
+    void alignInk();
+
   protected:
     void paintEvent(QPaintEvent *event) override;
 
   private:
     Theme &theme_;
     QString symbol_;
+    bool isInkAligned_ = false;
 };
 
 } // namespace quillmender

@@ -21,6 +21,11 @@ constexpr qsizetype longestLastLine = 2000;
 
 constexpr QChar codeMark = u'`';
 
+bool isTitle(TextStyle style) {
+    return style == TextStyle::largeTitle || style == TextStyle::title ||
+           style == TextStyle::headline;
+}
+
 QString displayed(const QString &text) {
     QString shown = text.left(longestLaidOut);
     if (shown.size() < text.size())
@@ -52,7 +57,8 @@ QList<QTextLayout::FormatRange> codeFormats(const QString &text, int pixelSize) 
 TextLabel::TextLabel(Theme &theme, TextStyle style, Tone tone, QWidget *parent)
     : QLabel(parent),
       theme_(theme),
-      tone_(tone) {
+      tone_(tone),
+      isHeading_(isTitle(style)) {
     setTextFormat(Qt::PlainText);
     setFont(fontFor(style));
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -133,19 +139,28 @@ void TextLabel::layOutLines(const QString &text, int width) const {
     layoutHeight_ = int(std::ceil(y));
 }
 
-const QTextLayout &TextLabel::lines() const {
+const QTextLayout &TextLabel::laidOut() const {
     layOut(contentsRect().width());
     return *layout_;
 }
 
 bool TextLabel::isCut() const {
-    return lines().text() != laidOutText_;
+    return laidOut().text() != laidOutText_;
 }
 
 QString TextLabel::textFrom(int position) const {
     QString text = laidOutText_.mid(position);
     text.replace(QChar::LineSeparator, u'\n');
     return text;
+}
+
+QList<QRect> TextLabel::lines() const {
+    const QRect area = contentsRect();
+    layOut(area.width());
+    QList<QRect> found;
+    for (int i = 0; i < layout_->lineCount(); ++i)
+        found.append(layout_->lineAt(i).rect().toAlignedRect().translated(area.topLeft()));
+    return found;
 }
 
 int TextLabel::heightForWidth(int width) const {
@@ -193,7 +208,7 @@ bool TextLabel::event(QEvent *event) {
 void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setPen(color());
-    lines().draw(&painter, contentsRect().topLeft());
+    laidOut().draw(&painter, contentsRect().topLeft());
 }
 
 void TextLabel::changeEvent(QEvent *event) {

@@ -4,6 +4,7 @@
 #include "ui/Theme.h"
 
 #include <QLabel>
+#include <QList>
 #include <QTextLayout>
 
 #include <memory>
@@ -33,6 +34,14 @@ class TextLabel : public QLabel {
     /// has the whole text.
     void setMaximumLines(int lines);
 
+    /// Whether assistive technology can jump here from section to section. Titles and headlines are
+    /// headings unless they say otherwise or label a control.
+    bool isHeading() const { return isHeading_ && !buddy(); }
+    void setHeading(bool isHeading) { isHeading_ = isHeading; }
+
+    /// Where its lines are, from the first to the last, in its own coordinates.
+    QList<QRect> lines() const;
+
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
@@ -44,7 +53,7 @@ class TextLabel : public QLabel {
     void changeEvent(QEvent *event) override;
 
     /// The lines as they stand in the label.
-    const QTextLayout &lines() const;
+    const QTextLayout &laidOut() const;
     /// Whether the text goes on beyond the last line.
     bool isCut() const;
     /// What a place in the lines is the beginning of, up to the end of the text.
@@ -60,18 +69,11 @@ class TextLabel : public QLabel {
     Tone tone_;
     int maximumLines_ = 0; ///< any number
     bool marksCode_ = false;
+    bool isHeading_;
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;
     mutable int layoutHeight_ = 0;
-};
-
-/// A label that assistive technology announces when it appears or changes.
-class AlertLabel : public TextLabel {
-    Q_OBJECT
-
-  public:
-    using TextLabel::TextLabel;
 };
 
 } // namespace quillmender

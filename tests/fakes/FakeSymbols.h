@@ -14,11 +14,15 @@ class FakeSymbols : public Symbols {
             return {};
         asked.append(QStringLiteral("%1 %2").arg(name).arg(pixelSize));
         QImage square(pixelSize, pixelSize, QImage::Format_ARGB32_Premultiplied);
-        square.fill(color);
+        square.fill(Qt::transparent);
+        for (int y = 0; y < pixelSize; ++y)
+            for (int x = bearing; x < pixelSize; ++x)
+                square.setPixelColor(x, y, color);
         return square;
     }
 
     bool drawsSymbols = false;
+    int bearing = 0;   ///< blank columns at the left
     QStringList asked; ///< each as its name and size
 };
 

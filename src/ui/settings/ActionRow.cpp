@@ -6,6 +6,7 @@
 #include "ui/style/Look.h"
 #include "ui/style/Metrics.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -43,6 +44,36 @@ ActionRow::ActionRow(Theme &theme, QWidget *parent)
     row->addWidget(edit_, 0, Qt::AlignVCenter);
     row->addWidget(remove_, 0, Qt::AlignVCenter);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+    for (QWidget *button : {edit_, remove_})
+        button->installEventFilter(this);
+}
+
+void ActionRow::quieten() {
+    const bool isAwake = underMouse() || hasFocus() || edit_->hasFocus() || remove_->hasFocus();
+    edit_->setQuiet(!isAwake);
+    remove_->setQuiet(!isAwake);
+}
+
+bool ActionRow::event(QEvent *event) {
+    const bool handled = QWidget::event(event);
+    switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::Leave:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+    case QEvent::Show:
+        quieten();
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+bool ActionRow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        quieten();
+    return QWidget::eventFilter(watched, event);
 }
 
 void ActionRow::setItem(const ActionListItem &item) {

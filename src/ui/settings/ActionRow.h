@@ -13,7 +13,8 @@ class PushButton;
 class SymbolView;
 class TextLabel;
 
-/// One action in the list of the settings. The row can have the keyboard focus itself: a place in
+/// One action in the list of the settings. Its buttons are quiet until it is pointed at or has the
+/// keyboard. The row can have the keyboard focus itself: a place in
 /// the list where no key does anything but go on.
 class ActionRow : public QWidget {
     Q_OBJECT
@@ -28,9 +29,13 @@ class ActionRow : public QWidget {
     PushButton *removeButton() const { return remove_; }
 
   protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
   private:
+    void quieten();
+
     Theme &theme_;
     std::optional<ActionListItem> item_;
     SymbolView *symbol_;

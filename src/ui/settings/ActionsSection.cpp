@@ -2,6 +2,7 @@
 
 #include "ui/PushButton.h"
 #include "ui/TextLabel.h"
+#include "ui/settings/ActionList.h"
 #include "ui/settings/ActionRow.h"
 
 #include <QVBoxLayout>
@@ -29,7 +30,7 @@ ActionsSection::ActionsSection(SettingsStore &store, Theme &theme, QWidget *pare
     : FormSection(theme, QStringLiteral("Actions"), parent),
       store_(store),
       noActions_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, card())),
-      list_(new QWidget(card())),
+      list_(new ActionList(card())),
       rows_(new QVBoxLayout(list_)),
       newAction_(new PushButton(theme, QStringLiteral("New Action"),
                                 PushButton::Prominence::standard, card())),
@@ -38,6 +39,7 @@ ActionsSection::ActionsSection(SettingsStore &store, Theme &theme, QWidget *pare
     addCaption(QStringLiteral("Every action becomes a button in the main picker. Use `{{text}}` "
                               "where the captured text should be inserted."));
     noActions_->show(QStringLiteral("No actions available."));
+    list_->setAccessibleName(QStringLiteral("Actions"));
     rows_->setContentsMargins(0, 0, 0, 0);
     rows_->setSpacing(0);
     addRow(noActions_);

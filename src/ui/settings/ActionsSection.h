@@ -10,6 +10,7 @@ class QVBoxLayout;
 
 namespace quillmender {
 
+class ActionList;
 class ActionRow;
 class PushButton;
 class TextLabel;
@@ -37,7 +38,7 @@ class ActionsSection : public FormSection {
 
     SettingsStore &store_;
     TextLabel *noActions_;
-    QWidget *list_;
+    ActionList *list_;
     QVBoxLayout *rows_;
     QList<ActionRow *> actionRows_; ///< the first `count_` are shown
     qsizetype count_ = 0;

@@ -1,7 +1,7 @@
 #include "ui/settings/PermissionsSection.h"
 
 #include "ui/PushButton.h"
-#include "ui/TextLabel.h"
+#include "ui/StatusLabel.h"
 
 #include <QHBoxLayout>
 
@@ -14,29 +14,38 @@ PermissionsSection::PermissionsSection(PermissionManager &permissionManager, The
     addCaption(QStringLiteral(
         "Accessibility access is required so Quillmender can read the selected text and paste the "
         "transformed result back into the source app."));
-    const auto makeButton = [&](const QString &caption, void (PermissionManager::*operation)()) {
+    const auto makeButton = [&](const QString &caption, auto operation) {
         auto *button = new PushButton(theme, caption, PushButton::Prominence::standard, card());
-        connect(button, &QPushButton::clicked, this,
-                [this, operation] { (permissionManager_.*operation)(); });
+        connect(button, &QPushButton::clicked, this, operation);
         return button;
     };
     auto *statusRow = new QWidget(card());
-    status_ = new AlertLabel(theme, TextStyle::body, TextLabel::Tone::primary, statusRow);
+    status_ = new StatusLabel(theme, TextStyle::body, TextLabel::Tone::primary, statusRow);
     auto *row = new QHBoxLayout(statusRow);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(status_, 1, Qt::AlignVCenter);
-    row->addWidget(makeButton(QStringLiteral("Refresh"), &PermissionManager::refresh));
+    auto *refreshButton = makeButton(QStringLiteral("Refresh"), [this] { refresh(); });
+    row->addWidget(refreshButton);
     addRow(statusRow);
     addButtons({makeButton(QStringLiteral("Request Access"),
-                           &PermissionManager::requestAccessibilityPermission),
+                           [this] { permissionManager_.requestAccessibilityPermission(); }),
                 makeButton(QStringLiteral("Open Privacy Settings"),
-                           &PermissionManager::openAccessibilitySettings)});
+                           [this] { permissionManager_.openAccessibilitySettings(); })});
+}
+
+void PermissionsSection::refresh() {
+    const QString before = status_->text();
+    permissionManager_.refresh();
+    render();
+    // Who has asked is answered, also when nothing has changed.
+    if (status_->text() == before)
+        status_->repeat();
 }
 
 void PermissionsSection::render() {
     const bool granted = permissionManager_.accessibilityGranted();
     status_->setTone(granted ? TextLabel::Tone::success : TextLabel::Tone::error);
-    status_->show(granted ? QStringLiteral("Accessibility access granted")
+    status_->tell(granted ? QStringLiteral("Accessibility access granted")
                           : QStringLiteral("Accessibility access not granted"));
 }
 

@@ -5,7 +5,7 @@
 
 namespace quillmender {
 
-class TextLabel;
+class StatusLabel;
 
 /// Whether texts of other applications can be read, and how to get there.
 class PermissionsSection : public FormSection {
@@ -18,8 +18,10 @@ class PermissionsSection : public FormSection {
     void render() override;
 
   private:
+    void refresh();
+
     PermissionManager &permissionManager_;
-    TextLabel *status_;
+    StatusLabel *status_;
 };
 
 } // namespace quillmender

@@ -1,6 +1,6 @@
 #include "ui/settings/ShortcutSection.h"
 
-#include "ui/TextLabel.h"
+#include "ui/StatusLabel.h"
 
 namespace quillmender {
 
@@ -8,7 +8,7 @@ ShortcutSection::ShortcutSection(const SettingsStore &store, Theme &theme, QWidg
     : FormSection(theme, QStringLiteral("Shortcut"), parent),
       store_(store),
       keys_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, card())),
-      status_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::error, card())) {
+      status_(new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card())) {
     keys_->show(store.hotKeyDisplay());
     addField(QStringLiteral("Invoke Quillmender"), keys_);
     addRow(status_);
@@ -18,8 +18,7 @@ ShortcutSection::ShortcutSection(const SettingsStore &store, Theme &theme, QWidg
 
 void ShortcutSection::render() {
     keys_->show(store_.hotKeyDisplay());
-    status_->show(store_.hotKeyStatusMessage().value_or(QString()));
-    status_->setVisible(store_.hotKeyStatusMessage().has_value());
+    status_->tell(store_.hotKeyStatusMessage().value_or(QString()));
 }
 
 } // namespace quillmender

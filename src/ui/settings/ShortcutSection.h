@@ -5,6 +5,7 @@
 
 namespace quillmender {
 
+class StatusLabel;
 class TextLabel;
 
 /// The hot key, as it is held at the moment.
@@ -19,7 +20,7 @@ class ShortcutSection : public FormSection {
   private:
     const SettingsStore &store_;
     TextLabel *keys_;
-    TextLabel *status_;
+    StatusLabel *status_;
 };
 
 } // namespace quillmender

@@ -1,7 +1,7 @@
 #include "ui/settings/StartupSection.h"
 
 #include "ui/PushButton.h"
-#include "ui/TextLabel.h"
+#include "ui/StatusLabel.h"
 #include "ui/ToggleSwitch.h"
 
 namespace quillmender {
@@ -11,14 +11,15 @@ StartupSection::StartupSection(SettingsStore &store, Theme &theme, QWidget *pare
       store_(store),
       launchAtLogin_(
           new ToggleSwitch(theme, QStringLiteral("Launch Quillmender when I log in"), card())),
-      status_(new AlertLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, card())) {
+      status_(new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, card())) {
     auto *openSettings = new PushButton(theme, QStringLiteral("Open Login Items Settings"),
                                         PushButton::Prominence::standard, card());
     connect(launchAtLogin_, &QCheckBox::toggled, this,
             [this](bool enabled) { store_.setLaunchAtLoginEnabled(enabled); });
     connect(openSettings, &QPushButton::clicked, this,
             [this] { store_.launchAtLoginManager().service().openSystemSettings(); });
-    addRow(launchAtLogin_);
+    // The switch itself ends where the fields end.
+    addRow(launchAtLogin_, ToggleSwitch::outerMargin);
     addRow(status_);
     addButtons({openSettings});
 }
@@ -26,8 +27,7 @@ StartupSection::StartupSection(SettingsStore &store, Theme &theme, QWidget *pare
 void StartupSection::render() {
     const QSignalBlocker blocker(launchAtLogin_);
     launchAtLogin_->setChecked(store_.launchAtLoginEnabled());
-    status_->show(store_.launchAtLoginStatusMessage().value_or(QString()));
-    status_->setVisible(store_.launchAtLoginStatusMessage().has_value());
+    status_->tell(store_.launchAtLoginStatusMessage().value_or(QString()));
 }
 
 } // namespace quillmender

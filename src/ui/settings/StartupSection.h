@@ -5,7 +5,7 @@
 
 namespace quillmender {
 
-class TextLabel;
+class StatusLabel;
 class ToggleSwitch;
 
 /// Launch at login, and what the system says of it.
@@ -20,7 +20,7 @@ class StartupSection : public FormSection {
   private:
     SettingsStore &store_;
     ToggleSwitch *launchAtLogin_;
-    TextLabel *status_;
+    StatusLabel *status_;
 };
 
 } // namespace quillmender

@@ -1,6 +1,5 @@
 #include "AccessibleTree.h"
 #include "PanelFixture.h"
-#include "ui/Spinner.h"
 
 #include <QAccessible>
 #include <QScrollArea>
@@ -75,24 +74,6 @@ TEST_F(AccessibilityTest, DisabledStateIsTold) {
     EXPECT_FALSE(accessible(button(QStringLiteral("Simplify")))->state().disabled);
     change([](auto &state) { state.working = true; });
     EXPECT_TRUE(accessible(button(QStringLiteral("Simplify")))->state().disabled);
-}
-
-TEST_F(AccessibilityTest, ProgressAndErrorAreAlerts) {
-    model.change([](auto &state) {
-        state.working = true;
-        state.running = QStringLiteral("Simplify it");
-        state.error = QStringLiteral("It failed.");
-    });
-    show();
-    QStringList alerts;
-    for (auto *label : controller.panel()->findChildren<AlertLabel *>()) {
-        EXPECT_EQ(accessible(label)->role(), QAccessible::AlertMessage);
-        alerts.append(accessible(label)->text(QAccessible::Name));
-    }
-    EXPECT_EQ(alerts, QStringList({QStringLiteral("Simplify it"), QStringLiteral("It failed.")}));
-    QAccessibleInterface *spinner = accessible(controller.panel()->findChild<Spinner *>());
-    EXPECT_EQ(spinner->role(), QAccessible::ProgressBar);
-    EXPECT_TRUE(spinner->state().busy);
 }
 
 } // namespace quillmender

@@ -36,10 +36,7 @@ class FakePickerModel : public ActionPickerModel {
     /// Whether a run begins at once, as the real one does.
     bool runsAtOnce = false;
 
-    QString captureTitle() const override {
-        ++reads;
-        return state_.title;
-    }
+    QString captureTitle() const override { return state_.title; }
     QString captureDescription() const override { return state_.description; }
     QString selectedTextPreview() const override { return state_.preview; }
     std::optional<QString> errorMessage() const override { return state_.error; }
@@ -47,7 +44,10 @@ class FakePickerModel : public ActionPickerModel {
     QString currentActionTitle() const override { return state_.running; }
     QString customInstruction() const override { return state_.instruction; }
     void setCustomInstruction(const QString &text) override { publish(state_.instruction, text); }
-    QList<PromptAction> actions() const override { return state_.actions; }
+    QList<PromptAction> actions() const override {
+        ++reads;
+        return state_.actions;
+    }
     bool accessibilityGranted() const override { return state_.granted; }
 
     void run(const PromptAction &action) override { begin(QStringLiteral("run ") + action.id()); }

@@ -1,6 +1,8 @@
 #include "LookFixture.h"
+#include "ui/ErrorLabel.h"
 #include "ui/FormSection.h"
 #include "ui/ScrollRegion.h"
+#include "ui/Spinner.h"
 #include "ui/SymbolView.h"
 
 namespace quillmender {
@@ -69,8 +71,10 @@ TEST_F(PanelLayoutTest, ProgressAndItsEndMoveNothing) {
         for (const QWidget *widget : controller.panel()->findChildren<QWidget *>())
             if (widget->isVisible() && qobject_cast<const Button *>(widget))
                 all.append(placeIn(controller.panel(), widget));
+        const auto *spinner = controller.panel()->findChild<Spinner *>();
         for (const QWidget *label : controller.panel()->findChildren<TextLabel *>())
-            if (label->isVisible() && !qobject_cast<const AlertLabel *>(label))
+            if (label->isVisible() && label->parent() != spinner->parent() &&
+                !qobject_cast<const ErrorLabel *>(label))
                 all.append(placeIn(controller.panel(), label));
         return all;
     };
