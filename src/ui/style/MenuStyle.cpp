@@ -43,7 +43,7 @@ void drawTexts(QPainter &painter, const QStyleOptionMenuItem &item, const Look &
 
 QSize sizeOf(const QStyleOptionMenuItem &item, const QSize &contents) {
     if (item.menuItemType == QStyleOptionMenuItem::Separator)
-        return QSize(0, metrics::separatorHeight);
+        return QSize(2 * metrics::itemPadding, metrics::separatorHeight);
     const QFontMetrics font(item.font);
     const bool hasShortcuts = item.text.contains(u'\t') || item.reservedShortcutWidth > 0;
     const int text =

@@ -22,6 +22,7 @@ inline constexpr int buttonWidth = 72; ///< at least, as it likes to be
 inline constexpr int narrowestButton = 48;
 inline constexpr int prominentRingInset = 2;
 inline constexpr int fieldPadding = 8;
+inline constexpr char16_t passwordCharacter = u'\u2022';
 inline constexpr int fieldWidth = 240;
 inline constexpr int narrowestField = 80;
 inline constexpr int editorFrame = 2;

@@ -167,7 +167,8 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
         return 0;
     case PM_MenuHMargin:
     case PM_MenuVMargin:
-        return metrics::floatingPadding;
+        // The frame of a list has that room already.
+        return qobject_cast<const QMenu *>(widget) ? metrics::floatingPadding : 0;
     case PM_ToolTipLabelFrameWidth:
         return metrics::toolTipPadding;
     default:
@@ -193,6 +194,8 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
     case SH_Menu_MouseTracking:
     case SH_ComboBox_ListMouseTracking:
         return 1;
+    case SH_LineEdit_PasswordCharacter:
+        return metrics::passwordCharacter;
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ScrollBar_Transient:
