@@ -51,7 +51,7 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
     : ownWindows_(ownWindows),
       view_(ready.view()),
       panel_(ready.take()),
-      keys_(new PickerKeys(*panel_, *view_->region(), *view_->editor(), [this] {
+      keys_(std::make_unique<PickerKeys>(*panel_, *view_->region(), *view_->editor(), [this] {
           return ownWindows_.keysDownAtFocus(panel_->windowHandle());
       })) {
     ActionPanelController::centre(std::nullopt);

@@ -49,7 +49,7 @@ class ActionPanelController : public PickerPanel {
     OwnWindows &ownWindows_;
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;
-    PickerKeys *keys_; ///< owned by the panel
+    std::unique_ptr<PickerKeys> keys_; ///< goes before the controls that it watches
     std::weak_ptr<SteppedAside> aside_;
 };
 
