@@ -1,9 +1,15 @@
+# shellcheck shell=bash
 # Functions for scripts that make and enter a root with another release of Debian. To be sourced.
+
+# The code name of the release that this machine has.
+debian_release() {
+    (. /etc/os-release && echo "$VERSION_CODENAME")
+}
 
 # The address from which this machine gets its own packages, in either format of apt.
 debian_package_source() {
     local file own
-    own=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    own=$(debian_release)
     for file in /etc/apt/sources.list.d/*.sources; do
         [ -e "$file" ] || continue
         awk -v own="$own" 'BEGIN { RS = ""; FS = "\n" }
