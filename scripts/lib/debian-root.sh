@@ -51,10 +51,12 @@ mount_debian_root() {
     mount -t tmpfs tmpfs "$root/dev/shm"
 }
 
-# run_in_debian_root FOLDER command...: with no variable of this machine.
+# run_in_debian_root FOLDER command...: with no variable of this machine, and those of the array
+# debian_root_environment.
+debian_root_environment=()
 run_in_debian_root() {
     local root=$1
     shift
     env --ignore-environment HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb \
-        chroot "$root" "$@"
+        "${debian_root_environment[@]}" chroot "$root" "$@"
 }
