@@ -1,9 +1,5 @@
 # Manual page and changelog, which Debian wants compressed without a time in them.
 find_program(GZIP gzip REQUIRED)
-execute_process(
-    COMMAND date --rfc-email --utc --date ${QUILLMENDER_RELEASE_DATE}
-    OUTPUT_VARIABLE CHANGELOG_DATE OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-
 set(compressed)
 function(install_compressed file folder)
     configure_file(${file}.in ${file} @ONLY)

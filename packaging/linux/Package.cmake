@@ -1,6 +1,7 @@
 # The Debian package of whatever build this is: cpack -G DEB.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME quillmender)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION}${QUILLMENDER_PACKAGE_SUFFIX})
 set(CPACK_PACKAGE_VENDOR Orvelline)
 set(CPACK_PACKAGE_CONTACT "Orvelline <packages@quillmender.example>")
 set(CPACK_PACKAGE_HOMEPAGE_URL https://quillmender.example/)

@@ -1,0 +1,17 @@
+# QUILLMENDER_PACKAGE_SUFFIX: what follows the version in a package built on this system, as +deb12.
+set(QUILLMENDER_PACKAGE_SUFFIX "")
+if(EXISTS /etc/os-release)
+    file(STRINGS /etc/os-release lines REGEX "^(ID|VERSION_ID)=")
+    foreach(line IN LISTS lines)
+        string(REGEX REPLACE "^([A-Z_]+)=\"?([^\"]*)\"?$" "\\1;\\2" pair "${line}")
+        list(GET pair 0 key)
+        list(GET pair 1 system_${key})
+    endforeach()
+    if(system_ID STREQUAL "debian")
+        set(system_ID deb)
+    endif()
+    # Testing has no number yet.
+    if(system_ID AND system_VERSION_ID)
+        set(QUILLMENDER_PACKAGE_SUFFIX "+${system_ID}${system_VERSION_ID}")
+    endif()
+endif()
