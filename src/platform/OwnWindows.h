@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <memory>
 
 class QWindow;
@@ -39,7 +41,15 @@ class OwnWindows {
     /// flags say all of it.
     virtual void applyWindowAttributes(QWindow *window) = 0;
 
-    /// Gives the window the front and the keyboard focus, whatever application has them now.
+    /// The points at the top of a panel with its attributes that the frame covers. What is shown
+    /// belongs below them.
+    virtual int coveredHeight(QWindow *panel) {
+        Q_UNUSED(panel)
+        return 0;
+    }
+
+    /// Gives the window the front and the keyboard focus, whatever application has them now. They
+    /// go back, where the window system does not see to it, when no window is left on the screen.
     virtual void activate(QWindow *window) = 0;
 
     /// Hides the window where the source application gets the focus back only then. Null where it

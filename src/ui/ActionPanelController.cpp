@@ -45,8 +45,11 @@ ActionPanelController::ActionPanelController(ActionPickerModel &model, Theme &th
     : ownWindows_(ownWindows),
       view_(new ActionPickerView(model, theme, {GridColumn(), GridColumn()})),
       panel_(std::make_unique<ActionPanel>(view_)) {
-    QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(),
-                     [this] { ownWindows_.applyPanelAttributes(panel_->windowHandle()); });
+    QObject::connect(panel_.get(), &ActionPanel::nativeWindowMade, panel_.get(), [this] {
+        ownWindows_.applyPanelAttributes(panel_->windowHandle());
+        // A toolkit that keeps it free by itself takes the larger of both.
+        panel_->setContentsMargins(0, ownWindows_.coveredHeight(panel_->windowHandle()), 0, 0);
+    });
     ActionPanelController::centre(std::nullopt);
 }
 

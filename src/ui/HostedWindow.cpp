@@ -57,6 +57,8 @@ QWidget *HostedWindow::sheet() const {
 void HostedWindow::floatWith(QWidget *panel) {
     create();
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, panel != nullptr);
+    // The toolkit may have taken them back with the flag.
+    ownWindows_.applyWindowAttributes(windowHandle());
     if (panel)
         panel->installEventFilter(this);
 }

@@ -17,6 +17,7 @@ constexpr qreal cornerRadius = 8;
 
 TextField::TextField(Theme &theme, QWidget *parent) : QLineEdit(parent), theme_(theme) {
     setFrame(false);
+    setAttribute(Qt::WA_MacShowFocusRect, false);
     setFont(fontFor(TextStyle::body));
     setTextMargins(padding, 0, padding, 0);
     QPalette clear;

@@ -22,6 +22,7 @@ ToggleSwitch::ToggleSwitch(Theme &theme, const QString &text, QWidget *parent)
     : QCheckBox(text, parent),
       theme_(theme) {
     setFont(fontFor(TextStyle::body));
+    setAttribute(Qt::WA_MacShowFocusRect, false);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }

@@ -40,6 +40,7 @@ class FakeOwnWindows : public OwnWindows {
         record("applyWindowAttributes", window);
     }
     void activate(QWindow *window) override { record("activate", window); }
+    int coveredHeight(QWindow *) override { return covered; }
     std::unique_ptr<SteppedAside> stepAside(QWindow *window) override {
         if (!needsSteppingAside)
             return nullptr;
@@ -49,6 +50,7 @@ class FakeOwnWindows : public OwnWindows {
 
     QList<Call> calls;
     bool needsSteppingAside = false;
+    int covered = 0;
 
   private:
     void record(const char *name, const QWindow *window) {

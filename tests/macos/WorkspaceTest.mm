@@ -50,6 +50,14 @@ TEST_F(WorkspaceTest, ThisProgramInFrontStandsForTheLastOtherOne) {
     EXPECT_EQ(processOf(workspace.frontmostApplication()), 8);
 }
 
+TEST_F(WorkspaceTest, TheApplicationInFrontBeforeTheLaunchIsRemembered) {
+    system.frontmost = 7;
+    MacWorkspace launched;
+    // The toolkit may take the front before anybody hears of activations.
+    system.frontmost = RunningApplications::own;
+    EXPECT_EQ(processOf(launched.frontmostApplication()), 7);
+}
+
 TEST_F(WorkspaceTest, ActivationPassesTheEmptyOptionSet) {
     system.frontmost = 7;
     const RunningApplicationRef application = workspace.frontmostApplication();
