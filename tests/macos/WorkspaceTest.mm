@@ -12,6 +12,8 @@ using testing::ElementsAre;
 
 class WorkspaceTest : public FrameworksTest {
   protected:
+    WorkspaceTest() { calls(); }
+
     static int processOf(const RunningApplicationRef &application) {
         const auto *own = dynamic_cast<const MacRunningApplication *>(application.get());
         return own ? [own->get() processIdentifier] : 0;
