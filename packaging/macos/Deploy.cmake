@@ -4,17 +4,11 @@ install(TARGETS quillmender BUNDLE DESTINATION . COMPONENT Quillmender)
 
 find_program(MACDEPLOYQT macdeployqt
     HINTS ${Qt6_DIR}/../../../bin ${QT6_INSTALL_PREFIX}/bin REQUIRED)
-# A signature for one machine alone cannot have what notarising wants.
-if(QUILLMENDER_SIGNING_IDENTITY STREQUAL "-")
-    set(signing -codesign=-)
-else()
-    set(signing "-sign-for-notarization=${QUILLMENDER_SIGNING_IDENTITY}")
-endif()
 install(CODE "
     execute_process(
-        COMMAND \"${MACDEPLOYQT}\"
+        COMMAND \"${CMAKE_CURRENT_SOURCE_DIR}/deploy-bundle\" \"${MACDEPLOYQT}\"
                 \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Quillmender.app\"
-                -always-overwrite \"${signing}\"
+                \"${QUILLMENDER_SIGNING_IDENTITY}\"
         COMMAND_ERROR_IS_FATAL ANY)"
     COMPONENT Quillmender)
 

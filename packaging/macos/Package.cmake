@@ -3,7 +3,6 @@ set(CPACK_GENERATOR DragNDrop)
 set(CPACK_PACKAGE_NAME Quillmender)
 set(CPACK_PACKAGE_VENDOR Orvelline)
 set(CPACK_PACKAGE_FILE_NAME Quillmender-${PROJECT_VERSION})
-set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_DMG_VOLUME_NAME Quillmender)
 # Only our component: what was fetched would install itself too.
 set(CPACK_MONOLITHIC_INSTALL ON)

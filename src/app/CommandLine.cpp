@@ -13,7 +13,8 @@ std::optional<std::string> commandLineAnswer(std::span<const char *const> argume
                    "\n"
                    "Waits in the status area until Control + Alt + Space is pressed, then offers "
                    "to\n"
-                   "rewrite the text that is selected. A second start opens the settings.\n"
+                   "rewrite the text that is selected. On Linux, a second start opens the "
+                   "settings.\n"
                    "\n"
                    "  -h, --help     Tell how to call the program, and end\n"
                    "  -v, --version  Tell the version, and end\n";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSet>
+#include <QtGlobal>
 
 #include <memory>
 
@@ -41,7 +42,15 @@ class OwnWindows {
     /// flags say all of it.
     virtual void applyWindowAttributes(QWindow *window) = 0;
 
-    /// Gives the window the front and the keyboard focus, whatever application has them now.
+    /// The points at the top of a panel with its attributes that the frame covers. What is shown
+    /// belongs below them.
+    virtual int coveredHeight(QWindow *panel) {
+        Q_UNUSED(panel)
+        return 0;
+    }
+
+    /// Gives the window the front and the keyboard focus, whatever application has them now. They
+    /// go back, where the window system does not see to it, when no window is left on the screen.
     virtual void activate(QWindow *window) = 0;
 
     /// The native codes of the keys that were down when the window got the keyboard last. Nothing

@@ -5,7 +5,9 @@ namespace quillmender {
 /// Readies the process itself. To be called first in `main`, before any thread, library or file:
 /// - a crash leaves no core file, which could hold an API key. The system still lets other programs
 ///   see which program this is;
-/// - what the environment has that counts as unset by its own rules is unset.
+/// - what the environment has that counts as unset by its own rules is unset;
+/// - the toolkit, which reads the environment when its application object is made, does not take
+///   the front at the launch.
 void prepareProcess();
 
 } // namespace quillmender

@@ -10,6 +10,7 @@ Button::Button(Theme &theme, QWidget *parent) : QPushButton(parent), theme_(them
     setAutoDefault(false);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
+    setAttribute(Qt::WA_MacShowFocusRect, false);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 

@@ -52,7 +52,11 @@ QWidget *HostedWindow::sheet() const {
 
 void HostedWindow::floatWith(QWidget *panel) {
     create();
+    const Qt::WindowFlags before = windowHandle()->flags();
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, panel != nullptr);
+    // The toolkit may have taken the attributes back with the flag.
+    if (windowHandle()->flags() != before)
+        ownWindows_.applyWindowAttributes(windowHandle());
     if (panel)
         panel->installEventFilter(this);
 }

@@ -80,6 +80,9 @@ void ReadyPanel::makePanel() {
     QObject::connect(panel, &ActionPanel::nativeWindowMade, panel,
                      [&ownWindows = ownWindows_, panel] {
                          ownWindows.applyPanelAttributes(panel->windowHandle());
+                         // A toolkit that keeps it free by itself takes the larger of both.
+                         const int covered = ownWindows.coveredHeight(panel->windowHandle());
+                         panel->setContentsMargins(0, covered, 0, 0);
                      });
 }
 

@@ -11,6 +11,7 @@
 namespace quillmender {
 
 TextField::TextField(Theme &theme, QWidget *parent) : QLineEdit(parent) {
+    setAttribute(Qt::WA_MacShowFocusRect, false);
     setFont(fontFor(TextStyle::body));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));

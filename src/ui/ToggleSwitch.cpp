@@ -8,6 +8,7 @@ namespace quillmender {
 ToggleSwitch::ToggleSwitch(Theme &theme, const QString &text, QWidget *parent)
     : QCheckBox(text, parent) {
     setFont(fontFor(TextStyle::body));
+    setAttribute(Qt::WA_MacShowFocusRect, false);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
 }

@@ -40,6 +40,7 @@ class FakeOwnWindows : public OwnWindows {
         record("applyWindowAttributes", window);
     }
     void activate(QWindow *window) override { record("activate", window); }
+    int coveredHeight(QWindow *) override { return covered; }
     std::unique_ptr<SteppedAside> stepAside(QWindow *window) override {
         if (!needsSteppingAside)
             return nullptr;
@@ -52,6 +53,7 @@ class FakeOwnWindows : public OwnWindows {
     QList<Call> calls;
     QSet<quint32> keysDown;
     bool needsSteppingAside = false;
+    int covered = 0;
 
   private:
     void record(const char *name, const QWindow *window) {

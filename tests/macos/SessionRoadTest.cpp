@@ -2,6 +2,7 @@
 #include "WholeSessionTest.h"
 #include "doubles/appkit/StatusArea.h"
 #include "doubles/foundation/Bundle.h"
+#include "platform/Process.h"
 
 namespace quillmender {
 
@@ -33,6 +34,12 @@ TEST_F(SessionRoadTest, EveryServiceIsMade) {
     EXPECT_EQ(platform->bundleVersion, std::nullopt);
     doubles::Bundle::shared().shortVersion = "3.1";
     EXPECT_EQ(makePlatform()->bundleVersion, QStringLiteral("3.1"));
+}
+
+TEST_F(SessionRoadTest, TheToolkitLeavesTheFrontAlone) {
+    qunsetenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM");
+    prepareProcess();
+    EXPECT_FALSE(qEnvironmentVariableIsEmpty("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM"));
 }
 
 TEST_F(SessionRoadTest, TheLaunchShowsTheStatusItemAndThenRegistersTheHotKey) {

@@ -1,8 +1,10 @@
 #include "FrameworksTest.h"
+#include "doubles/appkit/RunningApplications.h"
 #include "doubles/appkit/ToolkitWindow.h"
 #include "platform/macos/MacOwnWindows.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QWindow>
 
 #include <optional>
@@ -11,6 +13,7 @@ namespace quillmender {
 
 namespace {
 
+using doubles::RunningApplications;
 using doubles::ToolkitWindow;
 using testing::ElementsAre;
 
@@ -40,6 +43,7 @@ class WindowTest : public FrameworksTest {
         EXPECT_FALSE(panel.showsButton(zoomButton));
         EXPECT_EQ(panel.contentWidth(), 620);
         EXPECT_EQ(panel.contentHeight(), 620);
+        EXPECT_EQ(panel.contentBottom(), 0);
     }
 
     static void expectWindow(const ToolkitWindow &window) {
@@ -53,8 +57,22 @@ class WindowTest : public FrameworksTest {
         EXPECT_TRUE(window.showsButton(miniaturizeButton));
         EXPECT_EQ(window.contentWidth(), 760);
         EXPECT_EQ(window.contentHeight(), 820);
+        EXPECT_EQ(window.contentBottom(), 0);
     }
 
+    /// What is asked of the system for what is queued now.
+    static std::vector<std::string> callsWhenSettled() {
+        QCoreApplication::processEvents();
+        return calls();
+    }
+
+    void show(QWindow &handle) {
+        handle.show();
+        ownWindows.activate(&handle);
+        calls();
+    }
+
+    RunningApplications &applications = RunningApplications::shared();
     ToolkitWindow panel{ToolkitWindow::Kind::panel, 620, 620};
     ToolkitWindow window{ToolkitWindow::Kind::window, 760, 820};
     QWindow panelHandle;
@@ -130,6 +148,101 @@ TEST_F(WindowTest, SheetIsShownAsItIs) {
     ownWindows.activate(&windowHandle);
     EXPECT_EQ(window.styleMask(), before);
     EXPECT_EQ(window.level(), 0);
+}
+
+TEST_F(WindowTest, TheTitleBarCoversThePanelsTopAndNoOther) {
+    ownWindows.applyPanelAttributes(&panelHandle);
+    ownWindows.applyWindowAttributes(&windowHandle);
+    EXPECT_EQ(ownWindows.coveredHeight(&panelHandle), 28);
+    EXPECT_EQ(ownWindows.coveredHeight(&windowHandle), 0);
+    panel.loseNativeWindow();
+    EXPECT_EQ(ownWindows.coveredHeight(&panelHandle), 0);
+}
+
+TEST_F(WindowTest, TheKeyboardGoesBackAfterTheLastWindowHasGone) {
+    applications.bringToFront(7);
+    ownWindows.applyPanelAttributes(&panelHandle);
+    show(panelHandle);
+    EXPECT_EQ(applications.frontmost, RunningApplications::own);
+    panelHandle.hide();
+    EXPECT_THAT(calls(), ElementsAre()) << "before the rest of what hides the panel";
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+    EXPECT_EQ(applications.frontmost, 7);
+}
+
+TEST_F(WindowTest, AClosedWindowGivesTheKeyboardBack) {
+    applications.bringToFront(7);
+    ownWindows.applyWindowAttributes(&windowHandle);
+    show(windowHandle);
+    windowHandle.close();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+}
+
+TEST_F(WindowTest, AnAlertThatHasOnlyBeenActivatedGivesTheKeyboardBack) {
+    applications.bringToFront(7);
+    show(windowHandle);
+    windowHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+}
+
+TEST_F(WindowTest, TheKeyboardStaysWhileAWindowIsLeft) {
+    ownWindows.applyPanelAttributes(&panelHandle);
+    ownWindows.applyWindowAttributes(&windowHandle);
+    show(windowHandle);
+    show(panelHandle);
+    panelHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre());
+    windowHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+}
+
+TEST_F(WindowTest, TheKeyboardStaysWhenAnotherWindowComesAtOnce) {
+    ownWindows.applyPanelAttributes(&panelHandle);
+    show(panelHandle);
+    panelHandle.hide();
+    show(windowHandle);
+    EXPECT_THAT(callsWhenSettled(), ElementsAre());
+}
+
+TEST_F(WindowTest, AMiniaturisedWindowDoesNotKeepTheKeyboard) {
+    ownWindows.applyWindowAttributes(&windowHandle);
+    show(windowHandle);
+    show(panelHandle);
+    windowHandle.showMinimized();
+    panelHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+}
+
+TEST_F(WindowTest, ATooltipDoesNotKeepTheKeyboard) {
+    QWindow tip;
+    tip.setFlags(Qt::ToolTip);
+    show(panelHandle);
+    tip.show();
+    panelHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre("NSApplication hide"));
+}
+
+TEST_F(WindowTest, AnotherApplicationInFrontIsLeftAlone) {
+    show(panelHandle);
+    applications.bringToFront(7);
+    panelHandle.hide();
+    EXPECT_THAT(callsWhenSettled(), ElementsAre());
+}
+
+TEST_F(WindowTest, CommandWClosesWindowsAndNotThePanel) {
+    ownWindows.applyPanelAttributes(&panelHandle);
+    ownWindows.applyWindowAttributes(&windowHandle);
+    for (QWindow *handle : {&panelHandle, &windowHandle}) {
+        show(*handle);
+        QKeyEvent command(QEvent::KeyPress, Qt::Key_W, Qt::ControlModifier);
+        QCoreApplication::sendEvent(handle, &command);
+    }
+    EXPECT_TRUE(panelHandle.isVisible());
+    EXPECT_FALSE(windowHandle.isVisible());
+    windowHandle.show();
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_W, Qt::NoModifier, QStringLiteral("w"));
+    QCoreApplication::sendEvent(&windowHandle, &letter);
+    EXPECT_TRUE(windowHandle.isVisible());
 }
 
 TEST_F(WindowTest, ViewWithoutWindowIsLeftAlone) {

@@ -12,6 +12,8 @@ using testing::ElementsAre;
 
 class WorkspaceTest : public FrameworksTest {
   protected:
+    WorkspaceTest() { calls(); }
+
     static int processOf(const RunningApplicationRef &application) {
         const auto *own = dynamic_cast<const MacRunningApplication *>(application.get());
         return own ? [own->get() processIdentifier] : 0;
@@ -48,6 +50,14 @@ TEST_F(WorkspaceTest, ThisProgramInFrontStandsForTheLastOtherOne) {
     system.bringToFront(8);
     system.bringToFront(RunningApplications::own);
     EXPECT_EQ(processOf(workspace.frontmostApplication()), 8);
+}
+
+TEST_F(WorkspaceTest, TheApplicationInFrontBeforeTheLaunchIsRemembered) {
+    system.frontmost = 7;
+    MacWorkspace launched;
+    // The toolkit may take the front before anybody hears of activations.
+    system.frontmost = RunningApplications::own;
+    EXPECT_EQ(processOf(launched.frontmostApplication()), 7);
 }
 
 TEST_F(WorkspaceTest, ActivationPassesTheEmptyOptionSet) {

@@ -2,7 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-/// Remembers which other application was in front last.
+/// Remembers which other application was in front last, beginning with the one that is when it is
+/// made.
 @interface QuillmenderActivationObserver : NSObject {
     NSWorkspace *workspace_;
     NSRunningApplication *lastOther_;

@@ -11,6 +11,7 @@
                                         selector:@selector(applicationDidActivate:)
                                             name:NSWorkspaceDidActivateApplicationNotification
                                           object:nil];
+    [self remember:[workspace_ frontmostApplication]];
     return self;
 }
 

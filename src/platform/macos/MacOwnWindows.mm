@@ -5,6 +5,8 @@
 #include <QVariant>
 #include <QWindow>
 
+#include <cmath>
+
 namespace quillmender {
 
 namespace {
@@ -42,11 +44,21 @@ void MacOwnWindows::setAccessoryPolicy() {
 void MacOwnWindows::applyPanelAttributes(QWindow *window) {
     remember(*window, WindowKind::panel);
     apply(*window);
+    watch_.add(*window);
 }
 
 void MacOwnWindows::applyWindowAttributes(QWindow *window) {
     remember(*window, WindowKind::window);
     apply(*window);
+    watch_.add(*window);
+    watch_.addCloseKey(*window);
+}
+
+int MacOwnWindows::coveredHeight(QWindow *panel) {
+    @autoreleasepool {
+        NSWindow *const native = [viewOf_(*panel) window];
+        return native == nil ? 0 : static_cast<int>(std::ceil(quillmender::coveredHeight(native)));
+    }
 }
 
 void MacOwnWindows::apply(const QWindow &window) {
@@ -64,6 +76,7 @@ void MacOwnWindows::apply(const QWindow &window) {
 
 void MacOwnWindows::activate(QWindow *window) {
     apply(*window);
+    watch_.add(*window);
     @autoreleasepool {
         [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
         [[viewOf_(*window) window] makeKeyAndOrderFront:nil];

@@ -1,5 +1,7 @@
 #include "platform/macos/WindowAttributes.h"
 
+#include <algorithm>
+
 namespace quillmender {
 
 namespace {
@@ -15,12 +17,17 @@ constexpr NSWindowCollectionBehavior panelBehavior =
 void setStyleMask(NSWindow *window, NSWindowStyleMask style) {
     if ([window styleMask] == style)
         return;
-    const NSSize content = [[window contentView] frame].size;
+    const NSRect content = [window contentRectForFrameRect:[window frame]];
     [window setStyleMask:style];
-    [window setContentSize:content];
+    [window setFrame:[window frameRectForContentRect:content] display:YES];
 }
 
 } // namespace
+
+CGFloat coveredHeight(NSWindow *window) {
+    const NSRect content = [[window contentView] frame];
+    return std::max<CGFloat>(0, NSHeight(content) - NSMaxY([window contentLayoutRect]));
+}
 
 void applyPanelAttributes(NSWindow *window) {
     setStyleMask(window, panelStyle);

@@ -40,3 +40,12 @@ static_assert(
     std::is_same_v<decltype([NSRunningApplication currentApplication].processIdentifier), pid_t>);
 static_assert(
     std::is_same_v<decltype([[NSPasteboard generalPasteboard] clearContents]), NSInteger>);
+static_assert(std::is_same_v<decltype([[NSApplication sharedApplication] isActive]), BOOL>);
+static_assert(std::is_same_v<decltype([[NSApplication sharedApplication] hide:nil]), void>);
+static_assert(std::is_same_v<decltype([NSWindow alloc].frame), NSRect>);
+static_assert(std::is_same_v<decltype([NSWindow alloc].contentLayoutRect), NSRect>);
+static_assert(
+    std::is_same_v<decltype([[NSWindow alloc] contentRectForFrameRect:NSZeroRect]), NSRect>);
+static_assert(
+    std::is_same_v<decltype([[NSWindow alloc] frameRectForContentRect:NSZeroRect]), NSRect>);
+static_assert(std::is_same_v<decltype([[NSWindow alloc] setFrame:NSZeroRect display:YES]), void>);

@@ -40,11 +40,12 @@ QUILLMENDER_CONTRACT_FUNCTION(CFPreferencesSetAppValue,
                               void (*)(CFStringRef, CFPropertyListRef, CFStringRef));
 QUILLMENDER_CONTRACT_FUNCTION(CFPreferencesAppSynchronize, Boolean (*)(CFStringRef));
 
-static_assert(std::is_same_v<decltype(kCFAllocatorDefault), const CFAllocatorRef>);
-static_assert(std::is_same_v<decltype(kCFBooleanTrue), const CFBooleanRef>);
-static_assert(std::is_same_v<decltype(kCFBooleanFalse), const CFBooleanRef>);
-static_assert(std::is_same_v<decltype(kCFPreferencesCurrentApplication), const CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kCFAllocatorDefault)>, CFAllocatorRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kCFBooleanTrue)>, CFBooleanRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kCFBooleanFalse)>, CFBooleanRef>);
 static_assert(
-    std::is_same_v<decltype(kCFTypeDictionaryKeyCallBacks), const CFDictionaryKeyCallBacks>);
-static_assert(
-    std::is_same_v<decltype(kCFTypeDictionaryValueCallBacks), const CFDictionaryValueCallBacks>);
+    std::is_same_v<std::remove_const_t<decltype(kCFPreferencesCurrentApplication)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kCFTypeDictionaryKeyCallBacks)>,
+                             CFDictionaryKeyCallBacks>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kCFTypeDictionaryValueCallBacks)>,
+                             CFDictionaryValueCallBacks>);

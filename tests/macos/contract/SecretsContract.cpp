@@ -6,16 +6,17 @@ QUILLMENDER_CONTRACT_FUNCTION(SecItemCopyMatching, OSStatus (*)(CFDictionaryRef,
 QUILLMENDER_CONTRACT_FUNCTION(SecItemAdd, OSStatus (*)(CFDictionaryRef, CFTypeRef *));
 QUILLMENDER_CONTRACT_FUNCTION(SecItemDelete, OSStatus (*)(CFDictionaryRef));
 
-static_assert(std::is_same_v<decltype(kSecClass), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecClassGenericPassword), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecAttrService), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecAttrAccount), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecAttrAccessible), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecAttrAccessibleAfterFirstUnlock), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecValueData), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecReturnData), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecMatchLimit), const CFStringRef>);
-static_assert(std::is_same_v<decltype(kSecMatchLimitOne), const CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecClass)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecClassGenericPassword)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecAttrService)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecAttrAccount)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecAttrAccessible)>, CFStringRef>);
+static_assert(
+    std::is_same_v<std::remove_const_t<decltype(kSecAttrAccessibleAfterFirstUnlock)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecValueData)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecReturnData)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecMatchLimit)>, CFStringRef>);
+static_assert(std::is_same_v<std::remove_const_t<decltype(kSecMatchLimitOne)>, CFStringRef>);
 
 static_assert(errSecAllocate == -108);
 static_assert(errSecSuccess == 0);

@@ -63,6 +63,9 @@ class Properties(unittest.TestCase):
         self.assertIs(self.properties["LSUIElement"], True)
         self.assertEqual(self.properties["LSMinimumSystemVersion"], "13.0")
 
+    def test_is_started_once(self):
+        self.assertIs(self.properties["LSMultipleInstancesProhibited"], True)
+
     def test_asks_for_nothing_but_the_local_network(self):
         usages = [key for key in self.properties if key.endswith("UsageDescription")]
         self.assertEqual(usages, ["NSLocalNetworkUsageDescription"])
@@ -115,9 +118,20 @@ class Program(unittest.TestCase):
 
 
 class Deployment(unittest.TestCase):
-    def test_qt_is_deployed_and_the_bundle_signed_for_this_machine(self):
-        options = (BUNDLE / "Contents/deployed").read_text().splitlines()
-        self.assertEqual(options, ["-always-overwrite", "-codesign=-"])
+    def test_qt_is_deployed(self):
+        options = (BUNDLE / "Contents/Resources/deployed").read_text().splitlines()
+        self.assertEqual(options, ["-always-overwrite"])
+
+    def test_only_the_plugins_that_are_needed_are_left(self):
+        plugins = BUNDLE / "Contents/PlugIns"
+        self.assertEqual(
+            sorted(str(path.relative_to(plugins)) for path in plugins.rglob("*.dylib")),
+            [
+                "platforms/libqcocoa.dylib",
+                "styles/libqmacstyle.dylib",
+                "tls/libqsecuretransportbackend.dylib",
+            ],
+        )
 
     def test_nothing_is_installed_beside_the_bundle(self):
         self.assertEqual(list(BUNDLE.parent.iterdir()), [BUNDLE])

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs the scripts that are for a Mac with tools that only note how they were called.
-Usage: scripts_test.py folder-of-the-scripts"""
+Usage: scripts_test.py folder-of-the-project"""
 
 import os
 import pathlib
@@ -10,7 +10,7 @@ import sys
 import tempfile
 import unittest
 
-SCRIPTS = pathlib.Path(sys.argv[1])
+PROJECT = pathlib.Path(sys.argv[1])
 IDENTITY = "Developer ID Application: Some One (TEAM)"
 IMAGE = "build/macos/package/Quillmender-1.0.0.dmg"
 TOOL = """#!/bin/sh
@@ -32,11 +32,11 @@ class Scripts(unittest.TestCase):
         self.root = pathlib.Path(folder.name)
         self.tools = self.root / "tools"
         self.tools.mkdir()
-        for name in ("cmake", "codesign", "cpack", "spctl", "sysctl", "xcrun"):
+        for name in ("cmake", "codesign", "cpack", "shasum", "spctl", "sysctl", "xcrun"):
             tool = self.tools / name
             tool.write_text(TOOL)
             tool.chmod(0o755)
-        shutil.copytree(SCRIPTS, self.root / "scripts")
+        shutil.copytree(PROJECT / "scripts", self.root / "scripts")
 
     def run_script(self, name, *arguments, failing=""):
         calls = self.root / "calls"
@@ -77,9 +77,12 @@ class Scripts(unittest.TestCase):
                     f"xcrun|stapler|staple|{IMAGE}",
                     "spctl|--assess|--type|open|--context|context:primary-signature|--verbose"
                     f"|{IMAGE}",
+                    # Of what is left when all of that has been done to it.
+                    "shasum|-a|256|Quillmender-1.0.0.dmg",
                 ],
             ),
         )
+        self.assertTrue((self.root / (IMAGE + ".sha256")).is_file())
 
     def test_nothing_follows_a_failure(self):
         for tool in ("codesign --force", "xcrun notarytool"):

@@ -136,6 +136,9 @@ class AppDelegateTest : public testing::Test {
         ASSERT_TRUE(QTest::qWaitFor([this] { return clock->sleeps > 0; }, 20'000));
     }
 
+    /// That session comes to its end before the program does, however often it is asked to quit.
+    void expectOrderlyEnd(const std::function<void()> &quit);
+
     test::LoopbackServer server;
     fakes::CallLog log = fakes::makeCallLog();
     FakeInstance *instance = nullptr;
@@ -259,12 +262,25 @@ TEST_F(AppDelegateTest, TheAlertOffersTheDownloadAndGoesAway) {
 }
 
 TEST_F(AppDelegateTest, QuittingEndsWhatIsUnderWayHandsTheClipboardOverAndThenQuits) {
+    expectOrderlyEnd([this] { statusItem->contents.menu.constLast().handler(); });
+}
+
+TEST_F(AppDelegateTest, WhatTheSystemAsksToQuitEndsInTheSameOrder) {
+    expectOrderlyEnd([] {
+        QEvent quit(QEvent::Quit);
+        quit.ignore();
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
+        EXPECT_TRUE(quit.isAccepted()) << "a log-out would be called off";
+    });
+}
+
+void AppDelegateTest::expectOrderlyEnd(const std::function<void()> &quit) {
     delegate->applicationDidFinishLaunching();
     startPasting();
     log->clear();
-    QTimer::singleShot(0, QCoreApplication::instance(), [this] {
-        statusItem->contents.menu.constLast().handler();
-        statusItem->contents.menu.constLast().handler();
+    QTimer::singleShot(0, QCoreApplication::instance(), [quit] {
+        quit();
+        quit();
     });
     QTimer::singleShot(std::chrono::seconds(50), QCoreApplication::instance(), [] {
         ADD_FAILURE() << "it does not quit";

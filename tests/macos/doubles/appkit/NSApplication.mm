@@ -1,4 +1,5 @@
 #include "doubles/CallLog.h"
+#include "doubles/appkit/RunningApplications.h"
 #include "doubles/appkit/SystemColors.h"
 #include "doubles/foundation/Objects.h"
 
@@ -21,6 +22,17 @@ using namespace quillmender::doubles;
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps {
     CallLog::shared().add(std::string("NSApplication activateIgnoringOtherApps ") +
                           (ignoreOtherApps ? "YES" : "NO"));
+    RunningApplications::shared().bringToFront(RunningApplications::own);
+}
+
+// Windows that are ordered out do not change it.
+- (BOOL)isActive {
+    return RunningApplications::shared().frontmost == RunningApplications::own;
+}
+
+- (void)hide:(id)sender {
+    CallLog::shared().add("NSApplication hide");
+    RunningApplications::shared().hideOwn();
 }
 
 - (NSAppearance *)effectiveAppearance {

@@ -22,7 +22,7 @@ struct ViewState {
 // With the values that a window has when it is made.
 struct WindowState {
     Held<NSView> contentView;
-    NSSize frame{};
+    NSRect frame{};
     NSWindowStyleMask styleMask = 0;
     NSWindowLevel level = NSNormalWindowLevel;
     NSWindowCollectionBehavior collectionBehavior = 0;
@@ -39,8 +39,8 @@ struct WindowState {
 };
 
 void layOut(WindowState &state) {
-    [state.contentView.get()
-        setFrame:NSMakeRect(0, 0, state.frame.width, state.frame.height - state.titleBar())];
+    [state.contentView.get() setFrame:NSMakeRect(0, 0, state.frame.size.width,
+                                                 state.frame.size.height - state.titleBar())];
 }
 
 } // namespace
@@ -117,7 +117,7 @@ void layOut(WindowState &state) {
         state.buttons[button] = Held(made);
         [made release];
     }
-    [self setContentSize:contentRect.size];
+    [self setFrame:[self frameRectForContentRect:contentRect] display:NO];
     return self;
 }
 
@@ -147,10 +147,39 @@ void layOut(WindowState &state) {
     layOut(stateOf<WindowState>(self));
 }
 
-- (void)setContentSize:(NSSize)size {
+- (NSRect)frame {
+    return stateOf<WindowState>(self).frame;
+}
+
+- (void)setFrame:(NSRect)frameRect display:(BOOL)flag {
     auto &state = stateOf<WindowState>(self);
-    state.frame = NSMakeSize(size.width, size.height + state.titleBar());
+    state.frame = frameRect;
     layOut(state);
+}
+
+- (NSRect)contentRectForFrameRect:(NSRect)frameRect {
+    frameRect.size.height -= stateOf<WindowState>(self).titleBar();
+    return frameRect;
+}
+
+- (NSRect)frameRectForContentRect:(NSRect)contentRect {
+    contentRect.size.height += stateOf<WindowState>(self).titleBar();
+    return contentRect;
+}
+
+// What no title bar covers, a transparent one neither.
+- (NSRect)contentLayoutRect {
+    const NSSize size = stateOf<WindowState>(self).frame.size;
+    return NSMakeRect(0, 0, size.width, size.height - titleBarHeight);
+}
+
+// The upper edge stays.
+- (void)setContentSize:(NSSize)size {
+    NSRect frame = [self frame];
+    const CGFloat top = frame.origin.y + frame.size.height;
+    frame.size = [self frameRectForContentRect:NSMakeRect(0, 0, size.width, size.height)].size;
+    frame.origin.y = top - frame.size.height;
+    [self setFrame:frame display:NO];
 }
 
 - (NSWindowLevel)level {

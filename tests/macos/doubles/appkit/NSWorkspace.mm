@@ -28,6 +28,8 @@ RunningApplications &RunningApplications::shared() {
 }
 
 void RunningApplications::bringToFront(int processIdentifier) {
+    if (frontmost != own)
+        frontmostBeforeOwn = frontmost;
     frontmost = processIdentifier;
     @autoreleasepool {
         post([[NSWorkspace sharedWorkspace] notificationCenter],
@@ -35,6 +37,15 @@ void RunningApplications::bringToFront(int processIdentifier) {
              [NSDictionary dictionaryWithObject:application(processIdentifier)
                                          forKey:NSWorkspaceApplicationKey]);
     }
+}
+
+void RunningApplications::hideOwn() {
+    if (frontmost != own)
+        return;
+    if (frontmostBeforeOwn)
+        bringToFront(*frontmostBeforeOwn);
+    else
+        frontmost.reset();
 }
 
 } // namespace quillmender::doubles
@@ -54,7 +65,11 @@ using namespace quillmender::doubles;
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
     CallLog::shared().add("NSRunningApplication " + std::to_string([self processIdentifier]) +
                           " activateWithOptions " + std::to_string(options));
-    return !RunningApplications::shared().terminated.contains([self processIdentifier]);
+    auto &applications = RunningApplications::shared();
+    if (applications.terminated.contains([self processIdentifier]))
+        return NO;
+    applications.bringToFront([self processIdentifier]);
+    return YES;
 }
 
 @end

@@ -13,10 +13,14 @@ struct RunningApplications {
 
     static RunningApplications &shared();
 
-    /// The user brings it to the front; the workspace tells its observers.
+    /// The user or a program brings it to the front; the workspace tells its observers.
     void bringToFront(int processIdentifier);
 
+    /// This program hides: the application that was in front before is so again.
+    void hideOwn();
+
     std::optional<int> frontmost;
+    std::optional<int> frontmostBeforeOwn;
     std::set<int> terminated; ///< they cannot be activated
     bool opensUrls = true;
 };

@@ -31,6 +31,8 @@ class ToolkitWindow {
     bool showsButton(unsigned long button) const;
     double contentWidth() const;
     double contentHeight() const;
+    /// Of the content on the screen, from below.
+    double contentBottom() const;
 
   private:
     void makeNativeWindow();

@@ -100,4 +100,9 @@ double ToolkitWindow::contentHeight() const {
     return [viewAt(view_) frame].size.height;
 }
 
+double ToolkitWindow::contentBottom() const {
+    NSWindow *const window = windowAt(window_);
+    return [window contentRectForFrameRect:[window frame]].origin.y;
+}
+
 } // namespace quillmender::doubles
