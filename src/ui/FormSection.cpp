@@ -13,6 +13,8 @@ namespace {
 constexpr int titleGap = 8;
 constexpr int rowGap = 12;
 constexpr int buttonGap = 8;
+// What surrounds a control that ends with the others may go so far beyond.
+constexpr int overhangRoom = 3;
 } // namespace
 
 FormSection::FormSection(Theme &theme, const QString &title, QWidget *parent)
@@ -31,6 +33,9 @@ FormSection::FormSection(Theme &theme, const QString &title, QWidget *parent)
     card_ = card;
     rows_ = card->stack();
     rows_->setSpacing(rowGap);
+    QMargins margins = rows_->contentsMargins();
+    margins.setRight(margins.right() - overhangRoom);
+    rows_->setContentsMargins(margins);
     stack->addWidget(card);
 }
 
@@ -50,7 +55,7 @@ void FormSection::addRow(QWidget *row, int overhang) {
     // Assistive technology reads the children in their order.
     row->raise();
     auto *line = new QHBoxLayout;
-    line->setContentsMargins(0, 0, -overhang, 0);
+    line->setContentsMargins(0, 0, overhangRoom - overhang, 0);
     line->addWidget(row);
     rows_->addLayout(line);
 }

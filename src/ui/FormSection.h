@@ -25,7 +25,7 @@ class FormSection : public QWidget {
     /// The field stands beside its label, which is its accessible name.
     void addField(const QString &label, QWidget *field);
     TextLabel *addCaption(const QString &text);
-    /// `overhang` pixels of the row go beyond the trailing edge of the others.
+    /// `overhang` pixels of the row, at most 3, go beyond the trailing edge of the others.
     void addRow(QWidget *row, int overhang = 0);
     /// From the leading edge; the rest of the row stays free.
     void addButtons(const QList<QWidget *> &buttons);

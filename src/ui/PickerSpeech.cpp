@@ -20,7 +20,9 @@ QString PickerSpeech::description() const {
     else
         parts.append(QStringLiteral("%1: %2").arg(model_.captureTitle(), captured));
     parts.append(model_.captureDescription());
-    parts.append(model_.errorMessage().value_or(QString()));
+    // An error of an open panel is announced, and not told again with every look at it.
+    if (!view_.isVisible())
+        parts.append(model_.errorMessage().value_or(QString()));
     parts.removeAll(QString());
     return parts.join(u'\n');
 }

@@ -10,7 +10,6 @@ namespace quillmender {
 
 PromptCard::PromptCard(Theme &theme, QWidget *parent) : Card(theme, parent) {
     const QString heading = QStringLiteral("Generate From Prompt");
-    setAccessibleName(heading);
     auto *title = new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this);
     title->show(heading);
     auto *help = new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this);

@@ -123,7 +123,7 @@ void TextLabel::layOutLines(const QString &text, int width) const {
     option.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     layout_->setTextOption(option);
     if (marksCode_)
-        layout_->setFormats(codeFormats(laidOutText_, font().pixelSize()));
+        layout_->setFormats(codeFormats(text, font().pixelSize()));
     layout_->setCacheEnabled(true);
     layout_->beginLayout();
     qreal y = 0;

@@ -2,7 +2,6 @@
 
 #include "ui/PopUpButton.h"
 
-#include <QAbstractItemView>
 #include <QSignalBlocker>
 
 namespace quillmender {
@@ -23,10 +22,8 @@ ProviderSection::ProviderSection(SettingsStore &store, Theme &theme, QWidget *pa
 void ProviderSection::render() {
     const QSignalBlocker blocker(provider_);
     provider_->setCurrentIndex(provider_->findData(int(store_.selectedProvider())));
-    // A screen reader reads the choice from the list, which the toolkit marks only while it is
-    // open.
-    provider_->view()->setCurrentIndex(
-        provider_->model()->index(provider_->currentIndex(), provider_->modelColumn()));
+    // The toolkit gives a screen reader the choice as the name, which the label's text supersedes.
+    provider_->setAccessibleDescription(provider_->currentText());
 }
 
 } // namespace quillmender

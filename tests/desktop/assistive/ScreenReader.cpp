@@ -47,14 +47,16 @@ ScreenReader::ScreenReader(harness::Desktop &desktop)
 }
 
 QStringList ScreenReader::everything() const {
-    static const QRegularExpression line(QStringLiteral("SPEECH OUTPUT: '(.*)'[^']*\\{"));
+    // An utterance may have several lines; its voice comes after it.
+    static const QRegularExpression line(QStringLiteral("SPEECH OUTPUT: '(.*?)'[^'\\n]*\\{'"),
+                                         QRegularExpression::DotMatchesEverythingOption);
     QFile file(logFile_);
     QStringList result;
     if (!file.open(QIODevice::ReadOnly))
         return result;
     auto found = line.globalMatch(QString::fromUtf8(file.readAll()));
     while (found.hasNext())
-        result.append(found.next().captured(1));
+        result.append(found.next().captured(1).simplified());
     return result;
 }
 

@@ -67,6 +67,7 @@ TEST_F(PanelSpeechTest, EveryFailureIsAnnounced) {
             state.error = failure;
         });
         EXPECT_EQ(announcements.take(), QStringList(failure)) << i;
+        EXPECT_FALSE(described().contains(failure)) << "not twice";
     }
     change([](auto &state) { state.error = QStringLiteral("Another one."); });
     EXPECT_EQ(announcements.take(), QStringList(QStringLiteral("Another one.")));

