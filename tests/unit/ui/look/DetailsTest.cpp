@@ -37,8 +37,10 @@ class SettingsDetailsTest : public SettingsWindowFixture {
     QColor ground() const { return theme.colors().window; }
 
     void pointAt(QWidget *widget) {
-        QCursor::setPos(widget->mapToGlobal(widget->rect().center()));
-        QCoreApplication::processEvents();
+        // On the offscreen platform the pointer moves, and an event tells a window of it.
+        const QPoint place = widget->mapTo(window(), widget->rect().center());
+        QTest::mouseMove(window(), place);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return widget->underMouse(); }, 5000));
         settle();
     }
 };
@@ -75,8 +77,13 @@ TEST_F(SettingsDetailsTest, TheButtonsOfARowAreQuietUntilItIsPointedAt) {
             << "but readable";
         EXPECT_NE(button->focusPolicy() & Qt::TabFocus, 0);
     }
-    window()->findChild<ScrollRegion *>()->reveal(row);
-    settle();
+    auto *region = window()->findChild<ScrollRegion *>();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            region->reveal(row);
+            return !row->visibleRegion().isEmpty();
+        },
+        5000));
     for (QWidget *part : {static_cast<QWidget *>(row), static_cast<QWidget *>(row->editButton())}) {
         pointAt(part);
         EXPECT_TRUE(hasSurface(*row->editButton(), ground()));
