@@ -21,7 +21,10 @@ class FailureSessionTest : public SessionFixture {
     /// Not scrolled out of sight under the header.
     void expectInView(const QString &text) {
         const auto edge = [&](const QString &name) {
-            return desktop().accessible().waitFor(program().pid(), {}, name).extents();
+            return desktop()
+                .accessible()
+                .waitFor(program().pid(), QStringLiteral("label"), name)
+                .extents();
         };
         const QString header =
             QStringLiteral("Transform the captured text and replace it in place.");
