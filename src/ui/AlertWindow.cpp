@@ -50,22 +50,17 @@ void AlertWindow::build(const Alert &alert, Theme &theme) {
 
     auto *row = new QHBoxLayout;
     row->setSpacing(8);
-    for (qsizetype i = 0; i < alert.buttons.size(); ++i) {
+    row->addStretch(1);
+    // The default one is the outermost. They are made as they stand: so the keyboard and assistive
+    // technology go through them.
+    for (qsizetype i = alert.buttons.size() - 1; i >= 0; --i) {
         auto *button = new PushButton(
             theme, alert.buttons[i],
             i == 0 ? PushButton::Prominence::prominent : PushButton::Prominence::standard, this);
         connect(button, &QPushButton::clicked, this, [this, i] { done(int(i)); });
-        // The default one is the outermost.
-        row->insertWidget(0, button);
-        buttons_.append(button);
+        row->addWidget(button);
+        buttons_.prepend(button);
     }
-    // The keyboard and assistive technology go through them as they stand.
-    for (qsizetype i = buttons_.size() - 1; i >= 0; --i) {
-        buttons_[i]->raise();
-        if (i > 0)
-            setTabOrder(buttons_[i], buttons_[i - 1]);
-    }
-    row->insertStretch(0, 1);
 
     auto *stack = new QVBoxLayout(this);
     stack->setContentsMargins(margin, margin, margin, 20);

@@ -93,8 +93,9 @@ TEST_F(SettingsWalkTest, TheFormMakesSense) {
     store().hideBuiltInAction(TextAction::casual);
     show();
     expectSense(*window());
+    const WindowWalk walk(*window());
     QStringList firsts;
-    for (QAccessibleInterface *object : WindowWalk(*window()).objects())
+    for (QAccessibleInterface *object : walk.objects())
         firsts.append(object->text(QAccessible::Name));
     EXPECT_EQ(firsts.mid(0, 3),
               QStringList({QStringLiteral("Settings"),
