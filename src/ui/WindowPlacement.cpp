@@ -7,6 +7,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quillmender {
 
@@ -18,7 +19,11 @@ constexpr QMargins usualFrame(8, 40, 8, 8);
 QMargins frameAround(const QWidget &window) {
     const QWindow *native = window.windowHandle();
     const QMargins told = native && native->handle() ? native->frameMargins() : QMargins();
-    return told.isNull() ? usualFrame : told;
+    if (told.isNull())
+        return usualFrame;
+    // Each side was rounded to whole points, which may have hidden a pixel of it.
+    const double ratio = native->devicePixelRatio();
+    return ratio == std::floor(ratio) ? told : told + QMargins(0, 0, 1, 1);
 }
 
 } // namespace

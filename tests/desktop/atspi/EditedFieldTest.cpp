@@ -97,16 +97,6 @@ TEST_F(EditedFieldTest, AnswerIsSelectedWhereTheUserHasWaited) {
     EXPECT_EQ(selectedNow(), answer);
 }
 
-TEST_F(EditedFieldTest, AnswerIsSelectedWhereTheSelectionHasGoneWithItsWord) {
-    const FocusedElementRef element = captureWord();
-    field_->text = QStringLiteral("zero one two three");
-    field_->selectionStart = int(word.location) + 5;
-    field_->selectionEnd = field_->selectionStart + int(word.length);
-    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
-    EXPECT_EQ(field_->text, QStringLiteral("zero one zwei three"));
-    EXPECT_EQ(selectedNow(), answer);
-}
-
 TEST_F(EditedFieldTest, CaretThatTheUserHasMovedStays) {
     const FocusedElementRef element = captureWord();
     field_->selectionStart = field_->selectionEnd = 3;

@@ -23,7 +23,7 @@ class FailureSessionTest : public SessionFixture {
         const auto edge = [&](const QString &name) {
             return desktop()
                 .accessible()
-                .waitFor(program().pid(), QStringLiteral("label"), name)
+                .waitFor(program().pid(), QStringLiteral("paragraph"), name)
                 .extents();
         };
         const QString header =

@@ -134,8 +134,11 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
         Found found;
         waitUntil([&] { return (found = find(title)).window != XCB_WINDOW_NONE; },
                   QStringLiteral("%1 is shown").arg(title));
-        waitUntil([&] { return free().contains(outline(found)); },
-                  QStringLiteral("%1 fits the screen").arg(title));
+        QRect seen;
+        const auto fits = [&] { return free().contains(seen = outline(found)); };
+        EXPECT_TRUE(harness::becomesTrue(fits))
+            << title.toStdString() << " is " << seen.width() << " x " << seen.height() << " at "
+            << seen.x() << ", " << seen.y();
     }
 
     void expectInView(const QString &caption) {

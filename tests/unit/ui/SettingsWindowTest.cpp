@@ -19,7 +19,7 @@ TEST_F(SettingsWindowTest, IsTitledFixedAndMinimisable) {
     show();
     EXPECT_EQ(window()->windowTitle().toStdString(), "Quillmender Settings");
     EXPECT_EQ(window()->size(),
-              QSize(760, std::min(820, window()->screen()->availableSize().height() - 40)));
+              QSize(760, std::min(820, window()->screen()->availableSize().height() - 48)));
     EXPECT_EQ(window()->minimumSize(), window()->maximumSize());
     EXPECT_TRUE(window()->windowFlags() & Qt::WindowCloseButtonHint);
     EXPECT_TRUE(window()->windowFlags() & Qt::WindowMinimizeButtonHint);
