@@ -2,6 +2,9 @@
 
 #include "ui/style/Look.h"
 
+#include <QRect>
+#include <QSize>
+
 class QPainter;
 class QStyleOptionButton;
 
