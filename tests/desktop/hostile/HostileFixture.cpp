@@ -118,7 +118,9 @@ void HostileFixture::expectNeverBlocked() {
     RecordProperty("longestWaitMs", static_cast<int>(longest.count()));
     RecordProperty("longestWaitOfBystanderMs", static_cast<int>(machine.count()));
     constexpr int workOfTheProgram = 5;
-    EXPECT_LE(longest, 300ms + workOfTheProgram * machine)
+    // A call that waits for a partner that is silent takes seconds. The toolkit itself stops for a
+    // third of a second at a silent accessibility bus.
+    EXPECT_LE(longest, 500ms + workOfTheProgram * machine)
         << "the main thread was blocked; the machine itself takes " << machine.count() << " ms";
 }
 
