@@ -2,6 +2,7 @@
 
 #include "ui/TextStyle.h"
 
+#include <QFocusEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 
@@ -48,6 +49,17 @@ QSize TextField::sizeHint() const {
 
 QSize TextField::minimumSizeHint() const {
     return QSize(80, sizeHint().height());
+}
+
+void TextField::focusInEvent(QFocusEvent *event) {
+    if (!text().isEmpty()) {
+        QLineEdit::focusInEvent(event);
+        return;
+    }
+    // Tab selects everything, which is told before the focus is; of an empty field a screen reader
+    // then takes that for the news, and does not say which field it is.
+    QFocusEvent plain(event->type(), Qt::OtherFocusReason);
+    QLineEdit::focusInEvent(&plain);
 }
 
 void TextField::paintEvent(QPaintEvent *event) {

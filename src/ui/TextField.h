@@ -24,6 +24,7 @@ class TextField : public QLineEdit {
     void edited(const QString &text);
 
   protected:
+    void focusInEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
   private:
