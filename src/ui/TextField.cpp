@@ -3,6 +3,7 @@
 #include "ui/TextStyle.h"
 #include "ui/style/Metrics.h"
 
+#include <QFocusEvent>
 #include <QScopedValueRollback>
 #include <QStyleOptionFrame>
 
@@ -41,6 +42,17 @@ QSize TextField::sizeHint() const {
 
 QSize TextField::minimumSizeHint() const {
     return QSize(metrics::narrowestField, sizeHint().height());
+}
+
+void TextField::focusInEvent(QFocusEvent *event) {
+    if (!text().isEmpty()) {
+        QLineEdit::focusInEvent(event);
+        return;
+    }
+    // Tab selects everything, which is told before the focus is; of an empty field a screen reader
+    // then takes that for the news, and does not say which field it is.
+    QFocusEvent plain(event->type(), Qt::OtherFocusReason);
+    QLineEdit::focusInEvent(&plain);
 }
 
 } // namespace quillmender

@@ -23,6 +23,9 @@ class TextField : public QLineEdit {
   Q_SIGNALS:
     void edited(const QString &text);
 
+  protected:
+    void focusInEvent(QFocusEvent *event) override;
+
   private:
     QString known_;
     bool rendering_ = false;

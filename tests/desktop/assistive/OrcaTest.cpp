@@ -112,6 +112,7 @@ TEST_F(OrcaTest, TheSettingsAreHeard) {
         {QStringLiteral("OpenAI API Key password text")},
         {QStringLiteral("OpenAI Model text")},
         {QStringLiteral("OpenAI Endpoint text")},
+        {QStringLiteral("Claude panel"), QStringLiteral("Anthropic API Key password text")},
     };
     for (const QStringList &words : stops) {
         input().chord({XK_Tab});

@@ -3,6 +3,7 @@
 #include "ui/ToggleSwitch.h"
 
 #include <QAccessible>
+#include <QSignalSpy>
 
 namespace quillmender {
 
@@ -45,6 +46,23 @@ TEST_F(SettingsSpeechTest, WhatTheSystemSaysOfTheSwitchIsAnnounced) {
     settle();
     EXPECT_EQ(announcements.take(),
               QStringList(QStringLiteral("Quillmender will open automatically when you log in.")));
+}
+
+TEST_F(SettingsSpeechTest, TabIntoAnEmptyFieldTellsOfTheFocusAlone) {
+    store().setModel(AIProvider::openAI, QStringLiteral("a-model"));
+    show();
+    TextField *key = field("OpenAI API Key");
+    TextField *model = field("OpenAI Model");
+    ASSERT_TRUE(key->text().isEmpty());
+    const QSignalSpy ofKey(key, &QLineEdit::selectionChanged);
+    const QSignalSpy ofModel(model, &QLineEdit::selectionChanged);
+    button("Open Login Items Settings")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(key->hasFocus());
+    EXPECT_EQ(ofKey.count(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(ofModel.count(), 1);
+    EXPECT_EQ(model->selectedText(), model->text());
 }
 
 TEST_F(SettingsSpeechTest, AStatusIsATextLikeOthers) {

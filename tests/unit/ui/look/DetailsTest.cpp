@@ -111,6 +111,10 @@ TEST_F(SettingsDetailsTest, TheButtonsOfARowAreButtonsWhileTheKeyboardIsThere) {
 }
 
 TEST_F(SettingsDetailsTest, TheEditorBecomesLowerOnALowScreen) {
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPixelSize(21);
+    QApplication::setFont(large);
     QCursor::setPos(QGuiApplication::screens().at(1)->geometry().center());
     controller().centre();
     show();
@@ -121,6 +125,7 @@ TEST_F(SettingsDetailsTest, TheEditorBecomesLowerOnALowScreen) {
     EXPECT_TRUE(sheet()->rect().contains(
         QRect(sheet()->okButton()->mapTo(sheet(), QPoint()), sheet()->okButton()->size())));
     QCursor::setPos(QGuiApplication::screens().at(0)->geometry().center());
+    QApplication::setFont(before);
 }
 
 TEST_F(AboutDetailsTest, TheSymbolBeginsWhereTheTextsBegin) {
