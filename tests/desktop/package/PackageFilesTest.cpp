@@ -62,11 +62,12 @@ class PackageFilesTest : public testing::Test {
 };
 
 TEST_F(PackageFilesTest, VersionIsThatOfTheBuildEverywhere) {
-    EXPECT_EQ(DebianPackage::field(QStringLiteral("Version")).toStdString(), version);
+    EXPECT_EQ(DebianPackage::field(QStringLiteral("Version")).toStdString(),
+              QUILLMENDER_PACKAGE_VERSION);
     EXPECT_THAT(read(metainfo_), HasSubstr("<release version=\"" + version + "\""));
     EXPECT_THAT(readCompressed(manual_), HasSubstr("\"Quillmender " + version + "\""));
     EXPECT_THAT(readCompressed(QStringLiteral("/usr/share/doc/quillmender/changelog.gz")),
-                testing::StartsWith("quillmender (" + version + ") "));
+                testing::StartsWith("quillmender (" QUILLMENDER_PACKAGE_VERSION ") "));
 }
 
 TEST_F(PackageFilesTest, ProgramAnswersItsOptionsWithoutADisplay) {
