@@ -1,3 +1,4 @@
+#include "desktop/assistive/Letter.h"
 #include "desktop/sessions/SessionFixture.h"
 #include "desktop/sessions/SettingsForm.h"
 #include "desktop/sessions/TextKeys.h"
@@ -12,10 +13,7 @@ using harness::TestApplication;
 using harness::waitUntil;
 using test::ScriptedAnswer;
 
-const QString wrong = QStringLiteral("recieve");
-const QString letter = QStringLiteral("Hello, you recieve it.");
 const QString instruction = QStringLiteral("a long instruction");
-const QString failureMessage = QStringLiteral("The provider is out of order.");
 
 /// Somebody who has a keyboard only, and an assistive tool that sets the focus.
 class FocusTest : public SessionFixture {

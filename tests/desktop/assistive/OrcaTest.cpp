@@ -1,3 +1,4 @@
+#include "desktop/assistive/Letter.h"
 #include "desktop/assistive/ScreenReader.h"
 #include "desktop/sessions/SessionFixture.h"
 #include "desktop/sessions/SettingsForm.h"
@@ -14,10 +15,7 @@ using harness::TestApplication;
 using harness::waitUntil;
 using test::ScriptedAnswer;
 
-const QString wrong = QStringLiteral("recieve");
-const QString letter = QStringLiteral("Hello, you recieve it.");
 const QString action = QStringLiteral("Fix My Grammar");
-const QString failureMessage = QStringLiteral("The provider is out of order.");
 
 /// Somebody who sees nothing. What is said is printed, step by step.
 class OrcaTest : public SessionFixture {

@@ -1,3 +1,4 @@
+#include "desktop/assistive/Letter.h"
 #include "desktop/assistive/Walker.h"
 #include "desktop/sessions/SessionFixture.h"
 #include "desktop/sessions/SettingsForm.h"
@@ -13,9 +14,6 @@ using harness::AccessibleState;
 using harness::TestApplication;
 using harness::waitUntil;
 using test::ScriptedAnswer;
-
-const QString letter = QStringLiteral("Hello, you recieve it.");
-const QString failureMessage = QStringLiteral("The provider is out of order.");
 
 int roundsWanted() {
     bool isNumber = false;

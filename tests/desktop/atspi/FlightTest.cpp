@@ -11,7 +11,7 @@ namespace {
 using harness::waitUntil;
 
 const QString whole = QStringLiteral("one two three");
-constexpr TextRange word{4, 3};
+constexpr TextRange selectedWord{4, 3};
 
 /// Selected text and range, with what the range needs asked ahead.
 class FlightTest : public AtspiTest {
@@ -24,8 +24,8 @@ class FlightTest : public AtspiTest {
         start(options);
         waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is there"));
         field_.emplace(desktop().accessibilityBus()->address(), whole);
-        field_->selectionStart = int(word.location);
-        field_->selectionEnd = int(word.location + word.length);
+        field_->selectionStart = int(selectedWord.location);
+        field_->selectionEnd = int(selectedWord.location + selectedWord.length);
         bus_.emplace(desktop().sessionBus().connection());
         waitUntil([&] { return bus_->isConnected(); }, QStringLiteral("the reader is on the bus"));
         reader_.emplace(*bus_);
@@ -54,13 +54,13 @@ TEST_F(FlightTest, TextAndRangeTakeTwoFlights) {
     // The selection with the length; then the text with all that its range needs.
     field_->flights = {4, 6};
     EXPECT_EQ(text(), QStringLiteral("two"));
-    EXPECT_EQ(range(), word);
+    EXPECT_EQ(range(), selectedWord);
     EXPECT_TRUE(field_->flights.isEmpty());
 }
 
 TEST_F(FlightTest, WhatWasAskedAheadServesOneReading) {
     ASSERT_EQ(text(), QStringLiteral("two"));
-    ASSERT_EQ(range(), word);
+    ASSERT_EQ(range(), selectedWord);
     field_->text = QStringLiteral("and one two three");
     field_->selectionStart = 8;
     field_->selectionEnd = 11;
@@ -98,14 +98,14 @@ TEST_F(FlightTest, AnswersThatComeTwiceOrInAnotherOrderAreTheSame) {
     field_->answersBackwards = true;
     field_->answersTwice = true;
     EXPECT_EQ(text(), QStringLiteral("two"));
-    EXPECT_EQ(range(), word);
+    EXPECT_EQ(range(), selectedWord);
 }
 
 TEST_F(FlightTest, ALargeTextIsNotAskedForAhead) {
     field_->text = whole + QString(100'000, QChar(u'a'));
     EXPECT_EQ(text(), QStringLiteral("two"));
     EXPECT_FALSE(ahead_->whole.has_value());
-    EXPECT_EQ(range(), word);
+    EXPECT_EQ(range(), selectedWord);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "FakePortal.h"
+#include "PrivateSession.h"
 #include "platform/linux/services/PortalAppearance.h"
 #include "platform/linux/services/TrayMenu.h"
 #include "platform/linux/services/TrayStatusItem.h"
@@ -14,7 +15,6 @@ namespace quillmender {
 
 namespace {
 
-constexpr int deadline = 10000;
 const QString schemeKey = QStringLiteral("color-scheme");
 const QString contrastKey = QStringLiteral("contrast");
 const QString accentKey = QStringLiteral("accent-color");

@@ -7,6 +7,9 @@
 
 namespace quillmender {
 
+/// Milliseconds in which whoever is on the bus has acted.
+inline constexpr int deadline = 10000;
+
 /// A D-Bus session bus and an X server of the test's own, put into the environment. They end with
 /// this object.
 class PrivateSession {

@@ -1,4 +1,5 @@
 #include "FakeStatusWatcher.h"
+#include "PrivateSession.h"
 #include "platform/linux/services/TrayStatusItem.h"
 #include "platform/none/NoneAppearance.h"
 
@@ -10,8 +11,6 @@
 namespace quillmender {
 
 namespace {
-
-constexpr int deadline = 10000;
 
 StatusItemContents contents() {
     return {QStringLiteral("text.quote"),

@@ -3,14 +3,10 @@
 #include "DesktopFolderTest.h"
 #include "platform/linux/desktop/DetachedProgram.h"
 
-#include <QTest>
-
 #include <sys/resource.h>
 
 namespace quillmender {
 namespace {
-
-constexpr int deadline = 20000;
 
 rlimit coreLimit() {
     rlimit limit{};
@@ -73,7 +69,7 @@ TEST_F(CoreFilesTest, OnlyAProgramThatIsStartedHasTheLimitOfTheSession) {
     EXPECT_EQ(coreLimit().rlim_cur, 0U);
     EXPECT_EQ(filter().toUInt(nullptr, 16), 0U);
     const QString record = QStringLiteral("bin/program.limits");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path(record)); }, deadline));
+    ASSERT_TRUE(waitForFile(record));
     // The shell counts in blocks of 512 bytes.
     EXPECT_EQ(read(record), "2048\n00000031\n");
 }

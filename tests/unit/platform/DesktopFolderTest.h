@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace quillmender {
@@ -47,6 +48,11 @@ class DesktopFolderTest : public testing::Test {
     QByteArray read(const QString &name) const {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// False when another program has not made it within 20 seconds.
+    bool waitForFile(const QString &name) const {
+        return QTest::qWaitFor([&] { return QFile::exists(path(name)); }, 20000);
     }
 
     /// A program that writes its arguments, one per line, into `<name>.arguments` beside it.

@@ -2,15 +2,11 @@
 
 #include "DesktopFolderTest.h"
 
-#include <QTest>
-
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillmender {
 namespace {
-
-constexpr int deadline = 20000;
 
 class DetachedProgramTest : public DesktopFolderTest {};
 
@@ -25,7 +21,7 @@ TEST_F(DetachedProgramTest, IsNobodysChildAndInASessionOfItsOwn) {
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "no child is left to be waited for";
 
     const QString record = QStringLiteral("bin/program.stat");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path(record)); }, deadline));
+    ASSERT_TRUE(waitForFile(record));
     const QByteArrayList parts = read(record).trimmed().split('|');
     ASSERT_EQ(parts.size(), 3);
     EXPECT_EQ(QString::fromUtf8(parts[0]), QDir(path(QStringLiteral("home"))).canonicalPath());

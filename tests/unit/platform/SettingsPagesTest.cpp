@@ -4,12 +4,8 @@
 #include "platform/linux/desktop/UrlOpener.h"
 #include "platform/linux/services/AutostartLoginItem.h"
 
-#include <QTest>
-
 namespace quillmender {
 namespace {
-
-constexpr int deadline = 20000;
 
 class SettingsPagesTest : public DesktopFolderTest {
   protected:
@@ -27,7 +23,7 @@ class SettingsPagesTest : public DesktopFolderTest {
     /// The arguments of a program that was started by now, or soon.
     QByteArray argumentsOf(const QString &program) {
         const QString record = QStringLiteral("bin/%1.arguments").arg(program);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path(record)); }, deadline));
+        EXPECT_TRUE(waitForFile(record));
         return read(record);
     }
 };

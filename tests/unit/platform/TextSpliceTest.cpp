@@ -5,7 +5,7 @@
 namespace quillmender::atspi {
 namespace {
 
-struct Case {
+struct SpliceCase {
     QString from;
     QString to;
     qint64 start;
@@ -13,10 +13,10 @@ struct Case {
     QString inserted;
 };
 
-class TextSpliceTest : public testing::TestWithParam<Case> {};
+class TextSpliceTest : public testing::TestWithParam<SpliceCase> {};
 
 TEST_P(TextSpliceTest, OnlyTheMiddleChanges) {
-    const Case &given = GetParam();
+    const SpliceCase &given = GetParam();
     const TextSplice splice = computeSplice(given.from, given.to);
     EXPECT_EQ(splice.start, given.start);
     EXPECT_EQ(splice.removed, given.removed);
@@ -32,18 +32,19 @@ QString text(const char16_t *units) {
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, TextSpliceTest,
-    testing::Values(Case{text(u"same"), text(u"same"), 4, text(u""), text(u"")},
-                    Case{text(u""), text(u"new"), 0, text(u""), text(u"new")},
-                    Case{text(u"old"), text(u""), 0, text(u"old"), text(u"")},
-                    Case{text(u"one two three"), text(u"one 2 three"), 4, text(u"two"), text(u"2")},
-                    Case{text(u"aa"), text(u"aaa"), 2, text(u""), text(u"a")},
-                    Case{text(u"aaa"), text(u"aa"), 2, text(u"a"), text(u"")},
-                    Case{text(u"abab"), text(u"ab"), 2, text(u"ab"), text(u"")},
+    testing::Values(SpliceCase{text(u"same"), text(u"same"), 4, text(u""), text(u"")},
+                    SpliceCase{text(u""), text(u"new"), 0, text(u""), text(u"new")},
+                    SpliceCase{text(u"old"), text(u""), 0, text(u"old"), text(u"")},
+                    SpliceCase{text(u"one two three"), text(u"one 2 three"), 4, text(u"two"),
+                               text(u"2")},
+                    SpliceCase{text(u"aa"), text(u"aaa"), 2, text(u""), text(u"a")},
+                    SpliceCase{text(u"aaa"), text(u"aa"), 2, text(u"a"), text(u"")},
+                    SpliceCase{text(u"abab"), text(u"ab"), 2, text(u"ab"), text(u"")},
                     // The halves of a pair stay together: equal first halves, equal second halves.
-                    Case{text(u"x\U0001F600y"), text(u"x\U0001F601y"), 1, text(u"\U0001F600"),
-                         text(u"\U0001F601")},
-                    Case{text(u"x\U0001F600y"), text(u"x\U0001FA00y"), 1, text(u"\U0001F600"),
-                         text(u"\U0001FA00")}));
+                    SpliceCase{text(u"x\U0001F600y"), text(u"x\U0001F601y"), 1, text(u"\U0001F600"),
+                               text(u"\U0001F601")},
+                    SpliceCase{text(u"x\U0001F600y"), text(u"x\U0001FA00y"), 1, text(u"\U0001F600"),
+                               text(u"\U0001FA00")}));
 
 } // namespace
 } // namespace quillmender::atspi

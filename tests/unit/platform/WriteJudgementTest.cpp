@@ -7,14 +7,15 @@ namespace {
 
 using Standing = WriteJudgement::Standing;
 
-struct Case {
+struct JudgedCase {
     const char *shown;
     Standing standing;
     const char *repaired = "";
 };
 
-void expectJudged(const char *old, const TextSplice &splice, std::initializer_list<Case> cases) {
-    for (const Case &each : cases) {
+void expectJudged(const char *old, const TextSplice &splice,
+                  std::initializer_list<JudgedCase> cases) {
+    for (const JudgedCase &each : cases) {
         const WriteJudgement judged =
             judgeWrite(QString::fromUtf8(old), splice, QString::fromUtf8(each.shown));
         EXPECT_EQ(judged.standing, each.standing) << each.shown;

@@ -7,8 +7,6 @@ namespace quillmender::test {
 
 namespace {
 
-constexpr qint64 mebibyte = qint64{1024} * 1024;
-
 /// Servers that send more than anybody wants to hold.
 class HeldMemoryTest : public ProviderTest {
   protected:

@@ -6,8 +6,6 @@ namespace quillmender::test {
 
 namespace {
 
-constexpr qint64 mebibyte = qint64{1024} * 1024;
-
 class HostileAnswerTest : public ProviderTest {
   protected:
     QString descriptionFor(const QByteArray &body, const QByteArray &contentType = "text/plain") {

@@ -13,6 +13,8 @@
 
 namespace quillmender::test {
 
+inline constexpr qint64 mebibyte = qint64{1024} * 1024;
+
 /// The text of the key in every request of these tests.
 inline const QString testKey = QStringLiteral("sk-test-9f8e7d");
 
