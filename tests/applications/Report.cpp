@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMap>
+#include <QSysInfo>
 
 #include <algorithm>
 
@@ -160,7 +161,8 @@ QString Report::markdown() const {
     QFile introduction(QStringLiteral(QUILLMENDER_REPORT_INTRODUCTION));
     QString text;
     if (introduction.open(QIODevice::ReadOnly))
-        text = QString::fromUtf8(introduction.readAll());
+        text = QString::fromUtf8(introduction.readAll())
+                   .replace(QStringLiteral("@SYSTEM@"), QSysInfo::prettyProductName());
     text += QStringLiteral(
         "\n| application | field | version | selection read by | whole field read by | written by "
         "| "
