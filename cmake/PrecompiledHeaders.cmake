@@ -38,6 +38,9 @@ function(quillmender_use_precompiled folder name)
         get_target_property(type ${target} TYPE)
         if(type MATCHES "^(STATIC_LIBRARY|EXECUTABLE)$")
             target_precompile_headers(${target} REUSE_FROM ${name})
+            # The header is for a library's code, and for a program's only where that is made alike. Not
+            # every Qt asks for it.
+            target_compile_options(${target} PRIVATE -fPIC)
             target_compile_definitions(${target} PRIVATE ${ARG_DEFINITIONS})
         endif()
     endforeach()
