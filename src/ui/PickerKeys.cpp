@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -30,8 +31,12 @@ bool isTyped(const QKeyEvent &event) {
            QChar::isPrint(text.first());
 }
 
+QString composed(const InstructionEditor &editor) {
+    return editor.textCursor().block().layout()->preeditAreaText();
+}
+
 bool isComposing(const InstructionEditor &editor) {
-    return !editor.textCursor().block().layout()->preeditAreaText().isEmpty();
+    return !composed(editor).isEmpty();
 }
 
 bool isInFirstLine(const InstructionEditor &editor) {
@@ -78,6 +83,7 @@ PickerKeys::PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &
 
 void PickerKeys::reset() {
     column_ = -1;
+    ended_.clear();
 }
 
 bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
@@ -92,6 +98,8 @@ bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
     auto *focus = static_cast<QWidget *>(watched);
     if (focus->window() != &panel_)
         return false;
+    if (type == QEvent::FocusAboutToChange)
+        endComposition(focus);
     return isKey ? handleKey(focus, *static_cast<QKeyEvent *>(event))
                  : isForInstruction(focus) && handleInputMethod(focus, *event);
 }
@@ -103,10 +111,6 @@ bool PickerKeys::handleInputMethod(QWidget *focus, QEvent &event) {
     case QEvent::InputMethodQuery:
         answer(focus, static_cast<QInputMethodQueryEvent &>(event));
         return true;
-    case QEvent::FocusAboutToChange:
-        if (isComposing(editor_))
-            QGuiApplication::inputMethod()->commit();
-        return false;
     case QEvent::EnabledChange:
         // While the button was disabled it took nothing.
         QGuiApplication::inputMethod()->update(Qt::ImEnabled);
@@ -114,6 +118,16 @@ bool PickerKeys::handleInputMethod(QWidget *focus, QEvent &event) {
     default:
         return false;
     }
+}
+
+void PickerKeys::endComposition(const QWidget *focus) {
+    const QString text = composed(editor_);
+    // The editor ends its own by itself.
+    if (!text.isEmpty() && focus != &editor_) {
+        const QScopedValueRollback leaving(isLeaving_, true);
+        QGuiApplication::inputMethod()->commit();
+    }
+    ended_ = text;
 }
 
 bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
@@ -159,6 +173,14 @@ bool PickerKeys::isForInstruction(const QWidget *focus) const {
 
 bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
     const QString &text = event.commitString();
+    const bool isPlainCommit = !text.isEmpty() && event.preeditString().isEmpty();
+    // An engine that hears of a change of the focus hands out what the change has ended already.
+    if (isPlainCommit && text == ended_) {
+        ended_.clear();
+        return true;
+    }
+    if (!event.preeditString().isEmpty())
+        ended_.clear();
     // Some input methods make a wide blank of Space.
     auto *button = qobject_cast<QAbstractButton *>(focus);
     if (button && !isComposing(editor_) && !text.isEmpty() && text.trimmed().isEmpty()) {
@@ -167,7 +189,7 @@ bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
     }
     // The focus stays until the composition has ended, which a change of the focus would end.
     QCoreApplication::sendEvent(&editor_, &event);
-    if (!text.isEmpty() && event.preeditString().isEmpty())
+    if (isPlainCommit && !isLeaving_)
         editor_.setFocus(Qt::OtherFocusReason);
     else if (!event.preeditString().isEmpty())
         region_.reveal(&editor_);

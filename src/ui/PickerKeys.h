@@ -3,6 +3,7 @@
 #include "ui/FreshKeys.h"
 
 #include <QObject>
+#include <QString>
 
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
@@ -38,11 +39,14 @@ class PickerKeys : public QObject {
     bool handleInputMethod(QWidget *focus, QEvent &event);
     bool compose(QWidget *focus, QInputMethodEvent &event);
     void answer(QWidget *focus, QInputMethodQueryEvent &query);
+    void endComposition(const QWidget *focus);
 
     QWidget &panel_;
     ScrollRegion &region_;
     InstructionEditor &editor_;
     FreshKeys fresh_;
+    QString ended_; ///< what was being composed when the focus went elsewhere
+    bool isLeaving_ = false;
     int column_ = -1; ///< where the eye is, from the panel's left edge
 };
 

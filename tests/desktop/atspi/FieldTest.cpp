@@ -1,5 +1,6 @@
 #include "desktop/atspi/AtspiTest.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <X11/keysym.h>

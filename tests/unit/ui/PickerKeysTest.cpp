@@ -248,6 +248,28 @@ TEST_F(PickerKeysTest, AnInputMethodComposesIntoTheInstruction) {
     EXPECT_EQ(model.calls, QStringList());
 }
 
+TEST_F(PickerKeysTest, WhatTheFocusHasEndedIsNotComposedTwice) {
+    show();
+    editor()->setFocus();
+    const QString syllable = QStringLiteral("\uac00");
+    QInputMethodEvent composing(syllable, {});
+    QCoreApplication::sendEvent(editor(), &composing);
+    QAbstractButton *tile = button(QStringLiteral("Formalize"));
+    tile->setFocus(Qt::MouseFocusReason);
+
+    QInputMethodEvent late;
+    late.setCommitString(syllable);
+    QCoreApplication::sendEvent(tile, &late);
+    EXPECT_TRUE(tile->hasFocus()) << "it is being pressed";
+    EXPECT_EQ(model.state().instruction, QString());
+
+    // Once: the same may be composed again.
+    QCoreApplication::sendEvent(tile, &composing);
+    QCoreApplication::sendEvent(tile, &late);
+    EXPECT_TRUE(editor()->hasFocus());
+    EXPECT_EQ(model.state().instruction, syllable);
+}
+
 TEST_F(PickerKeysTest, AWideBlankOfAnInputMethodPressesAsSpaceDoes) {
     show();
     QInputMethodEvent blank;
