@@ -57,6 +57,6 @@ debian_root_environment=()
 run_in_debian_root() {
     local root=$1
     shift
-    env --ignore-environment HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb \
+    env --ignore-environment HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb LC_ALL=C.UTF-8 \
         "${debian_root_environment[@]}" chroot "$root" "$@"
 }

@@ -5,6 +5,8 @@
 #include "desktop/sessions/TextKeys.h"
 #include "support/ProviderAnswers.h"
 
+#include <QProcess>
+
 #include <iostream>
 
 namespace quillmender {
@@ -22,6 +24,13 @@ class OrcaTest : public SessionFixture {
   protected:
     void SetUp() override {
         SessionFixture::SetUp();
+        // Each release has words of its own.
+        QProcess orca;
+        orca.start(QStringLiteral("orca"), {QStringLiteral("--version")});
+        ASSERT_TRUE(orca.waitForFinished(20000));
+        const QByteArray version = orca.readAllStandardOutput().trimmed();
+        if (!version.startsWith("43."))
+            GTEST_SKIP() << "this is Orca " << version.toStdString() << ", not 43";
         startDesktop();
         reader_.emplace(desktop());
         startProgram();

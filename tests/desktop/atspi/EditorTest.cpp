@@ -53,6 +53,21 @@ class EditorTest : public AtspiTest, public testing::WithParamInterface<Editor> 
 
     QString shown() const { return application_->focusedText().text(); }
 
+    /// Later releases of GTK 4 tell what is selected and let nobody else select.
+    bool selectsForOthers() const {
+        const harness::Accessible text = application_->focusedText();
+        text.select(0, 1);
+        return text.selection().has_value();
+    }
+
+    /// The range is selected wherever an application lets anybody select.
+    testing::AssertionResult isSelected(const FocusedElementRef &element, TextRange range) {
+        const std::optional<TextRange> found = selectedRange(element);
+        if (found == range || (!found && !selectsForOthers()))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "it is not selected";
+    }
+
     std::unique_ptr<TestApplication> application_;
 };
 
@@ -93,9 +108,7 @@ TEST_P(EditorTest, WriteReplacesSelectsAndCanBeUndone) {
     EXPECT_EQ(shown(), changed);
 
     const TextRange place{changed.indexOf(inserted), inserted.size()};
-    EXPECT_EQ(selectedRange(reading.element), place);
-    const FocusReading after = waitForSelection(inserted);
-    EXPECT_EQ(after.selectedRange, place);
+    EXPECT_TRUE(isSelected(reading.element, place));
 
     for (int step = 0; step < GetParam().undoSteps; ++step) {
         const QString before = shown();
@@ -112,7 +125,8 @@ TEST_P(EditorTest, WholeFieldIsReplacedAndEmptied) {
     const QString face = QStringLiteral("\U0001F600");
     EXPECT_EQ(replace(whole.element, {0, sample.size()}, face).outcome, Replacement::Outcome::done);
     EXPECT_EQ(shown(), face);
-    const FocusReading written = waitForSelection(face);
+    EXPECT_TRUE(isSelected(whole.element, {0, face.size()}));
+    const FocusReading written = waitForFocus();
     EXPECT_EQ(replace(written.element, {0, face.size()}, QString()).outcome,
               Replacement::Outcome::done);
     EXPECT_EQ(shown(), QString());
@@ -170,7 +184,12 @@ TEST_P(EditorTest, TextsThatCannotTravelAreRefused) {
 TEST_P(EditorTest, RangeIsSelectedAgainBeforeAPaste) {
     const FocusReading reading = open(sample);
     const TextRange whole{0, sample.size()};
-    EXPECT_EQ(select(reading.element, whole), PasteTarget::selected);
+    const PasteTarget target = select(reading.element, whole);
+    if (target != PasteTarget::selected) {
+        EXPECT_EQ(target, PasteTarget::another);
+        EXPECT_FALSE(selectsForOthers());
+        return;
+    }
     waitForSelection(sample);
     EXPECT_EQ(selectedRange(reading.element), whole);
     EXPECT_EQ(select(reading.element, {0, sample.size() + 1}), PasteTarget::gone);

@@ -49,6 +49,12 @@ Desktop::Desktop(const Options &options) : environment_(folders_.environment()) 
         accessibilityBus_ = std::make_unique<AccessibilityBus>(
             *sessionBus_, options.accessibilityEnabled, environment_,
             folders_.log(QStringLiteral("accessibility-bus")));
+        // Qt takes the address from here without asking whether accessibility is on.
+        if (!options.accessibilityEnabled) {
+            xcb_delete_property(connection_->get(), connection_->root(),
+                                connection_->atom("AT_SPI_BUS"));
+            connection_->roundTrip();
+        }
         accessible_ = std::make_unique<AccessibleClient>(*accessibilityBus_);
     }
     if (options.keyring) {
