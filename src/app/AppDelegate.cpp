@@ -5,6 +5,7 @@
 #include "ui/AlertWindow.h"
 #include "ui/ReadyPanel.h"
 #include "ui/SettingsWindowController.h"
+#include "ui/style/Style.h"
 
 #include <QCoreApplication>
 
@@ -18,7 +19,11 @@ AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifes
       warmUp_([this] { return coordinator_.isQuiet(); }, [this] { return prepareMore(); }, warmUp) {
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() {
+    // The style is the toolkit's, and stays.
+    if (theme_)
+        Style::installed().setBlending({});
+}
 
 InstanceClaim AppDelegate::applicationDidFinishLaunching() {
     InstanceClaim claim =
@@ -94,8 +99,11 @@ void AppDelegate::showAlert(const Alert &alert, std::function<void(int)> answere
 }
 
 Theme &AppDelegate::theme() {
-    if (!theme_)
+    if (!theme_) {
         theme_ = std::make_unique<Theme>(*platform_->appearance, *platform_->symbols);
+        Style::installed().setBlending(
+            [windows = platform_->ownWindows.get()] { return windows->areBlended(); });
+    }
     return *theme_;
 }
 

@@ -42,6 +42,9 @@ class OwnWindows {
     /// flags say all of it.
     virtual void applyWindowAttributes(QWindow *window) = 0;
 
+    /// Whether a window may be seen through in part, as a compositor has it. That may change.
+    virtual bool areBlended() { return true; }
+
     /// The points at the top of a panel with its attributes that the frame covers. What is shown
     /// belongs below them.
     virtual int coveredHeight(QWindow *panel) {

@@ -10,7 +10,9 @@ ActionGrid::ActionGrid(Theme &theme, QList<GridColumn> columns, QWidget *parent)
     : QWidget(parent),
       theme_(theme),
       columns_(std::move(columns)) {
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 ActionTile *ActionGrid::makeTile() {
@@ -25,37 +27,53 @@ void ActionGrid::render(const QList<PromptAction> &actions, bool enabled) {
         tiles_.append(makeTile());
     if (moreThanEver)
         Q_EMIT tilesMade();
+    bool isChanged = count_ != actions.size();
     for (qsizetype i = 0; i < actions.size(); ++i) {
-        tiles_[i]->setAction(actions[i]);
+        isChanged = tiles_[i]->setAction(actions[i]) || isChanged;
         tiles_[i]->setEnabled(enabled);
         tiles_[i]->setVisible(true);
     }
     for (qsizetype i = actions.size(); i < tiles_.size(); ++i)
         tiles_[i]->setVisible(false);
-    if (count_ == actions.size())
+    if (!isChanged)
         return;
     count_ = actions.size();
     arrange();
     updateGeometry();
 }
 
-int ActionGrid::contentHeight() const {
-    if (count_ == 0)
-        return 0;
-    const qsizetype rows = (count_ + columns_.size() - 1) / columns_.size();
+int ActionGrid::tileWidth(qsizetype column, int width) const {
+    int gaps = 0;
+    for (qsizetype i = 0; i + 1 < columns_.size(); ++i)
+        gaps += columns_[i].spacing;
+    return std::max(columns_[column].minimumWidth, (width - gaps) / int(columns_.size()));
+}
+
+int ActionGrid::rowHeight(qsizetype first, int width) const {
+    int height = 0;
+    for (qsizetype i = first; i < std::min(first + columns_.size(), count_); ++i)
+        height = std::max(height, tiles_[i]->heightForWidth(tileWidth(i - first, width)));
+    return height;
+}
+
+int ActionGrid::heightForWidth(int width) const {
     const int spacing = columns_.first().spacing;
-    return int(rows) * (tiles_.first()->sizeHint().height() + spacing) - spacing;
+    int height = 0;
+    for (qsizetype first = 0; first < count_; first += columns_.size())
+        height += (first > 0 ? spacing : 0) + rowHeight(first, width);
+    return height;
 }
 
 QSize ActionGrid::sizeHint() const {
-    return QSize(572, contentHeight());
+    constexpr int usualWidth = 572;
+    return QSize(usualWidth, heightForWidth(usualWidth));
 }
 
 QSize ActionGrid::minimumSizeHint() const {
     int width = 0;
     for (const GridColumn &column : columns_)
         width += column.minimumWidth + column.spacing;
-    return QSize(width - columns_.last().spacing, contentHeight());
+    return QSize(width - columns_.last().spacing, sizeHint().height());
 }
 
 void ActionGrid::resizeEvent(QResizeEvent *) {
@@ -63,21 +81,17 @@ void ActionGrid::resizeEvent(QResizeEvent *) {
 }
 
 void ActionGrid::arrange() {
-    if (count_ == 0)
-        return;
-    int gaps = 0;
-    for (qsizetype i = 0; i + 1 < columns_.size(); ++i)
-        gaps += columns_[i].spacing;
-    const int height = tiles_.first()->sizeHint().height();
-    const int share = width() - gaps;
-    for (qsizetype i = 0; i < count_; ++i) {
-        const qsizetype column = i % columns_.size();
+    int y = 0;
+    for (qsizetype first = 0; first < count_; first += columns_.size()) {
+        const int height = rowHeight(first, width());
         int x = 0;
-        for (qsizetype before = 0; before < column; ++before)
-            x += share / int(columns_.size()) + columns_[before].spacing;
-        const int y = int(i / columns_.size()) * (height + columns_[column].spacing);
-        const int tileWidth = std::max(columns_[column].minimumWidth, share / int(columns_.size()));
-        tiles_[i]->setGeometry(x, y, tileWidth, height);
+        for (qsizetype i = first; i < std::min(first + columns_.size(), count_); ++i) {
+            const qsizetype column = i - first;
+            const int wide = tileWidth(column, width());
+            tiles_[i]->setGeometry(x, y, wide, height);
+            x += wide + columns_[column].spacing;
+        }
+        y += height + columns_.first().spacing;
     }
 }
 

@@ -25,6 +25,9 @@ class ActionGrid : public QWidget {
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// A row is as high as the tile in it that has most to tell.
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
 
   Q_SIGNALS:
     void tilesMade();
@@ -36,7 +39,8 @@ class ActionGrid : public QWidget {
   private:
     ActionTile *makeTile();
     void arrange();
-    int contentHeight() const;
+    int tileWidth(qsizetype column, int width) const;
+    int rowHeight(qsizetype first, int width) const;
 
     Theme &theme_;
     QList<GridColumn> columns_;

@@ -23,7 +23,7 @@ namespace quillmender {
 
 namespace {
 constexpr int margin = 24;
-constexpr int sectionGap = 10;
+constexpr int sectionGap = 12;
 constexpr int footerPadding = 8;
 } // namespace
 
@@ -133,9 +133,21 @@ void ActionPickerView::renderNow() {
 }
 
 void ActionPickerView::resetFocus() {
-    ActionTile *first = grid_->tiles().value(0);
-    const bool canBePressed = first && !first->isHidden() && first->isEnabled();
-    region_->showTop(canBePressed ? static_cast<QWidget *>(first) : editor());
+    region_->showTop(startingPoint());
+}
+
+QWidget *ActionPickerView::startingPoint() const {
+    const auto canBePressed = [this](const QWidget *control) {
+        return control && control->isVisibleTo(this) && control->isEnabled();
+    };
+    if (ActionTile *first = grid_->tiles().value(0); canBePressed(first))
+        return first;
+    if (PushButton *access = previewCard_->accessButton(); canBePressed(access))
+        return access;
+    // The instruction may be below the edge: what has the keyboard is seen.
+    if (model_.isWorking())
+        return close_;
+    return model_.errorMessage() ? static_cast<QWidget *>(captureAgain_) : editor();
 }
 
 InstructionEditor *ActionPickerView::editor() const {

@@ -36,8 +36,8 @@ class ActionPickerView : public QWidget {
     /// Brings the view up to date at once, as before it is shown.
     void renderNow();
 
-    /// The state of a fresh panel: scrolled to the top, the keyboard on the first action. Where no
-    /// action can be pressed it is in the instruction, where a key does no harm.
+    /// The state of a fresh panel: scrolled to the top, the keyboard on the first action, or, where
+    /// none can be pressed, on what helps then.
     void resetFocus();
 
     ScrollRegion *region() const { return region_; }
@@ -52,6 +52,7 @@ class ActionPickerView : public QWidget {
 
   private:
     void render();
+    QWidget *startingPoint() const;
     /// Leaves the keyboard where it was, unless that place has gone.
     void keepFocus(QWidget *focus);
     void showNews();

@@ -15,10 +15,12 @@ namespace quillmender {
 namespace {
 constexpr int smallestHeight = 72;
 constexpr int padding = 16;
-constexpr int symbolSize = 20;
+constexpr int leastVerticalPadding = 8;
+constexpr int mostVerticalPadding = 12;
 constexpr int symbolGap = 12;
 constexpr int lineGap = 2;
-constexpr int subtitleLines = 2;
+constexpr int mostTitleLines = 2;
+constexpr int mostSubtitleLines = 2;
 } // namespace
 
 ActionTile::ActionTile(Theme &theme, QWidget *parent)
@@ -28,36 +30,53 @@ ActionTile::ActionTile(Theme &theme, QWidget *parent)
     titleFont_.setWeight(QFont::DemiBold);
 }
 
-void ActionTile::setAction(const PromptAction &action) {
+bool ActionTile::setAction(const PromptAction &action) {
     if (action == action_)
-        return;
+        return false;
     action_ = action;
     title_ = action.title().simplified();
     subtitle_ = action.subtitle();
     setCaption(action.title());
     setAccessibleDescription(subtitle_);
     update();
+    return true;
+}
+
+int ActionTile::heightOf(int titleLines, int subtitleLines) const {
+    const int text = titleLines * QFontMetrics(titleFont_).height() + lineGap +
+                     subtitleLines * QFontMetrics(subtitleFont_).height();
+    const int air = std::min(grown(leastVerticalPadding), mostVerticalPadding);
+    return std::max(smallestHeight, text + 2 * air);
 }
 
 QSize ActionTile::sizeHint() const {
-    const int text = QFontMetrics(titleFont_).height() + lineGap +
-                     subtitleLines * QFontMetrics(subtitleFont_).height();
-    return QSize(280, std::max(smallestHeight, text + padding));
+    return QSize(280, heightOf(1, mostSubtitleLines));
+}
+
+int ActionTile::heightForWidth(int width) const {
+    const int room = textWidth(width);
+    return std::max(
+        sizeHint().height(),
+        heightOf(int(elidedLines(title_, titleFont_, room, mostTitleLines).size()),
+                 int(elidedLines(subtitle_, subtitleFont_, room, mostSubtitleLines).size())));
 }
 
 QSize ActionTile::minimumSizeHint() const {
     return QSize(10, sizeHint().height());
 }
 
-int ActionTile::textWidth() const {
-    return std::max(0, width() - 2 * padding - symbolSize - symbolGap);
+int ActionTile::textWidth(int width) const {
+    return std::max(0, width - 2 * padding - symbolForText() - symbolGap);
 }
 
 QString ActionTile::unreadablePart() const {
+    const auto fits = [this](const QString &text, const QFont &font, int lines) {
+        return elidedLines(text, font, textWidth(width()), lines + 1).size() <= lines;
+    };
     QStringList parts;
-    if (QFontMetrics(titleFont_).horizontalAdvance(title_) > textWidth())
+    if (!fits(title_, titleFont_, mostTitleLines))
         parts.append(title_);
-    if (QFontMetrics(subtitleFont_).horizontalAdvance(subtitle_) > subtitleLines * textWidth())
+    if (!fits(subtitle_, subtitleFont_, mostSubtitleLines))
         parts.append(subtitle_);
     return parts.join(u'\n');
 }
@@ -73,26 +92,30 @@ void ActionTile::paintEvent(QPaintEvent *) {
 
     const QFontMetrics titleMetrics(titleFont_);
     const QFontMetrics subtitleMetrics(subtitleFont_);
-    const QStringList subtitle = elidedLines(subtitle_, subtitleFont_, textWidth(), subtitleLines);
-    const int textHeight =
-        titleMetrics.height() + lineGap + int(subtitle.size()) * subtitleMetrics.height();
-    const int left = padding + symbolSize + symbolGap;
+    const int room = textWidth(width());
+    const QStringList title = elidedLines(title_, titleFont_, room, mostTitleLines);
+    const QStringList subtitle = elidedLines(subtitle_, subtitleFont_, room, mostSubtitleLines);
+    const int textHeight = int(title.size()) * titleMetrics.height() + lineGap +
+                           int(subtitle.size()) * subtitleMetrics.height();
+    const int symbol = symbolForText();
+    const int left = padding + symbol + symbolGap;
     int y = (height() - textHeight) / 2;
 
-    const QRect symbolArea(padding, y + (titleMetrics.height() - symbolSize) / 2, symbolSize,
-                           symbolSize);
-    painter.drawPixmap(symbolArea.topLeft(), theme_.symbol(action_->systemImage(), symbolSize,
-                                                           devicePixelRatioF(), look.symbol));
+    painter.drawPixmap(
+        QPoint(padding, y + (titleMetrics.height() - symbol) / 2),
+        theme_.symbol(action_->systemImage(), symbol, devicePixelRatioF(), look.symbol));
 
     painter.setFont(titleFont_);
     painter.setPen(look.text);
-    drawLine(painter, QRect(left, y, textWidth(), titleMetrics.height()),
-             titleMetrics.elidedText(title_, Qt::ElideRight, textWidth()));
-    y += titleMetrics.height() + lineGap;
+    for (const QString &line : title) {
+        drawLine(painter, QRect(left, y, room, titleMetrics.height()), line);
+        y += titleMetrics.height();
+    }
+    y += lineGap;
     painter.setFont(subtitleFont_);
     painter.setPen(look.secondaryText);
     for (const QString &line : subtitle) {
-        drawLine(painter, QRect(left, y, textWidth(), subtitleMetrics.height()), line);
+        drawLine(painter, QRect(left, y, room, subtitleMetrics.height()), line);
         y += subtitleMetrics.height();
     }
 }

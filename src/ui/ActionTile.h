@@ -16,17 +16,21 @@ class ActionTile : public Button {
     ActionTile(Theme &theme, QWidget *parent = nullptr);
 
     const PromptAction &action() const { return *action_; }
-    void setAction(const PromptAction &action);
+    /// Whether that was another one than before.
+    bool setAction(const PromptAction &action);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// What its texts need there, two lines of each at most.
+    int heightForWidth(int width) const override;
 
   protected:
     void paintEvent(QPaintEvent *event) override;
     QString unreadablePart() const override;
 
   private:
-    int textWidth() const;
+    int textWidth(int width) const;
+    int heightOf(int titleLines, int subtitleLines) const;
 
     std::optional<PromptAction> action_; ///< set before the tile is shown
     QString title_;

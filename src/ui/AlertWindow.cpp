@@ -34,6 +34,7 @@ AlertWindow::AlertWindow(const Alert &alert, std::function<void(int)> answered, 
 void AlertWindow::build(const Alert &alert, Theme &theme) {
     auto *symbol = new SymbolView(theme, symbolSize, this);
     symbol->setSymbol(programSymbol);
+    symbol->alignInk();
     auto *message = new TextLabel(theme, TextStyle::headline, TextLabel::Tone::primary, this);
     message->show(alert.messageText);
     auto *information = new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, this);

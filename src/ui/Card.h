@@ -16,6 +16,9 @@ class Card : public QWidget {
 
     QVBoxLayout *stack() const { return stack_; }
 
+    /// The room above and beneath what it holds, at first that of a card of texts.
+    void setPadding(int top, int bottom);
+
   protected:
     void paintEvent(QPaintEvent *event) override;
 

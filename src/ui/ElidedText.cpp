@@ -6,6 +6,17 @@
 
 namespace quillmender {
 
+QString elided(const QString &text, const QFont &font, int width) {
+    constexpr QChar ellipsis(0x2026);
+    QString line = QFontMetrics(font).elidedText(text, Qt::ElideRight, width);
+    if (line == text || !line.endsWith(ellipsis))
+        return line;
+    line.chop(1);
+    while (!line.isEmpty() && line.back().isSpace())
+        line.chop(1);
+    return line + ellipsis;
+}
+
 QStringList elidedLines(const QString &text, const QFont &font, int width, int maximumLines) {
     if (text.isEmpty())
         return {};
@@ -18,8 +29,7 @@ QStringList elidedLines(const QString &text, const QFont &font, int width, int m
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(qMax(width, 1));
         if (lines.size() + 1 == maximumLines) {
-            lines.append(
-                QFontMetrics(font).elidedText(text.mid(line.textStart()), Qt::ElideRight, width));
+            lines.append(elided(text.mid(line.textStart()), font, width));
             break;
         }
         lines.append(text.mid(line.textStart(), line.textLength()).trimmed());

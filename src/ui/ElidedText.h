@@ -8,6 +8,10 @@ class QRect;
 
 namespace quillmender {
 
+/// The text in one line of the width; where it is cut, the ellipsis stands at a word's end and not
+/// behind a blank.
+QString elided(const QString &text, const QFont &font, int width);
+
 /// The text broken into at most that many lines of the width; what is left over ends the last one
 /// in an ellipsis.
 QStringList elidedLines(const QString &text, const QFont &font, int width, int maximumLines);

@@ -17,9 +17,17 @@ FormRow::FormRow(Theme &theme, const QString &label, QWidget *field, QWidget *pa
       label_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)) {
     label_->show(label);
     label_->setBuddy(field);
+    isText_ = qobject_cast<QLabel *>(field) != nullptr;
     // A label that can be read tells its own text; anything else is named after its label.
-    if (!qobject_cast<QLabel *>(field))
+    if (!isText_)
         field->setAccessibleName(label);
+    // A control rounds up where it puts its text in the middle.
+    constexpr int endless = 10000;
+    const int height = field->sizeHint().height();
+    const int wanted = (height - label_->fontMetrics().height() + 1) / 2;
+    const int lower = 2 * wanted - height + label_->heightForWidth(endless);
+    if (!isText_)
+        label_->setContentsMargins(0, std::max(lower, 0), 0, 0);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(gap);
@@ -27,6 +35,10 @@ FormRow::FormRow(Theme &theme, const QString &label, QWidget *field, QWidget *pa
     row->addWidget(field);
     if (field->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed)
         row->addStretch(1);
+}
+
+bool FormRow::isText() const {
+    return isText_;
 }
 
 int FormRow::naturalLabelWidth() const {

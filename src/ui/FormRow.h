@@ -15,11 +15,14 @@ class FormRow : public QWidget {
   public:
     FormRow(Theme &theme, const QString &label, QWidget *field, QWidget *parent = nullptr);
 
+    /// Whether it is read alone.
+    bool isText() const;
     int naturalLabelWidth() const;
     void setLabelWidth(int width);
 
   private:
     TextLabel *label_;
+    bool isText_ = false;
 };
 
 /// Gives all the rows beneath the form the width of the widest label.

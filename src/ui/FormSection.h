@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace quillmender {
@@ -34,6 +35,8 @@ class FormSection : public QWidget {
     Theme &theme() const { return theme_; }
 
   private:
+    void append(QBoxLayout *line, bool isText, const QMargins &around);
+
     Theme &theme_;
     QWidget *card_ = nullptr;
     QVBoxLayout *rows_ = nullptr;

@@ -24,10 +24,10 @@ InstructionEditor::InstructionEditor(Theme &theme, const QString &name, const QS
     setVerticalScrollBar(new SlimScrollBar(theme, this));
     constexpr int padding = metrics::editorPadding;
     setViewportMargins(padding, padding, padding, padding);
-    document()->setDocumentMargin(4);
+    document()->setDocumentMargin(metrics::documentMargin);
     viewport()->setAutoFillBackground(false);
-    setFixedHeight(std::max(metrics::editorHeight, 4 * fontMetrics().lineSpacing() +
-                                                       2 * (padding + metrics::editorFrame) + 8));
+    setFixedHeight(
+        std::max(metrics::editorHeight, 4 * fontMetrics().lineSpacing() + 2 * metrics::textInset));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
     connect(this, &QPlainTextEdit::textChanged, this, [this] {

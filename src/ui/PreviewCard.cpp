@@ -5,10 +5,25 @@
 #include "ui/PushButton.h"
 #include "ui/Spinner.h"
 #include "ui/TextLabel.h"
+#include "ui/style/Metrics.h"
 
 #include <QHBoxLayout>
 
+#include <algorithm>
+
 namespace quillmender {
+
+namespace {
+
+QLayout *lowered(QWidget *widget, int by) {
+    auto *column = new QVBoxLayout;
+    column->setContentsMargins(0, std::max(by, 0), 0, 0);
+    column->addWidget(widget);
+    column->addStretch(1);
+    return column;
+}
+
+} // namespace
 
 PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
     : Card(theme, parent),
@@ -23,7 +38,8 @@ PreviewCard::PreviewCard(Theme &theme, QWidget *parent)
       accessButton_(new PushButton(theme, QStringLiteral("Request Accessibility Access"),
                                    PushButton::Prominence::standard, accessRow_)) {
     auto *access = new QHBoxLayout(accessRow_);
-    access->setContentsMargins(0, 8, 0, 4);
+    // A card that ends in a button has more room beneath than one that ends in a text.
+    access->setContentsMargins(0, 8, 0, metrics::cardPadding - metrics::cardTextPadding);
     access->addWidget(accessButton_);
     access->addStretch(1);
 
@@ -45,8 +61,12 @@ QLayout *PreviewCard::firstLine() {
     progress->setContentsMargins(0, 0, 0, 0);
     progress->setSpacing(8);
     progress->addStretch(1);
-    progress->addWidget(spinner_);
-    progress->addWidget(progress_);
+    // Both texts stand on one line, and the spinner in the middle of its capitals.
+    const QFontMetrics caption = progress_->fontMetrics();
+    const int top = title_->fontMetrics().ascent() - caption.ascent();
+    const int middle = top + caption.ascent() - (caption.capHeight() + 1) / 2;
+    progress->addLayout(lowered(spinner_, middle - spinner_->height() / 2));
+    progress->addLayout(lowered(progress_, top));
     progress_->setMaximumLines(1);
     progress_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     // Its place is kept, so that nothing moves when it comes and goes.

@@ -5,6 +5,7 @@
 #include "ui/InstructionEditor.h"
 #include "ui/PushButton.h"
 #include "ui/TextLabel.h"
+#include "ui/style/Metrics.h"
 
 namespace quillmender {
 
@@ -23,12 +24,13 @@ PromptCard::PromptCard(Theme &theme, QWidget *parent) : Card(theme, parent) {
         new PushButton(theme, QStringLiteral("Generate"), PushButton::Prominence::prominent, this);
 
     stack()->addWidget(title);
+    stack()->addSpacing(4);
     stack()->addWidget(help);
     stack()->addSpacing(6);
     stack()->addWidget(editor_);
     stack()->addSpacing(10);
     stack()->addWidget(generate_, 0, Qt::AlignRight);
-    stack()->addSpacing(6);
+    setPadding(metrics::cardTextPadding, metrics::cardPadding);
 }
 
 void PromptCard::render(const ActionPickerModel &model) {

@@ -10,6 +10,9 @@ namespace quillmender {
 
 namespace {
 
+// Between what is brought into view and the edge.
+constexpr int revealedAir = 10;
+
 class Hairline : public QWidget {
   public:
     Hairline(Theme &theme, QWidget *parent) : QWidget(parent), theme_(theme) {
@@ -57,8 +60,8 @@ QSize ScrollRegion::sizeHint() const {
 
 void ScrollRegion::reveal(const QWidget *descendant) {
     const int top = descendant->mapTo(widget(), QPoint()).y();
-    ensureVisible(0, top + descendant->height(), 0, 0);
-    ensureVisible(0, top, 0, 0);
+    ensureVisible(0, top + descendant->height() + revealedAir, 0, 0);
+    ensureVisible(0, top - revealedAir, 0, 0);
 }
 
 void ScrollRegion::showTop(QWidget *focus) {

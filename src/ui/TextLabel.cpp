@@ -1,5 +1,6 @@
 #include "ui/TextLabel.h"
 
+#include "ui/ElidedText.h"
 #include "ui/style/Look.h"
 
 #include <QEvent>
@@ -50,6 +51,21 @@ QList<QTextLayout::FormatRange> codeFormats(const QString &text, int pixelSize) 
         start = text.indexOf(codeMark, end + 1);
     }
     return formats;
+}
+
+/// Ends a line before the code that it would break, where the next one has room for it.
+void keepTogether(QTextLine &line, const QList<QTextLayout::FormatRange> &codes) {
+    const int end = line.textStart() + line.textLength();
+    for (const QTextLayout::FormatRange &code : codes) {
+        const bool isBroken = code.start < end && end < code.start + code.length;
+        if (!isBroken || code.start <= line.textStart())
+            continue;
+        const QFontMetrics face(code.format.font());
+        const QString text = QString(code.length, u'x');
+        if (face.horizontalAdvance(text) <= line.width())
+            line.setLineWidth(line.cursorToX(code.start));
+        return;
+    }
 }
 
 } // namespace
@@ -108,7 +124,7 @@ void TextLabel::layOut(int width) const {
         QString rest = laidOutText_.mid(last, longestLastLine);
         rest.replace(QChar::LineSeparator, u' ');
         // The ellipsis stands there also where the first words of the rest would fit.
-        rest = QFontMetrics(font()).elidedText(rest.append(QChar(0x2026)), Qt::ElideRight, width);
+        rest = elided(rest.append(QChar(0x2026)), font(), width);
         layOutLines(laidOutText_.left(last) + rest, width);
     }
     layoutWidth_ = width;
@@ -130,6 +146,7 @@ void TextLabel::layOutLines(const QString &text, int width) const {
     const bool isSecond = text.size() != laidOutText_.size() || text != laidOutText_;
     for (QTextLine line = layout_->createLine(); line.isValid(); line = layout_->createLine()) {
         line.setLineWidth(std::max(width, 1));
+        keepTogether(line, layout_->formats());
         line.setPosition(QPointF(0, y));
         y += std::ceil(line.height());
         if (isSecond && layout_->lineCount() == maximumLines_)

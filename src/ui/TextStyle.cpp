@@ -1,6 +1,7 @@
 #include "ui/TextStyle.h"
 
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -8,10 +9,22 @@
 
 namespace quillmender {
 
+double textScale() {
+    constexpr int usual = 13;
+    return std::max(usual, QFontInfo(QGuiApplication::font()).pixelSize()) / double(usual);
+}
+
+int grown(int pixels) {
+    return int(std::lround(pixels * textScale()));
+}
+
+int symbolForText() {
+    constexpr int usual = 20;
+    return std::max(usual, QFontMetrics(fontFor(TextStyle::body)).height());
+}
+
 QFont fontFor(TextStyle style) {
     QFont font = QGuiApplication::font();
-    const int body = std::max(13, QFontInfo(font).pixelSize());
-    const auto scaled = [body](int pixels) { return int(std::lround(body * pixels / 13.0)); };
     switch (style) {
     case TextStyle::largeTitle:
         font.setPixelSize(30);
@@ -22,17 +35,17 @@ QFont fontFor(TextStyle style) {
         font.setWeight(QFont::DemiBold);
         break;
     case TextStyle::headline:
-        font.setPixelSize(scaled(14));
+        font.setPixelSize(grown(14));
         font.setWeight(QFont::DemiBold);
         break;
     case TextStyle::body:
-        font.setPixelSize(body);
+        font.setPixelSize(grown(13));
         break;
     case TextStyle::subheadline:
-        font.setPixelSize(scaled(12));
+        font.setPixelSize(grown(12));
         break;
     case TextStyle::caption:
-        font.setPixelSize(scaled(11));
+        font.setPixelSize(grown(11));
         break;
     }
     return font;

@@ -11,4 +11,13 @@ enum class TextStyle { largeTitle, title, headline, body, subheadline, caption }
 /// the two titles have sizes of their own.
 QFont fontFor(TextStyle style);
 
+/// How much larger the platform's text is than the scale's own; at least 1.
+double textScale();
+
+/// So many pixels as they grow with the text.
+int grown(int pixels);
+
+/// The size of a symbol that stands beside a text: about the height of its line.
+int symbolForText();
+
 } // namespace quillmender

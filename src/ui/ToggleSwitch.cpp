@@ -14,7 +14,7 @@ ToggleSwitch::ToggleSwitch(Theme &theme, const QString &text, QWidget *parent)
 }
 
 QSize ToggleSwitch::minimumSizeHint() const {
-    return QSize(metrics::switchTrack.width() + metrics::switchGap, sizeHint().height());
+    return QSize(grown(metrics::switchTrack.width()) + metrics::switchGap, sizeHint().height());
 }
 
 } // namespace quillmender

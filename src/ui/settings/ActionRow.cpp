@@ -13,7 +13,6 @@
 namespace quillmender {
 
 namespace {
-constexpr int symbolSize = 20;
 constexpr int padding = 8;
 constexpr int focusLine = int(metrics::ringWidth);
 } // namespace
@@ -21,7 +20,7 @@ constexpr int focusLine = int(metrics::ringWidth);
 ActionRow::ActionRow(Theme &theme, QWidget *parent)
     : QWidget(parent),
       theme_(theme),
-      symbol_(new SymbolView(theme, symbolSize, this)),
+      symbol_(new SymbolView(theme, symbolForText(), this)),
       title_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::primary, this)),
       caption_(new TextLabel(theme, TextStyle::caption, TextLabel::Tone::secondary, this)),
       edit_(new PushButton(theme, QStringLiteral("Edit"), PushButton::Prominence::standard, this)),

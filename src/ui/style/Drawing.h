@@ -11,6 +11,9 @@ namespace quillmender::drawing {
 /// The state in which the toolkit wants the control painted.
 State stateOf(const QStyleOption &option);
 
+/// The area with its edges where the device's pixels end, at any scale.
+QRectF onPixels(const QPainter &painter, const QRectF &area);
+
 /// A rounded fill with the look's outline, as large as `area`; nothing where the look has neither.
 void surface(QPainter &painter, const QRectF &area, qreal radius, const Look &look);
 

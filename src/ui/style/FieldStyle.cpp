@@ -19,18 +19,15 @@ void drawField(QPainter &painter, const QStyleOption &option, const Colors &colo
 
 void drawEditor(QPainter &painter, const QStyleOption &option, const Colors &colors) {
     const Look look = lookOf(Part::editor, drawing::stateOf(option), colors);
-    Look soft = look;
-    soft.outline = look.halo;
-    drawing::surface(painter, option.rect, metrics::editorRadius, soft);
-    if (option.state & QStyle::State_HasFocus) {
-        drawing::ring(painter, option.rect, metrics::editorRadius, look.ring);
+    const bool focused = option.state & QStyle::State_HasFocus;
+    drawing::focusable(painter, option.rect, metrics::editorRadius, look, focused);
+    if (focused)
         return;
-    }
-    Look line = look;
-    line.fill = QColor();
+    Look soft;
+    soft.outline = look.halo;
     const qreal within = metrics::hairline;
     drawing::surface(painter, QRectF(option.rect).adjusted(within, within, -within, -within),
-                     metrics::editorRadius - within, line);
+                     metrics::editorRadius - within, soft);
 }
 
 } // namespace quillmender::fieldStyle

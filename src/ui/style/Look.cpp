@@ -192,7 +192,8 @@ Look tile(State state, const Colors &colors) {
     // An accent like the card itself would not answer.
     if (opacity > tileRestOpacity && contrast(look.fill, colors.card) < noticeable)
         look.fill = mixed(look.fill, colors.text, byState(state, hoverShare, pressShare));
-    look.outline = colors.moreContrast ? seen(colors.accentMark, look.fill, colors)
+    // The ring, which takes its place, has the accent for itself where lines are strong.
+    look.outline = colors.moreContrast ? seen(colors.fieldOutline, look.fill, colors)
                                        : withOpacity(colors.accentMark, tileOutlineOpacity);
     look.outlineTells = colors.moreContrast;
     look.text = readable(colors.text, look.fill, colors);

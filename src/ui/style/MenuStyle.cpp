@@ -1,12 +1,13 @@
 #include "ui/style/MenuStyle.h"
 
+#include "ui/TextStyle.h"
 #include "ui/style/Drawing.h"
 #include "ui/style/Metrics.h"
 
-#include <QPainterPath>
 #include <QStyleOptionMenuItem>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quillmender::menuStyle {
 
@@ -17,7 +18,7 @@ bool hasCheckArea(const QStyleOptionMenuItem &item) {
 }
 
 int leadingOf(const QStyleOptionMenuItem &item) {
-    return metrics::itemPadding + (hasCheckArea(item) ? metrics::checkArea : 0);
+    return metrics::itemPadding + (hasCheckArea(item) ? grown(metrics::checkArea) : 0);
 }
 
 void drawSeparator(QPainter &painter, const QStyleOptionMenuItem &item, const Colors &colors) {
@@ -37,6 +38,13 @@ void drawTexts(QPainter &painter, const QStyleOptionMenuItem &item, const Look &
     painter.drawText(area, flags | Qt::AlignLeft | Qt::TextHideMnemonic, title);
     painter.setPen(look.secondaryText);
     painter.drawText(area, flags | Qt::AlignRight, shortcut);
+}
+
+void drawFloating(QPainter &painter, const QStyleOption &option, qreal radius, const Look &look,
+                  bool blends) {
+    if (!blends)
+        painter.fillRect(option.rect, look.outline);
+    drawing::surface(painter, option.rect, radius, look);
 }
 
 } // namespace
@@ -70,28 +78,35 @@ void drawItem(QPainter &painter, const QStyleOptionMenuItem &item, const Colors 
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal middle = QRectF(item.rect).center().y();
     if (item.checked)
-        drawing::checkMark(painter, QPointF(item.rect.left() + metrics::itemPadding + 5, middle),
+        drawing::checkMark(painter,
+                           QPointF(item.rect.left() + metrics::itemPadding + grown(5), middle),
                            look.symbol);
     if (item.menuItemType == QStyleOptionMenuItem::SubMenu)
         drawing::arrow(painter, QPointF(item.rect.right() - metrics::itemPadding, middle),
                        look.symbol);
 }
 
-void drawPanel(QPainter &painter, const QStyleOption &option, const Colors &colors) {
-    drawing::surface(painter, option.rect, metrics::floatingRadius,
-                     lookOf(Part::menu, State::rest, colors));
+void drawPanel(QPainter &painter, const QStyleOption &option, const Colors &colors, bool blends) {
+    drawFloating(painter, option, metrics::floatingRadius, lookOf(Part::menu, State::rest, colors),
+                 blends);
 }
 
-void drawToolTip(QPainter &painter, const QStyleOption &option, const Colors &colors) {
-    drawing::surface(painter, option.rect, metrics::toolTipRadius,
-                     lookOf(Part::toolTip, State::rest, colors));
+void drawToolTip(QPainter &painter, const QStyleOption &option, const Colors &colors, bool blends) {
+    drawFloating(painter, option, metrics::toolTipRadius,
+                 lookOf(Part::toolTip, State::rest, colors), blends);
 }
 
 QRegion maskOf(const QRect &window, qreal radius) {
-    // A pixel that the curve only crosses belongs to it.
-    QPainterPath path;
-    path.addRoundedRect(window, radius - 1, radius - 1);
-    return QRegion(path.toFillPolygon().toPolygon());
+    const int corner = int(std::ceil(radius));
+    QRegion region = window.adjusted(0, corner, 0, -corner);
+    for (int y = 0; y < corner; ++y) {
+        const qreal up = radius - y - 0.5;
+        const int blank = int(std::lround(radius - std::sqrt(radius * radius - up * up)));
+        const QRect line(window.left() + blank, window.top() + y, window.width() - 2 * blank, 1);
+        region += line;
+        region += line.translated(0, window.height() - 1 - 2 * y);
+    }
+    return region;
 }
 
 } // namespace quillmender::menuStyle

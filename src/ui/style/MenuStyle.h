@@ -14,10 +14,11 @@ namespace quillmender::menuStyle {
 /// `contents` as the menu measured it; a list of choices leaves it empty.
 QSize sizeOf(const QStyleOptionMenuItem &item, const QSize &contents);
 void drawItem(QPainter &painter, const QStyleOptionMenuItem &item, const Colors &colors);
-void drawPanel(QPainter &painter, const QStyleOption &option, const Colors &colors);
-void drawToolTip(QPainter &painter, const QStyleOption &option, const Colors &colors);
+/// Where windows do not blend with what is beneath them, nothing of the panel may be seen through.
+void drawPanel(QPainter &painter, const QStyleOption &option, const Colors &colors, bool blends);
+void drawToolTip(QPainter &painter, const QStyleOption &option, const Colors &colors, bool blends);
 
-/// The pixels that a rounded window touches.
+/// The pixels most of which belong to a rounded window.
 QRegion maskOf(const QRect &window, qreal radius);
 
 } // namespace quillmender::menuStyle

@@ -15,21 +15,28 @@ inline constexpr qreal floatingRadius = 9; ///< of menus and lists
 inline constexpr qreal itemRadius = 5;
 inline constexpr qreal toolTipRadius = 6;
 
+inline constexpr int cardPadding = 16;
+/// Above the first and beneath the last line of a text, which have air of their own.
+inline constexpr int cardTextPadding = 8;
+
 inline constexpr int controlHeight = 32;   ///< at least; it grows with the text
 inline constexpr int controlTextRoom = 12; ///< above and beneath the text together
 inline constexpr int buttonPadding = 16;
 inline constexpr int buttonWidth = 72; ///< at least, as it likes to be
 inline constexpr int narrowestButton = 48;
 inline constexpr int prominentRingInset = 2;
-inline constexpr int fieldPadding = 8;
+/// From the edge of a field, an editor or a pop-up button to its text.
+inline constexpr int textInset = 12;
+/// The toolkit's field has two pixels of its own before its text.
+inline constexpr int fieldPadding = textInset - 2;
 inline constexpr char16_t passwordCharacter = u'\u2022';
 inline constexpr int fieldWidth = 240;
 inline constexpr int narrowestField = 80;
 inline constexpr int editorFrame = 2;
-inline constexpr int editorPadding = 6; ///< between the frame and the text
+inline constexpr int editorPadding = 6; ///< around what scrolls
+inline constexpr int documentMargin = textInset - editorFrame - editorPadding;
 inline constexpr int editorHeight = 96; ///< at least
 
-inline constexpr int popUpPadding = 12;
 inline constexpr int popUpWidth = 120; ///< of the text, at least
 inline constexpr int chevronArea = 28;
 

@@ -1,5 +1,6 @@
 #include "ui/style/PopUpStyle.h"
 
+#include "ui/TextStyle.h"
 #include "ui/style/Drawing.h"
 #include "ui/style/FieldStyle.h"
 #include "ui/style/Metrics.h"
@@ -17,17 +18,17 @@ Look look(const QStyleOptionComboBox &option, const Colors &colors) {
 } // namespace
 
 QSize sizeOf(const QStyleOptionComboBox &option, int textWidth) {
-    return QSize(std::max(textWidth, metrics::popUpWidth) + metrics::popUpPadding +
-                     metrics::chevronArea,
+    return QSize(std::max(textWidth, metrics::popUpWidth) + metrics::textInset +
+                     grown(metrics::chevronArea),
                  fieldStyle::heightOf(option));
 }
 
 QRect partOf(const QStyleOptionComboBox &option, QStyle::SubControl part) {
     switch (part) {
     case QStyle::SC_ComboBoxEditField:
-        return option.rect.adjusted(metrics::popUpPadding, 0, -metrics::chevronArea, 0);
+        return option.rect.adjusted(metrics::textInset, 0, -grown(metrics::chevronArea), 0);
     case QStyle::SC_ComboBoxArrow:
-        return option.rect.adjusted(option.rect.width() - metrics::chevronArea, 0, 0, 0);
+        return option.rect.adjusted(option.rect.width() - grown(metrics::chevronArea), 0, 0, 0);
     default:
         return option.rect;
     }

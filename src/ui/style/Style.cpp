@@ -57,12 +57,12 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
         fieldStyle::drawField(*painter, *option, colors_);
         return;
     case PE_PanelMenu:
-        menuStyle::drawPanel(*painter, *option, colors_);
+        menuStyle::drawPanel(*painter, *option, colors_, blends());
         return;
     case PE_FrameMenu:
         return;
     case PE_PanelTipLabel:
-        menuStyle::drawToolTip(*painter, *option, colors_);
+        menuStyle::drawToolTip(*painter, *option, colors_, blends());
         return;
     case PE_FrameFocusRect:
         drawing::ring(*painter, option->rect, metrics::itemRadius, colors_.accentMark);
@@ -88,7 +88,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
     else if (element == CE_ShapedFrame && isEditor(widget))
         fieldStyle::drawEditor(*painter, *option, colors_);
     else if (element == CE_ShapedFrame && isListFrame(widget))
-        menuStyle::drawPanel(*painter, *option, colors_);
+        menuStyle::drawPanel(*painter, *option, colors_, blends());
     else if (element != CE_MenuEmptyArea)
         QProxyStyle::drawControl(element, option, painter, widget);
 }
@@ -182,9 +182,10 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
     case SH_Menu_Mask:
     case SH_ToolTip_Mask:
         if (auto *mask = qstyleoption_cast<QStyleHintReturnMask *>(answer)) {
-            mask->region =
-                menuStyle::maskOf(option->rect, hint == SH_ToolTip_Mask ? metrics::toolTipRadius
-                                                                        : metrics::floatingRadius);
+            const qreal radius =
+                hint == SH_ToolTip_Mask ? metrics::toolTipRadius : metrics::floatingRadius;
+            // What is seen through has its round corners already, and softer ones.
+            mask->region = blends() ? option->rect : menuStyle::maskOf(option->rect, radius);
             return 1;
         }
         return 0;

@@ -4,6 +4,8 @@
 
 #include <QProxyStyle>
 
+#include <functional>
+
 namespace quillmender {
 
 /// Paints and measures every control of the program. What it does not know looks as the toolkit
@@ -16,6 +18,10 @@ class Style : public QProxyStyle {
     static Style &installed();
 
     Style();
+
+    /// Tells whether a window may be seen through in part, as a compositor has it. Without an
+    /// answer it may.
+    void setBlending(std::function<bool()> blending) { blending_ = std::move(blending); }
 
     void setColors(const Colors &colors) { colors_ = colors; }
     const Colors &colors() const { return colors_; }
@@ -40,6 +46,9 @@ class Style : public QProxyStyle {
     void polish(QWidget *widget) override;
 
   private:
+    bool blends() const { return !blending_ || blending_(); }
+
+    std::function<bool()> blending_;
     Colors colors_ = Colors::make(false, std::nullopt);
 };
 

@@ -1,5 +1,6 @@
 #include "ui/style/SwitchStyle.h"
 
+#include "ui/TextStyle.h"
 #include "ui/style/Drawing.h"
 #include "ui/style/Metrics.h"
 
@@ -9,18 +10,23 @@
 
 namespace quillmender::switchStyle {
 
+QSize trackSize() {
+    return QSize(grown(metrics::switchTrack.width()), grown(metrics::switchTrack.height()));
+}
+
 QSize sizeOf(const QStyleOptionButton &option) {
-    return QSize(
-        option.fontMetrics.horizontalAdvance(option.text) + 1 + metrics::switchGap +
-            metrics::switchTrack.width() + metrics::switchMargin,
-        std::max(metrics::switchHeight, option.fontMetrics.height() + metrics::switchTextRoom));
+    return QSize(option.fontMetrics.horizontalAdvance(option.text) + 1 + metrics::switchGap +
+                     trackSize().width() + metrics::switchMargin,
+                 std::max(grown(metrics::switchHeight),
+                          option.fontMetrics.height() + metrics::switchTextRoom));
 }
 
 QRect trackOf(const QStyleOptionButton &option) {
     const QRect &area = option.rect;
-    return QRect(QPoint(area.right() + 1 - metrics::switchTrack.width() - metrics::switchMargin,
-                        area.top() + (area.height() - metrics::switchTrack.height()) / 2),
-                 metrics::switchTrack);
+    const QSize track = trackSize();
+    return QRect(QPoint(area.right() + 1 - track.width() - metrics::switchMargin,
+                        area.top() + (area.height() - track.height()) / 2),
+                 track);
 }
 
 QRect textAreaOf(const QStyleOptionButton &option) {
@@ -40,11 +46,11 @@ void draw(QPainter &painter, const QStyleOptionButton &option, const Colors &col
     const Look look = lookOf(on ? Part::switchOn : Part::switchOff, state, colors);
     const QRectF track = trackOf(option);
     drawing::surface(painter, track, track.height() / 2, look);
-    const qreal knob = track.height() - 2 * metrics::switchKnobInset;
-    const qreal left = on ? track.right() - metrics::switchKnobInset - knob
-                          : track.left() + metrics::switchKnobInset;
+    const int inset = grown(metrics::switchKnobInset);
+    const qreal knob = track.height() - 2 * inset;
+    const qreal left = on ? track.right() - inset - knob : track.left() + inset;
     painter.setBrush(look.symbol);
-    painter.drawEllipse(QRectF(left, track.top() + metrics::switchKnobInset, knob, knob));
+    painter.drawEllipse(drawing::onPixels(painter, QRectF(left, track.top() + inset, knob, knob)));
     if (option.state & QStyle::State_HasFocus) {
         const qreal out = metrics::switchMargin;
         const QRectF around = track.adjusted(-out, -out, out, out);

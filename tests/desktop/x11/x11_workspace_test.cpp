@@ -54,6 +54,17 @@ class WorkspaceTest : public X11Test {
     std::vector<std::unique_ptr<QProcess>> programs_;
 };
 
+TEST_F(WorkspaceTest, KnowsOfACompositorAsLongAsThereIsOne) {
+    WindowStanding &standing = *services_->windowStanding;
+    EXPECT_FALSE(standing.hasCompositor());
+    xcb_set_selection_owner(peer_->xcb(), peer_->window(), peer_->atom("_NET_WM_CM_S0"),
+                            peer_->serverTime());
+    EXPECT_EQ(ownerOf("_NET_WM_CM_S0"), peer_->window());
+    EXPECT_TRUE(standing.hasCompositor());
+    peer_.reset();
+    EXPECT_TRUE(waitFor([&] { return !standing.hasCompositor(); }));
+}
+
 TEST_F(WorkspaceTest, KnowsAndActivatesTheApplicationInFront) {
     programs_.push_back(startWindowManager());
     EXPECT_EQ(services_->workspace->frontmostApplication(), nullptr);

@@ -2,6 +2,7 @@
 
 #include "PanelFixture.h"
 #include "ui/PushButton.h"
+#include "ui/SymbolView.h"
 
 #include <QAccessible>
 #include <QScreen>
@@ -45,6 +46,19 @@ TEST_F(AlertWindowTest, SaysItsTextsPlainlyAndOffersItsButtons) {
     EXPECT_EQ(button(1)->caption().toStdString(), "Later");
     EXPECT_GT(button(0)->x(), button(1)->x());
     EXPECT_TRUE(button(0)->isDefault());
+}
+
+TEST_F(AlertWindowTest, ItsSymbolBeginsWhereEverythingElseEnds) {
+    symbols.drawsSymbols = true;
+    symbols.bearing = 5;
+    appearance.become(appearance.current);
+    show();
+    auto *symbol = window.findChild<SymbolView *>();
+    QImage image(symbol->size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    symbol->render(&image, QPoint(), QRegion(), {});
+    EXPECT_EQ(image.pixelColor(0, 20).alpha(), 255);
+    EXPECT_EQ(symbol->x(), 24);
 }
 
 TEST_F(AlertWindowTest, NothingWaitsForIt) {

@@ -210,4 +210,12 @@ TEST(ContrastTest, TheWishForContrastMakesTextsAndLinesStronger) {
     }
 }
 
+TEST(ContrastTest, TheRingIsAnotherColourThanTheOutlineOfATile) {
+    for (const bool dark : {false, true}) {
+        const Colors strong = Colors::make(dark, std::nullopt, ContrastPreference::higher);
+        const Look tile = lookOf(Part::tile, State::rest, strong);
+        EXPECT_GE(tile.ring.hslSaturation(), tile.outline.hslSaturation() + 100);
+    }
+}
+
 } // namespace quillmender

@@ -170,6 +170,45 @@ TEST_F(FocusTest, TheMouseScrollsOnlyWhenItsButtonIsReleased) {
     EXPECT_TRUE(isInView(generate));
 }
 
+TEST_F(FocusTest, StartsWhereOneSeesItAlsoWithoutAnActionToPress) {
+    struct {
+        const char *control;
+        bool working;
+        bool granted;
+    } const cases[] = {{"Request Accessibility Access", false, false},
+                       {"Capture Again", false, true},
+                       {"Close", true, true}};
+    for (const auto &expected : cases) {
+        controller.orderOut();
+        model.change([&](auto &state) {
+            state.preview.clear();
+            state.error = QStringLiteral("It failed.");
+            state.working = expected.working;
+            state.granted = expected.granted;
+        });
+        show();
+        settle();
+        const Button *control = button(QString::fromLatin1(expected.control));
+        ASSERT_TRUE(control) << expected.control;
+        EXPECT_TRUE(control->hasFocus()) << expected.control;
+        EXPECT_TRUE(!area()->isAncestorOf(control) || isInView(control));
+        EXPECT_EQ(area()->verticalScrollBar()->value(), 0) << "the news are seen as well";
+    }
+}
+
+TEST_F(FocusTest, WhatIsScrolledIntoViewHasAirAroundIt) {
+    constexpr int air = 8;
+    const auto place = [this](const QWidget *control) {
+        return QRect(control->mapTo(area()->viewport(), QPoint()), control->size());
+    };
+    const Button *generate = focus("Generate");
+    EXPECT_LE(place(generate).bottom() + air, area()->viewport()->height() - 1);
+    change([](auto &state) { state.preview = QString(60, u'\n'); });
+    area()->verticalScrollBar()->setValue(area()->verticalScrollBar()->maximum());
+    const Button *first = focus("Formalize");
+    EXPECT_GE(place(first).top(), air);
+}
+
 TEST_F(FocusTest, NewsAreShownAndAKeyBringsTheControlBack) {
     Button *generate = focus("Generate");
     EXPECT_TRUE(isInView(generate));

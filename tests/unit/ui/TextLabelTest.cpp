@@ -12,6 +12,21 @@ class TextLabelTest : public PanelFixture {
     TextLabel label{theme, TextStyle::body, TextLabel::Tone::primary};
 };
 
+/// A label that tells what stands in its lines.
+class TellingLabel : public TextLabel {
+  public:
+    using TextLabel::TextLabel;
+
+    QStringList texts() const {
+        QStringList found;
+        const QTextLayout &layout = laidOut();
+        for (int i = 0; i < layout.lineCount(); ++i)
+            found.append(
+                layout.text().mid(layout.lineAt(i).textStart(), layout.lineAt(i).textLength()));
+        return found;
+    }
+};
+
 } // namespace
 
 TEST_F(TextLabelTest, OneLongWordWraps) {
@@ -26,6 +41,43 @@ TEST_F(TextLabelTest, HeightFollowsTheText) {
     const int line = label.heightForWidth(300);
     label.show(QStringLiteral("first\nsecond\r\nthird"));
     EXPECT_EQ(label.heightForWidth(300), 3 * line);
+}
+
+TEST_F(TextLabelTest, CodeThatFitsALineIsNotBroken) {
+    const QString code = QStringLiteral("`/<model>:generateContent`");
+    TellingLabel hint(theme, TextStyle::caption, TextLabel::Tone::secondary);
+    hint.markCode();
+    hint.show(code);
+    const int whole = [&] {
+        int width = 50;
+        for (hint.resize(width, 200); hint.texts().size() > 1; hint.resize(++width, 200)) {
+        }
+        return width;
+    }();
+    hint.show(QStringLiteral("Use the models base URL. The program appends ") + code +
+              QStringLiteral(" automatically, and more."));
+    for (int width = whole + 4; width < 3 * whole; ++width) {
+        hint.resize(width, 400);
+        EXPECT_EQ(hint.texts().filter(code).size(), 1) << width;
+        EXPECT_EQ(hint.texts().join(QString()), hint.text());
+    }
+    hint.resize(whole / 2, 400);
+    EXPECT_EQ(hint.texts().filter(code).size(), 0) << "there it has to be";
+}
+
+TEST_F(TextLabelTest, NoBlankStandsBeforeTheEllipsis) {
+    TellingLabel label(theme, TextStyle::body, TextLabel::Tone::primary);
+    label.setMaximumLines(2);
+    label.show(QStringLiteral("The server said no and then it said no again and again and again ") +
+               QString(200, u'x'));
+    int cut = 0;
+    for (int width = 60; width < 400; ++width) {
+        label.resize(width, 200);
+        const QString last = label.texts().last();
+        cut += last.endsWith(QChar(0x2026)) ? 1 : 0;
+        EXPECT_FALSE(last.endsWith(QStringLiteral(" \u2026"))) << width;
+    }
+    EXPECT_GT(cut, 300);
 }
 
 TEST_F(TextLabelTest, AHostileClusterStaysBounded) {
@@ -46,6 +98,14 @@ TEST(ElidedTextTest, TheLastLineEndsInAnEllipsis) {
         EXPECT_LE(QFontMetrics(font).horizontalAdvance(line), 100);
     EXPECT_EQ(elidedLines(text, font, 10000, 2), QStringList(text));
     EXPECT_EQ(elidedLines(QString(), font, 100, 2), QStringList());
+}
+
+TEST(ElidedTextTest, NoBlankStandsBeforeTheEllipsis) {
+    const QFont font = fontFor(TextStyle::body);
+    const QString text = QStringLiteral("alpha beta gamma delta epsilon zeta eta theta iota kappa");
+    for (int width = 60; width < 160; ++width)
+        EXPECT_FALSE(elidedLines(text, font, width, 2).last().endsWith(QStringLiteral(" \u2026")))
+            << width;
 }
 
 } // namespace quillmender

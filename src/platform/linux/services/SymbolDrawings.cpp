@@ -59,12 +59,13 @@ Drawing quotedText() {
 
 Drawing letters() {
     Drawing drawing;
-    drawing.strokes.moveTo(2, 19);
-    drawing.strokes.lineTo(7.5, 4.75);
-    drawing.strokes.lineTo(13, 19);
-    line(drawing.strokes, {4, 14}, {11, 14});
-    drawing.strokes.addEllipse(QPointF(18, 15.75), 3.3, 3.3);
-    line(drawing.strokes, {21.4, 12.25}, {21.4, 19.2});
+    drawing.strokes.moveTo(1.5, 19);
+    drawing.strokes.lineTo(6.5, 4.75);
+    drawing.strokes.lineTo(11.5, 19);
+    line(drawing.strokes, {3.4, 14}, {9.6, 14});
+    // The stem is where the bowl ends: side by side they would clot in a small picture.
+    drawing.strokes.addEllipse(QPointF(17.7, 15.4), 3.6, 3.6);
+    line(drawing.strokes, {21.3, 11.8}, {21.3, 19});
     return drawing;
 }
 

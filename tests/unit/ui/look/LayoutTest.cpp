@@ -39,8 +39,8 @@ TEST_F(PanelLayoutTest, HasItsMargins) {
     EXPECT_EQ(place(close).bottom() + 1, 620 - 8);
     const auto cards = controller.panel()->findChildren<Card *>();
     const QWidget *grid = button(QStringLiteral("Formalize"))->parentWidget();
-    EXPECT_EQ(place(grid).top() - place(cards.first()).bottom() - 1, 10);
-    EXPECT_EQ(place(cards.last()).top() - place(grid).bottom() - 1, 10);
+    EXPECT_EQ(place(grid).top() - place(cards.first()).bottom() - 1, 12);
+    EXPECT_EQ(place(cards.last()).top() - place(grid).bottom() - 1, 12);
 }
 
 TEST_F(PanelLayoutTest, ShowsEveryStarterActionAndTheTopOfTheInstruction) {
@@ -61,6 +61,29 @@ TEST_F(PanelLayoutTest, ShowsEveryStarterActionAndTheTopOfTheInstruction) {
     constexpr int cornerAndMore = 16;
     EXPECT_GE(seen.bottom() - placeIn(panel, editor()).top(), cornerAndMore);
     EXPECT_LT(seen.bottom(), placeIn(panel, editor()).bottom()) << "one sees that it goes on";
+}
+
+TEST_F(PanelLayoutTest, NoLineOfTextEndsOnTheEdge) {
+    for (const int lines : {1, 2, 3}) {
+        change([lines](auto &state) {
+            state.preview = QString(lines - 1, u'\n').prepend(QStringLiteral("x")).append(u'x');
+        });
+        show();
+        settle();
+        const QWidget *panel = controller.panel();
+        const QRect seen =
+            placeIn(panel, controller.panel()->findChild<ScrollRegion *>()->viewport());
+        for (const TextLabel *label : controller.panel()->findChildren<TextLabel *>()) {
+            const int descent = label->fontMetrics().descent();
+            for (const QRect &line : label->lines()) {
+                const int baseline =
+                    line.translated(placeIn(panel, label).topLeft()).bottom() - descent;
+                EXPECT_GE(qAbs(seen.bottom() - baseline), 4)
+                    << lines << ": " << label->text().toStdString();
+            }
+        }
+        controller.orderOut();
+    }
 }
 
 TEST_F(PanelLayoutTest, ProgressAndItsEndMoveNothing) {

@@ -119,6 +119,43 @@ TEST_F(StyleTest, AToolTipIsOfTheSameKind) {
     });
 }
 
+TEST_F(StyleTest, WithoutACompositorNothingIsSeenThroughAndTheCornersAreCutOff) {
+    Style::installed().setBlending([] { return false; });
+    show();
+    const auto expectIsCut = [](QWidget &floating) {
+        const QImage image = floating.grab().toImage();
+        const QRegion mask = floating.mask();
+        int veiled = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                veiled += mask.contains(QPoint(x, y)) && image.pixelColor(x, y).alpha() < 255;
+        EXPECT_EQ(veiled, 0);
+        const QRect all = image.rect();
+        for (const QPoint corner :
+             {all.topLeft(), all.topRight(), all.bottomLeft(), all.bottomRight()})
+            EXPECT_FALSE(mask.contains(corner));
+        EXPECT_TRUE(mask.contains(all.center()));
+        EXPECT_EQ(mask.boundingRect(), all);
+    };
+    auto *provider = window()->findChild<PopUpButton *>();
+    provider->showPopup();
+    QWidget *list = provider->findChild<QFrame *>();
+    ASSERT_TRUE(list && QTest::qWaitForWindowExposed(list));
+    expectIsCut(*list);
+    provider->hidePopup();
+    const std::unique_ptr<QMenu> menu(field("OpenAI Model")->createStandardContextMenu());
+    menu->popup(window()->geometry().center());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(menu.get()));
+    expectIsCut(*menu);
+    menu->close();
+    QToolTip::showText(window()->geometry().center(), QStringLiteral("<p>A title</p>"), window());
+    ASSERT_TRUE(QTest::qWaitFor([] { return toolTip() != nullptr; }, 5000));
+    expectIsCut(*toolTip());
+    QToolTip::hideText();
+    ASSERT_TRUE(QTest::qWaitFor([] { return toolTip() == nullptr; }, 5000));
+    Style::installed().setBlending({});
+}
+
 TEST_F(StyleTest, WhatIsDisabledLooksSo) {
     forBothSchemes([this] {
         TextField field(theme);

@@ -55,6 +55,13 @@ void WindowStanding::activate(xcb_window_t window) {
     xcb_flush(connection_.xcb());
 }
 
+bool WindowStanding::hasCompositor() {
+    const auto reply =
+        replyTo(connection_.xcb(), xcb_get_selection_owner_reply,
+                xcb_get_selection_owner(connection_.xcb(), connection_.atom("_NET_WM_CM_S0")));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 void WindowStanding::handleEvent(const xcb_generic_event_t *event) {
     if (eventType(event) != XCB_MAP_NOTIFY || awaited_ == XCB_WINDOW_NONE)
         return;

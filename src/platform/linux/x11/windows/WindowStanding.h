@@ -32,6 +32,9 @@ class WindowStanding : public QObject {
     /// window managers forget when a window is hidden.
     void activate(xcb_window_t window);
 
+    /// Whether somebody puts the windows together who knows of transparency. One round trip.
+    bool hasCompositor();
+
   private:
     void handleEvent(const xcb_generic_event_t *event);
     void activateMapped(xcb_window_t window);

@@ -48,6 +48,10 @@ void X11OwnWindows::applyWindowAttributes(QWindow *window) {
     standing_.askForFrame(nativeWindow(*window));
 }
 
+bool X11OwnWindows::areBlended() {
+    return standing_.hasCompositor();
+}
+
 void X11OwnWindows::activate(QWindow *window) {
     ensureIcon();
     finishToolkitRequests();

@@ -22,6 +22,7 @@ class X11OwnWindows : public OwnWindows {
     void setAccessoryPolicy() override {}
     void applyPanelAttributes(QWindow *window) override;
     void applyWindowAttributes(QWindow *window) override;
+    bool areBlended() override;
     void activate(QWindow *window) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;
     std::unique_ptr<SteppedAside> stepAside(QWindow *) override { return nullptr; }

@@ -1,0 +1,101 @@
+#include "LookFixture.h"
+#include "ui/ActionTile.h"
+#include "ui/SymbolView.h"
+#include "ui/ToggleSwitch.h"
+
+#include <QHelpEvent>
+#include <QToolTip>
+
+namespace quillmender {
+
+namespace {
+
+/// A desktop with texts of 16 points, from before the first window on.
+struct LargeFont {
+    LargeFont() {
+        QFont large = before;
+        large.setPixelSize(21);
+        QApplication::setFont(large);
+    }
+    ~LargeFont() { QApplication::setFont(before); }
+    LargeFont(const LargeFont &) = delete;
+    LargeFont &operator=(const LargeFont &) = delete;
+
+    QFont before = QApplication::font();
+};
+
+class TileTextTest : public PanelLookFixture {
+  protected:
+    QList<ActionTile *> tiles() const { return controller.panel()->findChildren<ActionTile *>(); }
+
+    /// What the tile says of its texts because it does not show them in full.
+    static QString hidden(ActionTile *tile) {
+        QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), tile->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(tile, &help);
+        const QString text = QToolTip::isVisible() ? QToolTip::text() : QString();
+        QToolTip::hideText();
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 5000));
+        return text;
+    }
+
+    void addAction(const char *title) {
+        change([title](auto &state) {
+            state.actions.append(PromptAction::custom(
+                {QUuid::createUuid(), QString::fromUtf8(title), QStringLiteral("{{text}}")}));
+        });
+    }
+};
+
+class LargeTileTextTest : private LargeFont, public TileTextTest {};
+class LargeSettingsTest : private LargeFont, public SettingsWindowFixture {};
+
+} // namespace
+
+TEST_F(TileTextTest, ATitleTakesTwoLinesBeforeItIsCut) {
+    show();
+    addAction("Rewrite as a release note for version 12");
+    addAction("Rewrite as a release note for version 12 with highlights, fixes, known issues & "
+              "thanks to everybody");
+    EXPECT_EQ(hidden(tiles().at(7)).toStdString(), "");
+    EXPECT_THAT(hidden(tiles().at(8)).toStdString(), testing::HasSubstr("everybody"));
+    EXPECT_EQ(tiles().at(7)->height(), 72);
+}
+
+TEST_F(LargeTileTextTest, EveryStarterActionIsReadInFull) {
+    show();
+    settle();
+    for (ActionTile *tile : tiles())
+        EXPECT_EQ(hidden(tile).toStdString(), "") << tile->action().title().toStdString();
+}
+
+TEST_F(LargeTileTextTest, TheTileAndItsSymbolGrowWithTheText) {
+    symbols.drawsSymbols = true;
+    appearance.become(appearance.current);
+    show();
+    settle();
+    QFont title = fontFor(TextStyle::body);
+    title.setWeight(QFont::DemiBold);
+    const int line = QFontMetrics(title).height();
+    EXPECT_GT(line, 24);
+    EXPECT_TRUE(symbols.asked.contains(QStringLiteral("globe %1").arg(line)));
+    const int text =
+        QFontMetrics(title).height() + 2 * QFontMetrics(fontFor(TextStyle::caption)).height();
+    EXPECT_GE(tiles().first()->height(), text + 20);
+}
+
+TEST_F(LargeSettingsTest, SymbolsAndSwitchesGrowWithTheText) {
+    show();
+    const auto symbols = window()->findChildren<SymbolView *>();
+    ASSERT_FALSE(symbols.isEmpty());
+    EXPECT_EQ(symbols.first()->width(), QFontMetrics(fontFor(TextStyle::body)).height());
+    auto *toggle = window()->findChild<ToggleSwitch *>();
+    toggle->setChecked(false);
+    const QImage image = look::painted(*toggle, theme.colors().window);
+    int highest = 0;
+    for (int x = image.width() - 40; x < image.width(); ++x)
+        highest = std::max(
+            highest, look::count(image.copy(x, 0, 1, image.height()), theme.colors().trackOff));
+    EXPECT_GE(highest, 34);
+}
+
+} // namespace quillmender
