@@ -88,18 +88,21 @@ TextLabel::~TextLabel() = default;
 void TextLabel::show(const QString &text) {
     if (text == this->text())
         return;
-    layout_.reset();
-    layoutWidth_ = -1;
     laidOutText_ = displayed(text);
     setText(text);
-    updateGeometry();
+    forgetLayout();
     update();
+}
+
+void TextLabel::forgetLayout() {
+    layout_.reset();
+    heights_.clear();
+    updateGeometry();
 }
 
 void TextLabel::markCode() {
     marksCode_ = true;
-    layout_.reset();
-    updateGeometry();
+    forgetLayout();
 }
 
 void TextLabel::setTone(Tone tone) {
@@ -111,26 +114,28 @@ void TextLabel::setTone(Tone tone) {
 
 void TextLabel::setMaximumLines(int lines) {
     maximumLines_ = lines;
-    layout_.reset();
-    updateGeometry();
+    forgetLayout();
 }
 
 void TextLabel::layOut(int width) const {
     if (layout_ && width == layoutWidth_)
         return;
-    layOutLines(laidOutText_, width);
-    if (maximumLines_ > 0 && layout_->lineCount() > maximumLines_) {
+    if (!layOutLines(laidOutText_, width)) {
         const int last = layout_->lineAt(maximumLines_ - 1).textStart();
         QString rest = laidOutText_.mid(last, longestLastLine);
         rest.replace(QChar::LineSeparator, u' ');
-        // The ellipsis stands there also where the first words of the rest would fit.
-        rest = elided(rest.append(QChar(0x2026)), font(), width);
-        layOutLines(laidOutText_.left(last) + rest, width);
+        // The ellipsis stands there also where the first words of the rest would fit. Words of both
+        // directions take more room among the others than alone.
+        rest.append(QChar(0x2026));
+        const QString before = laidOutText_.left(last);
+        for (int room = width;
+             !layOutLines(before + elided(rest, font(), room), width) && room > width / 2;)
+            room -= fontMetrics().averageCharWidth();
     }
     layoutWidth_ = width;
 }
 
-void TextLabel::layOutLines(const QString &text, int width) const {
+bool TextLabel::layOutLines(const QString &text, int width) const {
     layout_ = std::make_unique<QTextLayout>(text, font());
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -143,17 +148,19 @@ void TextLabel::layOutLines(const QString &text, int width) const {
     layout_->setCacheEnabled(true);
     layout_->beginLayout();
     qreal y = 0;
-    const bool isSecond = text.size() != laidOutText_.size() || text != laidOutText_;
+    bool fits = true;
     for (QTextLine line = layout_->createLine(); line.isValid(); line = layout_->createLine()) {
         line.setLineWidth(std::max(width, 1));
         keepTogether(line, layout_->formats());
         line.setPosition(QPointF(0, y));
         y += std::ceil(line.height());
-        if (isSecond && layout_->lineCount() == maximumLines_)
+        fits = maximumLines_ == 0 || layout_->lineCount() <= maximumLines_;
+        if (!fits)
             break;
     }
     layout_->endLayout();
     layoutHeight_ = int(std::ceil(y));
+    return fits;
 }
 
 const QTextLayout &TextLabel::laidOut() const {
@@ -182,8 +189,16 @@ QList<QRect> TextLabel::lines() const {
 
 int TextLabel::heightForWidth(int width) const {
     const QMargins margins = contentsMargins();
-    layOut(width - margins.left() - margins.right());
-    return std::max(layoutHeight_, fontMetrics().height()) + margins.top() + margins.bottom();
+    const int room = width - margins.left() - margins.right();
+    auto height = heights_.find(room);
+    if (height == heights_.end()) {
+        constexpr qsizetype manyWidths = 32;
+        if (heights_.size() >= manyWidths)
+            heights_.clear();
+        layOut(room);
+        height = heights_.insert(room, std::max(layoutHeight_, fontMetrics().height()));
+    }
+    return *height + margins.top() + margins.bottom();
 }
 
 QSize TextLabel::sizeHint() const {
@@ -229,10 +244,8 @@ void TextLabel::paintEvent(QPaintEvent *) {
 }
 
 void TextLabel::changeEvent(QEvent *event) {
-    if (event->type() == QEvent::FontChange) {
-        layout_.reset();
-        updateGeometry();
-    }
+    if (event->type() == QEvent::FontChange)
+        forgetLayout();
     QLabel::changeEvent(event);
 }
 

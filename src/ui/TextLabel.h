@@ -3,6 +3,7 @@
 #include "ui/TextStyle.h"
 #include "ui/Theme.h"
 
+#include <QHash>
 #include <QLabel>
 #include <QList>
 #include <QTextLayout>
@@ -63,8 +64,10 @@ class TextLabel : public QLabel {
     Theme &theme_;
 
   private:
+    void forgetLayout();
     void layOut(int width) const;
-    void layOutLines(const QString &text, int width) const;
+    /// False when it would be more lines than there may be.
+    bool layOutLines(const QString &text, int width) const;
 
     Tone tone_;
     int maximumLines_ = 0; ///< any number
@@ -74,6 +77,7 @@ class TextLabel : public QLabel {
     mutable std::unique_ptr<QTextLayout> layout_;
     mutable int layoutWidth_ = -1;
     mutable int layoutHeight_ = 0;
+    mutable QHash<int, int> heights_; ///< by width: layouts ask for the same ones again and again
 };
 
 } // namespace quillmender

@@ -14,6 +14,7 @@ namespace quillmender {
 
 namespace {
 constexpr int padding = 8;
+constexpr int longestTitle = 3; // lines
 constexpr int focusLine = int(metrics::ringWidth);
 } // namespace
 
@@ -27,6 +28,7 @@ ActionRow::ActionRow(Theme &theme, QWidget *parent)
       remove_(new PushButton(theme, QStringLiteral("Remove"), PushButton::Prominence::destructive,
                              this)) {
     setFocusPolicy(Qt::ClickFocus);
+    title_->setMaximumLines(longestTitle);
     caption_->show(QStringLiteral("Starter"));
     auto *texts = new QVBoxLayout;
     texts->setSpacing(0);

@@ -80,6 +80,24 @@ TEST_F(TextLabelTest, NoBlankStandsBeforeTheEllipsis) {
     EXPECT_GT(cut, 300);
 }
 
+TEST_F(TextLabelTest, MixedDirectionsEndInAnEllipsisToo) {
+    TellingLabel label(theme, TextStyle::body, TextLabel::Tone::error);
+    label.setMaximumLines(4);
+    const QString hebrew = QStringLiteral("\u05e9\u05d2\u05d9\u05d0\u05d4");
+    for (const QString &part :
+         {hebrew + QStringLiteral(" word "),
+          hebrew + QStringLiteral(", ") + hebrew + QStringLiteral(" 12.5% (x) "),
+          QStringLiteral("word ") + hebrew + QStringLiteral(" 7 ")}) {
+        label.show(part.repeated(100));
+        for (int width = 150; width < 600; width += 7) {
+            label.resize(width, 200);
+            const QStringList lines = label.texts();
+            EXPECT_EQ(lines.size(), 4) << width;
+            EXPECT_TRUE(lines.last().endsWith(QChar(0x2026))) << width;
+        }
+    }
+}
+
 TEST_F(TextLabelTest, AHostileClusterStaysBounded) {
     QString cluster(5'000'000, QChar(0x0301));
     cluster.prepend(u'e');
