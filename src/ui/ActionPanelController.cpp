@@ -55,6 +55,8 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
           return ownWindows_.keysDownAtFocus(panel_->windowHandle());
       })) {
     ActionPanelController::centre(std::nullopt);
+    closing_.setSingleShot(true);
+    closing_.callOnTimeout(panel_.get(), [this] { hideAtRest(); });
 }
 
 ActionPanelController::~ActionPanelController() = default;
@@ -76,7 +78,9 @@ void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {
 
 void ActionPanelController::makeKeyAndOrderFront() {
     view_->renderNow();
-    const bool wasVisible = panel_->isVisible();
+    const bool wasVisible = isVisible();
+    closing_.stop();
+    keys_->setClosing(false);
     panel_->show();
     panel_->raise();
     panel_->activateWindow();
@@ -109,7 +113,16 @@ void ActionPanelController::paintAhead() {
 void ActionPanelController::orderOut() {
     if (const auto aside = aside_.lock())
         aside->stayAway();
-    panel_->hide();
+    hideAtRest();
+}
+
+void ActionPanelController::hideAtRest() {
+    const auto rest = panel_->isActiveWindow() ? keys_->untilRest() : std::chrono::milliseconds(0);
+    keys_->setClosing(rest.count() > 0);
+    if (rest.count() > 0)
+        closing_.start(rest);
+    else
+        panel_->hide();
 }
 
 std::shared_ptr<SteppedAside> ActionPanelController::stepAside() {
@@ -128,7 +141,7 @@ std::shared_ptr<SteppedAside> ActionPanelController::stepAside() {
 }
 
 bool ActionPanelController::isVisible() const {
-    return panel_->isVisible();
+    return panel_->isVisible() && !closing_.isActive();
 }
 
 } // namespace quillmender

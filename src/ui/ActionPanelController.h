@@ -4,6 +4,8 @@
 #include "ui/PickerPanel.h"
 #include "ui/Theme.h"
 
+#include <QTimer>
+
 #include <memory>
 #include <optional>
 
@@ -36,6 +38,8 @@ class ActionPanelController : public PickerPanel {
     /// action.
     void makeKeyAndOrderFront() override;
 
+    /// While something is being typed into the panel it stays until the hand rests: the next keys
+    /// would go to the other application, where the answer is selected.
     void orderOut() override;
     std::shared_ptr<SteppedAside> stepAside() override;
 
@@ -45,12 +49,14 @@ class ActionPanelController : public PickerPanel {
 
   private:
     void paintAhead();
+    void hideAtRest();
 
     OwnWindows &ownWindows_;
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;
     std::unique_ptr<PickerKeys> keys_; ///< goes before the controls that it watches
     std::weak_ptr<SteppedAside> aside_;
+    QTimer closing_;
 };
 
 } // namespace quillmender

@@ -13,6 +13,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace quillmender {
@@ -86,6 +87,19 @@ void PickerKeys::reset() {
     ended_.clear();
 }
 
+std::chrono::milliseconds PickerKeys::untilRest() const {
+    constexpr qint64 pause = 500;
+    return std::chrono::milliseconds(
+        sinceTyped_.isValid() ? std::max<qint64>(pause - sinceTyped_.elapsed(), 0) : 0);
+}
+
+void PickerKeys::noteTyping(bool isTyped) {
+    if (isTyped)
+        sinceTyped_.start();
+    else
+        sinceTyped_.invalidate();
+}
+
 bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
     const QEvent::Type type = event->type();
     if (watched == &panel_ && (type == QEvent::WindowDeactivate || type == QEvent::Hide)) {
@@ -93,6 +107,8 @@ bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
         return false;
     }
     const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
+    if (type == QEvent::MouseButtonPress && watched == &panel_)
+        noteTyping(false);
     if (watched != QApplication::focusWidget())
         return false;
     auto *focus = static_cast<QWidget *>(watched);
@@ -111,10 +127,6 @@ bool PickerKeys::handleInputMethod(QWidget *focus, QEvent &event) {
     case QEvent::InputMethodQuery:
         answer(focus, static_cast<QInputMethodQueryEvent &>(event));
         return true;
-    case QEvent::EnabledChange:
-        // While the button was disabled it took nothing.
-        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
-        return false;
     default:
         return false;
     }
@@ -133,9 +145,12 @@ void PickerKeys::endComposition(const QWidget *focus) {
 bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
     if (!fresh_.isFresh(event))
         return true;
-    if (event.type() == QEvent::KeyRelease || !focus->isEnabled())
-        return false;
-    if (isArrow(event) && focus->focusPolicy() & Qt::TabFocus)
+    if (event.type() == QEvent::KeyRelease)
+        return isClosing_;
+    noteTyping(isTyped(event));
+    if (isClosing_)
+        return true;
+    if (focus->isEnabled() && isArrow(event) && focus->focusPolicy() & Qt::TabFocus)
         return move(focus, event);
     if (!isForInstruction(focus) || !isTyped(event))
         return false;
@@ -168,7 +183,8 @@ bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
 }
 
 bool PickerKeys::isForInstruction(const QWidget *focus) const {
-    return focus != &editor_ && focus->isEnabled() && focus->focusPolicy() & Qt::TabFocus;
+    // What started a run is disabled and still has the focus.
+    return focus != &editor_ && editor_.isEnabled() && focus->focusPolicy() & Qt::TabFocus;
 }
 
 bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
@@ -181,9 +197,13 @@ bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
     }
     if (!event.preeditString().isEmpty())
         ended_.clear();
+    noteTyping(true);
+    if (isClosing_)
+        return true;
     // Some input methods make a wide blank of Space.
     auto *button = qobject_cast<QAbstractButton *>(focus);
-    if (button && !isComposing(editor_) && !text.isEmpty() && text.trimmed().isEmpty()) {
+    if (button && button->isEnabled() && !isComposing(editor_) && !text.isEmpty() &&
+        text.trimmed().isEmpty()) {
         button->click();
         return true;
     }

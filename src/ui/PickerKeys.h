@@ -2,8 +2,11 @@
 
 #include "ui/FreshKeys.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+
+#include <chrono>
 
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
@@ -32,6 +35,12 @@ class PickerKeys : public QObject {
     /// The column that Up goes back to is forgotten.
     void reset();
 
+    /// How long nothing more may be typed until the hand counts as at rest; 0 when it does.
+    std::chrono::milliseconds untilRest() const;
+
+    /// A closing panel keeps every key from going elsewhere, and does nothing with it.
+    void setClosing(bool isClosing) { isClosing_ = isClosing; }
+
   private:
     bool handleKey(QWidget *focus, QKeyEvent &event);
     bool move(QWidget *focus, const QKeyEvent &event);
@@ -40,6 +49,7 @@ class PickerKeys : public QObject {
     bool compose(QWidget *focus, QInputMethodEvent &event);
     void answer(QWidget *focus, QInputMethodQueryEvent &query);
     void endComposition(const QWidget *focus);
+    void noteTyping(bool isTyped);
 
     QWidget &panel_;
     ScrollRegion &region_;
@@ -47,6 +57,8 @@ class PickerKeys : public QObject {
     FreshKeys fresh_;
     QString ended_; ///< what was being composed when the focus went elsewhere
     bool isLeaving_ = false;
+    bool isClosing_ = false;
+    QElapsedTimer sinceTyped_;
     int column_ = -1; ///< where the eye is, from the panel's left edge
 };
 

@@ -143,19 +143,58 @@ TEST_F(PickerKeysTest, ChordsAreNotTyped) {
     EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
 }
 
-TEST_F(PickerKeysTest, NothingIsTypedDuringARun) {
+TEST_F(PickerKeysTest, WhatIsTypedDuringARunGoesToTheInstruction) {
     model.runsAtOnce = true;
     show();
     press(Qt::Key_Return);
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right})
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Space, Qt::Key_Return})
         press(key);
+    EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
+    EXPECT_TRUE(editor()->hasFocus());
+    EXPECT_EQ(model.state().instruction, QStringLiteral("x"));
+    button(QStringLiteral("Formalize"))->setFocus();
     QInputMethodEvent composed;
     composed.setCommitString(QStringLiteral("\u00e9"));
     QCoreApplication::sendEvent(QApplication::focusWidget(), &composed);
-    EXPECT_EQ(model.state().instruction, QString());
-    EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
+    EXPECT_EQ(model.state().instruction, QStringLiteral("x\u00e9"));
     EXPECT_EQ(model.calls.size(), 1);
+}
+
+TEST_F(PickerKeysTest, ThePanelStaysWhileSomethingIsTypedIntoIt) {
+    model.runsAtOnce = true;
+    show();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
+    controller.orderOut();
+    EXPECT_TRUE(controller.panel()->isVisible());
+    EXPECT_FALSE(controller.isVisible()) << "for everybody else it has gone";
+    const QString before = model.state().instruction;
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("y"));
+    press(Qt::Key_Return);
+    EXPECT_EQ(model.state().instruction, before);
+    EXPECT_EQ(model.calls.size(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !controller.panel()->isVisible(); }, 20000));
+
+    show();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("z"));
+    controller.orderOut();
+    show();
+    EXPECT_TRUE(controller.isVisible()) << "it was called for again";
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("z"));
+    EXPECT_TRUE(model.state().instruction.endsWith(QStringLiteral("zz")));
+}
+
+TEST_F(PickerKeysTest, ThePanelThatIsClosedByAKeyOrAClickGoesAtOnce) {
+    show();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
+    press(Qt::Key_Escape);
+    controller.orderOut();
+    EXPECT_FALSE(controller.panel()->isVisible());
+    show();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("x"));
+    QTest::mousePress(controller.panel(), Qt::LeftButton);
+    controller.orderOut();
+    EXPECT_FALSE(controller.panel()->isVisible());
 }
 
 TEST_F(PickerKeysTest, AKeyThatWasDownWhenThePanelCamePressesNothing) {
