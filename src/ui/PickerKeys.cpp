@@ -109,6 +109,8 @@ bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
     const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
     if (type == QEvent::MouseButtonPress && watched == &panel_)
         noteTyping(false);
+    if (type == QEvent::InputMethod && watched == &editor_)
+        noteCommit(static_cast<QInputMethodEvent &>(*event));
     if (watched != QApplication::focusWidget())
         return false;
     auto *focus = static_cast<QWidget *>(watched);
@@ -132,6 +134,16 @@ bool PickerKeys::handleInputMethod(QWidget *focus, QEvent &event) {
     }
 }
 
+// A click ends a composition before it moves the focus, in the same turn.
+void PickerKeys::noteCommit(const QInputMethodEvent &event) {
+    if (!event.preeditString().isEmpty())
+        ended_.clear();
+    if (event.commitString().isEmpty() || event.commitString() != composed(editor_))
+        return;
+    ended_ = event.commitString();
+    sinceEnded_.start();
+}
+
 void PickerKeys::endComposition(const QWidget *focus) {
     const QString text = composed(editor_);
     // The editor ends its own by itself.
@@ -139,7 +151,10 @@ void PickerKeys::endComposition(const QWidget *focus) {
         const QScopedValueRollback leaving(isLeaving_, true);
         QGuiApplication::inputMethod()->commit();
     }
+    if (text.isEmpty())
+        return;
     ended_ = text;
+    sinceEnded_.start();
 }
 
 bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
@@ -191,7 +206,8 @@ bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
     const QString &text = event.commitString();
     const bool isPlainCommit = !text.isEmpty() && event.preeditString().isEmpty();
     // An engine that hears of a change of the focus hands out what the change has ended already.
-    if (isPlainCommit && text == ended_) {
+    constexpr qint64 soon = 500;
+    if (isPlainCommit && text == ended_ && !isLeaving_ && sinceEnded_.elapsed() < soon) {
         ended_.clear();
         return true;
     }

@@ -48,6 +48,7 @@ class PickerKeys : public QObject {
     bool handleInputMethod(QWidget *focus, QEvent &event);
     bool compose(QWidget *focus, QInputMethodEvent &event);
     void answer(QWidget *focus, QInputMethodQueryEvent &query);
+    void noteCommit(const QInputMethodEvent &event);
     void endComposition(const QWidget *focus);
     void noteTyping(bool isTyped);
 
@@ -55,7 +56,8 @@ class PickerKeys : public QObject {
     ScrollRegion &region_;
     InstructionEditor &editor_;
     FreshKeys fresh_;
-    QString ended_; ///< what was being composed when the focus went elsewhere
+    QString ended_; ///< the composition that was ended last
+    QElapsedTimer sinceEnded_;
     bool isLeaving_ = false;
     bool isClosing_ = false;
     QElapsedTimer sinceTyped_;

@@ -287,26 +287,34 @@ TEST_F(PickerKeysTest, AnInputMethodComposesIntoTheInstruction) {
     EXPECT_EQ(model.calls, QStringList());
 }
 
-TEST_F(PickerKeysTest, WhatTheFocusHasEndedIsNotComposedTwice) {
-    show();
-    editor()->setFocus();
+TEST_F(PickerKeysTest, WhatAClickHasEndedIsNotComposedTwice) {
     const QString syllable = QStringLiteral("\uac00");
     QInputMethodEvent composing(syllable, {});
-    QCoreApplication::sendEvent(editor(), &composing);
-    QAbstractButton *tile = button(QStringLiteral("Formalize"));
-    tile->setFocus(Qt::MouseFocusReason);
+    QInputMethodEvent commit;
+    commit.setCommitString(syllable);
+    // By the click itself, before the focus moves, or by the focus.
+    for (const bool isEndedBefore : {true, false}) {
+        show();
+        editor()->setFocus();
+        QCoreApplication::sendEvent(editor(), &composing);
+        if (isEndedBefore)
+            QCoreApplication::sendEvent(editor(), &commit);
+        const QString before = model.state().instruction;
+        QAbstractButton *tile = button(QStringLiteral("Formalize"));
+        tile->setFocus(Qt::MouseFocusReason);
 
-    QInputMethodEvent late;
-    late.setCommitString(syllable);
-    QCoreApplication::sendEvent(tile, &late);
-    EXPECT_TRUE(tile->hasFocus()) << "it is being pressed";
-    EXPECT_EQ(model.state().instruction, QString());
+        QInputMethodEvent nothing;
+        QCoreApplication::sendEvent(tile, &nothing);
+        QCoreApplication::sendEvent(tile, &commit);
+        EXPECT_TRUE(tile->hasFocus()) << "it is being pressed";
+        EXPECT_EQ(model.state().instruction, before);
 
-    // Once: the same may be composed again.
-    QCoreApplication::sendEvent(tile, &composing);
-    QCoreApplication::sendEvent(tile, &late);
-    EXPECT_TRUE(editor()->hasFocus());
-    EXPECT_EQ(model.state().instruction, syllable);
+        // Once: the same may be composed again.
+        QCoreApplication::sendEvent(tile, &composing);
+        QCoreApplication::sendEvent(tile, &commit);
+        EXPECT_TRUE(editor()->hasFocus());
+        EXPECT_EQ(model.state().instruction, before + syllable);
+    }
 }
 
 TEST_F(PickerKeysTest, AWideBlankOfAnInputMethodPressesAsSpaceDoes) {
