@@ -34,6 +34,7 @@ bool ActionTile::setAction(const PromptAction &action) {
     if (action == action_)
         return false;
     action_ = action;
+    measuredWidth_ = -1;
     title_ = action.title().simplified();
     subtitle_ = action.subtitle();
     setCaption(action.title());
@@ -54,11 +55,15 @@ QSize ActionTile::sizeHint() const {
 }
 
 int ActionTile::heightForWidth(int width) const {
+    if (width == measuredWidth_)
+        return measuredHeight_;
     const int room = textWidth(width);
-    return std::max(
+    measuredWidth_ = width;
+    measuredHeight_ = std::max(
         sizeHint().height(),
         heightOf(int(elidedLines(title_, titleFont_, room, mostTitleLines).size()),
                  int(elidedLines(subtitle_, subtitleFont_, room, mostSubtitleLines).size())));
+    return measuredHeight_;
 }
 
 QSize ActionTile::minimumSizeHint() const {

@@ -35,6 +35,9 @@ class ActionTile : public Button {
     std::optional<PromptAction> action_; ///< set before the tile is shown
     QString title_;
     QString subtitle_;
+    // The last answer of heightForWidth: layouts ask again and again.
+    mutable int measuredWidth_ = -1;
+    mutable int measuredHeight_ = 0;
     QFont titleFont_;
     QFont subtitleFont_;
 };

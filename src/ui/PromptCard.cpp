@@ -24,9 +24,9 @@ PromptCard::PromptCard(Theme &theme, QWidget *parent) : Card(theme, parent) {
         new PushButton(theme, QStringLiteral("Generate"), PushButton::Prominence::prominent, this);
 
     stack()->addWidget(title);
-    stack()->addSpacing(4);
-    stack()->addWidget(help);
     stack()->addSpacing(6);
+    stack()->addWidget(help);
+    stack()->addSpacing(4);
     stack()->addWidget(editor_);
     stack()->addSpacing(10);
     stack()->addWidget(generate_, 0, Qt::AlignRight);

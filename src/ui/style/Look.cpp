@@ -193,8 +193,10 @@ Look tile(State state, const Colors &colors) {
     if (opacity > tileRestOpacity && contrast(look.fill, colors.card) < noticeable)
         look.fill = mixed(look.fill, colors.text, byState(state, hoverShare, pressShare));
     // The ring, which takes its place, has the accent for itself where lines are strong.
-    look.outline = colors.moreContrast ? seen(colors.fieldOutline, look.fill, colors)
-                                       : withOpacity(colors.accentMark, tileOutlineOpacity);
+    look.outline = colors.moreContrast
+                       ? visibleOn(composited(colors.cardOutline, colors.card),
+                                   {look.fill, colors.window}, lineContrast, colors.strongest)
+                       : withOpacity(colors.accentMark, tileOutlineOpacity);
     look.outlineTells = colors.moreContrast;
     look.text = readable(colors.text, look.fill, colors);
     look.secondaryText = readable(colors.secondary, look.fill, colors);

@@ -215,6 +215,7 @@ TEST(ContrastTest, TheRingIsAnotherColourThanTheOutlineOfATile) {
         const Colors strong = Colors::make(dark, std::nullopt, ContrastPreference::higher);
         const Look tile = lookOf(Part::tile, State::rest, strong);
         EXPECT_GE(tile.ring.hslSaturation(), tile.outline.hslSaturation() + 100);
+        EXPECT_GE(contrast(tile.ring, tile.outline), 1.5) << dark;
     }
 }
 

@@ -64,8 +64,8 @@ Drawing letters() {
     drawing.strokes.lineTo(11.5, 19);
     line(drawing.strokes, {3.4, 14}, {9.6, 14});
     // The stem is where the bowl ends: side by side they would clot in a small picture.
-    drawing.strokes.addEllipse(QPointF(17.7, 15.4), 3.6, 3.6);
-    line(drawing.strokes, {21.3, 11.8}, {21.3, 19});
+    drawing.strokes.addEllipse(QPointF(18.3, 15.4), 3.6, 3.6);
+    line(drawing.strokes, {21.9, 11.8}, {21.9, 19});
     return drawing;
 }
 
