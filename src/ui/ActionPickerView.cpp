@@ -144,10 +144,9 @@ QWidget *ActionPickerView::startingPoint() const {
         return first;
     if (PushButton *access = previewCard_->accessButton(); canBePressed(access))
         return access;
-    // The instruction may be below the edge: what has the keyboard is seen.
-    if (model_.isWorking())
-        return close_;
-    return model_.errorMessage() ? static_cast<QWidget *>(captureAgain_) : editor();
+    // While a request runs, what is typed is for the instruction.
+    return model_.errorMessage() && !model_.isWorking() ? static_cast<QWidget *>(captureAgain_)
+                                                        : editor();
 }
 
 InstructionEditor *ActionPickerView::editor() const {

@@ -162,7 +162,8 @@ bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
         return true;
     if (event.type() == QEvent::KeyRelease)
         return isClosing_;
-    noteTyping(isTyped(event));
+    const bool leaves = event.key() == Qt::Key_Escape || event.key() == Qt::Key_Tab;
+    noteTyping(isTyped(event) || (focus == &editor_ && !leaves));
     if (isClosing_)
         return true;
     if (focus->isEnabled() && isArrow(event) && focus->focusPolicy() & Qt::TabFocus)

@@ -29,6 +29,13 @@ class EditorTest : public AtspiTest, public testing::WithParamInterface<Editor> 
     FocusReading open(const QString &text) {
         start();
         application_ = std::make_unique<TestApplication>(GetParam().start(desktop(), text));
+        waitForValue(text);
+        // Some take no change while they are still loading.
+        waitUntil(
+            [&] {
+                return application_->focusedText().hasState(harness::AccessibleState::editable);
+            },
+            QStringLiteral("the editor can be written in"));
         return waitForValue(text);
     }
 

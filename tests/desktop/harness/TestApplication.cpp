@@ -77,6 +77,14 @@ TestApplication TestApplication::sampleEditor(Desktop &desktop, const QString &k
     return {desktop, QStringLiteral(QUILLMENDER_SAMPLE_EDITOR), {kind, text}};
 }
 
+TestApplication TestApplication::sampleEditorOffTheBus(Desktop &desktop, const QString &kind,
+                                                       const QString &text) {
+    return {desktop,
+            QStringLiteral("env"),
+            {QStringLiteral("AT_SPI_BUS_ADDRESS=unix:path=/nonexistent"),
+             QStringLiteral(QUILLMENDER_SAMPLE_EDITOR), kind, text}};
+}
+
 TestApplication TestApplication::withFile(Desktop &desktop, const QString &program,
                                           const QStringList &arguments, const QString &text) {
     const QString path = writeFile(desktop, QStringLiteral("letter.txt"), text);

@@ -26,6 +26,9 @@ class TestApplication {
     /// Our own small Qt program; `kind` is "plain", "line", "password" or "commands".
     static TestApplication sampleEditor(Desktop &desktop, const QString &kind,
                                         const QString &text = {});
+    /// The same, which never finds the accessibility bus.
+    static TestApplication sampleEditorOffTheBus(Desktop &desktop, const QString &kind,
+                                                 const QString &text = {});
 
     qint64 pid() const { return process_->pid(); }
     xcb_window_t window() const { return window_; }

@@ -64,9 +64,9 @@ TEST_F(CopySessionTest, GtkEditor) {
 }
 
 TEST_F(CopySessionTest, QtEditor) {
-    const TestApplication editor = startOffTheBus([](Desktop &desktop) {
-        return TestApplication::sampleEditor(desktop, QStringLiteral("plain"), letter);
-    });
+    start();
+    const auto editor =
+        TestApplication::sampleEditorOffTheBus(desktop(), QStringLiteral("plain"), letter);
     selectByKeyboard(input(), letter, wrong);
     waitUntilSelected(wrong);
     runSession(editor);
