@@ -133,7 +133,11 @@ void ActionPickerView::renderNow() {
 }
 
 void ActionPickerView::resetFocus() {
-    region_->showTop(startingPoint());
+    QWidget *start = startingPoint();
+    region_->showTop(start);
+    // The instruction may be below the edge: what has the keyboard is seen.
+    if (model_.isWorking() && start == editor())
+        region_->reveal(start);
 }
 
 QWidget *ActionPickerView::startingPoint() const {
