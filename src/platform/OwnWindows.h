@@ -60,6 +60,9 @@ class OwnWindows {
     /// where the toolkit says of such a key that it only repeats.
     virtual QSet<quint32> keysDownAtFocus(QWindow *) { return {}; }
 
+    /// Whether the key with that native code is down now; false where nobody tells.
+    virtual bool isKeyDown(quint32) { return false; }
+
     /// Hides the window where the source application gets the focus back only then. Null where it
     /// gets it with the window on screen: nothing is hidden.
     virtual std::unique_ptr<SteppedAside> stepAside(QWindow *window) = 0;

@@ -51,9 +51,11 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
     : ownWindows_(ownWindows),
       view_(ready.view()),
       panel_(ready.take()),
-      keys_(std::make_unique<PickerKeys>(*panel_, *view_->region(), *view_->editor(), [this] {
-          return ownWindows_.keysDownAtFocus(panel_->windowHandle());
-      })) {
+      keys_(std::make_unique<PickerKeys>(
+          *panel_, *view_->region(), *view_->editor(),
+          FreshKeys::Keyboard{
+              [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); },
+              [this](quint32 code) { return ownWindows_.isKeyDown(code); }})) {
     ActionPanelController::centre(std::nullopt);
     closing_.setSingleShot(true);
     closing_.callOnTimeout(panel_.get(), [this] { hideAtRest(); });

@@ -16,37 +16,33 @@ quint64 identity(const QKeyEvent &event) {
 
 } // namespace
 
-FreshKeys::FreshKeys(std::function<QSet<quint32>()> downAtFocus)
-    : downAtFocus_(std::move(downAtFocus)) {}
+FreshKeys::FreshKeys(Keyboard keyboard) : keyboard_(std::move(keyboard)) {}
 
 bool FreshKeys::isFresh(const QKeyEvent &event) {
     const quint64 key = identity(event);
     if (!foreign_)
-        foreign_ = downAtFocus_();
+        foreign_ = keyboard_.downAtFocus();
     const quint32 code = event.nativeScanCode();
-    if (event.type() == QEvent::KeyPress && foreign_->contains(code))
-        return false;
-    if (event.type() == QEvent::KeyRelease) {
-        released_ = {key, event.timestamp(), down_.contains(key)};
-        if (!event.isAutoRepeat()) {
-            down_.remove(key);
-            foreign_->remove(code);
-        }
-        return released_.wasDown;
+    if (event.type() == QEvent::KeyPress) {
+        if (foreign_->contains(code))
+            return false;
+        if (!event.isAutoRepeat())
+            down_.insert(key);
+        return down_.contains(key);
     }
-    // A server that repeats a key says release and press with one time. When the second comes late,
-    // the toolkit takes the pair for a new press.
-    const bool isLatePair =
-        event.timestamp() != 0 && key == released_.key && event.timestamp() == released_.time;
-    if (!event.isAutoRepeat() && (!isLatePair || released_.wasDown))
-        down_.insert(key);
-    return down_.contains(key);
+    const bool wasDown = down_.contains(key);
+    // A server that repeats a key says release and press. When the second comes late, the toolkit
+    // takes the pair for an end and a new press, but the key is still down.
+    if (!event.isAutoRepeat() && !(foreign_->contains(code) && keyboard_.isDown(code))) {
+        down_.remove(key);
+        foreign_->remove(code);
+    }
+    return wasDown;
 }
 
 void FreshKeys::forget() {
     down_.clear();
     foreign_.reset();
-    released_ = {};
 }
 
 } // namespace quillmender

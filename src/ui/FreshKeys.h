@@ -13,9 +13,14 @@ namespace quillmender {
 /// keyboard: such a key repeats into the window and is released there, and means another one.
 class FreshKeys {
   public:
-    /// `downAtFocus` gives the native codes of the keys that were down when the window got the
-    /// keyboard; it is asked at the first key after that.
-    explicit FreshKeys(std::function<QSet<quint32>()> downAtFocus);
+    /// What the window system knows of keys, by their native codes.
+    struct Keyboard {
+        /// Those that were down when the window got the keyboard; asked at the first key after it.
+        std::function<QSet<quint32>()> downAtFocus;
+        std::function<bool(quint32)> isDown; ///< now
+    };
+
+    explicit FreshKeys(Keyboard keyboard);
 
     /// Whether the event belongs to a press that the window has seen the beginning of. To be asked
     /// about every press and release of the window, in their order.
@@ -25,16 +30,9 @@ class FreshKeys {
     void forget();
 
   private:
-    struct Release {
-        quint64 key = 0;
-        quint64 time = 0; ///< of the window system, in milliseconds
-        bool wasDown = false;
-    };
-
-    std::function<QSet<quint32>()> downAtFocus_;
+    Keyboard keyboard_;
     std::optional<QSet<quint32>> foreign_; ///< pressed elsewhere, and not released since
     QSet<quint64> down_;
-    Release released_;
 };
 
 } // namespace quillmender

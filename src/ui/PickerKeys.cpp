@@ -73,12 +73,12 @@ struct Controls {
 } // namespace
 
 PickerKeys::PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
-                       std::function<QSet<quint32>()> downAtFocus)
+                       FreshKeys::Keyboard keyboard)
     : QObject(&panel),
       panel_(panel),
       region_(region),
       editor_(editor),
-      fresh_(std::move(downAtFocus)) {
+      fresh_(std::move(keyboard)) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 

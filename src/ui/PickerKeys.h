@@ -26,9 +26,9 @@ class PickerKeys : public QObject {
 
   public:
     /// Region and editor are in the panel, which owns this. It comes before every filter that was
-    /// installed earlier. `downAtFocus` as FreshKeys asks it.
+    /// installed earlier. `keyboard` as FreshKeys asks it.
     PickerKeys(QWidget &panel, ScrollRegion &region, InstructionEditor &editor,
-               std::function<QSet<quint32>()> downAtFocus);
+               FreshKeys::Keyboard keyboard);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -49,9 +49,11 @@ class FakeOwnWindows : public OwnWindows {
     }
 
     QSet<quint32> keysDownAtFocus(QWindow *) override { return keysDown; }
+    bool isKeyDown(quint32 code) override { return keysDownNow.contains(code); }
 
     QList<Call> calls;
     QSet<quint32> keysDown;
+    QSet<quint32> keysDownNow;
     bool needsSteppingAside = false;
     int covered = 0;
 

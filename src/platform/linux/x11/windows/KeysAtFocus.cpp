@@ -11,8 +11,9 @@ namespace quillmender::x11 {
 
 namespace {
 
+constexpr quint32 bits = 8;
+
 QSet<quint32> keysOf(const xcb_keymap_notify_event_t &event) {
-    constexpr quint32 bits = 8;
     QSet<quint32> down;
     // The first eight codes are left out: no key has them.
     for (quint32 code = bits; code < (1 + std::size(event.keys)) * bits; ++code) {
@@ -47,6 +48,16 @@ void KeysAtFocus::watch(xcb_window_t window) {
 
 QSet<quint32> KeysAtFocus::of(xcb_window_t window) const {
     return window == window_ ? down_ : QSet<quint32>();
+}
+
+bool KeysAtFocus::isDown(quint32 code) {
+    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr)
+        return false;
+    const auto keys =
+        replyTo(x11->connection(), xcb_query_keymap_reply, xcb_query_keymap(x11->connection()));
+    return keys && code / bits < std::size(keys->keys) &&
+           keys->keys[code / bits] & (1U << (code % bits));
 }
 
 bool KeysAtFocus::nativeEventFilter(const QByteArray &, void *message, qintptr *) {

@@ -20,6 +20,9 @@ class KeysAtFocus : public QAbstractNativeEventFilter {
     /// Key codes, as they were when the window got the keyboard last.
     QSet<quint32> of(xcb_window_t window) const;
 
+    /// Whether the server has the key down now, whatever events are still on their way.
+    static bool isDown(quint32 code);
+
     bool nativeEventFilter(const QByteArray &kind, void *message, qintptr *result) override;
 
   private:

@@ -62,4 +62,8 @@ QSet<quint32> X11OwnWindows::keysDownAtFocus(QWindow *window) {
     return keysAtFocus_.of(nativeWindow(*window));
 }
 
+bool X11OwnWindows::isKeyDown(quint32 code) {
+    return KeysAtFocus::isDown(code);
+}
+
 } // namespace quillmender::x11

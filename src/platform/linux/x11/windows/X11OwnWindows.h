@@ -25,6 +25,7 @@ class X11OwnWindows : public OwnWindows {
     bool areBlended() override;
     void activate(QWindow *window) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;
+    bool isKeyDown(quint32 code) override;
     std::unique_ptr<SteppedAside> stepAside(QWindow *) override { return nullptr; }
 
   private:
