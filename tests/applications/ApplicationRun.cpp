@@ -25,12 +25,16 @@ QString shortened(const QString &text) {
 
 } // namespace
 
-QString installedVersion(const QString &package) {
-    QProcess query;
-    query.start(QStringLiteral("dpkg-query"),
-                {QStringLiteral("--show"), QStringLiteral("--showformat=${Version}"), package});
-    query.waitForFinished();
-    return query.exitCode() == 0 ? QString::fromUtf8(query.readAllStandardOutput()) : QString();
+QString installedVersion(const QString &packages) {
+    for (const QString &package : packages.split(u'|')) {
+        QProcess query;
+        query.start(QStringLiteral("dpkg-query"),
+                    {QStringLiteral("--show"), QStringLiteral("--showformat=${Version}"), package});
+        query.waitForFinished();
+        if (query.exitCode() == 0)
+            return QString::fromUtf8(query.readAllStandardOutput());
+    }
+    return {};
 }
 
 ApplicationRun::ApplicationRun(const Application &application, QString artifacts)

@@ -33,7 +33,8 @@ class ApplicationRun {
     std::unique_ptr<Field> field_;
 };
 
-/// As the package manager tells it; empty when the package is not installed.
-QString installedVersion(const QString &package);
+/// As the package manager tells it; empty when the package is not installed. Names of several
+/// releases are separated by "|".
+QString installedVersion(const QString &packages);
 
 } // namespace quillmender::applications

@@ -69,11 +69,13 @@ Application qt6(const char *kind, bool hasOneLine, Application::Kind use) {
 QList<Application> toolkitFields() {
     const QString python = QStringLiteral("/usr/bin/python3");
     QList<Application> all =
-        samples(QStringLiteral("gtk3"), QStringLiteral("GTK 3"), QStringLiteral("libgtk-3-0"),
+        samples(QStringLiteral("gtk3"), QStringLiteral("GTK 3"),
+                QStringLiteral("libgtk-3-0|libgtk-3-0t64"),
                 {python, QStringLiteral("@gtk_field.py"), QStringLiteral("3")}) +
         samples(QStringLiteral("gtk4"), QStringLiteral("GTK 4"), QStringLiteral("libgtk-4-1"),
                 {python, QStringLiteral("@gtk_field.py"), QStringLiteral("4")}) +
-        samples(QStringLiteral("qt5"), QStringLiteral("Qt 5"), QStringLiteral("libqt5widgets5"),
+        samples(QStringLiteral("qt5"), QStringLiteral("Qt 5"),
+                QStringLiteral("libqt5widgets5|libqt5widgets5t64"),
                 {python, QStringLiteral("@qt5_field.py")});
     all += qt6("line", true, Application::Kind::editor);
     all += qt6("plain", false, Application::Kind::editor);
@@ -85,7 +87,7 @@ QList<Application> toolkitFields() {
         each.keys.selectAll = {{XK_Control_L, XK_slash}};
     all += tk;
     all += samples(QStringLiteral("swing"), QStringLiteral("Java Swing"),
-                   QStringLiteral("openjdk-17-jre"),
+                   QStringLiteral("openjdk-17-jre|openjdk-21-jre"),
                    {QStringLiteral("java"), QStringLiteral("@SwingField.java")});
     return all;
 }

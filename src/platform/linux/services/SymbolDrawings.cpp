@@ -59,10 +59,10 @@ Drawing quotedText() {
 
 Drawing letters() {
     Drawing drawing;
-    drawing.strokes.moveTo(1.5, 19);
-    drawing.strokes.lineTo(6.5, 4.75);
+    drawing.strokes.moveTo(1.9, 19);
+    drawing.strokes.lineTo(6.7, 4.75);
     drawing.strokes.lineTo(11.5, 19);
-    line(drawing.strokes, {3.4, 14}, {9.6, 14});
+    line(drawing.strokes, {3.7, 14}, {9.7, 14});
     // The stem is where the bowl ends: side by side they would clot in a small picture.
     drawing.strokes.addEllipse(QPointF(18.3, 15.4), 3.6, 3.6);
     line(drawing.strokes, {21.9, 11.8}, {21.9, 19});
