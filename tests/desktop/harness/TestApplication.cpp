@@ -12,6 +12,10 @@ namespace {
 QString writeFile(Desktop &desktop, const QString &name, const QString &contents) {
     const QString path = desktop.folders().home() + QLatin1Char('/') + name;
     QFile file(path);
+    // An editor that has it open asks its user what to do when it is written again.
+    if (file.open(QIODevice::ReadOnly) && file.readAll() == contents.toUtf8())
+        return path;
+    file.close();
     if (!file.open(QIODevice::WriteOnly))
         throw HarnessError(QStringLiteral("cannot write %1").arg(path));
     file.write(contents.toUtf8());
