@@ -31,8 +31,10 @@ QString installedVersion(const QString &packages) {
         query.start(QStringLiteral("dpkg-query"),
                     {QStringLiteral("--show"), QStringLiteral("--showformat=${Version}"), package});
         query.waitForFinished();
-        if (query.exitCode() == 0)
-            return QString::fromUtf8(query.readAllStandardOutput());
+        // A package that others only speak of is known and has no version.
+        const QString version = QString::fromUtf8(query.readAllStandardOutput());
+        if (!version.isEmpty())
+            return version;
     }
     return {};
 }
