@@ -107,8 +107,12 @@ bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
         return false;
     }
     const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
-    if (type == QEvent::MouseButtonPress && watched == &panel_)
+    if (type == QEvent::MouseButtonPress && watched->isWidgetType() &&
+        static_cast<QWidget *>(watched)->window() == &panel_) {
         noteTyping(false);
+        if (isClosing_)
+            return true;
+    }
     if (type == QEvent::InputMethod && watched == &editor_)
         noteCommit(static_cast<QInputMethodEvent &>(*event));
     if (watched != QApplication::focusWidget())
@@ -214,7 +218,9 @@ bool PickerKeys::compose(QWidget *focus, QInputMethodEvent &event) {
     }
     if (!event.preeditString().isEmpty())
         ended_.clear();
-    noteTyping(true);
+    // An engine also says that there is nothing.
+    if (!text.isEmpty() || !event.preeditString().isEmpty())
+        noteTyping(true);
     if (isClosing_)
         return true;
     // Some input methods make a wide blank of Space.
