@@ -20,6 +20,7 @@ set(common <algorithm> <chrono> <functional> <memory> <optional> <utility>
     <QByteArray> <QCoroTask> <QHash> <QList> <QObject> <QString> <QStringList> <QTimer>)
 quillmender_precompiled(quillmender_precompiled
     HEADERS ${common} LIBRARIES Qt6::Core QCoro6::Core)
+target_compile_options(quillmender_precompiled PRIVATE ${QUILLMENDER_PROGRAM_OPTIONS})
 if(QUILLMENDER_TESTS)
     find_package(GTest REQUIRED)
     quillmender_precompiled(quillmender_precompiled_test
