@@ -2,9 +2,10 @@
 # what the optimiser would gain, and a coroutine inlined everywhere weighs twice as much.
 include(CheckLinkerFlag)
 
+option(QUILLMENDER_SMALL "Compile the program for size" ON)
 set(QUILLMENDER_PROGRAM_OPTIONS "")
 set(QUILLMENDER_PROGRAM_LINK_OPTIONS "")
-if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$")
+if(QUILLMENDER_SMALL AND CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$")
     set(QUILLMENDER_PROGRAM_OPTIONS $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-Os>)
 endif()
 if(UNIX AND NOT APPLE)
