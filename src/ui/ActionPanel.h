@@ -9,6 +9,9 @@ class ActionPanel : public QDialog {
     Q_OBJECT
 
   public:
+    /// In points, where the screen has room for it.
+    static constexpr QSize contentSize{620, 620};
+
     explicit ActionPanel(QWidget *content);
 
   Q_SIGNALS:

@@ -16,8 +16,6 @@ namespace quillmender {
 
 namespace {
 
-constexpr QSize contentSize(620, 620);
-
 // A screen's origin is in device pixels; only its size is scaled.
 QRect devicePixels(const QScreen &screen) {
     const double ratio = screen.devicePixelRatio();
@@ -75,7 +73,7 @@ void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {
     if (!screen)
         screen = screenInUse();
     if (screen)
-        centreOnScreen(*panel_, *screen, contentSize);
+        centreOnScreen(*panel_, *screen, ActionPanel::contentSize);
 }
 
 void ActionPanelController::makeKeyAndOrderFront() {

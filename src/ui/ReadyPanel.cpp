@@ -48,6 +48,7 @@ bool ReadyPanel::prepareMore() {
         break;
     case Piece::layout:
         panel_->ensurePolished();
+        panel_->resize(ActionPanel::contentSize);
         panel_->layout()->activate();
         break;
     case Piece::nativeWindow:

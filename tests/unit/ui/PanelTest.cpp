@@ -100,6 +100,28 @@ TEST_F(PanelTest, IsMadeReadyPieceByPieceAndTakenOverAsItIs) {
     }
 }
 
+TEST_F(PanelTest, IsDrawnToItsEndBeforeTheFirstShow) {
+    struct Painted : QObject {
+        bool eventFilter(QObject *, QEvent *event) override {
+            if (event->type() == QEvent::Paint)
+                region += static_cast<QPaintEvent *>(event)->region();
+            return false;
+        }
+        QRegion region;
+    } painted;
+    fakes::FakeOwnWindows windows;
+    ReadyPanel ready(model, theme, windows);
+    QWidget *const view = ready.view();
+    view->installEventFilter(&painted);
+    while (ready.prepareMore()) {
+    }
+    const QSize size = QSize(620, 620);
+    EXPECT_EQ(view->size(), size);
+    EXPECT_EQ(painted.region, QRegion(QRect(QPoint(), size)));
+    EXPECT_EQ(view->window()->windowHandle()->size(), size);
+    EXPECT_FALSE(view->isVisible());
+}
+
 TEST_F(PanelTest, StaysOnScreenDuringAWriteBackWhereItMay) {
     show();
     EXPECT_EQ(controller.stepAside(), nullptr);
