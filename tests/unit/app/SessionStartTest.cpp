@@ -124,6 +124,27 @@ TEST_F(SessionStartTest, APressDuringALateCaptureStartsAnew) {
     EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
 }
 
+TEST_F(SessionStartTest, ACaptureThatWasGivenUpShowsNothing) {
+    fakes::Gate gate;
+    focus->gate = &gate;
+    coordinator->beginWorkflow();
+    focus->gate = nullptr;
+    select(QStringLiteral("of another"));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            coordinator->beginWorkflow();
+            return panel && panel->isVisible;
+        },
+        20'000));
+    const SelectionSessionRef session = coordinator->currentSession();
+
+    select(QStringLiteral("of the application that hung"));
+    gate.open();
+    EXPECT_EQ(coordinator->selectedTextPreview(), QStringLiteral("of another"));
+    EXPECT_EQ(coordinator->currentSession(), session);
+    EXPECT_EQ(log->count(QStringLiteral("makeKeyAndOrderFront")), 1);
+}
+
 TEST_F(SessionStartTest, AsksForAccessAndContinuesWhenItIsGranted) {
     access->granted = false;
     coordinator->beginWorkflow();
