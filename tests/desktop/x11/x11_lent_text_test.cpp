@@ -2,7 +2,7 @@
 #include "desktop/x11/TestRequestor.h"
 #include "desktop/x11/TestWindow.h"
 #include "desktop/x11/X11Test.h"
-#include "platform/linux/x11/windows/WindowOwnership.h"
+#include "platform/linux/x11/windows/WindowProcess.h"
 
 namespace quillmender::x11 {
 

@@ -4,7 +4,7 @@
 #include "platform/linux/terminal/TerminalForeground.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/selection/X11LentText.h"
-#include "platform/linux/x11/windows/WindowOwnership.h"
+#include "platform/linux/x11/windows/WindowProcess.h"
 
 #include <QPointer>
 

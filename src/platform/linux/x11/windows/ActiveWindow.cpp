@@ -4,6 +4,7 @@
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/windows/ClientMessage.h"
 #include "platform/linux/x11/windows/WindowOwnership.h"
+#include "platform/linux/x11/windows/WindowProcess.h"
 
 namespace quillmender::x11 {
 
@@ -15,6 +16,8 @@ ActiveWindow::ActiveWindow(X11Connection &connection) : connection_(connection) 
 }
 
 void ActiveWindow::handleEvent(const xcb_generic_event_t *event) {
+    if (eventType(event) == XCB_DESTROY_NOTIFY)
+        noteDestroyed(eventCast<xcb_destroy_notify_event_t>(event).window);
     if (eventType(event) != XCB_PROPERTY_NOTIFY)
         return;
     const auto &change = eventCast<xcb_property_notify_event_t>(event);
@@ -30,7 +33,21 @@ void ActiveWindow::remember() {
     const bool isKnown = last_ && last_->window() == window && isStillItself(connection_, *last_);
     if (window == XCB_WINDOW_NONE || isKnown || !isForeign(window))
         return;
-    last_ = std::make_shared<X11RunningApplication>(window, processOfWindow(connection_, window));
+    const auto application =
+        std::make_shared<X11RunningApplication>(window, processOfWindow(connection_, window));
+    last_ = application;
+    if (application->processId() != 0)
+        return;
+    std::erase_if(nameless_, [](const Nameless &one) { return one.application.expired(); });
+    nameless_.push_back({application, std::make_unique<WindowWatch>(connection_, window)});
+}
+
+void ActiveWindow::noteDestroyed(xcb_window_t window) {
+    for (const Nameless &one : nameless_) {
+        const auto application = one.application.lock();
+        if (application && application->window() == window)
+            application->setGone();
+    }
 }
 
 xcb_window_t ActiveWindow::current() const {
@@ -59,7 +76,7 @@ bool ActiveWindow::isLastStillInFront() const {
     const CardinalQuestion itself(connection_, manager_, check);
     const CardinalQuestion active(connection_, connection_.root(),
                                   connection_.atom("_NET_ACTIVE_WINDOW"));
-    const CardinalQuestion process(connection_, last_->window(), connection_.atom("_NET_WM_PID"));
+    const ProcessQuestion process(connection_, last_->window());
     const auto attributesCookie = xcb_get_window_attributes(connection_.xcb(), last_->window());
     const auto attributes =
         replyTo(connection_.xcb(), xcb_get_window_attributes_reply, attributesCookie);
@@ -96,12 +113,11 @@ void ActiveWindow::activate(xcb_window_t window) {
 }
 
 void ActiveWindow::showDesktopOf(xcb_window_t window, xcb_timestamp_t time) {
-    constexpr quint32 all = 0xffffffff;
     const auto desktop = readProperty(connection_, window, connection_.atom("_NET_WM_DESKTOP"));
-    const quint32 wanted = desktop ? desktop->cardinals().value(0, all) : all;
+    const quint32 wanted = desktop ? desktop->cardinals().value(0, allDesktops) : allDesktops;
     const xcb_atom_t shown = connection_.atom("_NET_CURRENT_DESKTOP");
     // Some window managers activate nothing on a desktop that is not shown; task bars ask for both.
-    if (wanted != all && wanted != readCardinal(connection_, connection_.root(), shown))
+    if (wanted != allDesktops && wanted != readCardinal(connection_, connection_.root(), shown))
         sendToWindowManager(connection_, connection_.root(), "_NET_CURRENT_DESKTOP",
                             {wanted, time, 0, 0, 0});
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/linux/x11/windows/WindowWatch.h"
 #include "platform/linux/x11/windows/X11RunningApplication.h"
 
 #include <QObject>
 
 #include <memory>
+#include <vector>
 
 namespace quillmender::x11 {
 
@@ -37,7 +39,14 @@ class ActiveWindow : public QObject {
     void changed();
 
   private:
+    /// An application without a process, which only its window's end tells from the next.
+    struct Nameless {
+        std::weak_ptr<X11RunningApplication> application;
+        std::unique_ptr<WindowWatch> watch;
+    };
+
     void handleEvent(const xcb_generic_event_t *event);
+    void noteDestroyed(xcb_window_t window);
     void remember();
     void showDesktopOf(xcb_window_t window, xcb_timestamp_t time);
     bool isLastStillInFront() const;
@@ -49,6 +58,7 @@ class ActiveWindow : public QObject {
 
     X11Connection &connection_;
     std::shared_ptr<const X11RunningApplication> last_;
+    std::vector<Nameless> nameless_;
     xcb_window_t manager_ = XCB_WINDOW_NONE; ///< the window of the window manager when last asked
 };
 

@@ -2,10 +2,10 @@
 
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/windows/WindowProcess.h"
 #include "platform/linux/x11/windows/X11RunningApplication.h"
 
 #include <QFile>
-#include <xcb/res.h>
 
 namespace quillmender::x11 {
 
@@ -37,31 +37,11 @@ bool runsInWine(const X11Connection &connection, xcb_window_t window) {
 
 } // namespace
 
-qint64 processOfClient(const X11Connection &connection, xcb_window_t window) {
-    if (!connection.hasResource())
-        return 0;
-    const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto reply = replyTo(connection.xcb(), xcb_res_query_client_ids_reply,
-                               xcb_res_query_client_ids(connection.xcb(), 1, &spec));
-    if (!reply)
-        return 0;
-    auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
-    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
-        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 &&
-            xcb_res_client_id_value_value_length(ids.data) > 0)
-            return *xcb_res_client_id_value_value(ids.data);
-    }
-    return 0;
-}
-
-qint64 processOfWindow(X11Connection &connection, xcb_window_t window) {
-    const quint32 said = readCardinal(connection, window, connection.atom("_NET_WM_PID"));
-    return said != 0 ? said : processOfClient(connection, window);
-}
-
 bool isStillItself(X11Connection &connection, const X11RunningApplication &application) {
-    return application.processId() == 0 ||
-           processOfWindow(connection, application.window()) == application.processId();
+    const bool isAsBefore =
+        application.processId() == 0 ||
+        processOfWindow(connection, application.window()) == application.processId();
+    return isAsBefore && !application.isGone();
 }
 
 bool isSameApplication(X11Connection &connection, xcb_window_t first, xcb_window_t second) {

@@ -8,13 +8,6 @@ namespace quillmender::x11 {
 class X11Connection;
 class X11RunningApplication;
 
-/// The process on this machine that made a window, as the server knows it; 0 when it does not.
-qint64 processOfClient(const X11Connection &connection, xcb_window_t window);
-
-/// The process behind a window: what the window says of itself, else what the server knows of its
-/// client. 0 when neither does.
-qint64 processOfWindow(X11Connection &connection, xcb_window_t window);
-
 /// Whether the window still is one of the process that it was of when the handle was made: a server
 /// gives the numbers of an application that has ended to the next one.
 bool isStillItself(X11Connection &connection, const X11RunningApplication &application);

@@ -19,7 +19,6 @@ bool isMapped(const X11Connection &connection, xcb_window_t window) {
 
 constexpr std::array panelStates{"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_STICKY",
                                  "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"};
-constexpr quint32 allDesktops = 0xffffffff;
 
 } // namespace
 

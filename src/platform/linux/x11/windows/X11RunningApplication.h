@@ -22,9 +22,15 @@ class X11RunningApplication : public RunningApplication {
     xcb_window_t window() const { return window_; }
     qint64 processId() const override { return processId_; }
 
+    /// Whether its window has been destroyed; told only where no process tells it from the next
+    /// window with its number.
+    bool isGone() const { return isGone_; }
+    void setGone() { isGone_ = true; }
+
   private:
     xcb_window_t window_;
     qint64 processId_;
+    bool isGone_ = false;
 };
 
 } // namespace quillmender::x11
