@@ -90,11 +90,14 @@ TEST_F(ActiveFrameTest, OurOwnDoesNotCount) {
 }
 
 TEST_F(ActiveFrameTest, OthersThatHangDoNotHideIt) {
-    AccessibleProgram first(desktop(), QStringLiteral("first"), behind);
-    AccessibleProgram second(desktop(), QStringLiteral("second"), behind);
-    AccessibleProgram third(desktop(), QStringLiteral("third"), behind);
+    // More than there is time to wait for one after another.
+    constexpr int others = 6;
+    std::vector<std::unique_ptr<AccessibleProgram>> hanging;
+    for (int i = 0; i < others; ++i)
+        hanging.push_back(
+            std::make_unique<AccessibleProgram>(desktop(), QString::number(i), behind));
     const AccessibleProgram front(desktop(), QStringLiteral("words"));
-    for (AccessibleProgram *program : {&first, &second, &third})
+    for (const auto &program : hanging)
         program->process().suspend();
     waitForValue(QStringLiteral("words"));
 }
