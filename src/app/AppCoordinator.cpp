@@ -1,5 +1,6 @@
 #include "app/AppCoordinator.h"
 
+#include "app/FailureReason.h"
 #include "app/HotKeyManager.h"
 #include "model/AppFailure.h"
 #include "model/TextRules.h"
@@ -101,11 +102,13 @@ QCoro::Task<> AppCoordinator::captureTask() {
     sinceCapture_.start();
     permissionManager_.refresh();
     if (!permissionManager_.accessibilityGranted()) {
+        const AppFailure failure = AppFailure::accessibilityPermissionRequired();
+        qCInfo(log, "nothing could be captured: %s",
+               qUtf8Printable(failureReason(std::make_exception_ptr(failure))));
         // Title and description stay those of the last capture.
-        become(
-            SessionState::failed(AppFailure::accessibilityPermissionRequired().errorDescription()),
-            &SessionState::currentSession, &SessionState::selectedTextPreview,
-            &SessionState::errorMessage, &SessionState::currentActionTitle);
+        become(SessionState::failed(failure.errorDescription()), &SessionState::currentSession,
+               &SessionState::selectedTextPreview, &SessionState::errorMessage,
+               &SessionState::currentActionTitle);
     } else {
         try {
             auto selection = selectionController_.captureSelection();
@@ -138,7 +141,7 @@ void AppCoordinator::captured(SelectionSessionRef session) {
 }
 
 void AppCoordinator::captureFailed(const std::exception_ptr &error) {
-    qCInfo(log, "nothing could be captured");
+    qCInfo(log, "nothing could be captured: %s", qUtf8Printable(failureReason(error)));
     become(SessionState::failed(userMessage(error)), &SessionState::currentSession,
            &SessionState::selectedTextPreview, &SessionState::captureDescription,
            &SessionState::captureTitle, &SessionState::errorMessage,
@@ -147,7 +150,7 @@ void AppCoordinator::captureFailed(const std::exception_ptr &error) {
 
 void AppCoordinator::run(const PromptAction &action) {
     if (!state_.currentSession) {
-        publish(state_.errorMessage, AppFailure::noSelectionFound().errorDescription());
+        refuse(AppFailure::noSelectionFound().errorDescription());
         return;
     }
     const LLMClient &client = llmClient_;
@@ -160,12 +163,12 @@ void AppCoordinator::run(const PromptAction &action) {
 
 void AppCoordinator::runCustomInstruction() {
     if (!state_.currentSession) {
-        publish(state_.errorMessage, AppFailure::noSelectionFound().errorDescription());
+        refuse(AppFailure::noSelectionFound().errorDescription());
         return;
     }
     const QString instruction = trimmed(state_.customInstruction);
     if (instruction.isEmpty()) {
-        publish(state_.errorMessage, QStringLiteral("Add an instruction first."));
+        refuse(QStringLiteral("Add an instruction first."));
         return;
     }
     const LLMClient &client = llmClient_;
@@ -180,8 +183,8 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
                                             Request request) {
     const auto operation = operations_.begin();
     publish(isWorking_, true);
-    publish(state_.errorMessage, std::nullopt);
-    publish(state_.currentActionTitle, title);
+    become(SessionState::running(title), &SessionState::errorMessage,
+           &SessionState::currentActionTitle);
     try {
         LLMConfiguration configuration = co_await settingsStore_.snapshot();
         qCInfo(log, "asking %s", qUtf8Printable(displayName(configuration.provider)));
@@ -191,11 +194,10 @@ QCoro::Task<> AppCoordinator::transformTask(SelectionSessionRef session, QString
             co_await selectionController_.replaceViaAccessibility(session, answer);
         if (!replaced)
             co_await paste(session, answer);
-        qCInfo(log, "replaced by %s", replaced ? "accessibility" : "pasting");
+        qCInfo(log, "written by %s", replaced ? "accessibility" : "pasting");
     } catch (const UncertainReplacement &) {
-        qCInfo(log, "it is not known whether the text was replaced");
         if (state_.currentSession == session)
-            publish(state_.currentSession, nullptr);
+            become({}, &SessionState::currentSession);
         transformFailed(std::current_exception());
         co_return;
     } catch (...) {
@@ -215,9 +217,13 @@ QCoro::Task<> AppCoordinator::paste(SelectionSessionRef session, QString replace
 }
 
 void AppCoordinator::transformFailed(const std::exception_ptr &error) {
-    qCInfo(log, "the text was not replaced");
+    qCInfo(log, "the text was not replaced: %s", qUtf8Printable(failureReason(error)));
     publish(isWorking_, false);
-    publish(state_.errorMessage, userMessage(error));
+    refuse(userMessage(error));
+}
+
+void AppCoordinator::refuse(const QString &message) {
+    become(SessionState::failed(message), &SessionState::errorMessage);
 }
 
 void AppCoordinator::requestAccessibilityAccess() {

@@ -98,6 +98,7 @@ class AppCoordinator : public ActionPickerModel {
     QCoro::Task<> captureTask();
     QCoro::Task<> transformTask(SelectionSessionRef session, QString title, Request request);
     void transformFailed(const std::exception_ptr &error);
+    void refuse(const QString &message);
     QCoro::Task<> paste(SelectionSessionRef session, QString replacement);
     void captured(SelectionSessionRef session);
     void captureFailed(const std::exception_ptr &error);

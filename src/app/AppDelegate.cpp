@@ -73,7 +73,7 @@ void AppDelegate::showSettings() {
     if (!settingsWindow_)
         settingsWindow_ = std::make_unique<SettingsWindowController>(
             coordinator_.settingsStore(), coordinator_.permissionManager(), theme(),
-            *platform_->ownWindows);
+            *platform_->ownWindows, platform_->missing);
     settingsWindow_->centre();
     settingsWindow_->makeKeyAndOrderFront();
 }

@@ -4,6 +4,12 @@
 
 namespace quillmender {
 
+SessionState SessionState::running(const QString &actionTitle) {
+    SessionState state;
+    state.currentActionTitle = actionTitle;
+    return state;
+}
+
 SessionState SessionState::captured(SelectionSessionRef session) {
     SessionState state;
     state.selectedTextPreview = textPreview(session->selectedText);

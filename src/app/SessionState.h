@@ -19,6 +19,9 @@ struct SessionState {
     QString currentActionTitle;
     QString customInstruction;
 
+    /// What is shown while an action is under way.
+    static SessionState running(const QString &actionTitle);
+
     /// What is shown of a capture.
     static SessionState captured(SelectionSessionRef session);
 

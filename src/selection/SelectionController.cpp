@@ -130,7 +130,10 @@ QCoro::Task<QString> SelectionController::copiedText(qint64 changeCount) {
         co_return {};
     }
     const auto text = co_await pasteboardManager_.pasteboard().string();
-    co_return trimmed(text.value_or(QString()));
+    const QString copied = trimmed(text.value_or(QString()));
+    if (copied.isEmpty())
+        qCInfo(log, "not copied: what came to the pasteboard is no text");
+    co_return copied;
 }
 
 QCoro::Task<bool> SelectionController::waitForPasteboardChange(qint64 changeCount) {
@@ -182,6 +185,8 @@ QCoro::Task<bool> SelectionController::selectWhatGoes(SelectionSessionRef sessio
     // The user selected a part, and nobody says that it is not selected still; a whole field was
     // captured because nothing was. What is gone cannot be doubled.
     const bool isUsersOwn = session->captureScope == CaptureScope::selection;
+    if (target == PasteTarget::gone)
+        qCInfo(log, "the captured text is gone: the answer goes where the caret is");
     co_return target == PasteTarget::selected || target == PasteTarget::gone ||
         (target == PasteTarget::unknown && isUsersOwn);
 }

@@ -33,12 +33,14 @@ constexpr int sectionGap = 20;
 } // namespace
 
 SettingsView::SettingsView(SettingsStore &store, PermissionManager &permissionManager,
-                           std::function<void()> onClose, Theme &theme, QWidget *parent)
+                           std::function<void()> onClose, Theme &theme, MissingCapabilities missing,
+                           QWidget *parent)
     : QWidget(parent),
       store_(store),
       permissionManager_(permissionManager),
       onClose_(std::move(onClose)),
-      theme_(theme) {
+      theme_(theme),
+      missing_(std::move(missing)) {
     installAccessibles();
     auto *stack = new QVBoxLayout(this);
     stack->setContentsMargins(0, 0, 0, 0);
@@ -79,8 +81,10 @@ void SettingsView::buildForm(QVBoxLayout *stack) {
         credentials_.append(new CredentialsSection(provider, store_, theme_, form));
         sections_.append(credentials_.last());
     }
-    sections_.append({new SecuritySection(theme_, form), new ShortcutSection(store_, theme_, form),
-                      new PermissionsSection(permissionManager_, theme_, form)});
+    sections_.append(
+        {new SecuritySection(theme_, form),
+         new ShortcutSection(store_, missing_.value(Capability::hotKeys), theme_, form),
+         new PermissionsSection(permissionManager_, missing_, theme_, form)});
     auto *actions = new ActionsSection(store_, theme_, form);
     sections_.append(actions);
     connect(actions, &ActionsSection::editRequested, this, &SettingsView::edit);

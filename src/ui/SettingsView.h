@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Capabilities.h"
 #include "selection/PermissionManager.h"
 #include "settings/SettingsStore.h"
 #include "ui/ActionEditorState.h"
@@ -30,7 +31,8 @@ class SettingsView : public QWidget {
   public:
     /// Everything referred to outlives the view.
     SettingsView(SettingsStore &store, PermissionManager &permissionManager,
-                 std::function<void()> onClose, Theme &theme, QWidget *parent = nullptr);
+                 std::function<void()> onClose, Theme &theme, MissingCapabilities missing = {},
+                 QWidget *parent = nullptr);
 
     /// Opens the editor for an action of the list.
     void edit(const ActionListItem &item);
@@ -64,6 +66,7 @@ class SettingsView : public QWidget {
     std::function<void()> onClose_;
     std::optional<ActionEditorState> actionEditor_;
     Theme &theme_;
+    MissingCapabilities missing_;
     ScrollRegion *region_ = nullptr;
     QList<FormSection *> sections_;
     QList<CredentialsSection *> credentials_;

@@ -11,9 +11,10 @@ constexpr QSize contentSize(760, 820);
 
 SettingsWindowController::SettingsWindowController(SettingsStore &store,
                                                    PermissionManager &permissionManager,
-                                                   Theme &theme, OwnWindows &ownWindows)
+                                                   Theme &theme, OwnWindows &ownWindows,
+                                                   const MissingCapabilities &missing)
     : view_(new SettingsView(
-          store, permissionManager, [this] { window_->close(); }, theme)),
+          store, permissionManager, [this] { window_->close(); }, theme, missing)),
       window_(std::make_unique<HostedWindow>(QStringLiteral("Quillmender Settings"), contentSize,
                                              view_, ownWindows)) {}
 

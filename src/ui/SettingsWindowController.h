@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Capabilities.h"
 #include "platform/OwnWindows.h"
 #include "selection/PermissionManager.h"
 #include "settings/SettingsStore.h"
@@ -17,7 +18,8 @@ class SettingsWindowController {
   public:
     /// Everything referred to outlives the controller.
     SettingsWindowController(SettingsStore &store, PermissionManager &permissionManager,
-                             Theme &theme, OwnWindows &ownWindows);
+                             Theme &theme, OwnWindows &ownWindows,
+                             const MissingCapabilities &missing = {});
     SettingsWindowController(const SettingsWindowController &) = delete;
     SettingsWindowController &operator=(const SettingsWindowController &) = delete;
     ~SettingsWindowController();

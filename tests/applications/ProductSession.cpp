@@ -78,7 +78,7 @@ Outcome ProductSession::run(const QString &answer) {
     waitUntil(
         [&] {
             return said().contains("the text was not replaced") ||
-                   (said().contains("replaced by ") && panel() == XCB_WINDOW_NONE);
+                   (said().contains("written by ") && panel() == XCB_WINDOW_NONE);
         },
         QStringLiteral("the session ends"), answerDeadline);
     const auto end = std::chrono::steady_clock::now();

@@ -7,7 +7,8 @@
 
 namespace quillmender {
 
-PermissionsSection::PermissionsSection(PermissionManager &permissionManager, Theme &theme,
+PermissionsSection::PermissionsSection(PermissionManager &permissionManager,
+                                       const MissingCapabilities &missing, Theme &theme,
                                        QWidget *parent)
     : FormSection(theme, QStringLiteral("Permissions"), parent),
       permissionManager_(permissionManager) {
@@ -31,6 +32,14 @@ PermissionsSection::PermissionsSection(PermissionManager &permissionManager, The
                            [this] { permissionManager_.requestAccessibilityPermission(); }),
                 makeButton(QStringLiteral("Open Privacy Settings"),
                            [this] { permissionManager_.openAccessibilitySettings(); })});
+    for (auto lack = missing.cbegin(); lack != missing.cend(); ++lack) {
+        // The shortcut has a section of its own.
+        if (lack.key() == Capability::hotKeys)
+            continue;
+        auto *sentence = new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card());
+        sentence->tell(*lack);
+        addRow(sentence);
+    }
 }
 
 void PermissionsSection::refresh() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Capabilities.h"
 #include "selection/PermissionManager.h"
 #include "ui/FormSection.h"
 
@@ -7,13 +8,14 @@ namespace quillmender {
 
 class StatusLabel;
 
-/// Whether texts of other applications can be read, and how to get there.
+/// Whether texts of other applications can be read, and how to get there; and what else this
+/// session lacks.
 class PermissionsSection : public FormSection {
     Q_OBJECT
 
   public:
-    PermissionsSection(PermissionManager &permissionManager, Theme &theme,
-                       QWidget *parent = nullptr);
+    PermissionsSection(PermissionManager &permissionManager, const MissingCapabilities &missing,
+                       Theme &theme, QWidget *parent = nullptr);
 
     void render() override;
 

@@ -4,11 +4,13 @@
 
 namespace quillmender {
 
-ShortcutSection::ShortcutSection(const SettingsStore &store, Theme &theme, QWidget *parent)
+ShortcutSection::ShortcutSection(const SettingsStore &store, const QString &lack, Theme &theme,
+                                 QWidget *parent)
     : FormSection(theme, QStringLiteral("Shortcut"), parent),
       store_(store),
       keys_(new TextLabel(theme, TextStyle::body, TextLabel::Tone::secondary, card())),
-      status_(new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card())) {
+      status_(new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card())),
+      lack_(lack) {
     keys_->show(store.hotKeyDisplay());
     addField(QStringLiteral("Invoke Quillmender"), keys_);
     addRow(status_);
@@ -18,7 +20,8 @@ ShortcutSection::ShortcutSection(const SettingsStore &store, Theme &theme, QWidg
 
 void ShortcutSection::render() {
     keys_->show(store_.hotKeyDisplay());
-    status_->tell(store_.hotKeyStatusMessage().value_or(QString()));
+    const std::optional<QString> trouble = store_.hotKeyStatusMessage();
+    status_->tell(trouble && !lack_.isEmpty() ? lack_ : trouble.value_or(QString()));
 }
 
 } // namespace quillmender

@@ -13,7 +13,9 @@ class ShortcutSection : public FormSection {
     Q_OBJECT
 
   public:
-    ShortcutSection(const SettingsStore &store, Theme &theme, QWidget *parent = nullptr);
+    /// `lack` says why no shortcut can work in this session; empty where one can.
+    ShortcutSection(const SettingsStore &store, const QString &lack, Theme &theme,
+                    QWidget *parent = nullptr);
 
     void render() override;
 
@@ -21,6 +23,7 @@ class ShortcutSection : public FormSection {
     const SettingsStore &store_;
     TextLabel *keys_;
     StatusLabel *status_;
+    QString lack_;
 };
 
 } // namespace quillmender

@@ -63,7 +63,8 @@ TEST_F(LogSessionTest, ToldEverythingItHasNeitherTextNorKey) {
     for (const char *line :
          {"quillmender.platform: window system: X11", "quillmender.session: captured 29 characters",
           "quillmender.session: asking OpenAI", "quillmender.http: POST 127.0.0.1",
-          "quillmender.session: replaced by", "quillmender.session: the text was not replaced"})
+          "quillmender.session: written by",
+          "quillmender.session: the text was not replaced: the provider reports an error"})
         EXPECT_TRUE(log.contains(line)) << line;
     for (const char *part :
          {"Zyxquarto", "over the hill", "Wvjumbo", "Bfdwomble", "Kq7", "typed-by"})

@@ -89,6 +89,19 @@ TEST_F(SettingsFormTest, ShortcutShowsTheKeysThatAreHeld) {
     EXPECT_FALSE(shows(status));
 }
 
+TEST_F(SettingsFormTest, TellsWhatTheSessionLacks) {
+    missing[Capability::chords] = QStringLiteral("Nothing can be copied here.");
+    missing[Capability::hotKeys] = QStringLiteral("No shortcut can work here.");
+    show();
+    EXPECT_TRUE(shows("Nothing can be copied here."));
+    EXPECT_FALSE(shows("No shortcut can work here.")) << "as long as one is held all the same";
+    store().setHeldHotKey(std::nullopt);
+    settle();
+    EXPECT_TRUE(shows("No shortcut can work here."));
+    EXPECT_FALSE(shows("The shortcut does not work at the moment; another program may be using "
+                       "these keys. Use Transform in the status menu instead."));
+}
+
 TEST_F(SettingsFormTest, ProviderIsBoundBothWays) {
     show();
     QStringList names;

@@ -37,8 +37,8 @@ class SettingsWindowFixture : public testing::Test {
     }
     SettingsWindowController &controller() {
         if (!controller_)
-            controller_ =
-                std::make_unique<SettingsWindowController>(store(), permissions, theme, ownWindows);
+            controller_ = std::make_unique<SettingsWindowController>(store(), permissions, theme,
+                                                                     ownWindows, missing);
         return *controller_;
     }
     HostedWindow *window() { return controller().window(); }
@@ -113,6 +113,7 @@ class SettingsWindowFixture : public testing::Test {
     fakes::FakeSymbols symbols;
     fakes::FakeOwnWindows ownWindows;
     Theme theme{appearance, symbols};
+    MissingCapabilities missing;
 
   private:
     std::unique_ptr<SettingsStore> store_;

@@ -106,6 +106,8 @@ void X11HotKey::handleKeymapChange() {
         return;
     if (wasGrabbed)
         qCWarning(x11Log, "the hot key was lost with a change of the keyboard map");
+    else
+        qCInfo(x11Log, "the hot key came with a change of the keyboard map");
     Q_EMIT keysChanged();
 }
 

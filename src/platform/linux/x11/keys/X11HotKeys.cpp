@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/Xcb.h"
 #include "platform/linux/x11/keys/X11HotKey.h"
+#include "platform/linux/x11/keys/X11Keymap.h"
 
 #include <QChar>
 
@@ -26,7 +27,9 @@ QCoro::Task<HotKeyOutcome> X11HotKeys::hold(QKeyCombination keys, std::function<
     auto hotKey =
         std::make_unique<X11HotKey>(connection_, keymap_, keys, symbol, std::move(handler));
     if (!hotKey->keys())
-        qCWarning(x11Log, "the hot key is taken by another program");
+        qCWarning(x11Log, "%s",
+                  keymap_.keysOf(symbol).isEmpty() ? "no key types the hot key's character"
+                                                   : "the hot key is taken by another program");
     co_return HotKeyOutcome{std::move(hotKey), {}};
 }
 
