@@ -108,7 +108,12 @@ TEST_F(StatusItemTest, AnotherItemTakesThePlaceOfTheFirst) {
     item.show(contents());
     StatusItemContents other = contents();
     other.toolTip = QStringLiteral("Other");
+    calls();
     item.show(other);
+    const auto made = calls();
+    ASSERT_GE(made.size(), 2U);
+    EXPECT_EQ(made[0], "NSStatusBar removeStatusItem");
+    EXPECT_EQ(made[1], "NSStatusBar statusItemWithLength -1");
     EXPECT_EQ(area.itemCount(), 1);
     EXPECT_EQ(area.toolTip(), "Other");
 }

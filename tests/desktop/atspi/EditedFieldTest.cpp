@@ -105,6 +105,15 @@ TEST_F(EditedFieldTest, CaretThatTheUserHasMovedStays) {
     EXPECT_EQ(selectedNow(), QString());
 }
 
+TEST_F(EditedFieldTest, TextThatTheUserHasEditedElsewhereIsNotSelectedIn) {
+    const FocusedElementRef element = captureWord();
+    field_->text.append(QStringLiteral(" four"));
+    selectWord();
+    EXPECT_EQ(replace(element, word, answer).outcome, Replacement::Outcome::done);
+    EXPECT_EQ(field_->text, QStringLiteral("one zwei three four"));
+    EXPECT_NE(selectedNow(), answer) << "who edits has been there meanwhile";
+}
+
 TEST_F(EditedFieldTest, WhatIsTypedDuringTheWriteIsNotSelectedAway) {
     const FocusedElementRef element = captureWord();
     selectWord();

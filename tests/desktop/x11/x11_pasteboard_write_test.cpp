@@ -125,11 +125,14 @@ TEST_F(PasteboardWriteTest, KeepsTheHistoryMarkOfTheUserAndAddsNone) {
 TEST_F(PasteboardWriteTest, AnswersTheTimeOfItsOwnership) {
     const xcb_timestamp_t before = peer_->serverTime();
     ASSERT_NE(lend(QStringLiteral("text")), nullptr);
+    const xcb_timestamp_t after = peer_->serverTime();
+    ASSERT_TRUE(waitFor([&] { return peer_->serverTime() > after; }));
     TestRequestor requestor(*peer_);
     const auto answer = requestor.fetch("TIMESTAMP");
     ASSERT_TRUE(answer.has_value());
     EXPECT_EQ(answer->type, xcb_atom_t{XCB_ATOM_INTEGER});
     EXPECT_GE(answer->cardinals().value(0), before);
+    EXPECT_LE(answer->cardinals().value(0), after);
 }
 
 TEST_F(PasteboardWriteTest, AnswersSeveralTargetsInOneRequest) {
