@@ -18,7 +18,8 @@ namespace {
 Q_LOGGING_CATEGORY(log, "quillmender.instance", QtWarningMsg)
 
 const auto serviceName = QString::fromLatin1(applicationId);
-const auto objectPath = QStringLiteral("/com/quillmender/Quillmender");
+const QString objectPath =
+    QLatin1Char('/') + QString(serviceName).replace(QLatin1Char('.'), QLatin1Char('/'));
 // Long enough for a copy that is busy for a moment.
 constexpr int callDeadline = 5000;
 
