@@ -14,12 +14,12 @@ namespace {
 struct Switches {
     const StartedProgram &program;
     const StartedProgram &floor;
-    qint64 programBefore = contextSwitches(program.pid());
-    qint64 floorBefore = contextSwitches(floor.pid());
+    QHash<QString, qint64> programBefore = contextSwitches(program.pid());
+    QHash<QString, qint64> floorBefore = contextSwitches(floor.pid());
 
     void addTo(Report &report, const QString &figure) const {
-        const qint64 ofProgram = contextSwitches(program.pid()) - programBefore;
-        const qint64 ofFloor = contextSwitches(floor.pid()) - floorBefore;
+        const qint64 ofProgram = contextSwitchesSince(programBefore, program.pid());
+        const qint64 ofFloor = contextSwitchesSince(floorBefore, floor.pid());
         report.add({figure, QString::number(ofProgram), QString::number(ofFloor),
                     QStringLiteral("0"), ofProgram == 0});
     }

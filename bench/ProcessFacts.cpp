@@ -31,24 +31,32 @@ qint64 proportionalMemory(qint64 processId) {
     return sumOfLines(QStringLiteral("/proc/%1/smaps_rollup").arg(processId), {"Pss:"});
 }
 
-qint64 contextSwitches(qint64 processId) {
+QHash<QString, qint64> contextSwitches(qint64 processId) {
     const QString tasks = QStringLiteral("/proc/%1/task").arg(processId);
-    qint64 sum = 0;
+    QHash<QString, qint64> switches;
     for (const QString &task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        sum += sumOfLines(tasks + QLatin1Char('/') + task + QStringLiteral("/status"),
-                          {"voluntary_ctxt_switches:", "nonvoluntary_ctxt_switches:"});
+        switches[task] = sumOfLines(tasks + QLatin1Char('/') + task + QStringLiteral("/status"),
+                                    {"voluntary_ctxt_switches:", "nonvoluntary_ctxt_switches:"});
     }
+    return switches;
+}
+
+qint64 contextSwitchesSince(const QHash<QString, qint64> &before, qint64 processId) {
+    const auto now = contextSwitches(processId);
+    qint64 sum = 0;
+    for (auto task = now.cbegin(); task != now.cend(); ++task)
+        sum += *task - before.value(task.key());
     return sum;
 }
 
 void waitUntilIdle(qint64 processId) {
     // Longer than what the program prepares after its start waits for its quiet moment.
     constexpr int quietMs = 2500;
-    qint64 switches = -1;
+    QHash<QString, qint64> switches;
     QElapsedTimer quiet;
     harness::waitUntil(
         [&] {
-            if (const qint64 now = contextSwitches(processId); now != switches) {
+            if (const auto now = contextSwitches(processId); now != switches) {
                 switches = now;
                 quiet.start();
             }

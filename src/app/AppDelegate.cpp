@@ -7,7 +7,7 @@
 #include "ui/SettingsWindowController.h"
 #include "ui/style/Style.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 namespace quillmender {
 
@@ -16,8 +16,7 @@ AppDelegate::AppDelegate(std::unique_ptr<Platform> platform, const QUrl &manifes
     : platform_(std::move(platform)),
       coordinator_(*platform_, LLMClient(transport_), UpdateChecker(transport_),
                    {AppMetadata::version(platform_->bundleVersion), manifestURL}, windows()),
-      warmUp_([this] { return coordinator_.isQuiet(); }, [this] { return prepareMore(); }, warmUp) {
-}
+      warmUp_([this] { return isQuiet(); }, [this] { return prepareMore(); }, warmUp) {}
 
 AppDelegate::~AppDelegate() {
     // The style is the toolkit's, and stays.
@@ -105,6 +104,11 @@ Theme &AppDelegate::theme() {
             [windows = platform_->ownWindows.get()] { return windows->areBlended(); });
     }
     return *theme_;
+}
+
+// Under an open menu of the status item its style would change.
+bool AppDelegate::isQuiet() const {
+    return coordinator_.isQuiet() && !QApplication::activePopupWidget();
 }
 
 bool AppDelegate::prepareMore() {

@@ -42,6 +42,7 @@ class AppDelegate {
     void showAbout();
     void showAlert(const Alert &alert, std::function<void(int)> answered);
     Theme &theme();
+    bool isQuiet() const;
     bool prepareMore();
     QCoro::Task<> terminate();
 

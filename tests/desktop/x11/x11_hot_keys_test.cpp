@@ -133,6 +133,21 @@ TEST_F(HotKeysTest, LeavesOtherCombinationsAlone) {
     EXPECT_TRUE(isPressed(0));
 }
 
+TEST_F(HotKeysTest, LeavesOtherCombinationsAloneWhileAHotKeyIsDown) {
+    hold();
+    const HotKeyOutcome other = ask(QKeyCombination(Qt::ControlModifier, Qt::Key_K));
+    ASSERT_TRUE(other.hotKey);
+    typer_->down(XKB_KEY_Control_L);
+    typer_->down(XKB_KEY_Alt_L);
+    typer_->down(XKB_KEY_space);
+    EXPECT_TRUE(isPressed(1));
+    // All keys come to whoever has the one that is down.
+    typer_->tap(XKB_KEY_k);
+    EXPECT_TRUE(isPressed(1));
+    for (const xkb_keysym_t key : {XKB_KEY_space, XKB_KEY_Alt_L, XKB_KEY_Control_L})
+        typer_->up(key);
+}
+
 TEST_F(HotKeysTest, CallsOnceForAHeldKeyThatRepeats) {
     // The first repeat after 100 ms, then one every 10.
     server_.run(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),

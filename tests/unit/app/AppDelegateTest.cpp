@@ -23,6 +23,7 @@
 #include "ui/TextLabel.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
@@ -182,6 +183,21 @@ TEST_F(AppDelegateTest, ThePanelIsMadeReadyUnseenAndIsTheOneThatIsShown) {
     ASSERT_EQ(ownWindows->calls.size(), 2);
     EXPECT_EQ(ownWindows->calls.back().name, QStringLiteral("activate"));
     EXPECT_EQ(ownWindows->calls.back().window, ownWindows->calls.front().window);
+}
+
+TEST_F(AppDelegateTest, NothingIsMadeReadyUnderAnOpenMenu) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Transform"));
+    menu.popup(QPoint());
+    delegate->applicationDidFinishLaunching();
+    bool isLater = false;
+    QTimer::singleShot(20, [&] { isLater = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isLater; }, 20'000));
+    EXPECT_TRUE(menu.isVisible());
+    EXPECT_FALSE(log->contains(QStringLiteral("prepareMore")));
+    menu.close();
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return log->contains(QStringLiteral("prepareMore")); }, 20'000));
 }
 
 TEST_F(AppDelegateTest, AHotKeyBeforeAnythingIsReadyShowsThePanel) {
