@@ -137,12 +137,20 @@ TEST_F(HotKeysTest, LeavesOtherCombinationsAloneWhileAHotKeyIsDown) {
     hold();
     const HotKeyOutcome other = ask(QKeyCombination(Qt::ControlModifier, Qt::Key_K));
     ASSERT_TRUE(other.hotKey);
+    bool isTold = false;
+    QObject::connect(services_->connection.get(), &X11Connection::eventReceived, window_.get(),
+                     [&](const xcb_generic_event_t *event) {
+                         isTold = isTold || (eventType(event) == XCB_KEY_PRESS &&
+                                             eventCast<xcb_key_press_event_t>(event).detail ==
+                                                 typer_->key(XKB_KEY_k));
+                     });
     typer_->down(XKB_KEY_Control_L);
     typer_->down(XKB_KEY_Alt_L);
     typer_->down(XKB_KEY_space);
     EXPECT_TRUE(isPressed(1));
     // All keys come to whoever has the one that is down.
     typer_->tap(XKB_KEY_k);
+    EXPECT_TRUE(waitFor([&] { return isTold; }));
     EXPECT_TRUE(isPressed(1));
     for (const xkb_keysym_t key : {XKB_KEY_space, XKB_KEY_Alt_L, XKB_KEY_Control_L})
         typer_->up(key);
