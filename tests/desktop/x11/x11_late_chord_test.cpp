@@ -155,6 +155,20 @@ TEST_F(LateChordTest, LatePasteGetsNothingWhenNobodyWaitedForIt) {
     EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer"));
 }
 
+TEST_F(LateChordTest, WhatWasReadBeforeTheKeysIsPastedUnlessTheApplicationHangs) {
+    for (const bool hangs : {false, true}) {
+        lent_ = lend(QStringLiteral("answer"), application());
+        TestRequestor reader(*peer_);
+        EXPECT_EQ(reader.fetch("UTF8_STRING"), text("answer"));
+        if (hangs)
+            beforeTheKey([this] { window_->hang(); });
+        EXPECT_EQ(X11Test::type(Chord::paste, application(), lent_).outcome, Outcome::typed);
+        if (!hangs)
+            settle();
+        EXPECT_NE(wait(lent_->wasRead(50ms)), hangs);
+    }
+}
+
 TEST_F(LateChordTest, PasteThatTheApplicationIgnoresIsToldOf) {
     EXPECT_EQ(type(Chord::paste), Outcome::typed) << reason_;
     settle();
