@@ -71,6 +71,8 @@ TEST_F(LentTextTest, IsNotDeceivedByATransferThatBeganBeforeThePaste) {
     early.ask("UTF8_STRING");
     ASSERT_TRUE(waitFor([&] { return early.chunks == 1; }));
     lent->typeChord(early.window());
+    int readings = 0;
+    QObject::connect(lent.get(), &X11LentText::changed, lent.get(), [&] { ++readings; });
     bool isRead = false;
     const auto awaitRead = [&]() -> QCoro::Task<> {
         co_await lent->wasRead(20s);
@@ -82,6 +84,7 @@ TEST_F(LentTextTest, IsNotDeceivedByATransferThatBeganBeforeThePaste) {
     services_->connection->serverTime();
     finishTurn();
     EXPECT_FALSE(isRead);
+    EXPECT_EQ(readings, 0);
     TestRequestor pasting(*peer_);
     pasting.fetch("UTF8_STRING");
     EXPECT_TRUE(waitFor([&] { return isRead; }));
