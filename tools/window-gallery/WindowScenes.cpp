@@ -25,6 +25,12 @@ constexpr int manyActions = 40;
 WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
     : folder_(std::move(folder)),
       settings_(store_, permissions_, theme, ownWindows),
+      poorSettings_(
+          poorStore_, permissions_, theme, ownWindows,
+          {{Capability::chords, QStringLiteral("Quillmender cannot copy or paste for you.")},
+           {Capability::hotKeys,
+            QStringLiteral("The keyboard shortcut does not work here. Use the menu of the "
+                           "status item instead.")}}),
       about_(QStringLiteral("1.0.0"), theme, ownWindows),
       alert_({QStringLiteral("Quillmender 1.4.2 is available"),
               QStringLiteral("A newer version of Quillmender has been published. Do you want to "
@@ -33,7 +39,7 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
              {}, theme, ownWindows) {
     const auto settingsAt = [this](int percent) {
         return [this, percent]() -> QWidget * {
-            scroll(percent);
+            scroll(settings_, percent);
             return settings_.window();
         };
     };
@@ -45,7 +51,7 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
         {QStringLiteral("provider-list"),
          [this]() -> QWidget * {
              QToolTip::hideText();
-             scroll(0);
+             scroll(settings_, 0);
              auto *provider = settings_.window()->findChild<PopUpButton *>();
              provider->showPopup();
              return provider->findChild<QFrame *>();
@@ -86,6 +92,13 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
          }},
         {QStringLiteral("actions-many-middle"), settingsAt(50)},
         {QStringLiteral("actions-many-end"), settingsAt(100)},
+        {QStringLiteral("settings-of-a-poor-session"),
+         [this]() -> QWidget * {
+             poorStore_.setHeldHotKey(std::nullopt);
+             poorSettings_.makeKeyAndOrderFront();
+             scroll(poorSettings_, 90);
+             return poorSettings_.window();
+         }},
         {QStringLiteral("about"),
          [this]() -> QWidget * {
              about_.makeKeyAndOrderFront();
@@ -117,8 +130,8 @@ void WindowScenes::next() {
     });
 }
 
-void WindowScenes::scroll(int percent) {
-    QScrollBar *bar = settings_.window()->findChild<ScrollRegion *>()->verticalScrollBar();
+void WindowScenes::scroll(SettingsWindowController &settings, int percent) {
+    QScrollBar *bar = settings.window()->findChild<ScrollRegion *>()->verticalScrollBar();
     bar->setValue(bar->maximum() * percent / 100);
 }
 

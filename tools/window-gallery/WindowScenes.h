@@ -31,7 +31,7 @@ class WindowScenes : public QObject {
     };
 
     void next();
-    void scroll(int percent);
+    static void scroll(SettingsWindowController &settings, int percent);
     QWidget *openContextMenu();
     QWidget *showToolTip();
     QWidget *openEditor(const std::function<void()> &open);
@@ -45,6 +45,8 @@ class WindowScenes : public QObject {
     SettingsStore store_{defaults_, secrets_, loginItem_};
     PermissionManager permissions_{accessibility_, workspace_};
     SettingsWindowController settings_;
+    SettingsStore poorStore_{defaults_, secrets_, loginItem_};
+    SettingsWindowController poorSettings_;
     AboutWindowController about_;
     AlertWindow alert_;
     QList<Scene> waiting_;
