@@ -27,13 +27,16 @@ debian_package_source() {
 # make_debian_root RELEASE FOLDER: a minimal root of that release, with this machine's way to its
 # packages and nothing else of this machine.
 make_debian_root() {
-    local release=$1 root=$2 uri setting
+    local release=$1 root=$2 uri script setting
     uri=$(debian_package_source | head -n 1)
     if [ -z "$uri" ]; then
         echo "no package source of Debian's in /etc/apt" >&2
         return 1
     fi
-    debootstrap --variant=minbase "$release" "$root" "$uri"
+    # A release that is younger than this machine's debootstrap is made as the youngest that it knows.
+    script=/usr/share/debootstrap/scripts/$release
+    [ -e "$script" ] || script=/usr/share/debootstrap/scripts/sid
+    debootstrap --variant=minbase "$release" "$root" "$uri" "$script"
     cp --dereference /etc/resolv.conf "$root/etc/resolv.conf"
     while read -r setting; do
         cp "$setting" "$root/etc/apt/apt.conf.d/90machine-${setting##*/}"
