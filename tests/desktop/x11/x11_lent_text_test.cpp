@@ -72,7 +72,9 @@ TEST_F(LentTextTest, IsNotDeceivedByATransferThatBeganBeforeThePaste) {
     ASSERT_TRUE(waitFor([&] { return early.chunks == 1; }));
     lent->typeChord(early.window());
     int readings = 0;
-    QObject::connect(lent.get(), &X11LentText::changed, lent.get(), [&] { ++readings; });
+    // What is lent outlives the test.
+    const QObject here;
+    QObject::connect(lent.get(), &X11LentText::changed, &here, [&] { ++readings; });
     bool isRead = false;
     const auto awaitRead = [&]() -> QCoro::Task<> {
         co_await lent->wasRead(20s);
