@@ -93,6 +93,7 @@ TEST_F(ActiveFrameTest, OthersThatHangDoNotHideIt) {
     // More than there is time to wait for one after another.
     constexpr int others = 6;
     std::vector<std::unique_ptr<AccessibleProgram>> hanging;
+    hanging.reserve(others);
     for (int i = 0; i < others; ++i)
         hanging.push_back(
             std::make_unique<AccessibleProgram>(desktop(), QString::number(i), behind));
