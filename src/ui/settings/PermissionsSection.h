@@ -8,8 +8,8 @@ namespace quillmender {
 
 class StatusLabel;
 
-/// Whether texts of other applications can be read, and how to get there; and what else this
-/// session lacks.
+/// Whether texts of other applications can be read, and how to get there; and what else the
+/// desktop lacks.
 class PermissionsSection : public FormSection {
     Q_OBJECT
 

@@ -13,7 +13,7 @@ class ShortcutSection : public FormSection {
     Q_OBJECT
 
   public:
-    /// `lack` says why no shortcut can work in this session; empty where one can.
+    /// `lack` says why no shortcut can work on this desktop; empty where one can.
     ShortcutSection(const SettingsStore &store, const QString &lack, Theme &theme,
                     QWidget *parent = nullptr);
 
