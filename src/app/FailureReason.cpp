@@ -44,7 +44,7 @@ QString failureReason(const std::exception_ptr &error) {
     } catch (const UserVisibleError &) {
         return QStringLiteral("the request failed");
     } catch (...) {
-        return QStringLiteral("of something unforeseen");
+        return QStringLiteral("something unforeseen");
     }
 }
 
