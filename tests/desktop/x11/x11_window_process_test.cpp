@@ -109,6 +109,10 @@ TEST_F(WindowProcessTest, AWindowWithTheNumberOfOneThatHasGoneIsAnother) {
     EXPECT_NE(next, application);
     EXPECT_TRUE(isStillItself(*connection_, *next));
     EXPECT_FALSE(isStillItself(*connection_, *application));
+
+    xcb_destroy_window(peer_->xcb(), window.id());
+    peer_->serverTime();
+    EXPECT_TRUE(waitFor([&] { return !isStillItself(*connection_, *next); }));
 }
 
 TEST_F(WindowProcessTest, WhatIsInFrontIsLetGoOfWithItsWindow) {

@@ -43,11 +43,13 @@ void ActiveWindow::remember() {
 }
 
 void ActiveWindow::noteDestroyed(xcb_window_t window) {
-    for (const Nameless &one : nameless_) {
+    std::erase_if(nameless_, [window](const Nameless &one) {
         const auto application = one.application.lock();
         if (application && application->window() == window)
             application->setGone();
-    }
+        // The watch ends with its window: the next one with the number wants one of its own.
+        return !application || application->isGone();
+    });
 }
 
 xcb_window_t ActiveWindow::current() const {
