@@ -29,9 +29,10 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# What is talked to, and so is in no list of libraries: the accessibility bus and a session bus.
+# In no list of libraries, since it is talked to: the accessibility bus and a session bus; or since it
+# is loaded when a key is first wanted.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "at-spi2-core, default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
+    "libsecret-1-0, at-spi2-core, default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
 # A secret service for the keys, the authorities that https endpoints are checked against, and
 # the tool that menus call for the actions of the entry.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS

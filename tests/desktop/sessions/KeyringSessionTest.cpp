@@ -44,6 +44,11 @@ class KeyringSessionTest : public SessionFixture {
                   QStringLiteral("the model is stored"));
     }
 
+    bool programHasLoaded(const char *library) {
+        QFile maps(QStringLiteral("/proc/%1/maps").arg(program().pid()));
+        return maps.open(QIODevice::ReadOnly) && maps.readAll().contains(library);
+    }
+
     harness::Keyring &keyring() { return *desktop().keyring(); }
     bool keyringHas(const QString &key) {
         return keyring().lookup(service, account) == key.toUtf8();
@@ -70,6 +75,15 @@ class KeyringSessionTest : public SessionFixture {
         waitUntilPanelIsGone();
     }
 };
+
+TEST_F(KeyringSessionTest, ItsLibraryComesWithTheFirstKey) {
+    startWith({});
+    EXPECT_TRUE(programHasLoaded("libQt6Widgets"));
+    EXPECT_FALSE(programHasLoaded("libsecret"));
+    EXPECT_FALSE(programHasLoaded("libgio"));
+    expectRequestWith(QString::fromUtf8(stored));
+    EXPECT_TRUE(programHasLoaded("libsecret"));
+}
 
 TEST_F(KeyringSessionTest, AStuckKeyringNeverHoldsUpTheSettings) {
     startWith({});

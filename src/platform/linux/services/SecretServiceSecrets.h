@@ -11,6 +11,8 @@
 
 namespace quillmender {
 
+class SecretService;
+
 /// Passwords in the desktop's Secret Service (org.freedesktop.secrets), found by the attributes
 /// `service` and `account` alone. Every operation runs on one worker in the order in which it was
 /// called, except that a change drops what still waits to be done to the same item: however slow
@@ -18,8 +20,10 @@ namespace quillmender {
 /// not work; a problem that goes on is told once.
 class SecretServiceSecrets : public Secrets {
   public:
-    /// Destruction waits `lastWait` at most for what was accepted to be written.
-    explicit SecretServiceSecrets(std::chrono::milliseconds lastWait = std::chrono::seconds(3));
+    /// Destruction waits `lastWait` at most for what was accepted to be written. `library` is
+    /// loaded with the first operation; without it every search finds the store unavailable.
+    explicit SecretServiceSecrets(std::chrono::milliseconds lastWait = std::chrono::seconds(3),
+                                  const QString &library = QStringLiteral("secret-1"));
     ~SecretServiceSecrets() override;
 
     QCoro::Task<SecretSearch> find(QString service, QString account) override;
@@ -27,14 +31,13 @@ class SecretServiceSecrets : public Secrets {
     void remove(const QString &service, const QString &account) override;
 
   private:
-    struct Cancellation;
-    using Job = std::function<void(Cancellation &)>;
+    using Job = std::function<void(SecretService &)>;
 
     void enqueue(Job job, const std::string &subject = {});
     void change(const QString &service, const QString &account, Job job);
 
     std::chrono::milliseconds lastWait_;
-    std::shared_ptr<Cancellation> cancellation_;
+    std::unique_ptr<SecretService> service_;
     SerialWorker worker_;
 };
 
