@@ -1,6 +1,7 @@
 #include "platform/linux/WindowSystemServices.h"
 
 #include "platform/linux/NoFrontmostSource.h"
+#include "platform/linux/wayland/WaylandWindowSystem.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 #include "platform/none/NoneChords.h"
 #include "platform/none/NoneHotKeys.h"
@@ -73,6 +74,8 @@ WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
     WindowSystemServices services;
     if (toolkitPlatform == QStringLiteral("xcb"))
         services = x11::makeWindowSystem(std::move(windowIcon));
+    else if (toolkitPlatform.startsWith(QStringLiteral("wayland")))
+        services = wayland::makeWindowSystem();
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);
     return services;
