@@ -7,7 +7,7 @@ namespace quillmender {
 ///   see which program this is;
 /// - what the environment has that counts as unset by its own rules is unset;
 /// - the toolkit, which reads the environment when its application object is made, does not take
-///   the front at the launch.
+///   the front at the launch, and speaks to the session's own window system.
 void prepareProcess();
 
 } // namespace quillmender

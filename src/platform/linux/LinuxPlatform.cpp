@@ -3,6 +3,7 @@
 #include "platform/linux/WindowSystemServices.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
+#include "platform/linux/desktop/ToolkitPlatform.h"
 #include "platform/linux/services/AutostartLoginItem.h"
 #include "platform/linux/services/Badge.h"
 #include "platform/linux/services/DesktopInstance.h"
@@ -34,6 +35,7 @@ struct Shared {
 } // namespace
 
 std::unique_ptr<Platform> makePlatform() {
+    forgetToolkitPlatform();
     WindowSystemServices windowSystem = chooseWindowSystem(
         QGuiApplication::platformName(), [] { return badge(QString(programSymbol)); });
     qCInfo(log, "texts: AT-SPI");

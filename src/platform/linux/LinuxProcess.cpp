@@ -2,6 +2,7 @@
 #include "platform/linux/desktop/BaseDirectories.h"
 #include "platform/linux/desktop/CoreFiles.h"
 #include "platform/linux/desktop/ProxyVariables.h"
+#include "platform/linux/desktop/ToolkitPlatform.h"
 
 namespace quillmender {
 
@@ -9,6 +10,7 @@ void prepareProcess() {
     forbidCoreFiles();
     unsetRelativeBaseDirectories();
     completeProxyVariables();
+    chooseToolkitPlatform();
 }
 
 } // namespace quillmender
