@@ -14,7 +14,17 @@ enum class Capability {
     panel,              ///< a panel above other windows that gets the keyboard
 };
 
-/// Why, in a sentence for the user. What is not in it is there.
-using MissingCapabilities = QMap<Capability, QString>;
+/// Why something is missing and what the user can do about it, in sentences for the user.
+struct Lack {
+    Lack() = default;
+    Lack(QString why) : sentence(std::move(why)) {}
+
+    QString sentence;
+    QString remedy; ///< empty when nothing can be done
+    QString lines;  ///< what the remedy wants in a configuration file, as it stands there
+};
+
+/// What is not in it is there.
+using MissingCapabilities = QMap<Capability, Lack>;
 
 } // namespace quillmender

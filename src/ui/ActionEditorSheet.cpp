@@ -76,7 +76,7 @@ void ActionEditorSheet::build(Theme &theme, const ActionEditorState &editor) {
     promptTemplate_->render(editor.initialTemplate());
     templateLabel->setBuddy(promptTemplate_);
     auto *hintLabel = makeLabel(TextStyle::caption, TextLabel::Tone::secondary, hint);
-    hintLabel->markCode();
+    hintLabel->setCode(TextLabel::Code::marked);
 
     cancel_ =
         new PushButton(theme, QStringLiteral("Cancel"), PushButton::Prominence::standard, this);

@@ -47,7 +47,7 @@ void FormSection::addField(const QString &label, QWidget *field) {
 
 TextLabel *FormSection::addCaption(const QString &text) {
     auto *caption = new TextLabel(theme_, TextStyle::caption, TextLabel::Tone::secondary, card_);
-    caption->markCode();
+    caption->setCode(TextLabel::Code::marked);
     caption->show(text);
     addRow(caption);
     return caption;

@@ -36,12 +36,17 @@ QString displayed(const QString &text) {
     return shown;
 }
 
-/// A monospaced face for what stands between two grave accents.
-QList<QTextLayout::FormatRange> codeFormats(const QString &text, int pixelSize) {
+/// A monospaced face for what stands between two grave accents, or for everything.
+QList<QTextLayout::FormatRange> codeFormats(const QString &text, TextLabel::Code code,
+                                            int pixelSize) {
+    if (code == TextLabel::Code::none)
+        return {};
     QFont face = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     face.setPixelSize(pixelSize);
     QTextCharFormat format;
     format.setFont(face);
+    if (code == TextLabel::Code::all)
+        return {{0, int(text.size()), format}};
     QList<QTextLayout::FormatRange> formats;
     for (qsizetype start = text.indexOf(codeMark); start >= 0;) {
         const qsizetype end = text.indexOf(codeMark, start + 1);
@@ -100,8 +105,8 @@ void TextLabel::forgetLayout() {
     updateGeometry();
 }
 
-void TextLabel::markCode() {
-    marksCode_ = true;
+void TextLabel::setCode(Code code) {
+    code_ = code;
     forgetLayout();
 }
 
@@ -143,8 +148,7 @@ bool TextLabel::layOutLines(const QString &text, int width) const {
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     option.setAlignment(rightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     layout_->setTextOption(option);
-    if (marksCode_)
-        layout_->setFormats(codeFormats(text, font().pixelSize()));
+    layout_->setFormats(codeFormats(text, code_, font().pixelSize()));
     layout_->setCacheEnabled(true);
     layout_->beginLayout();
     qreal y = 0;

@@ -26,8 +26,10 @@ class TextLabel : public QLabel {
     /// Shows the text; nothing happens when it is the same.
     void show(const QString &text);
 
-    /// Sets what stands between grave accents in a monospaced face; for texts of our own.
-    void markCode();
+    /// What is set in a monospaced face: of a text of our own what stands between grave accents, or
+    /// all of it.
+    enum class Code { none, marked, all };
+    void setCode(Code code);
 
     void setTone(Tone tone);
 
@@ -71,7 +73,7 @@ class TextLabel : public QLabel {
 
     Tone tone_;
     int maximumLines_ = 0; ///< any number
-    bool marksCode_ = false;
+    Code code_ = Code::none;
     bool isHeading_;
     QString laidOutText_;
     mutable std::unique_ptr<QTextLayout> layout_;

@@ -20,6 +20,21 @@ namespace quillmender {
 namespace {
 constexpr int settleMilliseconds = 120;
 constexpr int manyActions = 40;
+
+Lack lackOfHotKeys() {
+    Lack lack(QStringLiteral("The keyboard shortcut does not work here. Use the menu of the status "
+                             "item instead."));
+    lack.remedy =
+        QStringLiteral("Put these lines into the configuration of your desktop, "
+                       "`~/.config/labwc/rc.xml`, between `<keyboard>` and `</keyboard>`:");
+    lack.lines = QStringLiteral(
+        "<keybind key=\"C-A-space\">\n"
+        "  <action name=\"Execute\"\n"
+        "    command=\"gapplication action com.quillmender.Quillmender transform\"/>\n"
+        "</keybind>");
+    return lack;
+}
+
 } // namespace
 
 WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
@@ -28,9 +43,7 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
       poorSettings_(
           poorStore_, permissions_, theme, ownWindows,
           {{Capability::chords, QStringLiteral("Quillmender cannot copy or paste for you.")},
-           {Capability::hotKeys,
-            QStringLiteral("The keyboard shortcut does not work here. Use the menu of the "
-                           "status item instead.")}}),
+           {Capability::hotKeys, lackOfHotKeys()}}),
       about_(QStringLiteral("1.0.0"), theme, ownWindows),
       alert_({QStringLiteral("Quillmender 1.4.2 is available"),
               QStringLiteral("A newer version of Quillmender has been published. Do you want to "

@@ -50,7 +50,7 @@ void completeWithNone(WindowSystemServices &services) {
     for (const Words &words : vocabulary)
         if (!services.backends.contains(words.capability) &&
             !services.missing.contains(words.capability))
-            services.missing[words.capability] = QLatin1String(words.without);
+            services.missing[words.capability] = QString(QLatin1String(words.without));
 }
 
 void writeToLog(const WindowSystemServices &services, const QString &toolkitPlatform) {
@@ -63,7 +63,7 @@ void writeToLog(const WindowSystemServices &services, const QString &toolkitPlat
             qCInfo(log, "%s: %s", words.name, qUtf8Printable(*backend));
         else
             qCInfo(log, "%s: none. %s", words.name,
-                   qUtf8Printable(services.missing[words.capability]));
+                   qUtf8Printable(services.missing[words.capability].sentence));
     }
 }
 

@@ -37,7 +37,7 @@ PermissionsSection::PermissionsSection(PermissionManager &permissionManager,
         if (lack.key() == Capability::hotKeys)
             continue;
         auto *sentence = new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card());
-        sentence->tell(*lack);
+        sentence->tell(lack->sentence);
         addRow(sentence);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Capabilities.h"
 #include "settings/SettingsStore.h"
 #include "ui/FormSection.h"
 
@@ -14,7 +15,7 @@ class ShortcutSection : public FormSection {
 
   public:
     /// `lack` says why no shortcut can work on this desktop; empty where one can.
-    ShortcutSection(const SettingsStore &store, const QString &lack, Theme &theme,
+    ShortcutSection(const SettingsStore &store, const Lack &lack, Theme &theme,
                     QWidget *parent = nullptr);
 
     void render() override;
@@ -23,6 +24,7 @@ class ShortcutSection : public FormSection {
     const SettingsStore &store_;
     TextLabel *keys_;
     StatusLabel *status_;
+    QList<QWidget *> remedy_; ///< seen while there is no shortcut
     QString lack_;
 };
 

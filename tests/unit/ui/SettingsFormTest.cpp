@@ -2,6 +2,7 @@
 #include "ui/PopUpButton.h"
 #include "ui/ToggleSwitch.h"
 
+#include <QClipboard>
 #include <QSignalSpy>
 #include <QWheelEvent>
 
@@ -92,12 +93,19 @@ TEST_F(SettingsFormTest, ShortcutShowsTheKeysThatAreHeld) {
 TEST_F(SettingsFormTest, TellsWhatTheSessionLacks) {
     missing[Capability::chords] = QStringLiteral("Nothing can be copied here.");
     missing[Capability::hotKeys] = QStringLiteral("No shortcut can work here.");
+    missing[Capability::hotKeys].remedy = QStringLiteral("Put these lines into a file:");
+    missing[Capability::hotKeys].lines = QStringLiteral("<first>\n<second>");
     show();
     EXPECT_TRUE(shows("Nothing can be copied here."));
     EXPECT_FALSE(shows("No shortcut can work here.")) << "as long as one is held all the same";
+    EXPECT_EQ(button("Copy"), nullptr);
     store().setHeldHotKey(std::nullopt);
     settle();
     EXPECT_TRUE(shows("No shortcut can work here."));
+    EXPECT_TRUE(shows("Put these lines into a file:"));
+    ASSERT_NE(button("Copy"), nullptr);
+    button("Copy")->click();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("<first>\n<second>"));
     EXPECT_FALSE(shows("The shortcut does not work at the moment; another program may be using "
                        "these keys. Use Transform in the status menu instead."));
 }
