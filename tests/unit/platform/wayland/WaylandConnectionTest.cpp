@@ -49,8 +49,8 @@ TEST_F(WaylandConnectionTest, KnowsWhatIsOfferedAtTheStart) {
 }
 
 TEST_F(WaylandConnectionTest, TakesTheFirstSeatForAsLongAsItIsThere) {
-    wl_global *first = compositor.add(wl_seat_interface, 9);
-    compositor.add(wl_seat_interface, 9);
+    wl_global *first = compositor.add(wl_seat_interface, 8);
+    compositor.add(wl_seat_interface, 8);
     wl_seat *const seat = connection().seat();
     ASSERT_NE(seat, nullptr);
     EXPECT_EQ(wl_seat_get_version(seat), 5U);
