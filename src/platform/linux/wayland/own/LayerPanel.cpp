@@ -16,10 +16,6 @@ Q_LOGGING_CATEGORY(log, "quillmender.wayland", QtWarningMsg)
 
 using Layer = LayerShellQt::Window;
 
-std::unique_ptr<PanelStanding> makeLayerPanel(KeyboardWatch &keyboard) {
-    return keyboard.display() ? std::make_unique<LayerPanel>(keyboard) : nullptr;
-}
-
 LayerPanel::LayerPanel(KeyboardWatch &keyboard) : keyboard_(keyboard) {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &LayerPanel::relax);
     // The toolkit misses that a window which was hidden for a moment got the keyboard anew.
