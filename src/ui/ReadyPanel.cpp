@@ -78,6 +78,8 @@ void ReadyPanel::makePanel() {
         return;
     panel_ = std::make_unique<ActionPanel>(unplaced_.release());
     ActionPanel *const panel = panel_.get();
+    if (!ownWindows_.framesPanel())
+        panel->frameItself(theme_);
     QObject::connect(panel, &ActionPanel::nativeWindowMade, panel,
                      [&ownWindows = ownWindows_, panel] {
                          ownWindows.applyPanelAttributes(panel->windowHandle());
