@@ -55,9 +55,10 @@ QCoro::Task<TypedOutcome> VirtualKeyboard::type(TypedKeys keys, std::function<bo
           : keys == TypedKeys::controlV ? controlV_
                                         : shiftInsert_,
           beforeLast);
-    // One that stalls gets to them all the same when it goes on.
-    co_await connection_->roundTrip(1s);
-    if (!connection_ || connection_->isLost())
+    // One that stalls gets to them all the same when it goes on. This object may go meanwhile.
+    const QPointer connection = connection_;
+    co_await connection->roundTrip(1s);
+    if (!connection || connection->isLost())
         co_return unavailable(QStringLiteral("the compositor does not take the keys"));
     co_return TypedOutcome{.isTyped = true};
 }

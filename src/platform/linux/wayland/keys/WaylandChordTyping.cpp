@@ -24,10 +24,11 @@ ChordResult withheld(const QString &reason) {
 
 } // namespace
 
-WaylandChordTyping::WaylandChordTyping(const WaylandChordSurroundings &around, Chord chord,
-                                       ChordTarget into,
+WaylandChordTyping::WaylandChordTyping(const WaylandChordSurroundings &around,
+                                       const QObject *chords, Chord chord, ChordTarget into,
                                        std::shared_ptr<const WaylandRunningApplication> application)
     : around_(around),
+      chords_(chords),
       chord_(chord),
       into_(std::move(into)),
       application_(std::move(application)),
@@ -63,6 +64,8 @@ QCoro::Task<ChordResult> WaylandChordTyping::run() {
         obstacle = co_await reachTarget();
     if (!obstacle)
         obstacle = co_await prepareText();
+    if (!obstacle)
+        obstacle = isOver();
     if (obstacle)
         co_return withheld(*obstacle);
     co_return co_await type();
@@ -76,13 +79,23 @@ Obstacle WaylandChordTyping::forbids() const {
         return QStringLiteral("the copy chord is an interrupt in a terminal");
     if (!isPaste() && isSecret_)
         return QStringLiteral("the focus is in a password field");
-    if (isPaste() && !text_)
+    if (isPaste() && !into_.text)
         return QStringLiteral("nothing was lent that could be pasted");
+    if (isPaste() && isTerminal_ && !text_)
+        return QStringLiteral("what was lent cannot be made a text for a terminal");
+    return std::nullopt;
+}
+
+Obstacle WaylandChordTyping::isOver() const {
+    if (!chords_)
+        return QStringLiteral("nothing is typed any more");
     return std::nullopt;
 }
 
 QCoro::Task<Obstacle> WaylandChordTyping::reachTarget() {
     const bool isInFront = co_await comesToTheFront();
+    if (Obstacle over = isOver())
+        co_return over;
     if (!isInFront)
         co_return name() + QStringLiteral(" did not come to the front");
     if (!relay_)
@@ -95,7 +108,7 @@ QCoro::Task<Obstacle> WaylandChordTyping::reachTarget() {
 
 QCoro::Task<bool> WaylandChordTyping::comesToTheFront() const {
     const QDeadlineTimer deadline(patience(), Qt::PreciseTimer);
-    while (!around_.toplevels.hasKeyboard(application_->windowId())) {
+    while (chords_ && !around_.toplevels.hasKeyboard(application_->windowId())) {
         if (deadline.hasExpired())
             co_return false;
         const std::chrono::milliseconds rest(deadline.remainingTime() + 1);
@@ -115,11 +128,13 @@ QCoro::Task<Obstacle> WaylandChordTyping::prepareText() {
 }
 
 Obstacle WaylandChordTyping::speaksAgainst() const {
+    if (Obstacle over = isOver())
+        return over;
     if (!around_.toplevels.hasKeyboard(application_->windowId()))
         return name() + QStringLiteral(" is not in front any more");
     if (application_->processId() != 0 && isStopped(application_->processId()))
         return name() + QStringLiteral(" is stopped");
-    if (isPaste() && !text_->isOffered())
+    if (isPaste() && text_ && !text_->isOffered())
         return QStringLiteral("the pasteboard was replaced meanwhile");
     if (isPaste() && isTerminal_ && !text_->isLentToTerminal())
         return QStringLiteral("somebody else took a selection");

@@ -5,6 +5,8 @@
 #include "platform/linux/Obstacle.h"
 #include "platform/linux/wayland/KeyTyping.h"
 
+#include <QPointer>
+
 #include <chrono>
 #include <memory>
 
@@ -31,7 +33,9 @@ struct WaylandChordSurroundings {
 /// One chord, from the order to the keys; it knows all that belongs to it, and nobody else does.
 class WaylandChordTyping {
   public:
-    WaylandChordTyping(const WaylandChordSurroundings &around, Chord chord, ChordTarget into,
+    /// When `chords` has gone, what is around has gone too, and nothing is typed any more.
+    WaylandChordTyping(const WaylandChordSurroundings &around, const QObject *chords, Chord chord,
+                       ChordTarget into,
                        std::shared_ptr<const WaylandRunningApplication> application);
 
     QCoro::Task<ChordResult> run();
@@ -43,6 +47,7 @@ class WaylandChordTyping {
     QString name() const;
 
     Obstacle forbids() const;
+    Obstacle isOver() const;
     QCoro::Task<Obstacle> reachTarget();
     QCoro::Task<bool> comesToTheFront() const;
     /// Makes the text one for the target.
@@ -52,6 +57,7 @@ class WaylandChordTyping {
     QCoro::Task<ChordResult> type();
 
     WaylandChordSurroundings around_;
+    QPointer<const QObject> chords_;
     Chord chord_;
     ChordTarget into_;
     std::shared_ptr<const WaylandRunningApplication> application_;

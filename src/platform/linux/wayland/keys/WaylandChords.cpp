@@ -24,7 +24,7 @@ QCoro::Task<ChordResult> WaylandChords::type(Chord chord, ChordTarget into) {
     if (!application)
         co_return ChordResult{ChordResult::Outcome::withheld,
                               QStringLiteral("the application has no window")};
-    WaylandChordTyping typing(around_, chord, std::move(into), std::move(application));
+    WaylandChordTyping typing(around_, this, chord, std::move(into), std::move(application));
     co_return co_await typing.run();
 }
 

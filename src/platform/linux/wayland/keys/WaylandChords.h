@@ -9,7 +9,8 @@
 namespace quillmender::wayland {
 
 /// Chords into the window that has the keyboard, one after another in the order in which they were
-/// asked for. A paste wants a lent text that is a PasteText.
+/// asked for. A lent text that is a PasteText too is watched until the keys, and terminals take no
+/// other.
 class WaylandChords : public QObject, public Chords {
     Q_OBJECT
 

@@ -41,7 +41,9 @@ std::shared_ptr<qint64> SourceApplications::processOf(const Toplevel &window) {
 QCoro::Task<> SourceApplications::search(QPointer<SourceApplications> self, Toplevel window) {
     const std::shared_ptr<qint64> process = self->processOf(window);
     const QDeadlineTimer deadline(longestSearch);
-    const qint64 found = co_await self->findProcess_(window);
+    // It may be a coroutine, which lives in its function.
+    const FindProcess find = self->findProcess_;
+    const qint64 found = co_await find(window);
     if (!self)
         co_return;
     if (self->searched_ == window.id)

@@ -26,7 +26,8 @@ bool WaylandFrontmostSource::isTerminalWindow(const WaylandRunningApplication &a
 QCoro::Task<std::optional<QString>> WaylandFrontmostSource::primarySelection() {
     if (!readPrimary_ || !applications_.frontmost())
         co_return std::nullopt;
-    co_return co_await readPrimary_();
+    const ReadPrimary read = readPrimary_; // it may outlive this
+    co_return co_await read();
 }
 
 } // namespace quillmender::wayland
