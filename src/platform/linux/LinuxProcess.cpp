@@ -2,6 +2,7 @@
 #include "platform/linux/desktop/BaseDirectories.h"
 #include "platform/linux/desktop/CoreFiles.h"
 #include "platform/linux/desktop/ProxyVariables.h"
+#include "platform/linux/wayland/clipboard/ServingProcess.h"
 
 namespace quillmender {
 
@@ -9,6 +10,10 @@ void prepareProcess() {
     forbidCoreFiles();
     unsetRelativeBaseDirectories();
     completeProxyVariables();
+}
+
+std::optional<int> runErrand(int argc, char *argv[]) {
+    return wayland::serveClipboardIfAsked(argc, argv);
 }
 
 } // namespace quillmender
