@@ -1,6 +1,7 @@
 #include "platform/linux/wayland/clipboard/ContentsFile.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <algorithm>
 #include <cerrno>
