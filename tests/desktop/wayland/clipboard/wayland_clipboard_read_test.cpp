@@ -341,8 +341,8 @@ TEST_F(ClipboardReadTest, HasNothingWhenTheCompositorIsGone) {
     EXPECT_EQ(wait(primary.primaryText(1min)), std::nullopt);
 
     int wakes = 0;
-    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, control_.get(),
-            [&wakes] { ++wakes; });
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake,
+                     control_.get(), [&wakes] { ++wakes; });
     bool isOver = false;
     QTimer::singleShot(100, [&isOver] { isOver = true; });
     while (!isOver)

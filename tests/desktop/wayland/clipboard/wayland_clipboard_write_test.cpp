@@ -100,7 +100,7 @@ TEST_F(ClipboardWriteTest, ReadsItsOwnContentsFromMemory) {
     pasteboard().replaceContents({item});
     int asked = 0;
     for (const DataSource *source : control_->findChildren<DataSource *>())
-        connect(source, &DataSource::asked, control_.get(), [&asked] { ++asked; });
+        QObject::connect(source, &DataSource::asked, control_.get(), [&asked] { ++asked; });
     settle();
     EXPECT_TRUE(wait(pasteboard().items()) == QList<PasteboardItem>{item});
     EXPECT_TRUE(wait(pasteboard().itemsWithin(100ms)) == QList<PasteboardItem>{item});
@@ -176,7 +176,8 @@ TEST_F(ClipboardWriteTest, GivesUpOnAReaderThatStopsTaking) {
     std::optional<bool> isComplete;
     auto *const writer =
         new PipeWriter(Descriptor(ends[1]), pattern(3'000'000), control_.get(), 50ms);
-    connect(writer, &PipeWriter::finished, control_.get(), [&](bool isAll) { isComplete = isAll; });
+    QObject::connect(writer, &PipeWriter::finished, control_.get(),
+                     [&](bool isAll) { isComplete = isAll; });
     ASSERT_TRUE(waitFor([&] { return isComplete.has_value(); }));
     EXPECT_EQ(isComplete, false);
     EXPECT_LT(readToEnd(std::move(reading)).size(), 3'000'000) << "the end comes all the same";
