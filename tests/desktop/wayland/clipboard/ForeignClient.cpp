@@ -155,6 +155,10 @@ void ForeignClient::settle() {
     QCoro::waitFor(connection_->roundTrip(std::chrono::seconds(10)));
 }
 
+void ForeignClient::settleAlone() {
+    EXPECT_TRUE(connection_->settle(std::chrono::seconds(10)));
+}
+
 void writeInBackground(Descriptor pipe, QByteArray data) {
     std::thread([pipe = std::move(pipe), data = std::move(data)]() mutable {
         sigset_t brokenPipe;

@@ -60,6 +60,9 @@ class ForeignClient : public QObject {
     /// Until the compositor has heard of everything.
     void settle();
 
+    /// The same while nothing else in this process comes to its turn.
+    void settleAlone();
+
   private:
     struct Events;
 

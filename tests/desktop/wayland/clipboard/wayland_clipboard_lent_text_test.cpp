@@ -75,7 +75,7 @@ TEST_F(LentTextTest, RefusesWhoeverAsksAfterItWasGivenUp) {
 TEST_F(LentTextTest, RefusesWhoAsksJustBeforeTheReplacementIsHeardOf) {
     chords_.note();
     Descriptor late = other_->ask("UTF8_STRING");
-    other_->settle();
+    other_->settleAlone();
     pasteboard().replaceContents(itemOf(QStringLiteral("UTF8_STRING"), "the user's"));
     EXPECT_EQ(readToEnd(std::move(late)), "");
     EXPECT_FALSE(wait(lent_->wasRead(1min)));

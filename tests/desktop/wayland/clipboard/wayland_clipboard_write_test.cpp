@@ -65,8 +65,8 @@ TEST_F(ClipboardWriteTest, HearsOfWhatIsCopiedWhileItClears) {
     pasteboard().replaceContents({});
     const qint64 cleared = pasteboard().changeCount();
     other_->declare("UTF8_STRING", "copied");
-    connection_->flush();
     other_->own();
+    other_->settleAlone();
     EXPECT_TRUE(waitFor([&] { return pasteboard().changeCount() != cleared; }));
     EXPECT_EQ(wait(pasteboard().string()), QStringLiteral("copied"));
 }
@@ -137,7 +137,7 @@ TEST_F(ClipboardWriteTest, AnswersWhoHasAskedBeforeTheReplacement) {
     pasteboard().replaceContents(itemOf(QStringLiteral("UTF8_STRING"), "first"));
     settle();
     Descriptor early = other_->ask("UTF8_STRING");
-    other_->settle();
+    other_->settleAlone();
     pasteboard().replaceContents(itemOf(QStringLiteral("UTF8_STRING"), "second"));
     EXPECT_EQ(readToEnd(std::move(early)), "first");
     EXPECT_TRUE(waitFor([&] { return control_->findChildren<DataSource *>().size() == 1; }));

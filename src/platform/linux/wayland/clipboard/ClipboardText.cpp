@@ -62,7 +62,7 @@ QString decodeText(const QByteArray &type, const QByteArray &bytes) {
         text.chop(1);
     if (text.contains('\xed'))
         text = withPairsJoined(text);
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString decoded = decoder.decode(text);
     const bool isUtf8ByName = type.toLower().contains("utf");
     // Programs put UTF-8 there whatever the name says, but for those that come over the bridge to
