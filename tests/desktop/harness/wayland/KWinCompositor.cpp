@@ -38,10 +38,7 @@ KWinCompositor::KWinCompositor(const Options &options, const Place &place)
       host_({.screen = options.screen, .layouts = options.layouts}, place,
             QStringLiteral("kwin-host")) {
     writeSettings(options);
-    for (const auto &[name, value] :
-         {std::pair("XDG_CURRENT_DESKTOP", "KDE"), std::pair("KDE_SESSION_VERSION", "6"),
-          std::pair("KDE_FULL_SESSION", "true")})
-        setVariable(name, QString::fromLatin1(value));
+    setVariable("XDG_CURRENT_DESKTOP", QStringLiteral("KDE"));
     readDesktopFiles();
     QMap<QString, QString> own{
         {QStringLiteral("KWIN_COMPOSE"), QStringLiteral("Q")},
@@ -75,6 +72,9 @@ KWinCompositor::KWinCompositor(const Options &options, const Place &place)
                                                .pipeOutput = false,
                                                .workingDirectory = place.folders.home()});
     waitForAnnouncement(*process_);
+    // Its clients have these too. It would take them for the sign of a theme that is not there.
+    setVariable("KDE_FULL_SESSION", QStringLiteral("true"));
+    setVariable("KDE_SESSION_VERSION", QStringLiteral("6"));
     place.sessionBus.waitForOwner(QStringLiteral("org.kde.KWin"));
     scripting_ =
         std::make_unique<KWinScripting>(place.sessionBus.connection(), place.folders.runtime());
