@@ -41,6 +41,7 @@ void DataSource::retire() {
 
 void DataSource::send(const QByteArray &type, Descriptor pipe) {
     constexpr qsizetype mostTransfers = 256;
+    Q_EMIT beingAsked();
     const auto found = std::ranges::find(contents_, type, &OfferedType::name);
     if (found == contents_.end() || isRefusing_)
         return;

@@ -22,6 +22,9 @@ class DataSource : public QObject {
     zwlr_data_control_source_v1 *proxy() const { return source_.get(); }
     const OfferedContents &contents() const { return contents_; }
 
+    /// Answers otherwise from now on, of the same types.
+    void exchange(OfferedContents contents) { contents_ = std::move(contents); }
+
     /// From now on whoever asks gets nothing: the pipe is closed without a byte.
     void refuse() { isRefusing_ = true; }
 
@@ -30,6 +33,9 @@ class DataSource : public QObject {
     void retire();
 
   Q_SIGNALS:
+    /// Somebody asks, and is answered right after this.
+    void beingAsked();
+
     /// Somebody, whom nobody can tell, has asked for a type that is there, and is being served.
     void asked(const QByteArray &type, PipeWriter *transfer);
 

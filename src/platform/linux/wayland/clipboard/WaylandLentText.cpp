@@ -18,7 +18,10 @@ std::chrono::milliseconds rest(const QDeadlineTimer &deadline) {
 
 } // namespace
 
-WaylandLentText::WaylandLentText(DataSource &source, const ChordMoment &chords) : source_(&source) {
+WaylandLentText::WaylandLentText(DataControl &control, DataSource &source, PrimaryLoan &primary,
+                                 const ChordMoment &chords)
+    : source_(&source),
+      terminal_(control, source, primary) {
     connect(&chords, &ChordMoment::noted, this, [this] {
         ++chords_;
         underWay_ = 0;
@@ -27,6 +30,15 @@ WaylandLentText::WaylandLentText(DataSource &source, const ChordMoment &chords) 
     connect(&source, &DataSource::asked, this, &WaylandLentText::handleAsked);
     connect(&source, &DataSource::cancelled, this, &WaylandLentText::end);
     connect(&source, &QObject::destroyed, this, &WaylandLentText::changed);
+    connect(&terminal_, &TerminalLoan::lentAsPrimary, this, [this](DataSource *primarySource) {
+        primarySource_ = primarySource;
+        connect(primarySource, &DataSource::asked, this, &WaylandLentText::handleAsked);
+    });
+}
+
+QCoro::Task<Obstacle> WaylandLentText::lendToTerminal(TakesLineEnds takesLineEnds) {
+    const auto self = shared_from_this();
+    co_return co_await terminal_.lend(std::move(takesLineEnds));
 }
 
 void WaylandLentText::handleAsked(const QByteArray &type, PipeWriter *transfer) {
@@ -56,8 +68,7 @@ QCoro::Task<bool> WaylandLentText::wasRead(std::chrono::milliseconds limit) {
     }
     if (underWay_ > 0)
         co_return true;
-    if (source_)
-        source_->refuse();
+    refuse();
     co_return false;
 }
 
@@ -79,10 +90,20 @@ void WaylandLentText::end() {
         return;
     // Who comes round to the paste only now was not waited for.
     if (!lastReading_ && underWay_ == 0)
-        source_->refuse();
+        refuse();
+    terminal_.end();
     source_->disconnect(this);
     source_ = nullptr;
+    if (primarySource_)
+        primarySource_->disconnect(this);
+    primarySource_ = nullptr;
     Q_EMIT changed();
+}
+
+void WaylandLentText::refuse() {
+    for (const QPointer<DataSource> &source : {source_, primarySource_})
+        if (source)
+            source->refuse();
 }
 
 } // namespace quillmender::wayland

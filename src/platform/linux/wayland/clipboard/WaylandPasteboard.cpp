@@ -21,14 +21,14 @@ Q_LOGGING_CATEGORY(log, "quillmender.wayland", QtWarningMsg)
 WaylandPasteboard::WaylandPasteboard(DataControl &control, const ChordMoment &chords)
     : control_(control),
       chords_(chords),
-      owner_(control, Selection::clipboard) {
+      owner_(control, Selection::clipboard),
+      primary_(control) {
     connect(&owner_, &SelectionOwner::changedByOthers, this,
             &WaylandPasteboard::handleChangeByOthers);
 }
 
 WaylandPasteboard::~WaylandPasteboard() {
-    if (lent_)
-        lent_->end();
+    endLoan();
 }
 
 void WaylandPasteboard::handleChangeByOthers() {
@@ -131,13 +131,14 @@ LentTextRef WaylandPasteboard::lend(const QString &text, RunningApplicationRef r
     if (!source)
         return nullptr;
     ++changes_;
-    lent_ = std::make_shared<WaylandLentText>(*source, chords_);
+    lent_ = std::make_shared<WaylandLentText>(control_, *source, primary_, chords_);
     return lent_;
 }
 
 void WaylandPasteboard::endLoan() {
     if (lent_)
         std::exchange(lent_, nullptr)->end();
+    primary_.giveBack();
 }
 
 QCoro::Task<> WaylandPasteboard::handOver() {

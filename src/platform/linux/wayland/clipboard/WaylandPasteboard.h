@@ -4,6 +4,7 @@
 #include "platform/linux/LastReading.h"
 #include "platform/linux/TransferBudget.h"
 #include "platform/linux/wayland/ChordMoment.h"
+#include "platform/linux/wayland/clipboard/PrimaryLoan.h"
 #include "platform/linux/wayland/clipboard/SelectionOwner.h"
 
 #include <QObject>
@@ -53,6 +54,7 @@ class WaylandPasteboard : public QObject, public Pasteboard {
     DataControl &control_;
     const ChordMoment &chords_;
     SelectionOwner owner_;
+    PrimaryLoan primary_;
     LastReading lastReading_;
     qint64 changes_ = 0;
     /// What was left to its owner just now, until the compositor is heard to have known of no
