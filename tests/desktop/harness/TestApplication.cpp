@@ -66,9 +66,12 @@ TestApplication TestApplication::chromium(AnyDesktop &desktop, const QString &ht
         desktop, QStringLiteral("page.html"),
         QStringLiteral("<!DOCTYPE html><meta charset=\"utf-8\"><title>Page</title><body>%1</body>")
             .arg(html));
+    const bool isWayland = desktop.environment().contains(QStringLiteral("WAYLAND_DISPLAY"));
     return {desktop,
             QStringLiteral("chromium"),
-            {QStringLiteral("--no-sandbox"), QStringLiteral("--no-first-run"),
+            {QStringLiteral("--ozone-platform=") +
+                 (isWayland ? QStringLiteral("wayland") : QStringLiteral("x11")),
+             QStringLiteral("--no-sandbox"), QStringLiteral("--no-first-run"),
              QStringLiteral("--no-default-browser-check"), QStringLiteral("--disable-gpu"),
              QStringLiteral("--disable-dev-shm-usage"), QStringLiteral("--password-store=basic"),
              QStringLiteral("--disable-background-networking"),

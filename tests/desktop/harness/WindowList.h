@@ -19,7 +19,8 @@ class WindowList {
     /// 0 when no window is active.
     virtual WindowId active() const = 0;
     virtual QString title(WindowId window) const = 0;
-    /// In pixels of the screen, without the frame. Empty where the desktop does not tell.
+    /// What the program draws, in pixels of the screen: without the frame that the desktop gives
+    /// it, with a shadow that is the program's own. Empty where the desktop does not tell.
     virtual QRect geometry(WindowId window) const = 0;
 
     /// The newest shown window with exactly this title; 0 when there is none.

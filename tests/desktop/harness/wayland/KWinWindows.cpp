@@ -13,8 +13,8 @@ const auto listScript = QStringLiteral(R"(
 report(JSON.stringify(workspace.windowList().map(w => ({
     id: '' + w.internalId, pid: w.pid, title: '' + w.caption, app: '' + w.desktopFileName,
     shown: !w.minimized && !w.hidden, active: w === workspace.activeWindow,
-    x: w.clientGeometry.x, y: w.clientGeometry.y,
-    width: w.clientGeometry.width, height: w.clientGeometry.height
+    x: w.bufferGeometry.x, y: w.bufferGeometry.y,
+    width: w.bufferGeometry.width, height: w.bufferGeometry.height
 }))));
 )");
 

@@ -4,7 +4,7 @@ namespace quillmender::harness {
 
 WaylandDesktop &WaylandDesktopTest::startDesktop(WaylandDesktop::Options options) {
     desktop_.reset();
-    options.kind = GetParam();
+    options.kind = kind();
     desktop_ = std::make_unique<WaylandDesktop>(options);
     return *desktop_;
 }
@@ -15,7 +15,7 @@ WaylandDesktop &WaylandDesktopTest::desktop() {
 
 void WaylandDesktopTest::SetUp() {
     AnyDesktopTest::SetUp();
-    const QStringList missing = Compositor::missingPrograms(GetParam());
+    const QStringList missing = Compositor::missingPrograms(kind());
     if (!missing.isEmpty()) {
         GTEST_SKIP() << "not installed: " << missing.join(QStringLiteral(", ")).toStdString()
                      << "; scripts/install-dependencies wayland";

@@ -8,12 +8,12 @@
 
 namespace quillmender::harness {
 
-/// A fixture with a desktop on Wayland, of the compositor that is its parameter. It is skipped
-/// where that is not installed.
-class WaylandDesktopTest : public AnyDesktopTest,
-                           public testing::WithParamInterface<CompositorKind> {
+/// A fixture with a desktop on Wayland. It is skipped where the compositor is not installed.
+class WaylandDesktopTest : public AnyDesktopTest {
   protected:
-    /// Tests that want another desktop call this first; the compositor stays the parameter's.
+    virtual CompositorKind kind() const = 0;
+
+    /// Tests that want another desktop call this first; the compositor stays the fixture's.
     WaylandDesktop &startDesktop(WaylandDesktop::Options options);
 
     /// The standard desktop, unless another one was started before.
@@ -24,6 +24,13 @@ class WaylandDesktopTest : public AnyDesktopTest,
 
   private:
     std::unique_ptr<WaylandDesktop> desktop_;
+};
+
+/// The same with the compositor as its parameter.
+class EachCompositorTest : public WaylandDesktopTest,
+                           public testing::WithParamInterface<CompositorKind> {
+  protected:
+    CompositorKind kind() const override { return GetParam(); }
 };
 
 /// For INSTANTIATE_TEST_SUITE_P: each compositor, and its name.

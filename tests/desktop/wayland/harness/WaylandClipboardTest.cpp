@@ -25,7 +25,7 @@ QByteArray someBytes(qsizetype size) {
     return bytes;
 }
 
-class WaylandClipboardTest : public WaylandDesktopTest {
+class WaylandClipboardTest : public EachCompositorTest {
   protected:
     std::unique_ptr<WaylandClipboardOwner> own(const QByteArray &bytes) {
         return std::make_unique<WaylandClipboardOwner>(

@@ -9,7 +9,7 @@
 namespace quillmender::harness {
 namespace {
 
-class WaylandEndTest : public WaylandDesktopTest {};
+class WaylandEndTest : public EachCompositorTest {};
 
 // Command lines of the processes whose environment or arguments name the desktop's folder.
 QStringList processesOf(const QString &folder) {

@@ -9,7 +9,7 @@
 namespace quillmender::harness {
 namespace {
 
-class WaylandInputTest : public WaylandDesktopTest {
+class WaylandInputTest : public EachCompositorTest {
   protected:
     WaylandDesktop &startWithLayouts(const QString &layouts) {
         WaylandDesktop::Options options;

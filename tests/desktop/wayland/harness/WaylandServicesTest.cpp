@@ -11,7 +11,7 @@
 namespace quillmender::harness {
 namespace {
 
-class WaylandServicesTest : public WaylandDesktopTest {};
+class WaylandServicesTest : public EachCompositorTest {};
 
 TEST_P(WaylandServicesTest, NothingRunsAsRootNorLooksIntoTheRuntimeFolder) {
     constexpr QFile::Permissions othersToo(0x7077);
@@ -81,7 +81,7 @@ TEST_P(WaylandServicesTest, OlderProgramsFindAnXServerWhereThereIsOne) {
 INSTANTIATE_TEST_SUITE_P(On, WaylandServicesTest, everyCompositor(), compositorName);
 
 /// What KWin gives only to programs whose .desktop file asks for it.
-class KWinTrustTest : public WaylandDesktopTest {};
+class KWinTrustTest : public EachCompositorTest {};
 
 TEST_P(KWinTrustTest, GivesATrustedProgramWhatItsDesktopFileAsksFor) {
     const wl_interface restricted{"org_kde_kwin_fake_input", 1, 0, nullptr, 0, nullptr};

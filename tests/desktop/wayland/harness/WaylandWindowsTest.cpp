@@ -7,7 +7,7 @@
 namespace quillmender::harness {
 namespace {
 
-class WaylandWindowsTest : public WaylandDesktopTest {
+class WaylandWindowsTest : public EachCompositorTest {
   protected:
     static int countColors(const QImage &picture) {
         QSet<QRgb> colors;
