@@ -1,10 +1,12 @@
 #include "platform/linux/wayland/kwin/KeystateModifiers.h"
 
+#include "platform/Clock.h"
 #include "platform/SignalWait.h"
 #include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/wayland/kwin/ModifierStates.h"
 
 #include <QDeadlineTimer>
+#include <QPointer>
 
 namespace quillmender::kwin {
 
