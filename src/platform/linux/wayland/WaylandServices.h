@@ -4,6 +4,9 @@
 #include "platform/linux/wayland/KeyTyping.h"
 #include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/wayland/clipboard/PrimarySelection.h"
+#include "platform/linux/wayland/kwin/HeldModifiers.h"
+#include "platform/linux/wayland/kwin/SeatKeyboard.h"
+#include "platform/linux/wayland/kwin/SeatLayout.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
 #include "platform/linux/wayland/windows/SourceApplications.h"
 #include "platform/linux/wayland/wlroots/ForeignToplevels.h"
@@ -23,6 +26,9 @@ struct WaylandServices {
     std::unique_ptr<DataControl> dataControl;
     std::unique_ptr<PrimarySelection> primary;
     ChordMoment chordMoment;
+    std::unique_ptr<kwin::HeldModifiers> modifiers;
+    std::unique_ptr<kwin::SeatKeyboard> seatKeyboard;
+    std::unique_ptr<kwin::SeatLayout> seatLayout;
     std::unique_ptr<KeyTyping> typing;
 };
 

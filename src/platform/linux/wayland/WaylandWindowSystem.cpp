@@ -6,6 +6,10 @@
 #include "platform/linux/wayland/keys/CompositorLines.h"
 #include "platform/linux/wayland/keys/VirtualKeyboard.h"
 #include "platform/linux/wayland/keys/WaylandChords.h"
+#include "platform/linux/wayland/kwin/FakeInput.h"
+#include "platform/linux/wayland/kwin/KdeHotKeys.h"
+#include "platform/linux/wayland/kwin/KeystateModifiers.h"
+#include "platform/linux/wayland/kwin/PlasmaToplevels.h"
 #include "platform/linux/wayland/own/WaylandOwnWindows.h"
 #include "platform/linux/wayland/sway/SwayHotKeys.h"
 #include "platform/linux/wayland/sway/SwayToplevels.h"
@@ -33,6 +37,9 @@ void makeSources(WindowSystemServices &services, WaylandServices &shared, FindPr
         shared.toplevels =
             std::make_unique<sway::SwayToplevels>(*shared.sway, std::move(withWindows));
         backend = QStringLiteral("the compositor's socket");
+    } else if (auto plasma = kwin::PlasmaToplevels::create(*shared.connection)) {
+        shared.toplevels = std::move(plasma);
+        backend = QStringLiteral("plasma-window-management");
     } else if (shared.foreignToplevels) {
         shared.toplevels = std::move(shared.foreignToplevels);
         backend = QStringLiteral("wlr-foreign-toplevel-management and the accessibility bus");
@@ -58,17 +65,31 @@ void makeClipboard(WindowSystemServices &services, WaylandServices &shared) {
         shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
 }
 
+QString makeTyping(WaylandServices &shared) {
+    shared.typing = VirtualKeyboard::create(*shared.connection);
+    if (shared.typing)
+        return QStringLiteral("virtual-keyboard");
+    shared.modifiers = kwin::KeystateModifiers::create(*shared.connection);
+    shared.seatKeyboard = std::make_unique<kwin::SeatKeyboard>(*shared.connection);
+    shared.seatLayout =
+        std::make_unique<kwin::SeatLayout>(*shared.seatKeyboard, QDBusConnection::sessionBus());
+    shared.typing = kwin::FakeInput::create(
+        *shared.connection, shared.modifiers.get(),
+        [layout = shared.seatLayout.get()](TypedKeys keys) { return layout->codesOf(keys); });
+    return QStringLiteral("fake-input");
+}
+
 void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
     WaylandFrontmostSource::ReadPrimary readPrimary;
     if (auto *primary = shared.primary.get())
         readPrimary = [primary] { return primary->primaryText(primaryLimit); };
     auto frontmost =
         std::make_unique<WaylandFrontmostSource>(*shared.applications, std::move(readPrimary));
-    shared.typing = VirtualKeyboard::create(*shared.connection);
+    const QString typing = makeTyping(shared);
     if (shared.typing) {
         services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
             *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment});
-        services.backends[Capability::chords] = QStringLiteral("virtual-keyboard");
+        services.backends[Capability::chords] = typing;
     }
     services.frontmost = std::move(frontmost);
 }
@@ -94,6 +115,9 @@ void makeHotKeys(WindowSystemServices &services, WaylandServices &shared) {
     if (shared.sway) {
         services.hotKeys = std::make_unique<sway::SwayHotKeys>(*shared.sway);
         services.backends[Capability::hotKeys] = QStringLiteral("bindings of the compositor");
+    } else if (auto global = kwin::KdeHotKeys::create(QDBusConnection::sessionBus())) {
+        services.hotKeys = std::move(global);
+        services.backends[Capability::hotKeys] = QStringLiteral("the desktop's global shortcuts");
     } else {
         services.missing[Capability::hotKeys] = lackOfHotKeys();
     }

@@ -8,15 +8,6 @@
 
 namespace quillmender::wayland {
 
-template <> struct ProxyDeleter<wl_keyboard> {
-    void operator()(wl_keyboard *keyboard) const {
-        if (wl_keyboard_get_version(keyboard) >= WL_KEYBOARD_RELEASE_SINCE_VERSION)
-            wl_keyboard_release(keyboard);
-        else
-            wl_keyboard_destroy(keyboard);
-    }
-};
-
 // These have an ending of their own in later versions only: before, the object is forgotten here.
 
 template <> struct ProxyDeleter<org_kde_kwin_fake_input> {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/wayland/own/KeyboardProxies.h"
+#include "platform/linux/wayland/CoreProxies.h"
 
 #include <QObject>
 #include <QSet>

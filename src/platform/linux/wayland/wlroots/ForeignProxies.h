@@ -20,13 +20,4 @@ template <> struct ProxyDeleter<zwlr_foreign_toplevel_handle_v1> {
     }
 };
 
-template <> struct ProxyDeleter<wl_output> {
-    void operator()(wl_output *output) const {
-        if (wl_output_get_version(output) >= WL_OUTPUT_RELEASE_SINCE_VERSION)
-            wl_output_release(output);
-        else
-            wl_output_destroy(output);
-    }
-};
-
 } // namespace quillmender::wayland
