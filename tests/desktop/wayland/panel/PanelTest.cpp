@@ -97,11 +97,14 @@ TEST_P(PanelTest, EachKeyGoesToTheDocumentOrToThePanel) {
             user->type(letters.substr(typed, 1));
         waitUntil([this] { return isActive(*panel); }, QStringLiteral("the panel is active"));
         user->type("z");
-        waitUntil([&] { return text(*panel).endsWith(u'z'); }, QStringLiteral("the last key"));
+        const auto typedNow = [&] {
+            return text(*document).sliced(inDocument.size()) + text(*panel).sliced(inPanel.size());
+        };
+        waitUntil([&] { return typedNow().size() > qsizetype(letters.size()); },
+                  QStringLiteral("every key has come"));
         hide();
-        const QString all =
-            text(*document).sliced(inDocument.size()) + text(*panel).sliced(inPanel.size());
-        EXPECT_EQ(all, QStringLiteral("abcdefghijklmnopqrstuvwxyzz")) << "round " << round;
+        hide();
+        EXPECT_EQ(typedNow().toStdString(), "abcdefghijklmnopqrstuvwxyzz") << "round " << round;
         inDocument = text(*document);
         inPanel = text(*panel);
     }
@@ -111,6 +114,7 @@ TEST_P(PanelTest, StepsAsideAndComesBackWithoutTakingTheKeyboard) {
     start();
     show();
     user->type("kept");
+    expectTexts("", "kept");
     panel->tell(QStringLiteral("aside"));
     waitUntil([this] { return isActive(*document); }, QStringLiteral("the document is active"));
     EXPECT_FALSE(state("isVisible").toBool());
@@ -133,7 +137,7 @@ TEST_P(PanelTest, StepsAsideAndComesBackWithoutTakingTheKeyboard) {
 TEST_P(PanelTest, IsInNobodysWayOnceTheUserHasGoneElsewhere) {
     start();
     show();
-    user->click(QPoint(5, 5));
+    user->click(QPoint(100, 400));
     if (isSway()) {
         user->type("still");
         expectTexts("", "still");
@@ -161,7 +165,9 @@ TEST_P(PanelTest, AKeyThatIsHeldDownPressesNothing) {
     start();
     user->press(' ');
     show();
-    EXPECT_THAT(state("downAtFocus").toArray(), testing::Contains(qint64(toolkitCodeOf(' '))));
+    // Where the compositor tells of it. The toolkit repeats no key whose press it has not seen.
+    if (isSway())
+        EXPECT_EQ(state("downAtFocus").toArray(), QJsonArray{qint64(toolkitCodeOf(' '))});
     user->release(' ');
     user->type("a");
     waitUntil([this] { return text(*panel) == QStringLiteral("a"); },
@@ -193,13 +199,15 @@ TEST_P(PanelTest, GivesWayToAnotherWindowOfTheProgram) {
 TEST_P(PanelTest, IsAnOrdinaryWindowWithoutLayerShell) {
     start(1, QUILLMENDER_PLAIN_PANEL_PROGRAM);
     EXPECT_EQ(state("backend").toString(), QStringLiteral("an ordinary window"));
-    for (int time = 0; time < 2; ++time) {
-        show();
-        user->type("in");
-        hide();
-        user->type("out");
-    }
-    expectTexts("outout", "inin");
+    show();
+    user->type("in");
+    expectTexts("", "in");
+    hide();
+    user->type("out");
+    expectTexts("out", "in");
+    show();
+    user->type("again");
+    expectTexts("out", "inagain");
 }
 
 INSTANTIATE_TEST_SUITE_P(Compositors, PanelTest, testing::Values("sway", "labwc"),

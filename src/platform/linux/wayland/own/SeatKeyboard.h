@@ -19,7 +19,7 @@ class SeatKeyboard : public QObject {
     /// Whether a window of the connection has it.
     bool isHere() const { return isHere_; }
 
-    /// The keys that were down when it came last.
+    /// The keys that were down when it came to a window of the connection last.
     const QSet<quint32> &downAtEntry() const { return downAtEntry_; }
 
     /// The keys that are down now; none while it is elsewhere.
@@ -27,7 +27,6 @@ class SeatKeyboard : public QObject {
 
   Q_SIGNALS:
     void entered();
-    void left();
 
   private:
     struct Events;
