@@ -55,6 +55,10 @@ bool KeyboardWatch::isDown(quint32 code) const {
         seats_, [code](const auto &seat) { return seat.second->down().contains(code); });
 }
 
+bool KeyboardWatch::isAny() const {
+    return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isThere(); });
+}
+
 bool KeyboardWatch::isHere() const {
     return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isHere(); });
 }

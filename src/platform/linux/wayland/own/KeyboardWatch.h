@@ -30,6 +30,9 @@ class KeyboardWatch : public QObject {
 
     bool isDown(quint32 code) const;
 
+    /// Whether there is any keyboard that a window can have.
+    bool isAny() const;
+
     /// Whether a window of this program has a keyboard.
     bool isHere() const;
 

@@ -99,7 +99,7 @@ void LayerPanel::appeared() {
 void LayerPanel::decide() {
     trial_.release()->deleteLater();
     // It may have come and gone in between.
-    if (keyboard_.isHere())
+    if (keyboard_.isHere() || !keyboard_.isAny())
         return;
     qCInfo(log, "the panel keeps the keyboard for itself while it is shown");
     way_ = Layer::KeyboardInteractivityExclusive;

@@ -16,6 +16,9 @@ class SeatKeyboard : public QObject {
     /// Takes the seat, which has just been bound.
     explicit SeatKeyboard(Proxy<wl_seat> seat);
 
+    /// Whether the seat has one.
+    bool isThere() const { return keyboard_ != nullptr; }
+
     /// Whether a window of the connection has it.
     bool isHere() const { return isHere_; }
 
