@@ -48,12 +48,13 @@ void LayerPanel::takeKeyboard() {
     if (!isOnScreen_) {
         takesKeyboard_ = true;
         want(way_);
-    } else if (way_ == Layer::KeyboardInteractivityExclusive) {
+    } else if (way_ == Layer::KeyboardInteractivityExclusive && panel_->isExposed()) {
         layer_->setLayer(Layer::LayerOverlay);
         want(way_);
         commit();
     } else {
-        // One that is there already gets it by a click alone.
+        // One that is there already gets it by a click alone, and the toolkit says nothing to the
+        // compositor of one that is covered.
         panel_->hide();
         panel_->show();
     }
@@ -99,9 +100,11 @@ void LayerPanel::appeared() {
 void LayerPanel::decide() {
     trial_.release()->deleteLater();
     // It may have come and gone in between.
-    if (keyboard_.isHere() || !keyboard_.isAny())
+    if (keyboard_.isHere() || !keyboard_.isAny()) {
+        qCInfo(log, "the panel has the keyboard on demand");
         return;
-    qCInfo(log, "the panel keeps the keyboard for itself while it is shown");
+    }
+    qCInfo(log, "the panel has the keyboard for itself while it is shown");
     way_ = Layer::KeyboardInteractivityExclusive;
     want(way_);
     commit();
