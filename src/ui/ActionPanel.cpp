@@ -37,7 +37,8 @@ void ActionPanel::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     Look look;
     look.fill = theme_->colors().window;
-    look.outline = lookOf(Part::menu, State::rest, theme_->colors()).outline;
+    // Nobody casts a shadow for it: the edge alone tells it from what is behind.
+    look.outline = theme_->colors().fieldOutline;
     drawing::surface(painter, rect(), metrics::cardRadius, look);
 }
 

@@ -89,6 +89,7 @@ QProcessEnvironment HeadlessDesktop::environment() const {
     set("WLR_HEADLESS_OUTPUTS", QString::number(outputs_));
     set("QT_QPA_PLATFORM", QStringLiteral("wayland"));
     set("NO_AT_BRIDGE", QStringLiteral("1"));
+    set("QT_LOGGING_RULES", QStringLiteral("quillmender.wayland.info=true"));
     const QString sanitizer = qEnvironmentVariable("ASAN_OPTIONS");
     if (!sanitizer.isEmpty())
         set("ASAN_OPTIONS", sanitizer);

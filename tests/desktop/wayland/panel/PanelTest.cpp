@@ -43,12 +43,21 @@ class PanelTest : public testing::TestWithParam<const char *> {
 
     void show() {
         panel->tell(QStringLiteral("show"));
-        waitUntil([this] { return isActive(*panel); }, QStringLiteral("the panel is active"));
+        waitUntil([this] { return hasKeyboard(); }, QStringLiteral("the panel is active"));
+    }
+
+    /// For good, and not only as it appears.
+    bool hasKeyboard() {
+        const QJsonObject now = panel->ask(QStringLiteral("state"));
+        const bool isLayer = now[QStringLiteral("backend")] == QStringLiteral("layer shell");
+        return now[QStringLiteral("isActive")].toBool() &&
+               (now[QStringLiteral("isDecided")].toBool() || !isLayer);
     }
 
     void hide() {
         panel->tell(QStringLiteral("hide"));
-        waitUntil([this] { return isActive(*document); }, QStringLiteral("the document is active"));
+        waitUntil([this] { return !isActive(*panel) && isActive(*document); },
+                  QStringLiteral("the document is active"));
     }
 
     void expectTexts(const char *inDocument, const char *inPanel) {
@@ -95,13 +104,16 @@ TEST_P(PanelTest, EachKeyGoesToTheDocumentOrToThePanel) {
         panel->tell(QStringLiteral("show"));
         for (typed = 3; typed < letters.size(); ++typed)
             user->type(letters.substr(typed, 1));
-        waitUntil([this] { return isActive(*panel); }, QStringLiteral("the panel is active"));
+        waitUntil([this] { return hasKeyboard(); }, QStringLiteral("the panel is active"));
         user->type("z");
-        waitUntil([&] { return text(*panel).endsWith(u'z'); }, QStringLiteral("the last key"));
+        const auto typedNow = [&] {
+            return text(*document).sliced(inDocument.size()) + text(*panel).sliced(inPanel.size());
+        };
+        waitUntil([&] { return typedNow().size() > qsizetype(letters.size()); },
+                  QStringLiteral("every key has come"));
         hide();
-        const QString all =
-            text(*document).sliced(inDocument.size()) + text(*panel).sliced(inPanel.size());
-        EXPECT_EQ(all, QStringLiteral("abcdefghijklmnopqrstuvwxyzz")) << "round " << round;
+        hide();
+        EXPECT_EQ(typedNow().toStdString(), "abcdefghijklmnopqrstuvwxyzz") << "round " << round;
         inDocument = text(*document);
         inPanel = text(*panel);
     }
@@ -111,6 +123,7 @@ TEST_P(PanelTest, StepsAsideAndComesBackWithoutTakingTheKeyboard) {
     start();
     show();
     user->type("kept");
+    expectTexts("", "kept");
     panel->tell(QStringLiteral("aside"));
     waitUntil([this] { return isActive(*document); }, QStringLiteral("the document is active"));
     EXPECT_FALSE(state("isVisible").toBool());
@@ -133,7 +146,7 @@ TEST_P(PanelTest, StepsAsideAndComesBackWithoutTakingTheKeyboard) {
 TEST_P(PanelTest, IsInNobodysWayOnceTheUserHasGoneElsewhere) {
     start();
     show();
-    user->click(QPoint(5, 5));
+    user->click(QPoint(100, 400));
     if (isSway()) {
         user->type("still");
         expectTexts("", "still");
@@ -161,7 +174,10 @@ TEST_P(PanelTest, AKeyThatIsHeldDownPressesNothing) {
     start();
     user->press(' ');
     show();
-    EXPECT_THAT(state("downAtFocus").toArray(), testing::Contains(qint64(toolkitCodeOf(' '))));
+    // Where the compositor tells of it. The toolkit repeats no key whose press it has not seen.
+    if (isSway()) {
+        EXPECT_EQ(state("downAtFocus").toArray(), QJsonArray{qint64(toolkitCodeOf(' '))});
+    }
     user->release(' ');
     user->type("a");
     waitUntil([this] { return text(*panel) == QStringLiteral("a"); },
@@ -193,13 +209,15 @@ TEST_P(PanelTest, GivesWayToAnotherWindowOfTheProgram) {
 TEST_P(PanelTest, IsAnOrdinaryWindowWithoutLayerShell) {
     start(1, QUILLMENDER_PLAIN_PANEL_PROGRAM);
     EXPECT_EQ(state("backend").toString(), QStringLiteral("an ordinary window"));
-    for (int time = 0; time < 2; ++time) {
-        show();
-        user->type("in");
-        hide();
-        user->type("out");
-    }
-    expectTexts("outout", "inin");
+    show();
+    user->type("in");
+    expectTexts("", "in");
+    hide();
+    user->type("out");
+    expectTexts("out", "in");
+    show();
+    user->type("again");
+    expectTexts("out", "inagain");
 }
 
 INSTANTIATE_TEST_SUITE_P(Compositors, PanelTest, testing::Values("sway", "labwc"),

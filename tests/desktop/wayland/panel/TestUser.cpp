@@ -1,6 +1,7 @@
 #include "desktop/wayland/panel/TestUser.h"
 
 #include "desktop/harness/HarnessError.h"
+#include "desktop/harness/Waiter.h"
 #include "virtual-keyboard-unstable-v1-client-protocol.h"
 #include "wlr-virtual-pointer-unstable-v1-client-protocol.h"
 
@@ -85,11 +86,15 @@ struct TestUser::Devices {
 };
 
 TestUser::TestUser(const QByteArray &display, QSize desktop)
-    : connection_(wayland::WaylandConnection::open(display)),
-      devices_(std::make_unique<Devices>()),
+    : devices_(std::make_unique<Devices>()),
       desktop_(desktop) {
-    if (!connection_)
-        throw harness::HarnessError(QStringLiteral("no compositor"));
+    // A busy machine takes longer than the product's patience.
+    harness::waitUntil(
+        [&] {
+            connection_ = wayland::WaylandConnection::open(display);
+            return connection_ != nullptr;
+        },
+        QStringLiteral("a connection to the compositor"));
     devices_->keyboards = connection_->bind<zwp_virtual_keyboard_manager_v1>(
         zwp_virtual_keyboard_manager_v1_interface, 1);
     devices_->pointers = connection_->bind<zwlr_virtual_pointer_manager_v1>(

@@ -10,8 +10,7 @@ int main(int argc, char *argv[]) {
     const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("document"));
     QPlainTextEdit editor;
-    editor.resize(900, 600);
-    editor.show();
+    editor.showMaximized();
     const CommandReader commands([](const QString &) {},
                                  [&] {
                                      return QJsonObject{

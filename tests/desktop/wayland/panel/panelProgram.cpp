@@ -18,6 +18,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <cstdio>
+
 using namespace quillmender;
 
 namespace {
@@ -37,6 +39,15 @@ class ToldToplevels : public wayland::Toplevels {
   private:
     std::optional<wayland::Toplevel> active_;
 };
+
+/// Whether the panel has said how it gets the keyboard. Until then it may have it for a moment.
+bool isKeyboardDecided = false;
+
+void noteDecision(QtMsgType, const QMessageLogContext &, const QString &message) {
+    isKeyboardDecided =
+        isKeyboardDecided || message.startsWith(QStringLiteral("the panel has the keyboard"));
+    std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+}
 
 class Desk {
   public:
@@ -75,6 +86,7 @@ class Desk {
             {QStringLiteral("isVisible"), controller_.isVisible()},
             {QStringLiteral("isShown"), panel.windowHandle() && panel.windowHandle()->isExposed()},
             {QStringLiteral("isActive"), panel.isActiveWindow()},
+            {QStringLiteral("isDecided"), isKeyboardDecided},
             {QStringLiteral("isAside"), aside_ != nullptr},
             {QStringLiteral("output"), panel.screen()->name()},
             {QStringLiteral("text"), model_.customInstruction()},
@@ -102,7 +114,15 @@ class Desk {
         return help;
     }
 
-    std::unique_ptr<wayland::WaylandConnection> connection_ = wayland::WaylandConnection::open();
+    // A busy machine takes longer than the product's patience.
+    static std::unique_ptr<wayland::WaylandConnection> connect() {
+        std::unique_ptr<wayland::WaylandConnection> connection;
+        while (!connection)
+            connection = wayland::WaylandConnection::open();
+        return connection;
+    }
+
+    std::unique_ptr<wayland::WaylandConnection> connection_ = connect();
     ToldToplevels toplevels_;
     wayland::WaylandOwnWindows windows_{*connection_, help()};
     FakePickerModel model_;
@@ -119,6 +139,7 @@ class Desk {
 } // namespace
 
 int main(int argc, char *argv[]) {
+    qInstallMessageHandler(noteDecision);
     const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -42,11 +42,7 @@ void KeyboardWatch::announce(quint32 name, const char *interface, quint32 versio
         registry_.get(), name, &wl_seat_interface, std::min(version, highestSeat))));
     auto keyboard = std::make_unique<SeatKeyboard>(std::move(seat));
     const SeatKeyboard *const known = keyboard.get();
-    connect(known, &SeatKeyboard::entered, this, [this, known] {
-        latest_ = known;
-        Q_EMIT entered();
-    });
-    connect(known, &SeatKeyboard::left, this, &KeyboardWatch::left);
+    connect(known, &SeatKeyboard::entered, this, [this, known] { latest_ = known; });
     seats_[name] = std::move(keyboard);
 }
 
@@ -57,6 +53,14 @@ QSet<quint32> KeyboardWatch::downAtEntry() const {
 bool KeyboardWatch::isDown(quint32 code) const {
     return std::ranges::any_of(
         seats_, [code](const auto &seat) { return seat.second->down().contains(code); });
+}
+
+bool KeyboardWatch::isAny() const {
+    return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isThere(); });
+}
+
+bool KeyboardWatch::isHere() const {
+    return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isHere(); });
 }
 
 } // namespace quillmender::wayland

@@ -11,7 +11,7 @@
 namespace quillmender::wayland {
 
 /// What the compositor tells the toolkit's windows of the keyboards: the toolkit hands on neither
-/// which keys were down when one came, nor the moment when it came or left. It listens on the
+/// which keys were down when one came, nor the moment when it came. It listens on the
 /// toolkit's connection, where the events come right before or after those that the toolkit
 /// dispatches itself.
 class KeyboardWatch : public QObject {
@@ -30,9 +30,11 @@ class KeyboardWatch : public QObject {
 
     bool isDown(quint32 code) const;
 
-  Q_SIGNALS:
-    void entered();
-    void left();
+    /// Whether there is any keyboard that a window can have.
+    bool isAny() const;
+
+    /// Whether a window of this program has a keyboard.
+    bool isHere() const;
 
   private:
     struct Events;

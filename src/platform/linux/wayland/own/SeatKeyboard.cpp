@@ -70,8 +70,7 @@ void SeatKeyboard::enter(const wl_array &keys) {
 
 void SeatKeyboard::leave() {
     down_.clear();
-    if (std::exchange(isHere_, false))
-        Q_EMIT left();
+    isHere_ = false;
 }
 
 } // namespace quillmender::wayland

@@ -16,10 +16,13 @@ class SeatKeyboard : public QObject {
     /// Takes the seat, which has just been bound.
     explicit SeatKeyboard(Proxy<wl_seat> seat);
 
+    /// Whether the seat has one.
+    bool isThere() const { return keyboard_ != nullptr; }
+
     /// Whether a window of the connection has it.
     bool isHere() const { return isHere_; }
 
-    /// The keys that were down when it came last.
+    /// The keys that were down when it came to a window of the connection last.
     const QSet<quint32> &downAtEntry() const { return downAtEntry_; }
 
     /// The keys that are down now; none while it is elsewhere.
@@ -27,7 +30,6 @@ class SeatKeyboard : public QObject {
 
   Q_SIGNALS:
     void entered();
-    void left();
 
   private:
     struct Events;
