@@ -83,6 +83,9 @@ class SessionSteps {
     void allowLog() { logMustBeEmpty_ = false; }
 
   protected:
+    /// Whether the program has to say this line in every session on this desktop.
+    virtual bool isToBeLogged(const QByteArray & /*line*/) { return false; }
+
     harness::SelectionOwner &clipboardOwner() { return *clipboard_; }
 
     /// Judges the program's log, while everything is still there.

@@ -29,6 +29,9 @@ class WaylandSessionFixture : public harness::WaylandDesktopTest, public Session
 
     void TearDown() override;
 
+  protected:
+    bool isToBeLogged(const QByteArray &line) override;
+
   private:
     /// As the accessibility bus knows it, while it is shown.
     std::optional<harness::Accessible> shownPanel();
