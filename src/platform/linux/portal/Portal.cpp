@@ -112,8 +112,7 @@ QCoro::Task<PortalAnswer> Portal::ask(PortalQuestion question, std::chrono::mill
     request.send(call(question.interface, question.method, question.arguments));
     if (!request.isOver())
         co_await SignalWait(&request, &PortalRequest::over, limit);
-    if (!request.isOver())
-        request.fail(QStringLiteral("the portal does not answer"));
+    request.giveUp(QStringLiteral("the portal does not answer"));
     co_return PortalAnswer(request.answer());
 }
 

@@ -41,20 +41,26 @@ QString reasonOf(PortalAnswer::Outcome outcome) {
 
 } // namespace
 
-PortalRequest::PortalRequest(QDBusConnection bus) : bus_(std::move(bus)), token_(newToken()) {
-    follow(handlePath(QStringLiteral("request"), bus_, token_));
+// Responses are sent to who has asked alone, and are told apart by their path here: the bus would
+// take its time to let one through that is asked for when the path is known.
+PortalRequest::PortalRequest(QDBusConnection bus)
+    : bus_(std::move(bus)),
+      token_(newToken()),
+      path_(handlePath(QStringLiteral("request"), bus_, token_)) {
+    bus_.connect(service, {}, requestInterface, QStringLiteral("Response"), this,
+                 SLOT(handleResponse(QDBusMessage)));
 }
 
 PortalRequest::~PortalRequest() {
     if (isSent_ && !isOver_)
-        bus_.send(QDBusMessage::createMethodCall(service, path_, requestInterface,
-                                                 QStringLiteral("Close")));
+        close();
 }
 
-void PortalRequest::follow(const QString &path) {
-    path_ = path;
-    bus_.connect(service, path_, requestInterface, QStringLiteral("Response"), this,
-                 SLOT(handleResponse(QDBusMessage)));
+void PortalRequest::close() const {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(service, path_, requestInterface, QStringLiteral("Close"));
+    message.setAutoStartService(false);
+    bus_.send(message);
 }
 
 void PortalRequest::send(const QDBusMessage &call) {
@@ -73,11 +79,19 @@ void PortalRequest::handleReply(QDBusPendingCallWatcher *watcher) {
         return;
     }
     // Portals before version 0.9 choose the path themselves.
-    if (reply.value().path() != path_)
-        follow(reply.value().path());
+    path_ = reply.value().path();
+    if (others_.contains(path_))
+        accept(others_.take(path_));
 }
 
 void PortalRequest::handleResponse(const QDBusMessage &response) {
+    if (response.path() == path_)
+        accept(response);
+    else
+        others_.insert(response.path(), response);
+}
+
+void PortalRequest::accept(const QDBusMessage &response) {
     if (response.signature() != QStringLiteral("ua{sv}")) {
         fail(QStringLiteral("the portal answers nonsense"));
         return;
@@ -88,10 +102,13 @@ void PortalRequest::handleResponse(const QDBusMessage &response) {
 }
 
 void PortalRequest::fail(const QString &reason) {
-    if (isSent_ && !isOver_)
-        bus_.send(QDBusMessage::createMethodCall(service, path_, requestInterface,
-                                                 QStringLiteral("Close")));
     finish({PortalAnswer::Outcome::failed, {}, reason});
+}
+
+void PortalRequest::giveUp(const QString &reason) {
+    if (!isOver_)
+        close();
+    fail(reason);
 }
 
 void PortalRequest::finish(PortalAnswer answer) {

@@ -4,6 +4,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QHash>
 #include <QObject>
 
 class QDBusPendingCallWatcher;
@@ -34,6 +35,9 @@ class PortalRequest : public QObject {
     /// Ends it for a reason of our own, where it is not over.
     void fail(const QString &reason);
 
+    /// The same, and tells the portal.
+    void giveUp(const QString &reason);
+
   Q_SIGNALS:
     void over();
 
@@ -42,12 +46,14 @@ class PortalRequest : public QObject {
 
   private: // NOLINT(readability-redundant-access-specifiers): ends the slots
     void handleReply(QDBusPendingCallWatcher *watcher);
-    void follow(const QString &path);
+    void close() const;
+    void accept(const QDBusMessage &response);
     void finish(PortalAnswer answer);
 
     QDBusConnection bus_;
     const QString token_;
     QString path_;
+    QHash<QString, QDBusMessage> others_; ///< what came under other paths, before ours was certain
     PortalAnswer answer_;
     bool isSent_ = false;
     bool isOver_ = false;

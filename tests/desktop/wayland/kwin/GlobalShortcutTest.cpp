@@ -4,6 +4,7 @@
 #include "support/RunTask.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 
 #include <linux/input-event-codes.h>
 
@@ -68,6 +69,35 @@ TEST_F(GlobalShortcutTest, EachPressIsOneAndNothingOfItReachesAWindow) {
     releaseOurs();
     EXPECT_TRUE(window_.writes("Ctrl+Alt+Space")) << "nobody holds it any more";
     EXPECT_EQ(presses_, 3);
+}
+
+TEST_F(GlobalShortcutTest, WhatTheUserChoosesInTheSettingsIsFollowedAndKept) {
+    constexpr QKeyCombination chosen = Qt::MetaModifier | Qt::Key_J;
+    const QStringList action{QStringLiteral("com.quillmender.Quillmender"),
+                             QStringLiteral("transform"), QStringLiteral("Quillmender"),
+                             QStringLiteral("Transform Selected Text")};
+    const auto choose = [&action](QKeyCombination keys) {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            kwin::GlobalAccel::service, kwin::GlobalAccel::path, kwin::GlobalAccel::interface,
+            QStringLiteral("setForeignShortcutKeys"));
+        call << action << QVariant::fromValue(kwin::shortcutKeys(keys));
+        QDBusConnection::sessionBus().send(call);
+    };
+    HotKeyOutcome held = hold();
+    ASSERT_TRUE(held.hotKey);
+    ASSERT_EQ(held.hotKey->keys(), ours);
+    choose(chosen);
+    EXPECT_TRUE(harness::becomesTrue([&] { return held.hotKey->keys() == chosen; }));
+    user_->press(KEY_LEFTMETA);
+    user_->tap(KEY_J);
+    user_->release(KEY_LEFTMETA);
+    EXPECT_TRUE(harness::becomesTrue([&] { return presses_ == 1; }));
+    held.hotKey.reset();
+    held = hold();
+    ASSERT_TRUE(held.hotKey);
+    EXPECT_EQ(held.hotKey->keys(), chosen);
+    choose(ours);
+    EXPECT_TRUE(harness::becomesTrue([&] { return held.hotKey->keys() == ours; }));
 }
 
 TEST_F(GlobalShortcutTest, KeysOfSomebodyElseAreLeftToThem) {

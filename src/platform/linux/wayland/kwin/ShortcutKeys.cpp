@@ -9,8 +9,11 @@ constexpr qsizetype longestSequence = 4;
 } // namespace
 
 QDBusArgument &operator<<(QDBusArgument &argument, const ShortcutSequence &sequence) {
+    // The other side reads four and dies of fewer.
+    QList<int> filledUp = sequence.keys;
+    filledUp.resize(longestSequence);
     argument.beginStructure();
-    argument << sequence.keys;
+    argument << filledUp;
     argument.endStructure();
     return argument;
 }
