@@ -37,6 +37,18 @@ class WlrootsTest : public testing::Test {
         return terminal;
     }
 
+#ifdef COVERING_SURFACE
+    /// A surface above the windows, which has the keyboard.
+    harness::ChildProcess &cover() {
+        compositor_->environment().insert(QStringLiteral("QT_QPA_PLATFORM"),
+                                          QStringLiteral("wayland"));
+        const QString sign = path(QStringLiteral("covered"));
+        auto &surface = compositor_->start(QStringLiteral(COVERING_SURFACE), {sign});
+        waitUntil([&] { return QFile::exists(sign); }, QStringLiteral("the windows are covered"));
+        return surface;
+    }
+#endif
+
     QString path(const QString &name) const {
         return compositor_->folder() + QLatin1Char('/') + name;
     }

@@ -155,6 +155,21 @@ TEST_F(LabwcTest, TheProcessIsThatOfTheAccessibleFrame) {
     EXPECT_EQ(known->processId(), editor.pid());
 }
 
+#ifdef COVERING_SURFACE
+TEST_F(LabwcTest, TheSourceStaysActiveUnderAnotherSurface) {
+    startLabwc();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    auto &surface = cover();
+    ASSERT_TRUE(toplevels_->active().has_value());
+    EXPECT_EQ(toplevels_->active()->id, id);
+    surface.end();
+    EXPECT_TRUE(becomesActive(QStringLiteral("foot")));
+    EXPECT_EQ(toplevels_->active()->id, id);
+}
+#endif
+
 } // namespace
 
 } // namespace quillmender::wlroots

@@ -26,7 +26,10 @@ class SwayTest : public WlrootsTest {
         start(Compositor::Kind::sway, configuration, layouts, active);
         ipc_ = std::make_unique<SwayIpc>(compositor_->swaySocket());
         ASSERT_TRUE(ipc_->isConnected());
-        toplevels_ = std::make_unique<sway::SwayToplevels>(*ipc_);
+        foreign_ = ForeignToplevels::create(*connection_, QStringLiteral("own"));
+        ASSERT_NE(foreign_, nullptr);
+        toplevels_ = std::make_unique<sway::SwayToplevels>(
+            *ipc_, [this] { return foreign_->isAnyActive(); });
         ASSERT_TRUE(becomesTrue([this] { return toplevels_->isKnown(); }));
     }
 
@@ -68,6 +71,7 @@ class SwayTest : public WlrootsTest {
     }
 
     std::unique_ptr<SwayIpc> ipc_;
+    std::unique_ptr<ForeignToplevels> foreign_;
     std::unique_ptr<sway::SwayToplevels> toplevels_;
     std::unique_ptr<sway::SwayHotKeys> hotKeys_;
     std::unique_ptr<HeldHotKey> hotKey_;
@@ -284,17 +288,15 @@ TEST_F(SwayTest, FollowsTheWindows) {
 
 TEST_F(SwayTest, TheProtocolForTaskBarsTellsTheSame) {
     startSway();
-    const auto foreign = ForeignToplevels::create(*connection_, QStringLiteral("own"));
-    ASSERT_NE(foreign, nullptr);
     startTerminal(QStringLiteral("first"));
     startTerminal(QStringLiteral("second"));
     ASSERT_TRUE(becomesActive(QStringLiteral("second")));
     EXPECT_TRUE(becomesTrue([&] {
-        const auto active = foreign->active();
+        const auto active = foreign_->active();
         return active && active->appId == QStringLiteral("second") &&
-               foreign->hasKeyboard(active->id);
+               foreign_->hasKeyboard(active->id);
     }));
-    EXPECT_TRUE(foreign->isAnyActive());
+    EXPECT_TRUE(foreign_->isAnyActive());
 }
 
 TEST_F(SwayTest, ACompositorThatEndsTakesNothingAlong) {
@@ -305,6 +307,22 @@ TEST_F(SwayTest, ACompositorThatEndsTakesNothingAlong) {
     EXPECT_EQ(hotKey_->keys(), std::nullopt);
     EXPECT_EQ(toplevels_->active(), std::nullopt);
 }
+
+#ifdef COVERING_SURFACE
+TEST_F(SwayTest, NobodyHasTheKeyboardWhileAnotherSurfaceHasIt) {
+    startSway();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    auto &surface = cover();
+    EXPECT_TRUE(becomesTrue([&] { return !toplevels_->hasKeyboard(id); }, 5s));
+    ASSERT_TRUE(toplevels_->active().has_value());
+    EXPECT_EQ(toplevels_->active()->id, id);
+    surface.end();
+    EXPECT_TRUE(becomesTrue([&] { return toplevels_->hasKeyboard(id); }));
+    EXPECT_EQ(toplevels_->active()->id, id);
+}
+#endif
 
 } // namespace
 
