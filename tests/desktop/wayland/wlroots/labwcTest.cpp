@@ -2,9 +2,12 @@
 #include "desktop/harness/SessionBus.h"
 #include "desktop/wayland/wlroots/WlrootsTest.h"
 #include "platform/linux/atspi/FrameProcesses.h"
+#include "platform/linux/wayland/ChordMoment.h"
 #include "platform/linux/wayland/keys/CompositorLines.h"
 #include "platform/linux/wayland/keys/VirtualKeyboard.h"
+#include "platform/linux/wayland/keys/WaylandChords.h"
 #include "platform/linux/wayland/windows/SourceApplications.h"
+#include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
 #include "platform/linux/wayland/wlroots/ForeignToplevels.h"
 
 namespace quillmender::wlroots {
@@ -103,6 +106,32 @@ INSTANTIATE_TEST_SUITE_P(
         return QString::fromUtf8(info.param.layouts).remove(u',').toStdString();
     });
 
+TEST_F(LabwcTest, ChordsReachTheWindowThatComesToTheFront) {
+    startLabwc();
+    SourceApplications applications(*toplevels_);
+    wayland::WaylandFrontmostSource frontmost(applications, {});
+    wayland::ChordMoment moment;
+    const auto keyboard = wayland::VirtualKeyboard::create(*connection_);
+    wayland::WaylandChords chords({*toplevels_, frontmost, *keyboard, moment});
+
+    startTerminal(QStringLiteral("source"));
+    ASSERT_TRUE(becomesActive(QStringLiteral("source")));
+    const auto source = applications.frontmost();
+    startTerminal(QStringLiteral("other"));
+    ASSERT_TRUE(becomesActive(QStringLiteral("other")));
+    EXPECT_EQ(QCoro::waitFor(chords.type(Chord::copy, {source})).outcome,
+              ChordResult::Outcome::withheld);
+    EXPECT_EQ(moment.count(), 0);
+
+    auto task = chords.type(Chord::copy, {source});
+    EXPECT_TRUE(toplevels_->activate(source->windowId()));
+    const ChordResult result = QCoro::waitFor(std::move(task));
+    EXPECT_EQ(result.outcome, ChordResult::Outcome::typed) << result.reason.toStdString();
+    EXPECT_EQ(moment.count(), 1);
+    EXPECT_TRUE(becomesTrue([&] { return typed(QStringLiteral("source")) == "\x03"; }));
+    EXPECT_EQ(typed(QStringLiteral("other")), "");
+}
+
 TEST_F(LabwcTest, TheLinesForItsConfigurationBindTheKeys) {
     const QKeyCombination keys(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
     QString lines = wayland::linesForLabwc(keys).lines;
@@ -153,6 +182,26 @@ TEST_F(LabwcTest, TheProcessIsThatOfTheAccessibleFrame) {
     EXPECT_EQ(QCoro::waitFor(processes.processOfActive(foot.title, foot.appId)), 0);
     EXPECT_EQ(applications.frontmost()->processId(), 0);
     EXPECT_EQ(known->processId(), editor.pid());
+}
+
+TEST_F(LabwcTest, NobodyHasTheKeyboardWhileAWindowOfOursHasIt) {
+    startLabwc();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    int changes = 0;
+    QObject::connect(toplevels_.get(), &wayland::Toplevels::changed, toplevels_.get(),
+                     [&] { ++changes; });
+    {
+        const OwnFocus focus;
+        EXPECT_FALSE(toplevels_->hasKeyboard(id));
+        EXPECT_EQ(toplevels_->active()->id, id);
+        EXPECT_GT(changes, 0);
+        changes = 0;
+    }
+    EXPECT_FALSE(toplevels_->hasKeyboard(id)) << "the compositor has not given it back yet";
+    changes = 0;
+    EXPECT_TRUE(becomesTrue([&] { return changes > 0 && toplevels_->hasKeyboard(id); }));
 }
 
 #ifdef COVERING_SURFACE

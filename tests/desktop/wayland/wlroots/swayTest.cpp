@@ -308,6 +308,24 @@ TEST_F(SwayTest, ACompositorThatEndsTakesNothingAlong) {
     EXPECT_EQ(toplevels_->active(), std::nullopt);
 }
 
+TEST_F(SwayTest, NobodyHasTheKeyboardWhileAWindowOfOursHasIt) {
+    startSway();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    int changes = 0;
+    QObject::connect(toplevels_.get(), &wayland::Toplevels::changed, toplevels_.get(),
+                     [&] { ++changes; });
+    {
+        const OwnFocus focus;
+        EXPECT_FALSE(toplevels_->hasKeyboard(id));
+        EXPECT_EQ(toplevels_->active()->id, id);
+        EXPECT_GT(changes, 0);
+        changes = 0;
+    }
+    EXPECT_TRUE(becomesTrue([&] { return changes > 0 && toplevels_->hasKeyboard(id); }));
+}
+
 #ifdef COVERING_SURFACE
 TEST_F(SwayTest, NobodyHasTheKeyboardWhileAnotherSurfaceHasIt) {
     startSway();
