@@ -111,7 +111,7 @@ harness::ChildProcess &Compositor::start(const QString &program, const QStringLi
         harness::Command{.program = program,
                          .arguments = arguments,
                          .environment = environment_,
-                         .logFile = folder_.filePath(program + QStringLiteral(".log")),
+                         .logFile = folder_.filePath(QStringLiteral("programs.log")),
                          .input = {},
                          .pipeOutput = false,
                          .workingDirectory = folder_.path()}));

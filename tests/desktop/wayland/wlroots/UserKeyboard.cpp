@@ -1,5 +1,6 @@
 #include "desktop/wayland/wlroots/UserKeyboard.h"
 
+#include "desktop/harness/Waiter.h"
 #include "platform/linux/wayland/keys/MemoryFile.h"
 
 namespace quillmender::wlroots {
@@ -7,11 +8,15 @@ namespace quillmender::wlroots {
 using namespace wayland;
 
 UserKeyboard::UserKeyboard(const QByteArray &display, const QByteArray &layouts, quint32 active)
-    : connection_(WaylandConnection::open(display)),
-      keymap_(OwnKeymap::make(layouts)),
+    : keymap_(OwnKeymap::make(layouts)),
       active_(active) {
-    if (!connection_ || !keymap_)
-        qFatal("there is no keyboard for the user");
+    // A compositor that has just been started may be busy with that for seconds.
+    harness::waitUntil(
+        [&] {
+            connection_ = WaylandConnection::open(display);
+            return connection_ != nullptr;
+        },
+        QStringLiteral("the compositor answers"));
     manager_ = connection_->bind<zwp_virtual_keyboard_manager_v1>(
         zwp_virtual_keyboard_manager_v1_interface, 1);
     keyboard_.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(manager_.get(),

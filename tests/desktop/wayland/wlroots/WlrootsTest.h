@@ -7,6 +7,7 @@
 #include <QCoroTask>
 #include <QFile>
 #include <QGuiApplication>
+#include <QRasterWindow>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -37,6 +38,18 @@ class WlrootsTest : public testing::Test {
         return terminal;
     }
 
+#ifdef COVERING_SURFACE
+    /// A surface above the windows, which has the keyboard.
+    harness::ChildProcess &cover() {
+        compositor_->environment().insert(QStringLiteral("QT_QPA_PLATFORM"),
+                                          QStringLiteral("wayland"));
+        const QString sign = path(QStringLiteral("covered"));
+        auto &surface = compositor_->start(QStringLiteral(COVERING_SURFACE), {sign});
+        waitUntil([&] { return QFile::exists(sign); }, QStringLiteral("the windows are covered"));
+        return surface;
+    }
+#endif
+
     QString path(const QString &name) const {
         return compositor_->folder() + QLatin1Char('/') + name;
     }
@@ -54,6 +67,25 @@ class WlrootsTest : public testing::Test {
         user_->up(XKB_KEY_Control_L);
     }
 
+    /// The focus of a window of this program's, which is hidden again when the object goes.
+    class OwnFocus {
+      public:
+        OwnFocus() {
+            window_.show();
+            window_.requestActivate();
+            waitUntil([] { return QGuiApplication::focusWindow() != nullptr; },
+                      QStringLiteral("a window of our own has the focus"));
+        }
+        ~OwnFocus() {
+            window_.destroy();
+            // This toolkit's plugin does not tell; that of a compositor does.
+            Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+        }
+
+      private:
+        QRasterWindow window_;
+    };
+
     std::unique_ptr<Compositor> compositor_;
     std::unique_ptr<UserKeyboard> user_;
     std::unique_ptr<wayland::WaylandConnection> connection_;
@@ -61,7 +93,9 @@ class WlrootsTest : public testing::Test {
 
 inline int runWlrootsTests(int argc, char **argv, const QStringList &programs) {
     testing::InitGoogleMock(&argc, argv);
-    const QCoreApplication application(argc, argv);
+    // Windows of this program's own are of no consequence for the compositor.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
     const QString missing = Compositor::missing(programs);
     if (!missing.isEmpty()) {
         printf("not tested: %s is not installed\n", qPrintable(missing));

@@ -2,9 +2,12 @@
 #include "desktop/harness/SessionBus.h"
 #include "desktop/wayland/wlroots/WlrootsTest.h"
 #include "platform/linux/atspi/FrameProcesses.h"
+#include "platform/linux/wayland/ChordMoment.h"
 #include "platform/linux/wayland/keys/CompositorLines.h"
 #include "platform/linux/wayland/keys/VirtualKeyboard.h"
+#include "platform/linux/wayland/keys/WaylandChords.h"
 #include "platform/linux/wayland/windows/SourceApplications.h"
+#include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
 #include "platform/linux/wayland/wlroots/ForeignToplevels.h"
 
 namespace quillmender::wlroots {
@@ -78,6 +81,8 @@ TEST_P(LabwcLayouts, ChordsWorkAndLeaveTheUsersLayout) {
     startTerminal();
     ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
     constexpr quint32 placeOfF = 33;
+    // Until a modifier changes, a new window has not been told the active layout.
+    user_->tap(XKB_KEY_Shift_L);
     user_->tapCode(placeOfF);
     EXPECT_TRUE(becomesTrue([&] { return !typed().isEmpty(); }));
     const QByteArray letter = typed();
@@ -100,6 +105,32 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &info) {
         return QString::fromUtf8(info.param.layouts).remove(u',').toStdString();
     });
+
+TEST_F(LabwcTest, ChordsReachTheWindowThatComesToTheFront) {
+    startLabwc();
+    SourceApplications applications(*toplevels_);
+    wayland::WaylandFrontmostSource frontmost(applications, {});
+    wayland::ChordMoment moment;
+    const auto keyboard = wayland::VirtualKeyboard::create(*connection_);
+    wayland::WaylandChords chords({*toplevels_, frontmost, *keyboard, moment});
+
+    startTerminal(QStringLiteral("source"));
+    ASSERT_TRUE(becomesActive(QStringLiteral("source")));
+    const auto source = applications.frontmost();
+    startTerminal(QStringLiteral("other"));
+    ASSERT_TRUE(becomesActive(QStringLiteral("other")));
+    EXPECT_EQ(QCoro::waitFor(chords.type(Chord::copy, {source})).outcome,
+              ChordResult::Outcome::withheld);
+    EXPECT_EQ(moment.count(), 0);
+
+    auto task = chords.type(Chord::copy, {source});
+    EXPECT_TRUE(toplevels_->activate(source->windowId()));
+    const ChordResult result = QCoro::waitFor(std::move(task));
+    EXPECT_EQ(result.outcome, ChordResult::Outcome::typed) << result.reason.toStdString();
+    EXPECT_EQ(moment.count(), 1);
+    EXPECT_TRUE(becomesTrue([&] { return typed(QStringLiteral("source")) == "\x03"; }));
+    EXPECT_EQ(typed(QStringLiteral("other")), "");
+}
 
 TEST_F(LabwcTest, TheLinesForItsConfigurationBindTheKeys) {
     const QKeyCombination keys(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
@@ -152,6 +183,41 @@ TEST_F(LabwcTest, TheProcessIsThatOfTheAccessibleFrame) {
     EXPECT_EQ(applications.frontmost()->processId(), 0);
     EXPECT_EQ(known->processId(), editor.pid());
 }
+
+TEST_F(LabwcTest, NobodyHasTheKeyboardWhileAWindowOfOursHasIt) {
+    startLabwc();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    int changes = 0;
+    QObject::connect(toplevels_.get(), &wayland::Toplevels::changed, toplevels_.get(),
+                     [&] { ++changes; });
+    {
+        const OwnFocus focus;
+        EXPECT_FALSE(toplevels_->hasKeyboard(id));
+        EXPECT_EQ(toplevels_->active()->id, id);
+        EXPECT_GT(changes, 0);
+        changes = 0;
+    }
+    EXPECT_FALSE(toplevels_->hasKeyboard(id)) << "the compositor has not given it back yet";
+    changes = 0;
+    EXPECT_TRUE(becomesTrue([&] { return changes > 0 && toplevels_->hasKeyboard(id); }));
+}
+
+#ifdef COVERING_SURFACE
+TEST_F(LabwcTest, TheSourceStaysActiveUnderAnotherSurface) {
+    startLabwc();
+    startTerminal();
+    ASSERT_TRUE(becomesActive(QStringLiteral("foot")));
+    const QByteArray id = toplevels_->active()->id;
+    auto &surface = cover();
+    ASSERT_TRUE(toplevels_->active().has_value());
+    EXPECT_EQ(toplevels_->active()->id, id);
+    surface.end();
+    EXPECT_TRUE(becomesActive(QStringLiteral("foot")));
+    EXPECT_EQ(toplevels_->active()->id, id);
+}
+#endif
 
 } // namespace
 

@@ -165,7 +165,7 @@ TEST_F(SwayToplevelsTest, NonsenseIsNoWindow) {
     event("focus", "null");
     event("close", "[]");
     sway_.sendEvent(Event::window, "[]");
-    sway_.sendEvent(Event::workspace, "7");
+    sway_.sendEvent(Event::workspace, "[7]");
     QCoro::waitFor(ipc_.ask(Request::getBindingState, {}, std::chrono::seconds(20)));
     EXPECT_EQ(activeApp(), QStringLiteral("right"));
 }

@@ -111,8 +111,8 @@ QCoro::Task<bool> WaylandChordTyping::comesToTheFront() const {
     while (chords_ && !around_.toplevels.hasKeyboard(application_->windowId())) {
         if (deadline.hasExpired())
             co_return false;
-        const std::chrono::milliseconds rest(deadline.remainingTime() + 1);
-        co_await SignalWait(&around_.toplevels, &Toplevels::changed, rest);
+        // What a window of this program's lets go of is not always reported.
+        co_await SignalWait(&around_.toplevels, &Toplevels::changed, 20ms);
     }
     co_return true;
 }

@@ -98,7 +98,7 @@ QCoro::Task<SwayHotKey::Attempt> SwayHotKey::attempt(QPointer<SwayHotKey> self, 
         co_return Attempt{
             .reason = QStringLiteral("the compositor's configuration binds it: %1").arg(*line)};
 
-    const auto state = co_await ipc->ask(Request::getBindingState, {}, answerLimit);
+    const auto state = co_await ipc->ask(Request::getBindingState, QByteArray(), answerLimit);
     if (!self || self->turn_ != turn)
         co_return Attempt{};
     const QString mode = state ? state->object()[u"name"].toString() : QString();
@@ -106,14 +106,15 @@ QCoro::Task<SwayHotKey::Attempt> SwayHotKey::attempt(QPointer<SwayHotKey> self, 
         co_return Attempt{.reason = QStringLiteral("the compositor is in the mode %1").arg(mode)};
 
     self->mayBeBound_ = true;
-    auto answer =
-        co_await ipc->ask(Request::runCommand, "bindsym --no-repeat " + order, answerLimit);
+    const QByteArray withoutRepeats = "bindsym --no-repeat " + order;
+    const QByteArray withRepeats = "bindsym " + order;
+    auto answer = co_await ipc->ask(Request::runCommand, withoutRepeats, answerLimit);
     if (!self)
         co_return Attempt{};
     self->isWithoutRepeats_ = true;
     if (isDone(answer) == false) {
         // Older ones do not know the option.
-        answer = co_await ipc->ask(Request::runCommand, "bindsym " + order, answerLimit);
+        answer = co_await ipc->ask(Request::runCommand, withRepeats, answerLimit);
         if (!self)
             co_return Attempt{};
         self->isWithoutRepeats_ = false;
@@ -129,10 +130,10 @@ QCoro::Task<SwayHotKey::Attempt> SwayHotKey::attempt(QPointer<SwayHotKey> self, 
 
 QCoro::Task<std::optional<QString>> SwayHotKey::lineInTheWay(QPointer<SwayIpc> ipc,
                                                              QKeyCombination keys) {
-    const auto version = co_await ipc->ask(Request::getVersion, {}, answerLimit);
+    const auto version = co_await ipc->ask(Request::getVersion, QByteArray(), answerLimit);
     if (!ipc || !version)
         co_return std::nullopt;
-    const auto config = co_await ipc->ask(Request::getConfig, {}, answerLimit);
+    const auto config = co_await ipc->ask(Request::getConfig, QByteArray(), answerLimit);
     if (!ipc || !config || !config->object()[u"config"].isString())
         co_return std::nullopt;
     const QStringList lines =

@@ -15,8 +15,8 @@ SwayToplevels::SwayToplevels(SwayIpc &ipc, KeyboardIsWithWindows withWindows)
     connect(&ipc_, &SwayIpc::eventReceived, this, &SwayToplevels::handleEvent);
     connect(&ipc_, &SwayIpc::connected, this, &SwayToplevels::askForTree);
     connect(&ipc_, &SwayIpc::lost, this, &SwayToplevels::forgetAll);
-    if (qGuiApp)
-        connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &Toplevels::changed);
+    if (auto *const toolkit = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        connect(toolkit, &QGuiApplication::focusWindowChanged, this, &Toplevels::changed);
     ipc_.subscribe({QStringLiteral("window"), QStringLiteral("workspace")});
     askForTree();
 }
@@ -27,7 +27,7 @@ std::optional<Toplevel> SwayToplevels::active() const {
 }
 
 bool SwayToplevels::hasKeyboard(const QByteArray &id) const {
-    const bool isOurs = qGuiApp && QGuiApplication::focusWindow() != nullptr;
+    const bool isOurs = QGuiApplication::focusWindow() != nullptr;
     return !id.isEmpty() && focused_ == id && active_ == id && !isOurs &&
            (!withWindows_ || withWindows_());
 }

@@ -12,6 +12,14 @@ namespace quillmender::wlroots {
 using wayland::Toplevel;
 using wayland::WaylandConnection;
 
+namespace {
+
+// A window that is active while a panel of ours has the keyboard gets it back after the panel has
+// gone, and nobody says when. Seen to take 65 ms.
+constexpr std::chrono::milliseconds focusReturns{100};
+
+} // namespace
+
 struct ForeignToplevels::Events {
     using Handle = zwlr_foreign_toplevel_handle_v1;
 
@@ -73,8 +81,12 @@ ForeignToplevels::ForeignToplevels(WaylandConnection &connection,
       manager_(std::move(manager)) {
     zwlr_foreign_toplevel_manager_v1_add_listener(manager_.get(), &Events::manager, this);
     connect(&connection_, &WaylandConnection::lost, this, &ForeignToplevels::forgetAll);
-    if (qGuiApp)
-        connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &Toplevels::changed);
+    whileFocusReturns_.setSingleShot(true);
+    whileFocusReturns_.setInterval(focusReturns);
+    connect(&whileFocusReturns_, &QTimer::timeout, this, &Toplevels::changed);
+    if (auto *const toolkit = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        connect(toolkit, &QGuiApplication::focusWindowChanged, this,
+                &ForeignToplevels::noteOwnFocus);
 }
 
 ForeignToplevels::~ForeignToplevels() {
@@ -93,7 +105,7 @@ std::optional<Toplevel> ForeignToplevels::active() const {
 }
 
 bool ForeignToplevels::hasKeyboard(const QByteArray &id) const {
-    const bool isOurs = qGuiApp && QGuiApplication::focusWindow() != nullptr;
+    const bool isOurs = QGuiApplication::focusWindow() != nullptr || whileFocusReturns_.isActive();
     const Window *const window = find(id);
     return window && window->isActive && !isOwn(*window) && !isOurs;
 }
@@ -111,6 +123,14 @@ bool ForeignToplevels::isAnyActive() const {
     return std::ranges::any_of(windows_, &Window::isActive);
 }
 
+void ForeignToplevels::noteOwnFocus(const QWindow *focused) {
+    if (focused)
+        whileFocusReturns_.stop();
+    else
+        whileFocusReturns_.start();
+    Q_EMIT changed();
+}
+
 void ForeignToplevels::add(zwlr_foreign_toplevel_handle_v1 *handle) {
     Window &window = windows_.emplace_back();
     window.proxy.reset(handle);
@@ -123,6 +143,8 @@ void ForeignToplevels::apply(Window &window) {
     const bool becomesActive = window.isNextActive && !window.isActive;
     window.isActive = window.isNextActive;
     window.isMinimized = window.isNextMinimized;
+    if (becomesActive)
+        whileFocusReturns_.stop();
     if (becomesActive && !isOwn(window))
         last_ = window.toplevel.id;
     Q_EMIT changed();

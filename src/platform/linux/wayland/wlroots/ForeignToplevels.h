@@ -4,10 +4,12 @@
 #include "platform/linux/wayland/wlroots/ForeignProxies.h"
 #include "platform/linux/wayland/wlroots/OutputNames.h"
 
-#include <QPointer>
+#include <QTimer>
 
 #include <list>
 #include <memory>
+
+class QWindow;
 
 namespace quillmender::wayland {
 class WaylandConnection;
@@ -16,7 +18,8 @@ class WaylandConnection;
 namespace quillmender::wlroots {
 
 /// The windows that the compositor tells task bars of (`zwlr_foreign_toplevel_management_v1`). It
-/// says nothing of their processes and places.
+/// says nothing of their processes and places. Some leave a window active while a surface of
+/// another kind, such as a launcher, has the keyboard: who has it is then known of our own alone.
 class ForeignToplevels : public wayland::Toplevels {
     Q_OBJECT
 
@@ -31,8 +34,8 @@ class ForeignToplevels : public wayland::Toplevels {
     bool hasKeyboard(const QByteArray &id) const override;
     bool activate(const QByteArray &id) override;
 
-    /// Whether any window, this program's own among them, is active: none is while a surface of
-    /// another kind has the keyboard.
+    /// Whether any window, this program's own among them, is active. With sway none is while a
+    /// surface of another kind has the keyboard.
     bool isAnyActive() const;
 
   private:
@@ -52,6 +55,7 @@ class ForeignToplevels : public wayland::Toplevels {
                      wayland::Proxy<zwlr_foreign_toplevel_manager_v1> manager, QString ownAppId);
 
     void add(zwlr_foreign_toplevel_handle_v1 *handle);
+    void noteOwnFocus(const QWindow *focused);
     void apply(Window &window);
     void remove(Window &window);
     void forgetAll();
@@ -65,6 +69,7 @@ class ForeignToplevels : public wayland::Toplevels {
     std::list<Window> windows_; ///< entries stay in place
     QByteArray last_;           ///< the one that was active last, never this program's
     quint64 count_ = 0;
+    QTimer whileFocusReturns_;
 };
 
 } // namespace quillmender::wlroots
