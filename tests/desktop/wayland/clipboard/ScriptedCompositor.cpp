@@ -47,7 +47,8 @@ struct ScriptedCompositor::Requests {
         void (*receive)(wl_client *, wl_resource *, const char *, int32_t);
         void (*destroy)(wl_client *, wl_resource *);
     };
-    static void receive(wl_client *, wl_resource *, const char *type, int32_t pipe) {
+    static void receive(wl_client *, wl_resource *resource, const char *type, int32_t pipe) {
+        of(resource).received.append(type);
         [[maybe_unused]] const ssize_t written = ::write(pipe, type, strlen(type));
         ::close(pipe);
     }

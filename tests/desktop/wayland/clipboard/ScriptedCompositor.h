@@ -57,6 +57,7 @@ class ScriptedCompositor {
     wl_resource *source = nullptr; ///< what was set as clipboard last
     QList<QByteArray> sourceTypes;
     QList<wl_resource *> offers; ///< that the client has not destroyed
+    QList<QByteArray> received;  ///< the types of offers that it has asked for
 
   private:
     struct Requests;

@@ -155,13 +155,14 @@ TEST_F(ClipboardProtocolTest, SurvivesNonsense) {
     compositor_->run([this] {
         for (int i = 0; i < 100; ++i)
             compositor_->announce({"never selected"});
-        wl_resource *const offer = compositor_->announce({"text/plain"});
+        wl_resource *const offer = compositor_->announce({"text/plain", "", "text/plain"});
         compositor_->select(offer);
         compositor_->select(offer);
         compositor_->selectPrimary(offer);
         ScriptedCompositor::addType(offer, "late");
     });
     EXPECT_THAT(wait(pasteboard_->items()), SizeIs(1));
+    EXPECT_THAT(compositor_->received, ElementsAre("text/plain", "late"));
     PrimarySelection primary(*control_);
     EXPECT_EQ(wait(primary.primaryText(1min)), QStringLiteral("text/plain"));
     settle();

@@ -23,7 +23,6 @@ QList<QByteArray> SelectionReader::offeredTypes() const {
 }
 
 QCoro::Task<SelectionReader::Reading> SelectionReader::readAll(TransferBudget whole) {
-    co_await control_.catchUp(whole.untilLimit());
     for (int i = 0; i < attempts; ++i) {
         Attempt attempt = co_await readOnce(offeredTypes(), whole.again(), bounds_);
         if (!attempt.isOwnerReplaced)
