@@ -110,7 +110,7 @@ void ForeignClient::own() {
     else
         zwlr_data_control_device_v1_set_primary_selection(device_.get(), source.get());
     source_ = std::move(source);
-    connection_->flush();
+    settleAlone();
 }
 
 void ForeignClient::offer(const QByteArray &type, const QByteArray &data) {

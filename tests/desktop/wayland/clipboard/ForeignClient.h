@@ -28,7 +28,8 @@ class ForeignClient : public QObject {
     void declare(const QByteArray &type, const QByteArray &data);
     void declareSpecially(const QByteArray &type, Answer answer);
 
-    /// Takes the selection with what has been declared since the last time.
+    /// Takes the selection with what has been declared since the last time. The compositor has
+    /// heard of it then, and nobody in this process has.
     void own();
 
     /// Declares and owns one type.

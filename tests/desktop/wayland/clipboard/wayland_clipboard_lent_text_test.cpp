@@ -39,6 +39,12 @@ TEST_F(LentTextTest, WasNotReadByWhoAskedBeforeTheChord) {
     EXPECT_FALSE(wait(lent_->wasRead(100ms)));
 }
 
+TEST_F(LentTextTest, WasNotReadWithoutAChord) {
+    EXPECT_EQ(other_->fetch("UTF8_STRING"), "text");
+    settle();
+    EXPECT_FALSE(wait(lent_->wasRead(100ms)));
+}
+
 TEST_F(LentTextTest, WasNotReadByWhoAsksForTheMark) {
     chords_.note();
     EXPECT_EQ(other_->fetch("x-kde-passwordManagerHint"), "secret");

@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -87,10 +88,20 @@ Descriptor startServing(const OfferedContents &contents) {
     return ours;
 }
 
-/// What the process has said; 0 when it has gone.
-char heard(const Descriptor &conversation) {
-    char word = 0;
-    return ::recv(conversation.get(), &word, 1, MSG_DONTWAIT) == 1 ? word : '\0';
+/// What the process says next; 0 when it has gone, or says nothing before the deadline.
+QCoro::Task<char> nextWord(const Descriptor &conversation, QDeadlineTimer deadline) {
+    QSocketNotifier readable(conversation.get(), QSocketNotifier::Read);
+    while (!deadline.hasExpired()) {
+        char word = 0;
+        const ssize_t count = ::recv(conversation.get(), &word, 1, MSG_DONTWAIT);
+        if (count == 1)
+            co_return word;
+        if (count == 0 || errno != EAGAIN)
+            break;
+        const std::chrono::milliseconds rest(deadline.remainingTime());
+        co_await SignalWait(&readable, &QSocketNotifier::activated, std::max(rest, 1ms));
+    }
+    co_return '\0';
 }
 
 } // namespace
@@ -102,16 +113,14 @@ QCoro::Task<> handOverClipboard(OfferedContents contents, std::function<bool()> 
         qCWarning(log, "nothing could be left behind to serve the clipboard");
         co_return;
     }
-    QSocketNotifier readable(conversation.get(), QSocketNotifier::Read);
-    const auto rest = [&deadline] { return std::chrono::milliseconds(deadline.remainingTime()); };
-    const bool isThere = co_await SignalWait(&readable, &QSocketNotifier::activated, rest());
-    if (!isThere || heard(conversation) != serving::ready)
+    const char first = co_await nextWord(conversation, deadline);
+    if (first != serving::ready)
         co_return;
     const char answer = stillOurs() ? serving::take : serving::leave;
     if (::send(conversation.get(), &answer, 1, MSG_NOSIGNAL) != 1)
         co_return;
-    const bool hasTaken = co_await SignalWait(&readable, &QSocketNotifier::activated, rest());
-    if (!hasTaken || heard(conversation) != serving::serving)
+    const char last = co_await nextWord(conversation, deadline);
+    if (last != serving::serving)
         qCInfo(log, "the clipboard was not taken over");
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/wayland/clipboard/PipeWriter.h"
 #include "platform/linux/wayland/clipboard/ServingProcess.h"
 
+#include <cerrno>
 #include <sys/socket.h>
 
 namespace quillmender::wayland {
@@ -28,9 +29,12 @@ void ClipboardServer::tell(char word) {
 }
 
 void ClipboardServer::handleAnswer() {
-    answer_.setEnabled(false);
     char word = 0;
-    const bool isAnswered = ::recv(starter_.get(), &word, 1, MSG_DONTWAIT) == 1;
+    const ssize_t count = ::recv(starter_.get(), &word, 1, MSG_DONTWAIT);
+    if (count < 0 && errno == EAGAIN)
+        return;
+    answer_.setEnabled(false);
+    const bool isAnswered = count == 1;
     const bool isFree = !control_.offer(Selection::clipboard);
     if (isAnswered ? word == serving::take : isFree)
         takeOver();

@@ -18,10 +18,6 @@ qsizetype rankOf(const QByteArray &type) {
     return std::ranges::find(usualTypes, compared) - usualTypes.begin();
 }
 
-bool isRanked(qsizetype rank) {
-    return rank < std::ssize(usualTypes);
-}
-
 /// The half of a surrogate pair that the three bytes at the position encode; null when they are
 /// none.
 QChar surrogateAt(const QByteArray &bytes, qsizetype position) {
@@ -50,9 +46,10 @@ QByteArray withPairsJoined(QByteArray bytes) {
 
 QList<QByteArray> textTypes(const QList<QByteArray> &types) {
     QList<QByteArray> found;
-    std::ranges::copy_if(types, std::back_inserter(found),
-                         [](const QByteArray &type) { return isRanked(rankOf(type)); });
-    std::ranges::stable_sort(found, {}, rankOf);
+    for (qsizetype rank = 0; rank < std::ssize(usualTypes); ++rank) {
+        std::ranges::copy_if(types, std::back_inserter(found),
+                             [rank](const QByteArray &type) { return rankOf(type) == rank; });
+    }
     return found;
 }
 

@@ -23,7 +23,6 @@ QList<QByteArray> SelectionReader::offeredTypes() const {
 }
 
 QCoro::Task<SelectionReader::Reading> SelectionReader::readAll(TransferBudget whole) {
-    co_await control_.catchUp(whole.untilLimit());
     for (int i = 0; i < attempts; ++i) {
         Attempt attempt = co_await readOnce(offeredTypes(), whole.again(), bounds_);
         if (!attempt.isOwnerReplaced)
@@ -57,7 +56,8 @@ QCoro::Task<std::optional<QString>> SelectionReader::readText(std::chrono::milli
     co_await control_.catchUp(limit);
     for (int i = 0; i < attempts; ++i) {
         Attempt attempt;
-        for (const QByteArray &type : textTypes(offeredTypes())) {
+        const QList<QByteArray> texts = textTypes(offeredTypes());
+        for (const QByteArray &type : texts) {
             const QList<QByteArray> types{type};
             attempt = co_await readOnce(types, budget.again(), bounds);
             std::optional<QString> text = findText(attempt.reading.contents);

@@ -27,12 +27,12 @@ class SelectionReader {
         bool isCutShort = false;
     };
 
-    /// Every type, each as its owner handed it over; what it did not, or what is larger than the
-    /// bounds, is left out. Of one owner only: when another takes over meanwhile, its contents are
-    /// read instead.
+    /// Every type of what is known to be there, each as its owner handed it over; what it did not,
+    /// or what is larger than the bounds, is left out. Of one owner only: when another takes over
+    /// meanwhile, its contents are read instead.
     QCoro::Task<Reading> readAll(TransferBudget whole = TransferBudget());
 
-    /// The best plain text on offer, of 64 MiB at most.
+    /// The best plain text that the compositor has on offer now, of 64 MiB at most.
     QCoro::Task<std::optional<QString>>
     readText(std::chrono::milliseconds limit = std::chrono::seconds(5));
 
