@@ -49,6 +49,9 @@ class SessionSteps {
     /// Waits until it also shows this text somewhere.
     harness::WindowId waitForPanel(const QString &text);
     virtual void waitUntilPanelIsGone() = 0;
+
+    /// So many answers have taken the place of their texts, and the clipboard is as it was.
+    void waitUntilWritten(int times = 1);
     bool panelShows(const QString &text);
 
     /// A button of the panel that can be pressed; waits for it.

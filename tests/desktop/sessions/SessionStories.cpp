@@ -82,6 +82,8 @@ void mendTheWord(SessionSteps &session) {
     session.click(fix);
     EXPECT_TRUE(promptOf(session.waitForRequest()).endsWith(wrong));
     session.waitUntilPanelIsGone();
+    // It may have gone for the paste.
+    session.waitUntilWritten();
 }
 
 void theSelectedWordIsReplaced(SessionSteps &session) {
@@ -240,6 +242,7 @@ void heldKeysDoNotLeakIntoTheCopy(SessionSteps &session) {
     session.click(fix);
     EXPECT_TRUE(promptOf(session.waitForRequest()).endsWith(wrong));
     session.waitUntilPanelIsGone();
+    session.waitUntilWritten();
     session.expectClipboardUntouched();
     session.expectTextByCopying(mended);
 }

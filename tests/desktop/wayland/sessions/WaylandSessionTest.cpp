@@ -69,6 +69,7 @@ TEST_P(WaylandKeyboardTest, CopiesAndPastes) {
     click(QStringLiteral("Fix My Grammar"));
     EXPECT_TRUE(promptOf(waitForRequest()).endsWith(wrong));
     waitUntilPanelIsGone();
+    waitUntilWritten();
     waitUntil([&] { return field.title() == QStringLiteral("receive"); },
               QStringLiteral("the answer is in the field"));
     expectClipboardUntouched();
@@ -104,6 +105,7 @@ TEST_P(WaylandClipboardSessionTest, SlowOwnerGetsEverythingBack) {
     click(QStringLiteral("Fix My Grammar"));
     waitForRequest();
     waitUntilPanelIsGone();
+    waitUntilWritten();
     waitUntil([&] { return field.title() == QStringLiteral("receive"); },
               QStringLiteral("the answer is in the field"));
     expectClipboardUntouched();
