@@ -80,13 +80,11 @@ void FakeDesktopPortal::answer(const QDBusMessage &call, const QString &method) 
                           options.value(QStringLiteral("handle_token")).toString());
     if (answer.manner == Manner::elsewhere)
         path += QStringLiteral("_elsewhere");
-    if (answer.manner == Manner::early)
+    const bool isEarly = answer.manner == Manner::early || answer.manner == Manner::elsewhere;
+    if (isEarly)
         respond(path, answer);
     bus_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(path))));
-    if (answer.manner == Manner::elsewhere)
-        QMetaObject::invokeMethod(
-            this, [this, path, answer] { respond(path, answer); }, Qt::QueuedConnection);
-    else if (answer.manner != Manner::early && answer.manner != Manner::silent)
+    if (!isEarly && answer.manner != Manner::silent)
         respond(path, answer);
     if (answer.manner == Manner::twice)
         respond(path, {2, {}});

@@ -17,7 +17,7 @@ class FakeDesktopPortal : public QDBusVirtualObject {
     enum class Manner {
         usual,
         early,     ///< the response comes before the reply
-        elsewhere, ///< under a path of its own choice
+        elsewhere, ///< early, and under a path of its own choice
         twice,
         garbled,
         silent,  ///< a reply, but no response

@@ -85,7 +85,7 @@ QCoro::Task<quint32> Portal::version(QString interface) {
     const QPointer self(this);
     const bool isIntroduced = co_await introduceOurselves();
     if (!self || !isIntroduced)
-        co_return 0;
+        co_return quint32{0};
     QDBusMessage message = QDBusMessage::createMethodCall(
         service, desktopPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
@@ -93,7 +93,7 @@ QCoro::Task<quint32> Portal::version(QString interface) {
     QDBusPendingCall pending = bus_.asyncCall(message, static_cast<int>(usualLimit.count()));
     const QDBusMessage reply = co_await pending;
     if (reply.signature() != QStringLiteral("v"))
-        co_return 0;
+        co_return quint32{0};
     co_return reply.arguments().constFirst().value<QDBusVariant>().variant().toUInt();
 }
 
