@@ -23,7 +23,7 @@ std::optional<QString> modifierNamed(const QString &name) {
         {QStringLiteral("shift"), QStringLiteral("Shift")},
         {QStringLiteral("ctrl"), QLatin1String(control)},
         {QStringLiteral("control"), QLatin1String(control)},
-        
+        {QStringLiteral("alt"), QStringLiteral("Mod1")},
         {QStringLiteral("mod1"), QStringLiteral("Mod1")},
         {QStringLiteral("mod3"), QStringLiteral("Mod3")},
         {QStringLiteral("super"), QStringLiteral("Mod4")},

@@ -210,6 +210,8 @@ bool SwayHotKey::isOurCombination(const QJsonObject &binding) const {
 
 void SwayHotKey::handleLoss() {
     ++turn_;
+    // The user may have loaded a configuration that has the keys before it is back.
+    mayBeBound_ = false;
     setHeld(false, QStringLiteral("the compositor's socket is gone"));
 }
 
