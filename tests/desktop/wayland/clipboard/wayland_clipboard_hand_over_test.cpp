@@ -17,7 +17,7 @@ class HandOverTest : public ClipboardTest {
   protected:
     void SetUp() override {
         ClipboardTest::SetUp();
-        if (IsSkipped())
+        if (IsSkipped() || HasFatalFailure())
             return;
         qputenv("WAYLAND_DISPLAY", server().display());
         contents_ = {{"text/plain;charset=utf-8", "gr\xc3\xbc\xc3\x9f"},

@@ -10,7 +10,7 @@ class LentTextTest : public ClipboardTest {
   protected:
     void SetUp() override {
         ClipboardTest::SetUp();
-        if (IsSkipped())
+        if (IsSkipped() || HasFatalFailure())
             return;
         lent_ = lend(QStringLiteral("text"));
         ASSERT_NE(lent_, nullptr);
