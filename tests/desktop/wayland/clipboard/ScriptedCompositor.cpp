@@ -152,7 +152,7 @@ QByteArray ScriptedCompositor::display() const {
 
 void ScriptedCompositor::serve() {
     wl_event_loop *const loop = wl_display_get_event_loop(display_);
-    wl_event_loop_add_fd(
+    wl_event_source *const wakes = wl_event_loop_add_fd(
         loop, wake_, WL_EVENT_READABLE,
         [](int wake, uint32_t, void *data) {
             auto &self = *static_cast<ScriptedCompositor *>(data);
@@ -168,6 +168,7 @@ void ScriptedCompositor::serve() {
         wl_event_loop_dispatch(loop, -1);
         wl_display_flush_clients(display_);
     }
+    wl_event_source_remove(wakes);
 }
 
 void ScriptedCompositor::run(const std::function<void()> &script) {

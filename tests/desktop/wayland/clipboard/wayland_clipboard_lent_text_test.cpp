@@ -69,6 +69,15 @@ TEST_F(LentTextTest, CountsTheLastChordAlone) {
     settle();
     chords_.note();
     EXPECT_FALSE(wait(lent_->wasRead(100ms)));
+
+    lent_ = lend(QString(20'000'000, QLatin1Char('x')));
+    settle();
+    chords_.note();
+    Descriptor slow = other_->ask("UTF8_STRING");
+    settle();
+    chords_.note();
+    EXPECT_EQ(readToEnd(std::move(slow)).size(), 20'000'000);
+    EXPECT_FALSE(wait(lent_->wasRead(100ms)));
 }
 
 TEST_F(LentTextTest, RefusesWhoeverAsksAfterItWasGivenUp) {
