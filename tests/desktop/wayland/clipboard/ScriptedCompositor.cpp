@@ -75,6 +75,8 @@ struct ScriptedCompositor::Requests {
     };
     static void setSelection(wl_client *, wl_resource *resource, wl_resource *chosen) {
         of(resource).source = chosen;
+        if (of(resource).whenSet)
+            of(resource).whenSet();
     }
     static void setPrimary(wl_client *, wl_resource *, wl_resource *) {}
     static constexpr Device deviceRequests{setSelection, destroy, setPrimary};
