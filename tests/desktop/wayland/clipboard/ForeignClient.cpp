@@ -41,8 +41,8 @@ struct ForeignClient::Events {
         selected(of(self), Selection::primary, offer);
     }
     static void finished(void *, Device *) {}
-    static constexpr zwlr_data_control_device_v1_listener device{announced, clipboard, finished,
-                                                                 primary};
+    static constexpr zwlr_data_control_device_v1_listener deviceEvents{announced, clipboard,
+                                                                       finished, primary};
 
     static void sent(void *self, Source *source, const char *type, int32_t number) {
         Descriptor pipe(number);
@@ -58,7 +58,7 @@ struct ForeignClient::Events {
         if (of(self).source_.get() == source)
             of(self).source_.reset();
     }
-    static constexpr zwlr_data_control_source_v1_listener source{sent, cancelled};
+    static constexpr zwlr_data_control_source_v1_listener sourceEvents{sent, cancelled};
 };
 
 ForeignClient::ForeignClient(const QByteArray &display, Selection selection)
@@ -72,7 +72,7 @@ ForeignClient::ForeignClient(const QByteArray &display, Selection selection)
         connection_->bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 2);
     device_.reset(
         zwlr_data_control_manager_v1_get_data_device(manager_.get(), connection_->seat()));
-    zwlr_data_control_device_v1_add_listener(device_.get(), &Events::device, this);
+    zwlr_data_control_device_v1_add_listener(device_.get(), &Events::deviceEvents, this);
     settle();
 }
 
@@ -102,7 +102,7 @@ void ForeignClient::own() {
     owned_ = std::exchange(declared_, {});
     Proxy<zwlr_data_control_source_v1> source(
         zwlr_data_control_manager_v1_create_data_source(manager_.get()));
-    zwlr_data_control_source_v1_add_listener(source.get(), &Events::source, this);
+    zwlr_data_control_source_v1_add_listener(source.get(), &Events::sourceEvents, this);
     for (const Type &each : owned_)
         zwlr_data_control_source_v1_offer(source.get(), each.name.constData());
     if (selection_ == Selection::clipboard)

@@ -35,12 +35,12 @@ struct ScriptedCompositor::Requests {
         void (*getTouch)(wl_client *, wl_resource *, uint32_t);
         void (*release)(wl_client *, wl_resource *);
     };
-    static constexpr Seat seat{nullptr, nullptr, nullptr, destroy};
+    static constexpr Seat seatRequests{nullptr, nullptr, nullptr, destroy};
 
     static void bindSeat(wl_client *client, void *self, uint32_t version, uint32_t id) {
         wl_resource *const resource =
             wl_resource_create(client, &wl_seat_interface, static_cast<int>(version), id);
-        wl_resource_set_implementation(resource, &seat, self, nullptr);
+        wl_resource_set_implementation(resource, &seatRequests, self, nullptr);
     }
 
     struct Offer {
@@ -52,7 +52,7 @@ struct ScriptedCompositor::Requests {
         [[maybe_unused]] const ssize_t written = ::write(pipe, type, strlen(type));
         ::close(pipe);
     }
-    static constexpr Offer offer{receive, destroy};
+    static constexpr Offer offerRequests{receive, destroy};
     static void offerGone(wl_resource *resource) { of(resource).offers.removeOne(resource); }
 
     struct Source {
@@ -62,7 +62,7 @@ struct ScriptedCompositor::Requests {
     static void offerType(wl_client *, wl_resource *resource, const char *type) {
         of(resource).sourceTypes.append(type);
     }
-    static constexpr Source source{offerType, destroy};
+    static constexpr Source sourceRequests{offerType, destroy};
     static void sourceGone(wl_resource *resource) {
         if (of(resource).source == resource)
             of(resource).source = nullptr;
@@ -75,9 +75,11 @@ struct ScriptedCompositor::Requests {
     };
     static void setSelection(wl_client *, wl_resource *resource, wl_resource *chosen) {
         of(resource).source = chosen;
+        if (of(resource).whenSet)
+            of(resource).whenSet();
     }
     static void setPrimary(wl_client *, wl_resource *, wl_resource *) {}
-    static constexpr Device device{setSelection, destroy, setPrimary};
+    static constexpr Device deviceRequests{setSelection, destroy, setPrimary};
     static void deviceGone(wl_resource *resource) {
         if (of(resource).device == resource)
             of(resource).device = nullptr;
@@ -92,15 +94,15 @@ struct ScriptedCompositor::Requests {
         ScriptedCompositor &self = of(manager);
         wl_resource *const resource = wl_resource_create(client, self.current_.source, 1, id);
         self.sourceTypes.clear();
-        wl_resource_set_implementation(resource, &source, &self, sourceGone);
+        wl_resource_set_implementation(resource, &sourceRequests, &self, sourceGone);
     }
     static void getDevice(wl_client *client, wl_resource *manager, uint32_t id, wl_resource *) {
         ScriptedCompositor &self = of(manager);
         self.device = wl_resource_create(client, self.current_.device, self.current_.version, id);
         ++self.devices;
-        wl_resource_set_implementation(self.device, &device, &self, deviceGone);
+        wl_resource_set_implementation(self.device, &deviceRequests, &self, deviceGone);
     }
-    static constexpr Manager manager{createSource, getDevice, destroy};
+    static constexpr Manager managerRequests{createSource, getDevice, destroy};
 
     static void bindManager(wl_client *client, void *data, uint32_t version, uint32_t id) {
         const Bound &bound = *static_cast<Bound *>(data);
@@ -108,7 +110,7 @@ struct ScriptedCompositor::Requests {
         bound.self->boundProtocol = bound.protocol.manager->name;
         wl_resource *const resource =
             wl_resource_create(client, bound.protocol.manager, static_cast<int>(version), id);
-        wl_resource_set_implementation(resource, &manager, bound.self, nullptr);
+        wl_resource_set_implementation(resource, &managerRequests, bound.self, nullptr);
     }
 };
 
@@ -152,7 +154,7 @@ QByteArray ScriptedCompositor::display() const {
 
 void ScriptedCompositor::serve() {
     wl_event_loop *const loop = wl_display_get_event_loop(display_);
-    wl_event_loop_add_fd(
+    wl_event_source *const wakes = wl_event_loop_add_fd(
         loop, wake_, WL_EVENT_READABLE,
         [](int wake, uint32_t, void *data) {
             auto &self = *static_cast<ScriptedCompositor *>(data);
@@ -168,6 +170,7 @@ void ScriptedCompositor::serve() {
         wl_event_loop_dispatch(loop, -1);
         wl_display_flush_clients(display_);
     }
+    wl_event_source_remove(wakes);
 }
 
 void ScriptedCompositor::run(const std::function<void()> &script) {
@@ -187,7 +190,7 @@ void ScriptedCompositor::run(const std::function<void()> &script) {
 wl_resource *ScriptedCompositor::announce(const QList<QByteArray> &types) {
     wl_resource *const offer =
         wl_resource_create(wl_resource_get_client(device), current_.offer, 1, 0);
-    wl_resource_set_implementation(offer, &Requests::offer, this, Requests::offerGone);
+    wl_resource_set_implementation(offer, &Requests::offerRequests, this, Requests::offerGone);
     offers.append(offer);
     wl_resource_post_event(device, dataOffer, offer);
     for (const QByteArray &each : types)

@@ -56,8 +56,9 @@ class ScriptedCompositor {
     wl_resource *device = nullptr;
     wl_resource *source = nullptr; ///< what was set as clipboard last
     QList<QByteArray> sourceTypes;
-    QList<wl_resource *> offers; ///< that the client has not destroyed
-    QList<QByteArray> received;  ///< the types of offers that it has asked for
+    std::function<void()> whenSet; ///< called each time that the clipboard has been set
+    QList<wl_resource *> offers;   ///< that the client has not destroyed
+    QList<QByteArray> received;    ///< the types of offers that it has asked for
 
   private:
     struct Requests;

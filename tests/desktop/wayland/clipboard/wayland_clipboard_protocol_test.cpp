@@ -150,6 +150,22 @@ TEST_F(ClipboardProtocolTest, HasNothingWithoutSeat) {
     EXPECT_EQ(pasteboard_->lend(QStringLiteral("text"), nullptr), nullptr);
 }
 
+TEST_F(ClipboardProtocolTest, HearsOfWhatIsCopiedWhileTheClipboardIsEmptied) {
+    start({ScriptedCompositor::ext()});
+    ASSERT_NE(pasteboard_->lend(QStringLiteral("lent"), nullptr), nullptr);
+    settle();
+    compositor_->run([this] {
+        compositor_->whenSet = [this] {
+            compositor_->select(nullptr);
+            compositor_->select(compositor_->announce({"text/plain"}));
+        };
+    });
+    pasteboard_->replaceContents({});
+    const qint64 emptied = pasteboard_->changeCount();
+    EXPECT_TRUE(waitFor([&] { return pasteboard_->changeCount() != emptied; }));
+    EXPECT_THAT(wait(pasteboard_->items()), SizeIs(1));
+}
+
 TEST_F(ClipboardProtocolTest, SurvivesNonsense) {
     start({ScriptedCompositor::ext()});
     compositor_->run([this] {

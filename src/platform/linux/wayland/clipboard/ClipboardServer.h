@@ -22,7 +22,8 @@ class ClipboardServer : public QObject {
     QCoro::Task<> begin();
 
   Q_SIGNALS:
-    /// The clipboard is somebody else's, and everybody who has asked is served.
+    /// The clipboard is somebody else's, or the compositor is gone, and everybody who has asked is
+    /// served.
     void done();
 
   private:

@@ -37,8 +37,6 @@ int serve(int argc, char *argv[]) {
     ClipboardServer server(*control, std::move(starter), *contents);
     QObject::connect(&server, &ClipboardServer::done, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
-    QObject::connect(connection.get(), &WaylandConnection::lost, &application,
-                     &QCoreApplication::quit, Qt::QueuedConnection);
     const auto begun = server.begin();
     return QCoreApplication::exec();
 }
