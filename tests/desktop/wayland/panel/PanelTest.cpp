@@ -109,8 +109,9 @@ TEST_P(PanelTest, EachKeyGoesToTheDocumentOrToThePanel) {
         const auto typedNow = [&] {
             return text(*document).sliced(inDocument.size()) + text(*panel).sliced(inPanel.size());
         };
-        waitUntil([&] { return typedNow().size() > qsizetype(letters.size()); },
-                  QStringLiteral("every key has come"));
+        EXPECT_TRUE(harness::becomesTrue([&] {
+            return typedNow().size() > qsizetype(letters.size());
+        })) << "every key comes";
         hide();
         hide();
         EXPECT_EQ(typedNow().toStdString(), "abcdefghijklmnopqrstuvwxyzz") << "round " << round;

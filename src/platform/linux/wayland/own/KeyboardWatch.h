@@ -25,7 +25,7 @@ class KeyboardWatch : public QObject {
     wl_display *display() const { return display_; }
 
     /// Native codes, as QKeyEvent has them: of the keys that were down when a window of this
-    /// program got the keyboard last.
+    /// program got the keyboard last, and have not been let go of since.
     QSet<quint32> downAtEntry() const;
 
     bool isDown(quint32 code) const;

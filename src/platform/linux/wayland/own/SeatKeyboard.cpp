@@ -31,10 +31,7 @@ struct SeatKeyboard::Events {
     }
     static void leave(void *self, wl_keyboard *, uint32_t, wl_surface *) { of(self).leave(); }
     static void key(void *self, wl_keyboard *, uint32_t, uint32_t, uint32_t code, uint32_t state) {
-        if (state == WL_KEYBOARD_KEY_STATE_RELEASED)
-            of(self).down_.remove(toolkitCode(code));
-        else
-            of(self).down_.insert(toolkitCode(code));
+        of(self).setKey(toolkitCode(code), state != WL_KEYBOARD_KEY_STATE_RELEASED);
     }
     static void modifiers(void *, wl_keyboard *, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t) {
     }
@@ -66,6 +63,15 @@ void SeatKeyboard::enter(const wl_array &keys) {
     down_ = downAtEntry_;
     isHere_ = true;
     Q_EMIT entered();
+}
+
+void SeatKeyboard::setKey(quint32 code, bool isDown) {
+    if (isDown) {
+        down_.insert(code);
+    } else {
+        down_.remove(code);
+        downAtEntry_.remove(code);
+    }
 }
 
 void SeatKeyboard::leave() {

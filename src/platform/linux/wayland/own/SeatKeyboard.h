@@ -22,7 +22,8 @@ class SeatKeyboard : public QObject {
     /// Whether a window of the connection has it.
     bool isHere() const { return isHere_; }
 
-    /// The keys that were down when it came to a window of the connection last.
+    /// The keys that were down when it came to a window of the connection last, and have not been
+    /// let go of since: the toolkit may have nobody to tell of that at first.
     const QSet<quint32> &downAtEntry() const { return downAtEntry_; }
 
     /// The keys that are down now; none while it is elsewhere.
@@ -36,6 +37,7 @@ class SeatKeyboard : public QObject {
 
     void setCapabilities(quint32 capabilities);
     void enter(const wl_array &keys);
+    void setKey(quint32 code, bool isDown);
     void leave();
 
     Proxy<wl_seat> seat_;

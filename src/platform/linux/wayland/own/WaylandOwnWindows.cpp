@@ -115,7 +115,9 @@ void WaylandOwnWindows::insistOn(QWindow &window) {
 }
 
 QSet<quint32> WaylandOwnWindows::keysDownAtFocus(QWindow *window) {
-    return QGuiApplication::focusWindow() == window ? keyboard_.downAtEntry() : QSet<quint32>();
+    // The toolkit says later than the compositor which of its windows has the keyboard.
+    const QWindow *const focus = QGuiApplication::focusWindow();
+    return !focus || focus == window ? keyboard_.downAtEntry() : QSet<quint32>();
 }
 
 bool WaylandOwnWindows::isKeyDown(quint32 code) {
