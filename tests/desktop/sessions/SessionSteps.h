@@ -52,6 +52,8 @@ class SessionSteps {
 
     /// So many answers have taken the place of their texts, and the clipboard is as it was.
     void waitUntilWritten(int times = 1);
+    /// Whether no other window gets the keyboard while the panel is shown.
+    virtual bool panelKeepsKeyboard() const { return false; }
     bool panelShows(const QString &text);
 
     /// A button of the panel that can be pressed; waits for it.

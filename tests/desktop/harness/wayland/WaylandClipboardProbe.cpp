@@ -16,6 +16,8 @@ ClipboardContents WaylandClipboardProbe::read(std::chrono::milliseconds deadline
     if (offer == nullptr)
         return contents;
     contents.targets = offer->types;
+    // An order to the owner, which answers it with nothing, and some not at all.
+    contents.targets.removeAll("SAVE_TARGETS");
     for (const QByteArray &type : std::as_const(contents.targets))
         contents.representations.append({type, type, 8, receive(*offer, type, deadline)});
     return contents;

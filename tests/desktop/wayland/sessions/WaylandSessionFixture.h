@@ -31,6 +31,7 @@ class WaylandSessionFixture : public harness::WaylandDesktopTest, public Session
 
   protected:
     bool isToBeLogged(const QByteArray &line) override;
+    bool panelKeepsKeyboard() const override { return kind() == harness::CompositorKind::sway; }
 
   private:
     /// As the accessibility bus knows it, while it is shown.
