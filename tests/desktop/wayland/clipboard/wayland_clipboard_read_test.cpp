@@ -291,8 +291,10 @@ TEST_F(ClipboardReadTest, ReplacesWhatWasCopiedBeforeAndNotYetHeardOf) {
     EXPECT_EQ(other_->fetch("UTF8_STRING"), "the user's");
 
     // What is copied later is the user's.
+    other_->offer("UTF8_STRING", "the user's next");
     pasteboard().replaceContents(wait(pasteboard().items()));
     settle();
+    EXPECT_TRUE(other_->isOwner());
     other_->offer("UTF8_STRING", "newer");
     settle();
     EXPECT_TRUE(other_->isOwner());
