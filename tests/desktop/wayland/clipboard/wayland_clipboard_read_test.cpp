@@ -329,7 +329,7 @@ TEST_F(ClipboardReadTest, CountsChangesOfOwnerEvenWithTheSameText) {
 
 TEST_F(ClipboardReadTest, KnowsTheClipboardWhenItIsAskedAtOnce) {
     other_->offer("UTF8_STRING", "x");
-    const auto fresh = WaylandConnection::open(server().display());
+    const auto fresh = openPatiently(server().display());
     const auto control = DataControl::create(*fresh);
     WaylandPasteboard pasteboard(*control, chords_);
     EXPECT_THAT(wait(pasteboard.items()), SizeIs(1));
