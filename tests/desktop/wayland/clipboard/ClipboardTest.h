@@ -28,7 +28,7 @@ class ClipboardTest : public testing::Test {
             GTEST_SKIP() << "sway is not installed";
         if (!sharedServer() || !sharedServer()->isRunning())
             sharedServer() = std::make_unique<SwayServer>();
-        connection_ = WaylandConnection::open(server().display());
+        connection_ = openPatiently(server().display());
         ASSERT_NE(connection_, nullptr);
         control_ = DataControl::create(*connection_);
         ASSERT_NE(control_, nullptr);

@@ -63,7 +63,7 @@ struct ForeignClient::Events {
 
 ForeignClient::ForeignClient(const QByteArray &display, Selection selection)
     : selection_(selection),
-      connection_(WaylandConnection::open(display)) {
+      connection_(openPatiently(display)) {
     if (!connection_ || !connection_->seat()) {
         ADD_FAILURE() << "no compositor, or no seat";
         return;
@@ -157,6 +157,15 @@ void ForeignClient::settle() {
 
 void ForeignClient::settleAlone() {
     EXPECT_TRUE(connection_->settle(std::chrono::seconds(10)));
+}
+
+std::unique_ptr<WaylandConnection> openPatiently(const QByteArray &display) {
+    std::unique_ptr<WaylandConnection> connection;
+    x11::waitFor([&] {
+        connection = WaylandConnection::open(display);
+        return connection != nullptr;
+    });
+    return connection;
 }
 
 void writeInBackground(Descriptor pipe, QByteArray data) {

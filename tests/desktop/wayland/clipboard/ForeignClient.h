@@ -85,6 +85,10 @@ class ForeignClient : public QObject {
     int changes_ = 0;
 };
 
+/// A connection to a compositor that may just have started on a busy machine; null when it does not
+/// come to it.
+std::unique_ptr<WaylandConnection> openPatiently(const QByteArray &display);
+
 /// Writes all of it from a thread of its own, and closes the pipe.
 void writeInBackground(Descriptor pipe, QByteArray data);
 

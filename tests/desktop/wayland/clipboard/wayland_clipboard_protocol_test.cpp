@@ -25,7 +25,7 @@ class ClipboardProtocolTest : public testing::Test {
   protected:
     void start(const QList<ScriptedCompositor::Protocol> &protocols) {
         compositor_ = std::make_unique<ScriptedCompositor>(protocols);
-        connection_ = WaylandConnection::open(compositor_->display());
+        connection_ = openPatiently(compositor_->display());
         ASSERT_NE(connection_, nullptr);
         control_ = DataControl::create(*connection_);
         if (!control_)

@@ -1,5 +1,7 @@
 #include "desktop/wayland/clipboard/ClipboardTest.h"
 
+#include <QTimer>
+
 namespace quillmender::wayland {
 
 namespace {
@@ -93,6 +95,13 @@ TEST_F(ClipboardTextTest, WaitsForASilentSelectionNoLongerThanTheLimit) {
     owner.own();
     EXPECT_EQ(wait(primary.primaryText(50ms)), std::nullopt);
     EXPECT_TRUE(held);
+    owner.declareSpecially("UTF8_STRING", [&](Descriptor pipe) {
+        held.emplace(std::move(pipe));
+        QTimer::singleShot(200, &owner, [&] { writeInBackground(std::move(*held), "late"); });
+    });
+    owner.own();
+    EXPECT_EQ(wait(primary.primaryText(50ms)), std::nullopt);
+    EXPECT_EQ(wait(primary.primaryText(1min)), QStringLiteral("late"));
 }
 
 } // namespace
