@@ -127,6 +127,8 @@ TEST_F(SessionRunTest, ThePanelThatHasToStepsAsideForACopyAlone) {
     log->clear();
     coordinator->beginWorkflow();
     awaitEnd();
+    ASSERT_TRUE(log->contains(QStringLiteral("stepAside")));
+    ASSERT_TRUE(log->contains(QStringLiteral("come back")));
     EXPECT_LT(log->indexOf(QStringLiteral("stepAside")), log->indexOf(QStringLiteral("type copy")));
     EXPECT_LT(log->indexOf(QStringLiteral("come back")),
               log->indexOf(QStringLiteral("makeKeyAndOrderFront")));
