@@ -111,7 +111,8 @@ QCoro::Task<> AppCoordinator::captureTask() {
                &SessionState::currentActionTitle);
     } else {
         try {
-            auto selection = selectionController_.captureSelection();
+            auto selection = selectionController_.captureSelection(
+                [this] { return panelController_ ? panelController_->stepAside() : nullptr; });
             // While other programs answer.
             panel().getReady();
             const SelectionSessionRef session = co_await selection;

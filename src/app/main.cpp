@@ -11,6 +11,8 @@
 
 int main(int argc, char *argv[]) {
     quillmender::prepareProcess();
+    if (const auto status = quillmender::runErrand(argc, argv))
+        return *status;
     // Before the toolkit looks for a display.
     if (const auto answer = quillmender::commandLineAnswer({argv, argv + argc}))
         return std::fputs(answer->c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;

@@ -5,12 +5,14 @@
 
 #include <memory>
 
+class QScreen;
 class QWindow;
 
 namespace quillmender {
 
-/// A window that is out of the way while text is written back into another application. It comes
-/// back when this object goes.
+/// A window that is out of the way while something is typed into another application. It comes back
+/// when this object goes, where it was and as it was; the keyboard stays where the user has it, if
+/// the window system leaves it there.
 class SteppedAside {
   public:
     SteppedAside() = default;
@@ -51,6 +53,14 @@ class OwnWindows {
         Q_UNUSED(panel)
         return 0;
     }
+
+    /// Whether the window system draws a frame around the panel. Where it does not the panel draws
+    /// its own edge.
+    virtual bool framesPanel() { return true; }
+
+    /// The screen that the user works on, where the window system tells of it; null where it has to
+    /// be guessed by the pointer.
+    virtual QScreen *screenInUse() { return nullptr; }
 
     /// Gives the window the front and the keyboard focus, whatever application has them now. They
     /// go back, where the window system does not see to it, when no window is left on the screen.

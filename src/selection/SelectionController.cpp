@@ -32,7 +32,7 @@ SelectionController::SelectionController(PasteboardManager &pasteboardManager,
       workspace_(workspace),
       clock_(clock) {}
 
-QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
+QCoro::Task<SelectionSessionRef> SelectionController::captureSelection(MakeWay makeWay) {
     const quint64 capture = ++latestCapture_;
     const auto session = std::make_shared<SelectionSession>();
     session->sourceApp = workspace_.frontmostApplication();
@@ -75,7 +75,8 @@ QCoro::Task<SelectionSessionRef> SelectionController::captureSelection() {
     // on everything has to be there that is to be put back.
     if (lease_.turn() != turn + 1 || !session->originalPasteboard.isComplete)
         session->originalPasteboard = co_await pasteboardManager_.snapshot();
-    session->selectedText = co_await copySelection(session, reading->isElsewhere);
+    session->selectedText =
+        co_await copySelection(session, reading->isElsewhere, std::move(makeWay));
     if (session->selectedText.isEmpty())
         throw AppFailure::noSelectionFound();
     if (session->focusedElement)
@@ -90,7 +91,9 @@ QCoro::Task<> SelectionController::snapshotPasteboard(NewSession session) {
     session->originalPasteboard = co_await pasteboardManager_.snapshotWithin(snapshotLimit);
 }
 
-QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere) {
+QCoro::Task<QString> SelectionController::copySelection(NewSession session, bool isFocusElsewhere,
+                                                        MakeWay makeWay) {
+    const std::shared_ptr<void> way = makeWay ? makeWay() : nullptr;
     workspace_.activate(session->sourceApp);
     co_await clock_.sleepFor(activationDelay);
     if (isFocusElsewhere) {

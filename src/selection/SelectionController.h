@@ -9,6 +9,7 @@
 
 #include <QCoroTask>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -21,10 +22,15 @@ class SelectionController {
     SelectionController(PasteboardManager &pasteboardManager, FocusedText &focusedText,
                         Workspace &workspace, Clock &clock);
 
-    /// The selected text, else the whole focused field, else what a copy chord yields. The
-    /// pasteboard is afterwards as it was. Throws AppFailure, or CancellationError from a sleep and
-    /// when a later capture has begun before this one came to the copy chord.
-    QCoro::Task<SelectionSessionRef> captureSelection();
+    /// Takes windows of our own out of the way of the application that something is typed into.
+    /// They come back when what it answers goes; null where none is in the way.
+    using MakeWay = std::function<std::shared_ptr<void>()>;
+
+    /// The selected text, else the whole focused field, else what a copy chord yields, for which
+    /// alone `makeWay` is called. The pasteboard is afterwards as it was. Throws AppFailure, or
+    /// CancellationError from a sleep and when a later capture has begun before this one came to
+    /// the copy chord.
+    QCoro::Task<SelectionSessionRef> captureSelection(MakeWay makeWay = {});
 
     /// Replaces the captured text in the focused element and selects what it wrote. False, with
     /// nothing changed, when this route cannot be used. Throws UncertainReplacement.
@@ -38,7 +44,7 @@ class SelectionController {
     using NewSession = std::shared_ptr<SelectionSession>;
 
     QCoro::Task<> snapshotPasteboard(NewSession session);
-    QCoro::Task<QString> copySelection(NewSession session, bool isFocusElsewhere);
+    QCoro::Task<QString> copySelection(NewSession session, bool isFocusElsewhere, MakeWay makeWay);
     QCoro::Task<QString> copiedText(qint64 changeCount);
     QCoro::Task<bool> waitForPasteboardChange(qint64 changeCount);
     QCoro::Task<bool> selectWhatGoes(SelectionSessionRef session);

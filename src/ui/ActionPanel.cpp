@@ -1,8 +1,12 @@
 #include "ui/ActionPanel.h"
 
+#include "ui/Theme.h"
 #include "ui/WindowPixels.h"
+#include "ui/style/Drawing.h"
+#include "ui/style/Metrics.h"
 
 #include <QCloseEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -17,6 +21,25 @@ ActionPanel::ActionPanel(QWidget *content)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSizeConstraint(QLayout::SetNoConstraint);
     layout->addWidget(content);
+}
+
+void ActionPanel::frameItself(Theme &theme) {
+    theme_ = &theme;
+    setAttribute(Qt::WA_TranslucentBackground);
+    connect(&theme, &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void ActionPanel::paintEvent(QPaintEvent *event) {
+    if (!theme_) {
+        QDialog::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    Look look;
+    look.fill = theme_->colors().window;
+    // Nobody casts a shadow for it: the edge alone tells it from what is behind.
+    look.outline = theme_->colors().fieldOutline;
+    drawing::surface(painter, rect(), metrics::cardRadius, look);
 }
 
 bool ActionPanel::event(QEvent *event) {

@@ -71,7 +71,7 @@ void ActionPanelController::getReady() {
 void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {
     QScreen *screen = sourceWindow ? screenShowing(*sourceWindow) : nullptr;
     if (!screen)
-        screen = screenInUse();
+        screen = screenInUse(ownWindows_);
     if (screen)
         centreOnScreen(*panel_, *screen, ActionPanel::contentSize);
 }

@@ -31,7 +31,8 @@ class ActionPanelController : public PickerPanel {
     void getReady() override;
 
     /// Centres the panel on the screen that shows most of that window (device pixels); without one,
-    /// on the screen with the pointer. A screen smaller than the panel makes the panel smaller.
+    /// on the screen that the user works on. A screen smaller than the panel makes the panel
+    /// smaller.
     void centre(std::optional<DesktopRect> sourceWindow) override;
 
     /// Shows the panel, up to date, above others, with the keyboard focus on the first

@@ -77,7 +77,7 @@ void AlertWindow::build(const Alert &alert, Theme &theme) {
 }
 
 void AlertWindow::makeKeyAndOrderFront() {
-    if (QScreen *screen = screenInUse())
+    if (QScreen *screen = screenInUse(ownWindows_))
         centreOnScreen(*this, *screen,
                        QSize(windowWidth, layout()->totalHeightForWidth(windowWidth)));
     show();

@@ -39,7 +39,7 @@ HostedWindow::HostedWindow(const QString &title, QSize contentSize, QWidget *con
 }
 
 void HostedWindow::centre() {
-    if (QScreen *screen = screenInUse())
+    if (QScreen *screen = screenInUse(ownWindows_))
         centreOnScreen(*this, *screen, contentSize_);
 }
 

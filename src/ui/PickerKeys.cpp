@@ -115,7 +115,9 @@ bool PickerKeys::eventFilter(QObject *watched, QEvent *event) {
     }
     if (type == QEvent::InputMethod && watched == &editor_)
         noteCommit(static_cast<QInputMethodEvent &>(*event));
-    if (watched != QApplication::focusWidget())
+    // A key can come before the toolkit has heard that the window is the active one.
+    const QWidget *focused = QApplication::focusWidget();
+    if (watched != (focused ? focused : panel_.focusWidget()))
         return false;
     auto *focus = static_cast<QWidget *>(watched);
     if (focus->window() != &panel_)

@@ -28,10 +28,10 @@ class PickerPanel {
     /// Hides the panel and keeps it for the next session.
     virtual void orderOut() = 0;
 
-    /// Hides a panel that is shown while text is written back, where the source application gets
-    /// the focus only then. It comes back with the end of what is returned, unless that was told
-    /// that the text is written, or the panel was ordered out meanwhile. Null where nothing is
-    /// hidden.
+    /// Hides a panel that is shown while something is typed into the source application, where that
+    /// gets the focus only then. It comes back with the end of what is returned, unless that was
+    /// told that it is not needed any more, or the panel was ordered out meanwhile. Null where
+    /// nothing is hidden.
     virtual std::shared_ptr<SteppedAside> stepAside() = 0;
 };
 

@@ -16,6 +16,7 @@ namespace quillmender {
 
 namespace {
 constexpr int bandHeight = 160;
+constexpr int topWithoutFrame = 8; ///< as much air as there is beneath the buttons
 } // namespace
 
 ReadyPanel::ReadyPanel(ActionPickerModel &model, Theme &theme, OwnWindows &ownWindows)
@@ -78,12 +79,15 @@ void ReadyPanel::makePanel() {
         return;
     panel_ = std::make_unique<ActionPanel>(unplaced_.release());
     ActionPanel *const panel = panel_.get();
+    if (!ownWindows_.framesPanel())
+        panel->frameItself(theme_);
     QObject::connect(panel, &ActionPanel::nativeWindowMade, panel,
                      [&ownWindows = ownWindows_, panel] {
                          ownWindows.applyPanelAttributes(panel->windowHandle());
                          // A toolkit that keeps it free by itself takes the larger of both.
                          const int covered = ownWindows.coveredHeight(panel->windowHandle());
-                         panel->setContentsMargins(0, covered, 0, 0);
+                         const int top = ownWindows.framesPanel() ? covered : topWithoutFrame;
+                         panel->setContentsMargins(0, top, 0, 0);
                      });
 }
 

@@ -1,5 +1,7 @@
 #include "ui/WindowPlacement.h"
 
+#include "platform/OwnWindows.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -28,8 +30,10 @@ QMargins frameAround(const QWidget &window) {
 
 } // namespace
 
-QScreen *screenInUse() {
-    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+QScreen *screenInUse(OwnWindows &ownWindows) {
+    QScreen *screen = ownWindows.screenInUse();
+    if (!screen)
+        screen = QGuiApplication::screenAt(QCursor::pos());
     return screen ? screen : QGuiApplication::primaryScreen();
 }
 

@@ -7,8 +7,11 @@ class QWidget;
 
 namespace quillmender {
 
-/// The screen with the pointer, else the first one; null without any.
-QScreen *screenInUse();
+class OwnWindows;
+
+/// The screen that the user works on, as the window system tells; else the one with the pointer,
+/// else the first one. Null without any.
+QScreen *screenInUse(OwnWindows &ownWindows);
 
 /// What a window's content may take on that screen with its frame around it: the frame that the
 /// window manager has told of, else room for a usual one.

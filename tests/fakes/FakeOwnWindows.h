@@ -41,6 +41,8 @@ class FakeOwnWindows : public OwnWindows {
     }
     void activate(QWindow *window) override { record("activate", window); }
     int coveredHeight(QWindow *) override { return covered; }
+    bool framesPanel() override { return frames; }
+    QScreen *screenInUse() override { return screen; }
     std::unique_ptr<SteppedAside> stepAside(QWindow *window) override {
         if (!needsSteppingAside)
             return nullptr;
@@ -56,6 +58,8 @@ class FakeOwnWindows : public OwnWindows {
     QSet<quint32> keysDownNow;
     bool needsSteppingAside = false;
     int covered = 0;
+    bool frames = true;
+    QScreen *screen = nullptr;
 
   private:
     void record(const char *name, const QWindow *window) {

@@ -3,6 +3,7 @@
 #include "platform/linux/WindowSystemServices.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
+#include "platform/linux/atspi/FrameProcesses.h"
 #include "platform/linux/desktop/ToolkitPlatform.h"
 #include "platform/linux/services/AutostartLoginItem.h"
 #include "platform/linux/services/Badge.h"
@@ -27,6 +28,7 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 // What the services refer to beyond each other.
 struct Shared {
     atspi::AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
+    atspi::FrameProcesses frameProcesses{accessibilityBus};
     std::shared_ptr<void> windowSystem;
     std::unique_ptr<FrontmostSource> frontmost;
     std::unique_ptr<WindowSystemTray> tray;
@@ -36,12 +38,17 @@ struct Shared {
 
 std::unique_ptr<Platform> makePlatform() {
     forgetToolkitPlatform();
+    const auto shared = std::make_shared<Shared>();
     WindowSystemServices windowSystem = chooseWindowSystem(
-        QGuiApplication::platformName(), [] { return badge(QString(programSymbol)); });
+        QGuiApplication::platformName(),
+        {.windowIcon = [] { return badge(QString(programSymbol)); },
+         .findProcess =
+             [&processes = shared->frameProcesses](QString title, QString appId) {
+                 return processes.processOfActive(std::move(title), std::move(appId));
+             }});
     qCInfo(log, "texts: AT-SPI");
     qCInfo(log, "secrets: Secret Service");
 
-    const auto shared = std::make_shared<Shared>();
     shared->windowSystem = std::move(windowSystem.shared);
     shared->frontmost = std::move(windowSystem.frontmost);
     shared->tray = std::move(windowSystem.tray);

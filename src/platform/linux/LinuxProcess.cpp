@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/CoreFiles.h"
 #include "platform/linux/desktop/ProxyVariables.h"
 #include "platform/linux/desktop/ToolkitPlatform.h"
+#include "platform/linux/wayland/clipboard/ServingProcess.h"
 
 namespace quillmender {
 
@@ -11,6 +12,10 @@ void prepareProcess() {
     unsetRelativeBaseDirectories();
     completeProxyVariables();
     chooseToolkitPlatform();
+}
+
+std::optional<int> runErrand(int argc, char *argv[]) {
+    return wayland::serveClipboardIfAsked(argc, argv);
 }
 
 } // namespace quillmender

@@ -69,13 +69,12 @@ void writeToLog(const WindowSystemServices &services, const QString &toolkitPlat
 
 } // namespace
 
-WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
-                                        std::function<QIcon()> windowIcon) {
+WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSystemNeeds needs) {
     WindowSystemServices services;
     if (toolkitPlatform == QStringLiteral("xcb"))
-        services = x11::makeWindowSystem(std::move(windowIcon));
+        services = x11::makeWindowSystem(std::move(needs.windowIcon));
     else if (toolkitPlatform.startsWith(QStringLiteral("wayland")))
-        services = wayland::makeWindowSystem();
+        services = wayland::makeWindowSystem(std::move(needs.findProcess));
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);
     return services;

@@ -35,11 +35,19 @@ struct WindowSystemServices {
     MissingCapabilities missing;
 };
 
+/// What a window system needs of others.
+struct WindowSystemNeeds {
+    /// Makes the icon of our windows, where the window system is told of one.
+    std::function<QIcon()> windowIcon;
+
+    /// The process of the active window with that title and application id, where the window
+    /// system does not tell; 0 when nobody can.
+    std::function<QCoro::Task<qint64>(QString title, QString appId)> findProcess;
+};
+
 /// The services of the window system that the toolkit speaks, by the toolkit's name of it: another
 /// one's server that happens to answer, as XWayland does, is not this session's. What is missing is
-/// its `none` form. Writes its choices to the log, a line for each capability. `windowIcon` makes
-/// the icon of our windows where the window system is told of one.
-WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform,
-                                        std::function<QIcon()> windowIcon);
+/// its `none` form. Writes its choices to the log, a line for each capability.
+WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSystemNeeds needs);
 
 } // namespace quillmender

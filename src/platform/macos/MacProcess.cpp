@@ -19,4 +19,9 @@ void prepareProcess() {
     ::setrlimit(RLIMIT_CORE, &limit);
 }
 
+// The system itself keeps what the program leaves on the pasteboard.
+std::optional<int> runErrand(int, char *[]) {
+    return std::nullopt;
+}
+
 } // namespace quillmender

@@ -5,22 +5,21 @@
 namespace quillmender::atspi {
 namespace {
 
-using harness::Desktop;
 using harness::TestApplication;
 using harness::waitUntil;
 
 struct Editor {
     const char *name;
-    TestApplication (*start)(Desktop &desktop, const QString &text);
+    TestApplication (*start)(harness::AnyDesktop &desktop, const QString &text);
     int undoSteps; ///< that bring the text back after a write; 0 when there is no such thing
     bool severalLines;
 };
 
-TestApplication startPlain(Desktop &desktop, const QString &text) {
+TestApplication startPlain(harness::AnyDesktop &desktop, const QString &text) {
     return TestApplication::sampleEditor(desktop, QStringLiteral("plain"), text);
 }
 
-TestApplication startLine(Desktop &desktop, const QString &text) {
+TestApplication startLine(harness::AnyDesktop &desktop, const QString &text) {
     return TestApplication::sampleEditor(desktop, QStringLiteral("line"), text);
 }
 

@@ -6,7 +6,8 @@
 
 namespace quillmender::harness {
 
-/// The bytes of one target of an X selection, with the property type and format that carry them.
+/// The bytes of one target of an X selection, with the property type and format that carry them. On
+/// Wayland the type is the target, and the format is 8.
 struct ClipboardRepresentation {
     QByteArray target;
     QByteArray type;
@@ -17,7 +18,7 @@ struct ClipboardRepresentation {
                            const ClipboardRepresentation &) = default;
 };
 
-/// Everything that the owner of an X selection hands over. Two of them are equal when every target
+/// Everything that the owner of a clipboard hands over. Two of them are equal when every target
 /// has the same bytes, type and format, in the same order; who owns them is not compared.
 struct ClipboardContents {
     xcb_window_t owner = XCB_WINDOW_NONE;

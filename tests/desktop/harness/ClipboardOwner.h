@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/harness/ClipboardContents.h"
+#include "desktop/harness/SelectionOwner.h"
 
 #include <QHash>
 #include <QString>
@@ -17,14 +18,14 @@ class XcbConnection;
 
 /// An application that has put something on an X selection and serves it, on a connection and a
 /// thread of its own. What is larger than one property goes over in increments.
-class ClipboardOwner {
+class ClipboardOwner : public SelectionOwner {
   public:
     /// Owns the selection when constructed.
     ClipboardOwner(const QString &display, QList<ClipboardRepresentation> offer,
                    QByteArray selection = "CLIPBOARD");
     ClipboardOwner(const ClipboardOwner &) = delete;
     ClipboardOwner &operator=(const ClipboardOwner &) = delete;
-    ~ClipboardOwner();
+    ~ClipboardOwner() override;
 
     /// A text, the same in HTML, and a PNG image, as a word processor offers them together.
     static QList<ClipboardRepresentation> textHtmlAndImage();
@@ -33,15 +34,13 @@ class ClipboardOwner {
 
     xcb_window_t window() const { return window_; }
 
-    /// False once another application has taken the selection.
-    bool ownsSelection() const { return owns_; }
+    bool ownsSelection() const override { return owns_; }
 
     /// When it is asked for this target next it stands still before it answers, and so does
     /// everything else that it is asked for.
     void standStillAt(const QByteArray &target, std::chrono::milliseconds duration);
 
-    /// The data targets that were asked for so far, in order.
-    QList<QByteArray> requests() const;
+    QList<QByteArray> requests() const override;
 
   private:
     struct Increment {

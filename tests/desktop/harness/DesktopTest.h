@@ -1,15 +1,12 @@
 #pragma once
 
+#include "desktop/harness/AnyDesktopTest.h"
 #include "desktop/harness/Desktop.h"
-
-#include <gtest/gtest.h>
 
 namespace quillmender::harness {
 
-/// A fixture with a desktop. When a wait fails, what the screen shows at that moment and all logs
-/// are kept in a folder named after the test, in $QUILLMENDER_ARTIFACTS or build/artifacts. After
-/// any other failure the same is kept at the end of the test.
-class DesktopTest : public testing::Test {
+/// A fixture with a desktop on X11.
+class DesktopTest : public AnyDesktopTest {
   protected:
     /// Tests that want another desktop call this first.
     Desktop &startDesktop(const Desktop::Options &options);
@@ -17,13 +14,9 @@ class DesktopTest : public testing::Test {
     /// The standard desktop, unless another one was started before.
     Desktop &desktop();
 
-    void SetUp() override;
-    void TearDown() override;
+    AnyDesktop *startedDesktop() override { return desktop_.get(); }
 
   private:
-    void keepArtifacts();
-
-    bool kept_ = false;
     std::unique_ptr<Desktop> desktop_;
 };
 

@@ -1,6 +1,6 @@
 #include "desktop/harness/ProductProcess.h"
 
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/HarnessError.h"
 
 #include <QDBusMessage>
@@ -15,7 +15,7 @@ namespace {
 const auto busName = QStringLiteral("com.quillmender.Quillmender");
 const auto busPath = QStringLiteral("/com/quillmender/Quillmender");
 
-void writeSettings(const Desktop &desktop, const QMap<QString, QString> &settings) {
+void writeSettings(const AnyDesktop &desktop, const QMap<QString, QString> &settings) {
     const QString folder = desktop.folders().config() + QStringLiteral("/quillmender");
     QDir().mkpath(folder);
     QFile file(folder + QStringLiteral("/quillmender.conf"));
@@ -26,15 +26,16 @@ void writeSettings(const Desktop &desktop, const QMap<QString, QString> &setting
         file.write(QStringLiteral("%1=\"%2\"\n").arg(setting.key(), setting.value()).toUtf8());
 }
 
-Command prepare(Desktop &desktop, const ProductProcess::Setup &setup) {
+Command prepare(AnyDesktop &desktop, const ProductProcess::Setup &setup) {
     if (!setup.settings.isEmpty())
         writeSettings(desktop, setup.settings);
     for (auto key = setup.apiKeys.cbegin(); key != setup.apiKeys.cend(); ++key) {
         desktop.keyring()->store(QStringLiteral("com.quillmender.") + key.key(),
                                  QStringLiteral("api-key"), key.value());
     }
-    Command command = desktop.command(
-        setup.program.isEmpty() ? ProductProcess::path() : setup.program, setup.arguments);
+    const QString program = setup.program.isEmpty() ? ProductProcess::path() : setup.program;
+    desktop.prepareFor(program);
+    Command command = desktop.command(program, setup.arguments);
     for (auto each = setup.environment.cbegin(); each != setup.environment.cend(); ++each)
         command.environment.insert(each.key(), each.value());
     return command;
@@ -42,7 +43,7 @@ Command prepare(Desktop &desktop, const ProductProcess::Setup &setup) {
 
 } // namespace
 
-ProductProcess::ProductProcess(Desktop &desktop, const Setup &setup)
+ProductProcess::ProductProcess(AnyDesktop &desktop, const Setup &setup)
     : desktop_(desktop),
       process_(prepare(desktop, setup)) {}
 

@@ -7,7 +7,7 @@
 
 namespace quillmender::harness {
 
-class Desktop;
+class AnyDesktop;
 
 /// The program under test on a desktop.
 class ProductProcess {
@@ -25,7 +25,7 @@ class ProductProcess {
         QStringList arguments{};
     };
 
-    ProductProcess(Desktop &desktop, const Setup &setup);
+    ProductProcess(AnyDesktop &desktop, const Setup &setup);
 
     /// The usual one: OpenAI at the endpoint, with an API key.
     static Setup openAi(const QString &endpoint);
@@ -44,7 +44,7 @@ class ProductProcess {
     void activateAction(const QString &action);
 
   private:
-    Desktop &desktop_;
+    AnyDesktop &desktop_;
     ChildProcess process_;
 };
 

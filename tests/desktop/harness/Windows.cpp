@@ -74,6 +74,10 @@ xcb_window_t Windows::ofProcess(qint64 wanted) const {
     return found;
 }
 
+xcb_window_t Windows::openedBy(qint64 processId, const QList<xcb_window_t> & /*before*/) const {
+    return ofProcess(processId);
+}
+
 xcb_window_t Windows::titled(const QString &wanted) const {
     xcb_window_t found = 0;
     for (const xcb_window_t window : all()) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QList>
-#include <QRect>
-#include <QString>
+#include "desktop/harness/WindowList.h"
+
 #include <xcb/xproto.h>
 
 #include <optional>
@@ -12,33 +11,28 @@ namespace quillmender::harness {
 class XcbConnection;
 
 /// What the window manager tells of the managed windows.
-class Windows {
+class Windows : public WindowList {
   public:
     explicit Windows(XcbConnection &connection) : connection_(connection) {}
 
-    /// In the order in which they were mapped.
-    QList<xcb_window_t> all() const;
+    QList<xcb_window_t> all() const override;
     /// What the root window shows, menus and other windows that no one manages included.
     QList<xcb_window_t> viewable() const;
-    /// 0 when no window is active.
-    xcb_window_t active() const;
-    QString title(xcb_window_t window) const;
+    xcb_window_t active() const override;
+    QString title(xcb_window_t window) const override;
     qint64 processId(xcb_window_t window) const;
     bool isViewable(xcb_window_t window) const;
-    /// In pixels of the screen, without the frame.
-    QRect geometry(xcb_window_t window) const;
+    QRect geometry(xcb_window_t window) const override;
 
     /// The newest viewable window of the process; 0 when it has none.
     xcb_window_t ofProcess(qint64 processId) const;
-    /// The newest viewable window with exactly this title; 0 when there is none.
-    xcb_window_t titled(const QString &title) const;
+    xcb_window_t titled(const QString &title) const override;
+    xcb_window_t openedBy(qint64 processId, const QList<xcb_window_t> &before) const override;
 
-    /// Asks the window manager, as a task bar would, and waits until the window is active.
-    void activate(xcb_window_t window);
+    void activate(xcb_window_t window) override;
     /// Asks the window manager to put the window's own upper left corner there, and waits for it.
     void move(xcb_window_t window, QPoint position);
-    /// Asks the window to close, as its title bar's button does.
-    void close(xcb_window_t window);
+    void close(xcb_window_t window) override;
 
   private:
     void sendToRoot(xcb_window_t window, const char *type, quint32 first);

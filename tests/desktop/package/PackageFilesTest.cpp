@@ -96,6 +96,12 @@ TEST_F(PackageFilesTest, EntryOffersWhatTheStatusMenuOffers) {
             entry, HasSubstr(std::string("[Desktop Action ") + action + "]\nName=" + title + "\n"));
 }
 
+TEST_F(PackageFilesTest, EntryAsksForWhatKwinGivesToTheProgramThatItStarts) {
+    EXPECT_THAT(read(entry_),
+                HasSubstr("\nX-KDE-Wayland-Interfaces=org_kde_kwin_fake_input,"
+                          "org_kde_plasma_window_management,org_kde_kwin_keystate\n"));
+}
+
 TEST_F(PackageFilesTest, EverythingStartsTheProgramOfThePackage) {
     const QString service = QStringLiteral("/usr/share/dbus-1/services/%1.service").arg(id);
     EXPECT_EQ(read(service), "[D-BUS Service]\n"

@@ -5,20 +5,19 @@ namespace quillmender {
 namespace {
 
 using harness::Accessible;
-using harness::Desktop;
 using harness::TestApplication;
 using harness::waitUntil;
 
 struct Editor {
     const char *name;
-    TestApplication (*start)(Desktop &desktop, const QString &text);
+    TestApplication (*start)(harness::AnyDesktop &desktop, const QString &text);
 };
 
-TestApplication startPlain(Desktop &desktop, const QString &text) {
+TestApplication startPlain(harness::AnyDesktop &desktop, const QString &text) {
     return TestApplication::sampleEditor(desktop, QStringLiteral("plain"), text);
 }
 
-TestApplication startLine(Desktop &desktop, const QString &text) {
+TestApplication startLine(harness::AnyDesktop &desktop, const QString &text) {
     return TestApplication::sampleEditor(desktop, QStringLiteral("line"), text);
 }
 

@@ -6,7 +6,7 @@
 
 namespace quillmender {
 
-void selectByKeyboard(harness::InputDriver &input, const QString &line, const QString &word) {
+void selectByKeyboard(harness::UserInput &input, const QString &line, const QString &word) {
     const QString after = line.mid(line.indexOf(word) + word.size());
     input.chord({XK_End});
     for (int i = harness::countCharacters(after); i > 0; --i)

@@ -46,7 +46,8 @@ class LogLines {
 
 WindowSystemServices choose(const char *toolkitPlatform, const QByteArray &display) {
     qputenv("DISPLAY", display);
-    return chooseWindowSystem(QLatin1String(toolkitPlatform), [] { return QIcon(); });
+    return chooseWindowSystem(QLatin1String(toolkitPlatform),
+                              {.windowIcon = [] { return QIcon(); }, .findProcess = {}});
 }
 
 void expectComplete(const WindowSystemServices &services) {

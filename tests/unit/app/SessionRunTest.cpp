@@ -117,6 +117,23 @@ TEST_F(SessionRunTest, ThePanelThatHasToStepsAsideForAPasteAlone) {
     EXPECT_EQ(log->last(2), QStringList({QStringLiteral("stayAway"), QStringLiteral("orderOut")}));
 }
 
+TEST_F(SessionRunTest, ThePanelThatHasToStepsAsideForACopyAlone) {
+    capture(QStringLiteral("me goes"));
+    panel->needsSteppingAside = true;
+    capture(QStringLiteral("me goes"));
+    EXPECT_FALSE(log->contains(QStringLiteral("stepAside"))) << "accessibility needs no focus";
+
+    focus->reading.selectedText = std::nullopt;
+    log->clear();
+    coordinator->beginWorkflow();
+    awaitEnd();
+    ASSERT_TRUE(log->contains(QStringLiteral("stepAside")));
+    ASSERT_TRUE(log->contains(QStringLiteral("come back")));
+    EXPECT_LT(log->indexOf(QStringLiteral("stepAside")), log->indexOf(QStringLiteral("type copy")));
+    EXPECT_LT(log->indexOf(QStringLiteral("come back")),
+              log->indexOf(QStringLiteral("makeKeyAndOrderFront")));
+}
+
 TEST_F(SessionRunTest, ThePanelComesBackWhenThePasteFails) {
     capture(QStringLiteral("me goes"));
     panel->needsSteppingAside = true;

@@ -83,6 +83,35 @@ TEST_F(CaptureTest, CopiesThroughThePasteboardInTheFixedOrder) {
     EXPECT_EQ(pasteboard.contents, twoItems());
 }
 
+TEST_F(CaptureTest, MakesWayForTheCopyAloneAndUntilItHasBeenRead) {
+    const auto makeWay = [log = log]() -> std::shared_ptr<void> {
+        log->append(QStringLiteral("make way"));
+        return {nullptr, [log](std::nullptr_t) { log->append(QStringLiteral("come back")); }};
+    };
+    setText(QStringLiteral("word"), QString(), TextRange{0, 4});
+    fakes::await(controller.captureSelection(makeWay));
+    EXPECT_FALSE(log->contains(QStringLiteral("make way"))) << "accessibility needs no focus";
+
+    log->clear();
+    focus.reading = {};
+    copyYields(QStringLiteral("copied"));
+    fakes::await(controller.captureSelection(makeWay));
+    EXPECT_EQ(log->indexOf(QStringLiteral("make way")) + 1,
+              log->indexOf(QStringLiteral("activate source")));
+    EXPECT_EQ(log->last(2), QStringList({QStringLiteral("pasteboard.replaceContents 2"),
+                                         QStringLiteral("come back")}));
+}
+
+TEST_F(CaptureTest, ComesBackWhenNothingWasCopied) {
+    const auto makeWay = [log = log]() -> std::shared_ptr<void> {
+        return {nullptr, [log](std::nullptr_t) { log->append(QStringLiteral("come back")); }};
+    };
+    focus.reading = {};
+    chords.result.outcome = ChordResult::Outcome::unavailable;
+    EXPECT_THROW(fakes::await(controller.captureSelection(makeWay)), AppFailure);
+    EXPECT_EQ(log->last(), QStringLiteral("come back"));
+}
+
 TEST_F(CaptureTest, ASlowOwnerOfThePasteboardIsWaitedForOnlyWhereItIsBorrowed) {
     pasteboard.isOwnerSlow = true;
     setText(QStringLiteral("word"), QStringLiteral("word"), TextRange{0, 4});

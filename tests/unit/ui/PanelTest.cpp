@@ -122,6 +122,25 @@ TEST_F(PanelTest, IsDrawnToItsEndBeforeTheFirstShow) {
     EXPECT_FALSE(view->isVisible());
 }
 
+TEST_F(PanelTest, HasRoundCornersWhereNobodyFramesIt) {
+    const auto cornerOf = [this](bool isFramed) {
+        fakes::FakeOwnWindows windows;
+        windows.frames = isFramed;
+        ActionPanelController made(model, theme, windows);
+        return made.panel()->grab().toImage().pixelColor(0, 0);
+    };
+    EXPECT_EQ(cornerOf(true).alpha(), 255);
+    EXPECT_EQ(cornerOf(false).alpha(), 0);
+}
+
+TEST_F(PanelTest, ComesOnTheScreenThatTheWindowSystemTellsOf) {
+    for (QScreen *screen : QGuiApplication::screens()) {
+        ownWindows.screen = screen;
+        controller.centre(std::nullopt);
+        EXPECT_EQ(controller.panel()->screen(), screen);
+    }
+}
+
 TEST_F(PanelTest, StaysOnScreenDuringAWriteBackWhereItMay) {
     show();
     EXPECT_EQ(controller.stepAside(), nullptr);

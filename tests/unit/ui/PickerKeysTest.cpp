@@ -40,6 +40,16 @@ class PickerKeysTest : public PanelFixture {
 
 } // namespace
 
+TEST_F(PickerKeysTest, TheFirstKeyMayComeBeforeTheWindowIsActive) {
+    show();
+    QWidget *const focus = controller.panel()->focusWidget();
+    QApplication::setActiveWindow(nullptr);
+    ASSERT_EQ(QApplication::focusWidget(), nullptr);
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    QCoreApplication::sendEvent(focus, &key);
+    EXPECT_EQ(editor()->exactText(), QStringLiteral("a"));
+}
+
 TEST_F(PickerKeysTest, ArrowsMoveInTheGridAsTheEyeDoes) {
     show();
     using enum Qt::Key;

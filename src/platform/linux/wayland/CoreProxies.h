@@ -23,4 +23,22 @@ template <> struct ProxyDeleter<wl_seat> {
     }
 };
 
+template <> struct ProxyDeleter<wl_keyboard> {
+    void operator()(wl_keyboard *keyboard) const {
+        if (wl_keyboard_get_version(keyboard) >= WL_KEYBOARD_RELEASE_SINCE_VERSION)
+            wl_keyboard_release(keyboard);
+        else
+            wl_keyboard_destroy(keyboard);
+    }
+};
+
+template <> struct ProxyDeleter<wl_output> {
+    void operator()(wl_output *output) const {
+        if (wl_output_get_version(output) >= WL_OUTPUT_RELEASE_SINCE_VERSION)
+            wl_output_release(output);
+        else
+            wl_output_destroy(output);
+    }
+};
+
 } // namespace quillmender::wayland

@@ -1,16 +1,157 @@
 #include "platform/linux/wayland/WaylandWindowSystem.h"
 
-#include "platform/linux/wayland/WaylandConnection.h"
+#include "platform/ApplicationId.h"
+#include "platform/linux/wayland/WaylandServices.h"
+#include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
+#include "platform/linux/wayland/keys/CompositorLines.h"
+#include "platform/linux/wayland/keys/VirtualKeyboard.h"
+#include "platform/linux/wayland/keys/WaylandChords.h"
+#include "platform/linux/wayland/kwin/FakeInput.h"
+#include "platform/linux/wayland/kwin/KdeHotKeys.h"
+#include "platform/linux/wayland/kwin/KeystateModifiers.h"
+#include "platform/linux/wayland/kwin/PlasmaToplevels.h"
+#include "platform/linux/wayland/own/WaylandOwnWindows.h"
+#include "platform/linux/wayland/sway/SwayHotKeys.h"
+#include "platform/linux/wayland/sway/SwayToplevels.h"
+#include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
+#include "platform/linux/wayland/windows/WaylandWorkspace.h"
 
 namespace quillmender::wayland {
 
-WindowSystemServices makeWindowSystem() {
+namespace {
+
+using FindProcess = std::function<QCoro::Task<qint64>(QString title, QString appId)>;
+
+constexpr std::chrono::milliseconds primaryLimit{500};
+// What the lines for a configuration bind.
+constexpr QKeyCombination usualHotKey(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
+
+void makeSources(WindowSystemServices &services, WaylandServices &shared, FindProcess findProcess) {
+    shared.foreignToplevels =
+        wlroots::ForeignToplevels::create(*shared.connection, QString::fromLatin1(applicationId));
+    QString backend;
+    if (shared.sway) {
+        sway::SwayToplevels::KeyboardIsWithWindows withWindows;
+        if (const auto *foreign = shared.foreignToplevels.get())
+            withWindows = [foreign] { return foreign->isAnyActive(); };
+        shared.toplevels =
+            std::make_unique<sway::SwayToplevels>(*shared.sway, std::move(withWindows));
+        backend = QStringLiteral("the compositor's socket");
+    } else if (auto plasma = kwin::PlasmaToplevels::create(*shared.connection)) {
+        shared.toplevels = std::move(plasma);
+        backend = QStringLiteral("plasma-window-management");
+    } else if (shared.foreignToplevels) {
+        shared.toplevels = std::move(shared.foreignToplevels);
+        backend = QStringLiteral("wlr-foreign-toplevel-management and the accessibility bus");
+    } else {
+        return;
+    }
+    services.backends[Capability::sourceApplications] = backend;
+    shared.applications = std::make_unique<SourceApplications>(
+        *shared.toplevels, [findProcess = std::move(findProcess)](Toplevel active) {
+            return findProcess(active.title, active.appId);
+        });
+    services.workspace = std::make_unique<WaylandWorkspace>(*shared.applications);
+}
+
+void makeClipboard(WindowSystemServices &services, WaylandServices &shared) {
+    shared.dataControl = DataControl::create(*shared.connection);
+    if (!shared.dataControl)
+        return;
+    services.pasteboard =
+        std::make_unique<WaylandPasteboard>(*shared.dataControl, shared.chordMoment);
+    services.backends[Capability::clipboard] = QStringLiteral("data-control");
+    if (shared.dataControl->hasPrimary())
+        shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
+}
+
+QString makeTyping(WaylandServices &shared) {
+    shared.typing = VirtualKeyboard::create(*shared.connection);
+    if (shared.typing)
+        return QStringLiteral("virtual-keyboard");
+    shared.modifiers = kwin::KeystateModifiers::create(*shared.connection);
+    shared.seatKeyboard = std::make_unique<kwin::SeatKeyboard>(*shared.connection);
+    shared.seatLayout =
+        std::make_unique<kwin::SeatLayout>(*shared.seatKeyboard, QDBusConnection::sessionBus());
+    shared.typing = kwin::FakeInput::create(
+        *shared.connection, shared.modifiers.get(),
+        [layout = shared.seatLayout.get()](TypedKeys keys) { return layout->codesOf(keys); });
+    return QStringLiteral("fake-input");
+}
+
+void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
+    WaylandFrontmostSource::ReadPrimary readPrimary;
+    if (auto *primary = shared.primary.get())
+        readPrimary = [primary] { return primary->primaryText(primaryLimit); };
+    auto frontmost =
+        std::make_unique<WaylandFrontmostSource>(*shared.applications, std::move(readPrimary));
+    const QString typing = makeTyping(shared);
+    if (shared.typing) {
+        services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
+            *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment});
+        services.backends[Capability::chords] = typing;
+    }
+    services.frontmost = std::move(frontmost);
+}
+
+Lack lackOfHotKeys() {
+    // Only its name tells what its configuration looks like; nothing else depends on it.
+    const CompositorLines wanted = qEnvironmentVariableIsSet("LABWC_PID")
+                                       ? linesForLabwc(usualHotKey)
+                                       : linesForAny(usualHotKey);
+    Lack lack(QStringLiteral("This desktop gives programs no shortcut that works everywhere."));
+    lack.lines = wanted.lines.trimmed();
+    if (wanted.file.isEmpty()) {
+        lack.remedy = QStringLiteral("Bind a key of your choice to this command in the settings of "
+                                     "your desktop:");
+    } else {
+        lack.remedy = QStringLiteral("Put these lines into `%1`, %2, and run `%3`:")
+                          .arg(wanted.file, wanted.place, wanted.after);
+    }
+    return lack;
+}
+
+void makeHotKeys(WindowSystemServices &services, WaylandServices &shared) {
+    if (shared.sway) {
+        services.hotKeys = std::make_unique<sway::SwayHotKeys>(*shared.sway);
+        services.backends[Capability::hotKeys] = QStringLiteral("bindings of the compositor");
+    } else if (auto global = kwin::KdeHotKeys::create(QDBusConnection::sessionBus())) {
+        services.hotKeys = std::move(global);
+        services.backends[Capability::hotKeys] = QStringLiteral("the desktop's global shortcuts");
+    } else {
+        services.missing[Capability::hotKeys] = lackOfHotKeys();
+    }
+}
+
+void makeOwnWindows(WindowSystemServices &services, WaylandServices &shared) {
+    CompositorHelp help;
+    help.toplevels = shared.toplevels.get();
+    if (auto *sway = shared.sway.get())
+        help.swayCommand = [sway](const QString &command) {
+            sway->post(sway::Request::runCommand, command.toUtf8());
+        };
+    auto windows = std::make_unique<WaylandOwnWindows>(*shared.connection, std::move(help));
+    services.backends[Capability::panel] = windows->panelBackend();
+    services.ownWindows = std::move(windows);
+}
+
+} // namespace
+
+WindowSystemServices makeWindowSystem(FindProcess findProcess) {
     WindowSystemServices services;
     services.name = QStringLiteral("Wayland");
-    const std::shared_ptr<WaylandConnection> connection = WaylandConnection::open();
-    if (!connection)
+    const auto shared = std::make_shared<WaylandServices>();
+    shared->connection = WaylandConnection::open();
+    if (!shared->connection)
         return services;
-    services.shared = connection;
+    services.shared = shared;
+    shared->sway = sway::SwayIpc::open();
+    makeSources(services, *shared, std::move(findProcess));
+    makeClipboard(services, *shared);
+    if (shared->applications)
+        makeFrontmost(services, *shared);
+    makeHotKeys(services, *shared);
+    makeOwnWindows(services, *shared);
     return services;
 }
 

@@ -6,6 +6,7 @@ namespace quillmender::wayland {
 
 /// The services of a Wayland compositor, each by what this one offers. A service that it cannot
 /// give is null, and among the missing ones. Without a compositor everything is missing.
-WindowSystemServices makeWindowSystem();
+WindowSystemServices
+makeWindowSystem(std::function<QCoro::Task<qint64>(QString title, QString appId)> findProcess);
 
 } // namespace quillmender::wayland

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QWidget>
 
+#include <utility>
+
 /// A field that treats editing commands as browser engines in Qt's windows do: it knows the command
 /// when it is asked about the shortcut, and carries it out with the next key that comes. Its text,
 /// which is selected at first, is the window's title; the accessibility bus does not see it.
@@ -25,6 +27,13 @@ class CommandField : public QWidget {
     }
 
     void keyPressEvent(QKeyEvent *event) override {
+        // On Wayland the toolkit hands a key that it has asked about on twice.
+        const bool isCommand =
+            pending_ != QKeySequence::UnknownKey || commandOf(*event) != QKeySequence::UnknownKey;
+        if (std::exchange(isCommandDown_, isCommand) && isCommand) {
+            pending_ = QKeySequence::UnknownKey;
+            return;
+        }
         if (pending_ == QKeySequence::UnknownKey)
             pending_ = commandOf(*event);
         if (pending_ == QKeySequence::Copy && isSelected_)
@@ -37,6 +46,8 @@ class CommandField : public QWidget {
         pending_ = QKeySequence::UnknownKey;
     }
 
+    void keyReleaseEvent(QKeyEvent *) override { isCommandDown_ = false; }
+
   private:
     static QKeySequence::StandardKey commandOf(const QKeyEvent &event) {
         for (const auto command : {QKeySequence::Copy, QKeySequence::Paste}) {
@@ -48,5 +59,6 @@ class CommandField : public QWidget {
 
     QString text_;
     bool isSelected_ = true;
+    bool isCommandDown_ = false;
     QKeySequence::StandardKey pending_ = QKeySequence::UnknownKey;
 };

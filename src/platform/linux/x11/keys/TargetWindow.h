@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/linux/Obstacle.h"
 #include "platform/linux/x11/keys/ChordSurroundings.h"
-#include "platform/linux/x11/keys/Obstacle.h"
 #include "platform/linux/x11/windows/X11RunningApplication.h"
 
 #include <QCoroTask>

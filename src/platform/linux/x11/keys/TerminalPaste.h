@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/keys/Obstacle.h"
+#include "platform/linux/Obstacle.h"
 
 #include <QCoroTask>
 #include <xcb/xcb.h>

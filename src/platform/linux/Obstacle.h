@@ -4,9 +4,9 @@
 
 #include <optional>
 
-namespace quillmender::x11 {
+namespace quillmender {
 
 /// Why a chord is not typed, in words for the log; absent when nothing speaks against it.
 using Obstacle = std::optional<QString>;
 
-} // namespace quillmender::x11
+} // namespace quillmender

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+
+#include <functional>
+
+namespace quillmender::wayland {
+
+/// Sees to it that a window that was shown or asked for gets the keyboard. A compositor is free to
+/// refuse, and says nothing when it does.
+class KeyboardArrival : public QObject {
+    Q_OBJECT
+
+  public:
+    KeyboardArrival();
+
+    /// Waits for the keyboard to come to the window, from now on and instead of to another one.
+    /// `insist` is called, once, when it did not come by itself.
+    void await(QWindow &window, std::function<void()> insist);
+
+    void forget();
+
+  private:
+    void look();
+
+    QPointer<QWindow> window_;
+    std::function<void()> insist_;
+    QTimer patience_;
+};
+
+} // namespace quillmender::wayland

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/wayland/own/SeatKeyboard.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <memory>
+#include <unordered_map>
+
+namespace quillmender::wayland {
+
+/// What the compositor tells the toolkit's windows of the keyboards: the toolkit hands on neither
+/// which keys were down when one came, nor the moment when it came. It listens on the
+/// toolkit's connection, where the events come right before or after those that the toolkit
+/// dispatches itself.
+class KeyboardWatch : public QObject {
+    Q_OBJECT
+
+  public:
+    /// The display outlives it. With a null one nothing is known.
+    explicit KeyboardWatch(wl_display *toolkitDisplay);
+    ~KeyboardWatch() override;
+
+    wl_display *display() const { return display_; }
+
+    /// Native codes, as QKeyEvent has them: of the keys that were down when a window of this
+    /// program got the keyboard last, and have not been let go of since.
+    QSet<quint32> downAtEntry() const;
+
+    bool isDown(quint32 code) const;
+
+    /// Whether there is any keyboard that a window can have.
+    bool isAny() const;
+
+    /// Whether a window of this program has a keyboard.
+    bool isHere() const;
+
+  private:
+    struct Events;
+
+    void announce(quint32 name, const char *interface, quint32 version);
+
+    wl_display *display_;
+    Proxy<wl_registry> registry_;
+    std::unordered_map<quint32, std::unique_ptr<SeatKeyboard>> seats_; ///< by their global names
+    const SeatKeyboard *latest_ = nullptr;                             ///< that came here
+};
+
+} // namespace quillmender::wayland

@@ -1,0 +1,67 @@
+#include "desktop/harness/wayland/WaylandDesktop.h"
+
+#include "desktop/harness/wayland/WaylandClipboardOwner.h"
+#include "desktop/harness/wayland/WaylandClipboardProbe.h"
+
+#include <QDBusMessage>
+#include <QDBusMetaType>
+
+namespace quillmender::harness {
+
+WaylandDesktop::WaylandDesktop(const Options &options) {
+    setVariable("XDG_SESSION_TYPE", QStringLiteral("wayland"));
+    setVariable("GDK_BACKEND", QStringLiteral("wayland"));
+    setVariable("QT_QPA_PLATFORM", QStringLiteral("wayland"));
+    setVariable("MOZ_ENABLE_WAYLAND", QStringLiteral("1"));
+    // There is none, and programs would wait for it.
+    setVariable("GTK_USE_PORTAL", QStringLiteral("0"));
+    startSessionBus(options.services);
+    compositor_ = Compositor::start(
+        options.kind, options.compositor,
+        {.folders = folders(), .environment = environment(), .sessionBus = sessionBus()});
+    const QMap<QString, QString> &variables = compositor_->variables();
+    for (auto each = variables.cbegin(); each != variables.cend(); ++each)
+        setVariable(each.key().toLatin1().constData(), each.value());
+    tellServices();
+    if (options.accessibilityBus)
+        startAccessibilityBus(options.accessibilityEnabled);
+    if (options.keyring)
+        startKeyring();
+}
+
+WaylandDesktop::~WaylandDesktop() {
+    endServices();
+    compositor_.reset();
+    endSessionBus();
+}
+
+std::unique_ptr<SelectionOwner>
+WaylandDesktop::ownClipboard(const QList<ClipboardRepresentation> &offer) {
+    return std::make_unique<WaylandClipboardOwner>(socketPath(), offer);
+}
+
+ClipboardContents WaylandDesktop::readClipboard() {
+    return WaylandClipboardProbe(socketPath()).read();
+}
+
+QString WaylandDesktop::selectedText() {
+    return WaylandClipboardProbe(socketPath(), SelectionKind::primary).text();
+}
+
+void WaylandDesktop::prepareFor(const QString &program) {
+    compositor_->trust(program, QStringLiteral(QUILLMENDER_DESKTOP_FILE));
+}
+
+void WaylandDesktop::tellServices() {
+    qDBusRegisterMetaType<QMap<QString, QString>>();
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("UpdateActivationEnvironment"));
+    QMap<QString, QString> variables;
+    for (const QString &name : environment().keys())
+        variables.insert(name, environment().value(name));
+    call << QVariant::fromValue(variables);
+    sessionBus().connection().call(call);
+}
+
+} // namespace quillmender::harness
