@@ -1,6 +1,7 @@
 #include "desktop/harness/wayland/KWinCompositor.h"
 
 #include "desktop/harness/HarnessError.h"
+#include "desktop/harness/ProductProcess.h"
 #include "desktop/harness/SessionBus.h"
 
 #include <QDBusMessage>
@@ -38,6 +39,8 @@ KWinCompositor::KWinCompositor(const Options &options, const Place &place)
       host_({.screen = options.screen, .layouts = options.layouts}, place,
             QStringLiteral("kwin-host")) {
     writeSettings(options);
+    // KWin looks for changes every now and then only.
+    writeEntry(ProductProcess::path(), QStringLiteral(QUILLMENDER_DESKTOP_FILE));
     setVariable("XDG_CURRENT_DESKTOP", QStringLiteral("KDE"));
     readDesktopFiles();
     QMap<QString, QString> own{
@@ -130,6 +133,11 @@ void KWinCompositor::reload() {
 }
 
 void KWinCompositor::trust(const QString &program, const QString &desktopFile) {
+    if (writeEntry(program, desktopFile))
+        readDesktopFiles();
+}
+
+bool KWinCompositor::writeEntry(const QString &program, const QString &desktopFile) {
     QFile file(desktopFile);
     if (!file.open(QIODevice::ReadOnly))
         throw HarnessError(QStringLiteral("no %1").arg(desktopFile));
@@ -146,10 +154,15 @@ void KWinCompositor::trust(const QString &program, const QString &desktopFile) {
         }
         contents += line;
     }
-    writeFile(place().folders.data() + QStringLiteral("/applications/") +
-                  QFileInfo(desktopFile).fileName(),
-              contents);
-    readDesktopFiles();
+    QString name = QFileInfo(desktopFile).fileName();
+    if (name.endsWith(QStringLiteral(".in")))
+        name.chop(3);
+    const QString entry = place().folders.data() + QStringLiteral("/applications/") + name;
+    QFile before(entry);
+    if (before.open(QIODevice::ReadOnly) && before.readAll() == contents)
+        return false;
+    writeFile(entry, contents);
+    return true;
 }
 
 } // namespace quillmender::harness

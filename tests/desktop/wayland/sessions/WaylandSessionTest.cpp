@@ -38,6 +38,7 @@ struct Keyboard {
     const char *name;
     const char *layouts;
     quint32 layoutInUse;
+    bool hasLatinLetters;
 };
 
 void PrintTo(const Keyboard &keyboard, std::ostream *stream) {
@@ -54,6 +55,9 @@ class WaylandKeyboardTest
 
 TEST_P(WaylandKeyboardTest, CopiesAndPastes) {
     const Keyboard &keyboard = std::get<Keyboard>(GetParam());
+    // The user's own keyboard is what the chord comes from there.
+    if (kind() == CompositorKind::kwin && !keyboard.hasLatinLetters)
+        GTEST_SKIP() << "on a keyboard without Latin letters this field knows no chord";
     harness::WaylandDesktop::Options options;
     options.compositor.layouts = QString::fromLatin1(keyboard.layouts);
     startDesktop(options);
@@ -78,9 +82,10 @@ TEST_P(WaylandKeyboardTest, CopiesAndPastes) {
 INSTANTIATE_TEST_SUITE_P(
     On, WaylandKeyboardTest,
     testing::Combine(harness::everyCompositor(),
-                     testing::Values(Keyboard{"German", "de", 0}, Keyboard{"Russian", "ru", 0},
-                                     Keyboard{"Greek", "gr", 0},
-                                     Keyboard{"RussianBesidesUs", "us,ru", 1})),
+                     testing::Values(Keyboard{"German", "de", 0, true},
+                                     Keyboard{"Russian", "ru", 0, false},
+                                     Keyboard{"Greek", "gr", 0, false},
+                                     Keyboard{"RussianBesidesUs", "us,ru", 1, true})),
     [](const auto &instance) {
         return std::string(harness::nameOf(std::get<CompositorKind>(instance.param))) + "_" +
                std::get<Keyboard>(instance.param).name;
