@@ -30,9 +30,9 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # In no list of libraries, since it is talked to: the accessibility bus and a session bus; or since it
-# is loaded when a key is first wanted.
+# is loaded when it is first wanted: with the first key, and where the session is a Wayland one.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "libsecret-1-0, at-spi2-core, default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
+    "libsecret-1-0, qt6-wayland, at-spi2-core, default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
 # A secret service for the keys, the authorities that https endpoints are checked against, and
 # the tool that menus call for the actions of the entry.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
