@@ -22,6 +22,8 @@ struct Lack {
     QString sentence;
     QString remedy; ///< empty when nothing can be done
     QString lines;  ///< what the remedy wants in a configuration file, as it stands there
+
+    friend bool operator==(const Lack &, const Lack &) = default;
 };
 
 /// What is not in it is there.

@@ -80,7 +80,7 @@ TEST(WindowSystemTest, AToolkitThatSpeaksToAnXServerHasItsServices) {
 
 TEST(WindowSystemTest, AnXServerThatAnswersBesidesIsNotTheSessions) {
     const XServerProcess server;
-    for (const char *platform : {"wayland", "offscreen", ""}) {
+    for (const char *platform : {"linuxfb", "offscreen", ""}) {
         const WindowSystemServices services = choose(platform, server.display());
         EXPECT_EQ(services.name, QString()) << platform;
         expectComplete(services);
@@ -88,7 +88,8 @@ TEST(WindowSystemTest, AnXServerThatAnswersBesidesIsNotTheSessions) {
         EXPECT_FALSE(holdsHotKeys(services)) << platform;
         EXPECT_FALSE(services.tray) << platform;
         for (const Capability capability : everything)
-            EXPECT_TRUE(services.missing[capability].endsWith(u'.')) << "a sentence for the user";
+            EXPECT_TRUE(services.missing[capability].sentence.endsWith(u'.'))
+                << "a sentence for the user";
     }
 }
 
@@ -98,12 +99,20 @@ TEST(WindowSystemTest, WithoutItsServerEverythingIsMissing) {
     EXPECT_EQ(services.missing.size(), std::size(everything));
 }
 
+TEST(WindowSystemTest, WithoutItsCompositorEverythingIsMissing) {
+    qputenv("WAYLAND_DISPLAY", "/nowhere/wayland-7");
+    const WindowSystemServices services = choose("wayland", "");
+    expectComplete(services);
+    EXPECT_EQ(services.name, QStringLiteral("Wayland"));
+    EXPECT_EQ(services.missing.size(), std::size(everything));
+}
+
 TEST(WindowSystemTest, WhatOneServerLacksIsMissingAlone) {
     const XServerProcess server({QStringLiteral("-extension"), QStringLiteral("XTEST")});
     const WindowSystemServices services = choose("xcb", server.display());
     expectComplete(services);
     EXPECT_EQ(services.missing.keys(), QList<Capability>{Capability::chords});
-    EXPECT_THAT(services.missing[Capability::chords].toStdString(), HasSubstr("XTest"));
+    EXPECT_THAT(services.missing[Capability::chords].sentence.toStdString(), HasSubstr("XTest"));
     EXPECT_FALSE(canTypeChords(services));
     EXPECT_TRUE(holdsHotKeys(services));
 }
@@ -117,9 +126,9 @@ TEST(WindowSystemTest, EachCapabilityHasItsLineInTheLog) {
                                                "clipboard: selections and XFixes", "chords: XTest",
                                                "hot keys: passive grabs", "panel: EWMH"));
     LogLines::lines().clear();
-    choose("wayland", server.display());
+    choose("linuxfb", server.display());
     EXPECT_THAT(LogLines::lines(),
-                ElementsAre("window system: none, since the toolkit speaks wayland",
+                ElementsAre("window system: none, since the toolkit speaks linuxfb",
                             StartsWith("source applications: none. Quillmender cannot"),
                             StartsWith("clipboard: none. "), StartsWith("chords: none. "),
                             StartsWith("hot keys: none. "), StartsWith("panel: none. ")));

@@ -46,7 +46,7 @@ TEST_F(TextLabelTest, HeightFollowsTheText) {
 TEST_F(TextLabelTest, CodeThatFitsALineIsNotBroken) {
     const QString code = QStringLiteral("`/<model>:generateContent`");
     TellingLabel hint(theme, TextStyle::caption, TextLabel::Tone::secondary);
-    hint.markCode();
+    hint.setCode(TextLabel::Code::marked);
     hint.show(code);
     const int whole = [&] {
         int width = 50;

@@ -216,7 +216,7 @@ TEST_F(StyleTest, OnlyHintsOfOurOwnHaveAMonospacedFace) {
     const auto end = [this](const QString &text, bool marked) {
         TextLabel label(theme, TextStyle::caption, TextLabel::Tone::secondary);
         if (marked)
-            label.markCode();
+            label.setCode(TextLabel::Code::marked);
         label.show(text);
         EXPECT_EQ(label.text(), text) << "what assistive technology reads";
         label.resize(400, label.heightForWidth(400));

@@ -56,8 +56,8 @@ struct ForeignToplevels::Events {
     static void closed(void *data, Handle *) { window(data).owner->remove(window(data)); }
     static void belongs(void *, Handle *, Handle *) {}
 
-    static constexpr zwlr_foreign_toplevel_manager_v1_listener manager{announced, finished};
-    static constexpr zwlr_foreign_toplevel_handle_v1_listener handle{
+    static constexpr zwlr_foreign_toplevel_manager_v1_listener ofManager{announced, finished};
+    static constexpr zwlr_foreign_toplevel_handle_v1_listener ofHandle{
         titled, named, entered, left, changed, told, closed, belongs};
 };
 
@@ -79,7 +79,7 @@ ForeignToplevels::ForeignToplevels(WaylandConnection &connection,
       ownAppId_(std::move(ownAppId)),
       outputs_(connection.display()),
       manager_(std::move(manager)) {
-    zwlr_foreign_toplevel_manager_v1_add_listener(manager_.get(), &Events::manager, this);
+    zwlr_foreign_toplevel_manager_v1_add_listener(manager_.get(), &Events::ofManager, this);
     connect(&connection_, &WaylandConnection::lost, this, &ForeignToplevels::forgetAll);
     whileFocusReturns_.setSingleShot(true);
     whileFocusReturns_.setInterval(focusReturns);
@@ -136,7 +136,7 @@ void ForeignToplevels::add(zwlr_foreign_toplevel_handle_v1 *handle) {
     window.proxy.reset(handle);
     window.owner = this;
     window.toplevel.id = QByteArray::number(++count_);
-    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Events::handle, &window);
+    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Events::ofHandle, &window);
 }
 
 void ForeignToplevels::apply(Window &window) {

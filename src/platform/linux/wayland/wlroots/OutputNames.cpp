@@ -29,12 +29,12 @@ struct OutputNames::Events {
     static void scaled(void *, wl_output *, int32_t) {}
     static void described(void *, wl_output *, const char *) {}
 
-    static constexpr wl_registry_listener registry{announced, withdrawn};
+    static constexpr wl_registry_listener globals{announced, withdrawn};
     static constexpr wl_output_listener listener{placed, sized, told, scaled, named, described};
 };
 
 OutputNames::OutputNames(wl_display *display) : registry_(wl_display_get_registry(display)) {
-    wl_registry_add_listener(registry_.get(), &Events::registry, this);
+    wl_registry_add_listener(registry_.get(), &Events::globals, this);
 }
 
 OutputNames::~OutputNames() = default;
