@@ -169,7 +169,7 @@ TEST(ContentsFileTest, IsNothingWhenItIsGarbled) {
     ASSERT_EQ(::pwrite(other.get(), "????", 4, 0), 4);
     EXPECT_EQ(readContentsFile(other), std::nullopt);
     const Descriptor lying = writeContentsFile({{"type", ""}});
-    ASSERT_EQ(::pwrite(lying.get(), "\0\0\0\x74", 4, 4), 4) << "a hundred bytes too many";
+    ASSERT_EQ(::pwrite(lying.get(), "\0\0\0\x70", 4, 4), 4) << "96 bytes too many";
     EXPECT_EQ(readContentsFile(lying), std::nullopt);
 }
 
