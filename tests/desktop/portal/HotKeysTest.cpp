@@ -149,7 +149,7 @@ TEST_F(HotKeysTest, ASessionThatThePortalClosesIsOpenedAgain) {
     EXPECT_TRUE(harness::becomesTrue([&] { return held.hotKey->keys() == asked; }));
 }
 
-TEST(TriggerTest, KeysAreSaidInTheWordsOfTheSpecification) {
+TEST(TriggerTest, KeysAreSaidInTheWordsOfTheStandard) {
     EXPECT_EQ(portal::triggerFor(asked), QStringLiteral("CTRL+ALT+space"));
     EXPECT_EQ(portal::triggerFor(Qt::MetaModifier | Qt::ShiftModifier | Qt::Key_J),
               QStringLiteral("SHIFT+LOGO+j"));

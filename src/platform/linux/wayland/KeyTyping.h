@@ -13,7 +13,7 @@ enum class TypedKeys { controlC, controlV, shiftInsert };
 /// What came of typing.
 struct TypedOutcome {
     bool isTyped = false;
-    /// Nothing was typed, and this way of typing is not to be had in this session, rather than not
+    /// Nothing was typed, and this way of typing is not to be had on this desktop, rather than not
     /// at this moment.
     bool isUnavailable = false;
     QString reason{}; ///< why nothing was typed, in words for the log
