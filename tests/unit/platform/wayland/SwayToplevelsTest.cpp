@@ -8,11 +8,15 @@ namespace quillmender::sway {
 
 namespace {
 
+// More than any process has: where few run, this one's own number is as small as those of the
+// windows.
+constexpr qint64 nobodys = 10'000'000;
+
 QByteArray window(int id, const char *appId, qint64 process, bool isFocused = false) {
     return QStringLiteral(R"({"id":%1,"type":"con","name":"title %1","pid":%2,"app_id":"%3",)"
                           R"("focused":%4,"rect":{"x":1,"y":2,"width":30,"height":40}})")
         .arg(id)
-        .arg(process)
+        .arg(process == QCoreApplication::applicationPid() ? process : nobodys + process)
         .arg(QLatin1String(appId), isFocused ? QStringLiteral("true") : QStringLiteral("false"))
         .toUtf8();
 }
@@ -60,7 +64,7 @@ TEST_F(SwayToplevelsTest, TellsWhatTheTreeSays) {
     const auto active = toplevels_->active();
     ASSERT_TRUE(active.has_value());
     EXPECT_EQ(active->id, "11");
-    EXPECT_EQ(active->processId, 101);
+    EXPECT_EQ(active->processId, nobodys + 101);
     EXPECT_EQ(active->appId, QStringLiteral("editor"));
     EXPECT_EQ(active->title, QStringLiteral("title 11"));
     EXPECT_EQ(active->output, QStringLiteral("OUT-1"));
