@@ -29,8 +29,8 @@ void registerPortalShortcuts();
 /// of another type.
 std::optional<PortalShortcut> findShortcut(const QVariant &shortcuts, const QString &id);
 
-/// The keys in the form in which a program says which ones it would like (the shortcuts
-/// specification of freedesktop.org); empty for keys that type no ASCII character.
+/// The keys in the form in which a program says which ones it would like, that of freedesktop.org for
+/// shortcuts; empty for keys that type no ASCII character.
 QString triggerFor(QKeyCombination keys);
 
 /// The keys that a shortcut has. It tells them in words for the user: words that are not understood
