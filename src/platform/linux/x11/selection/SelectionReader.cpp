@@ -1,7 +1,7 @@
 #include "platform/linux/x11/selection/SelectionReader.h"
 
 #include "platform/SignalWait.h"
-#include "platform/linux/x11/LaterPointer.h"
+#include "platform/linux/LaterPointer.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/Xcb.h"
 #include "platform/linux/x11/selection/SelectionText.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
+#include "platform/linux/LastReading.h"
 #include "platform/linux/TransferBudget.h"
-#include "platform/linux/x11/selection/LastReading.h"
 #include "platform/linux/x11/selection/LateCopy.h"
 #include "platform/linux/x11/selection/OwnSelections.h"
 
