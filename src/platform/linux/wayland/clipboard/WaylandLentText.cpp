@@ -4,6 +4,8 @@
 #include "platform/linux/wayland/clipboard/ClipboardText.h"
 #include "platform/linux/wayland/clipboard/PipeWriter.h"
 
+#include <QDeadlineTimer>
+
 #include <algorithm>
 
 namespace quillmender::wayland {
@@ -11,6 +13,8 @@ namespace quillmender::wayland {
 using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto longestReading = 2s; // of who reads again and again
 
 std::chrono::milliseconds rest(const QDeadlineTimer &deadline) {
     return std::chrono::milliseconds(deadline.remainingTime());
@@ -25,7 +29,7 @@ WaylandLentText::WaylandLentText(DataControl &control, DataSource &source, Prima
     connect(&chords, &ChordMoment::noted, this, [this] {
         ++chords_;
         underWay_ = 0;
-        lastReading_.reset();
+        reading_.begin(std::chrono::steady_clock::now());
     });
     connect(&source, &DataSource::asked, this, &WaylandLentText::handleAsked);
     connect(&source, &DataSource::cancelled, this, &WaylandLentText::end);
@@ -51,7 +55,7 @@ void WaylandLentText::handleAsked(const QByteArray &type, PipeWriter *transfer) 
             return;
         --underWay_;
         if (isComplete)
-            lastReading_ = std::chrono::steady_clock::now();
+            reading_.note(std::chrono::steady_clock::now());
         Q_EMIT changed();
     });
 }
@@ -60,10 +64,10 @@ QCoro::Task<bool> WaylandLentText::wasRead(std::chrono::milliseconds limit) {
     const auto self = shared_from_this();
     const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
     const auto canBeRead = [this] { return isOffered() || underWay_ > 0; };
-    while (!lastReading_ && canBeRead() && !deadline.hasExpired())
+    while (!reading_.isBegun() && canBeRead() && !deadline.hasExpired())
         co_await SignalWait(this, &WaylandLentText::changed, std::max(rest(deadline), 1ms));
-    if (lastReading_) {
-        co_await readingIsOver(deadline);
+    if (reading_.isBegun()) {
+        co_await readingIsOver();
         co_return true;
     }
     if (underWay_ > 0)
@@ -72,16 +76,14 @@ QCoro::Task<bool> WaylandLentText::wasRead(std::chrono::milliseconds limit) {
     co_return false;
 }
 
-QCoro::Task<> WaylandLentText::readingIsOver(QDeadlineTimer deadline) {
-    // Chromium reads more than once for one paste, and pastes what it read last.
-    constexpr auto quiet = 80ms;
-    while (isOffered() && !deadline.hasExpired()) {
-        const auto since = std::chrono::steady_clock::now() - *lastReading_;
-        const auto more = std::chrono::ceil<std::chrono::milliseconds>(quiet - since);
-        if (more <= 0ms)
+QCoro::Task<> WaylandLentText::readingIsOver() {
+    const QDeadlineTimer patience(longestReading, Qt::PreciseTimer);
+    while (isOffered() && !patience.hasExpired()) {
+        const auto quiet = reading_.rest(std::chrono::steady_clock::now());
+        if (quiet <= 0ms && underWay_ == 0)
             co_return;
         co_await SignalWait(this, &WaylandLentText::changed,
-                            std::max(std::min(more, rest(deadline)), 1ms));
+                            underWay_ > 0 ? rest(patience) : quiet);
     }
 }
 
@@ -89,7 +91,7 @@ void WaylandLentText::end() {
     if (!source_)
         return;
     // Who comes round to the paste only now was not waited for.
-    if (!lastReading_ && underWay_ == 0)
+    if (!reading_.isBegun() && underWay_ == 0)
         refuse();
     terminal_.end();
     source_->disconnect(this);

@@ -1,17 +1,16 @@
 #pragma once
 
 #include "platform/LentText.h"
+#include "platform/linux/PasteReading.h"
 #include "platform/linux/PasteText.h"
 #include "platform/linux/wayland/ChordMoment.h"
 #include "platform/linux/wayland/clipboard/DataSource.h"
 #include "platform/linux/wayland/clipboard/TerminalLoan.h"
 
-#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 
 #include <chrono>
-#include <optional>
 
 namespace quillmender::wayland {
 
@@ -50,7 +49,7 @@ class WaylandLentText : public QObject,
 
   private:
     void handleAsked(const QByteArray &type, PipeWriter *transfer);
-    QCoro::Task<> readingIsOver(QDeadlineTimer deadline);
+    QCoro::Task<> readingIsOver();
 
     void refuse();
 
@@ -59,7 +58,7 @@ class WaylandLentText : public QObject,
     TerminalLoan terminal_;
     int chords_ = 0;   ///< since it was lent
     int underWay_ = 0; ///< transfers that were asked for since the last chord
-    std::optional<std::chrono::steady_clock::time_point> lastReading_;
+    PasteReading reading_;
 };
 
 } // namespace quillmender::wayland

@@ -9,7 +9,7 @@ namespace quillmender::x11 {
 void PasteReaders::typeChord(xcb_window_t window) {
     window_ = window;
     typedAt_ = std::chrono::steady_clock::now();
-    lastReading_.reset();
+    reading_.begin(typedAt_);
 }
 
 bool PasteReaders::add(xcb_window_t requestor, Moment askedAt) {
@@ -22,7 +22,7 @@ bool PasteReaders::add(xcb_window_t requestor, Moment askedAt) {
     }
     if (!isActingFor(connection_, requestor, window_))
         return false;
-    lastReading_ = std::chrono::steady_clock::now();
+    reading_.note(std::chrono::steady_clock::now());
     return true;
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "platform/linux/PasteReading.h"
 #include "platform/linux/x11/selection/SelectionOwner.h"
 
 #include <QSet>
 #include <xcb/xcb.h>
-
-#include <optional>
 
 namespace quillmender::x11 {
 
@@ -27,8 +26,8 @@ class PasteReaders {
     /// Where the chord went; `XCB_WINDOW_NONE` before it is out.
     xcb_window_t window() const { return window_; }
 
-    /// When the application has last read it since the chord.
-    std::optional<Moment> lastReading() const { return lastReading_; }
+    /// What the application has read since the chord.
+    const PasteReading &reading() const { return reading_; }
 
     /// Whether the application had read it already when the chord came.
     bool isReadEarly() const;
@@ -39,7 +38,7 @@ class PasteReaders {
     Moment typedAt_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     QSet<xcb_window_t> early_;
-    std::optional<Moment> lastReading_;
+    PasteReading reading_;
 };
 
 } // namespace quillmender::x11

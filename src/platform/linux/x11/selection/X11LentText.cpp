@@ -4,11 +4,17 @@
 #include "platform/linux/x11/Xcb.h"
 #include "platform/linux/x11/selection/OwnSelections.h"
 
-#include <algorithm>
+#include <QDeadlineTimer>
 
 namespace quillmender::x11 {
 
 using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto longestReading = 2s; // of who reads again and again
+
+} // namespace
 
 X11LentText::X11LentText(OwnSelections &selections, xcb_window_t reader)
     : selections_(&selections),
@@ -30,11 +36,10 @@ void X11LentText::handleServed(xcb_window_t requestor, SelectionOwner::Moment as
 
 QCoro::Task<bool> X11LentText::wasRead(std::chrono::milliseconds limit) {
     const auto self = shared_from_this();
-    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
-    if (isOffered() && !readers_.lastReading())
+    if (isOffered() && !readers_.reading().isBegun())
         co_await SignalWait(this, &X11LentText::changed, limit);
-    if (readers_.lastReading()) {
-        co_await readingIsOver(deadline);
+    if (readers_.reading().isBegun()) {
+        co_await readingIsOver();
         co_return true;
     }
     if (!isOffered())
@@ -44,17 +49,18 @@ QCoro::Task<bool> X11LentText::wasRead(std::chrono::milliseconds limit) {
     co_return readers_.isReadEarly();
 }
 
-QCoro::Task<> X11LentText::readingIsOver(QDeadlineTimer deadline) {
-    // Chromium reads more than once for one paste, and pastes what it read last.
-    constexpr auto quiet = 80ms;
-    while (isOffered() && !deadline.hasExpired()) {
-        const auto since = std::chrono::steady_clock::now() - *readers_.lastReading();
-        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(quiet - since);
+QCoro::Task<> X11LentText::readingIsOver() {
+    const QDeadlineTimer patience(longestReading, Qt::PreciseTimer);
+    while (isOffered() && !patience.hasExpired()) {
+        const auto rest = readers_.reading().rest(std::chrono::steady_clock::now());
         if (rest <= 0ms)
             co_return;
-        const std::chrono::milliseconds allowed(deadline.remainingTime());
-        co_await SignalWait(this, &X11LentText::changed, std::max(std::min(rest, allowed), 1ms));
+        co_await SignalWait(this, &X11LentText::changed, rest);
     }
+}
+
+xcb_window_t X11LentText::pastedInto() const {
+    return readers_.reading().isBegun() ? readers_.window() : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 bool X11LentText::refuseLateReader() {
@@ -70,7 +76,7 @@ void X11LentText::end() {
     if (!isOffered())
         return;
     // What replaces it is not for an application that comes round to the paste only now.
-    if (!readers_.lastReading() && !refuseLateReader())
+    if (!readers_.reading().isBegun() && !refuseLateReader())
         wasReadEarly_ = readers_.isReadEarly();
     selections_->clipboard.disconnect(this);
     selections_->primary.owner().disconnect(this);

@@ -4,7 +4,6 @@
 #include "platform/linux/x11/selection/PasteReaders.h"
 #include "platform/linux/x11/selection/TerminalLoan.h"
 
-#include <QDeadlineTimer>
 #include <QObject>
 
 namespace quillmender::x11 {
@@ -34,6 +33,9 @@ class X11LentText : public QObject,
     /// The chord that pastes it is out, into this window: who reads from now on is pasting.
     void typeChord(xcb_window_t window) { readers_.typeChord(window); }
 
+    /// Whose application has read it since the chord; `XCB_WINDOW_NONE` when it has not.
+    xcb_window_t pastedInto() const;
+
     /// Called by the pasteboard, which has other contents from now on.
     void end();
 
@@ -43,7 +45,7 @@ class X11LentText : public QObject,
 
   private:
     void handleServed(xcb_window_t requestor, SelectionOwner::Moment askedAt);
-    QCoro::Task<> readingIsOver(QDeadlineTimer deadline);
+    QCoro::Task<> readingIsOver();
     bool refuseLateReader();
 
     OwnSelections *selections_;

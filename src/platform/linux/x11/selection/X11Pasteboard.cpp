@@ -79,6 +79,8 @@ QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
 }
 
 void X11Pasteboard::replaceContents(const QList<PasteboardItem> &items) {
+    const xcb_window_t pastedInto = lent_ ? lent_->pastedInto() : xcb_window_t{XCB_WINDOW_NONE};
+    const SelectionContents lentText = selections_.clipboard.contents();
     endLoan();
     lateCopy_.expect(items);
     if (isStillThere(items)) {
@@ -92,6 +94,7 @@ void X11Pasteboard::replaceContents(const QList<PasteboardItem> &items) {
         return;
     }
     selections_.clipboard.own(std::move(contents));
+    selections_.clipboard.serveStill(lentText, pastedInto);
     selections_.changes.countOwn();
 }
 
