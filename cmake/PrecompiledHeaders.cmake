@@ -37,7 +37,7 @@ function(quillmender_use_precompiled folder name)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
     foreach(target IN LISTS targets)
         get_target_property(type ${target} TYPE)
-        if(type MATCHES "^(STATIC_LIBRARY|EXECUTABLE)$")
+        if(type MATCHES "^(STATIC_LIBRARY|MODULE_LIBRARY|EXECUTABLE)$")
             target_precompile_headers(${target} REUSE_FROM ${name})
             # The header is for a library's code, and for a program's only where that is made alike. Not
             # every Qt asks for it.

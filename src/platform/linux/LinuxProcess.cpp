@@ -1,4 +1,5 @@
 #include "platform/Process.h"
+#include "platform/linux/WaylandModule.h"
 #include "platform/linux/desktop/BaseDirectories.h"
 #include "platform/linux/desktop/CoreFiles.h"
 #include "platform/linux/desktop/ProxyVariables.h"
@@ -15,7 +16,9 @@ void prepareProcess() {
 }
 
 std::optional<int> runErrand(int argc, char *argv[]) {
-    return wayland::serveClipboardIfAsked(argc, argv);
+    if (!wayland::isAskedToServe(argc, argv))
+        return std::nullopt;
+    return WaylandModule().serveClipboard(argc, argv);
 }
 
 } // namespace quillmender

@@ -1,7 +1,7 @@
 #include "platform/linux/WindowSystemServices.h"
 
 #include "platform/linux/NoFrontmostSource.h"
-#include "platform/linux/wayland/WaylandWindowSystem.h"
+#include "platform/linux/WaylandModule.h"
 #include "platform/linux/x11/X11WindowSystem.h"
 #include "platform/none/NoneChords.h"
 #include "platform/none/NoneHotKeys.h"
@@ -74,7 +74,7 @@ WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSy
     if (toolkitPlatform == QStringLiteral("xcb"))
         services = x11::makeWindowSystem(std::move(needs.windowIcon));
     else if (toolkitPlatform.startsWith(QStringLiteral("wayland")))
-        services = wayland::makeWindowSystem(std::move(needs.findProcess));
+        services = WaylandModule().makeWindowSystem(std::move(needs.findProcess));
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);
     return services;

@@ -95,8 +95,8 @@ class ClipboardTest : public testing::Test {
 
 /// The process that serves the clipboard is this one's program too.
 inline int runClipboardTests(int argc, char **argv) {
-    if (const auto status = serveClipboardIfAsked(argc, argv))
-        return *status;
+    if (isAskedToServe(argc, argv))
+        return serveClipboard(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     const QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();

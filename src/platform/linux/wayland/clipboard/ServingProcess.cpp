@@ -7,15 +7,12 @@
 #include <QCoreApplication>
 
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace quillmender::wayland {
 
-namespace {
-
-int serve(int argc, char *argv[]) {
+int serveClipboard(int argc, char *argv[]) {
     Descriptor file(serving::contentsFile);
     Descriptor starter(serving::starter);
     ::fcntl(starter.get(), F_SETFD, FD_CLOEXEC);
@@ -39,14 +36,6 @@ int serve(int argc, char *argv[]) {
                      Qt::QueuedConnection);
     const auto begun = server.begin();
     return QCoreApplication::exec();
-}
-
-} // namespace
-
-std::optional<int> serveClipboardIfAsked(int argc, char *argv[]) {
-    if (argc != 2 || std::strcmp(argv[1], serving::argument) != 0)
-        return std::nullopt;
-    return serve(argc, argv);
 }
 
 } // namespace quillmender::wayland

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <cstring>
 
 namespace quillmender::wayland {
 
@@ -17,8 +17,13 @@ inline constexpr char leave = 'l';   ///< answers that somebody else has copied 
 inline constexpr char serving = 's'; ///< the clipboard is its own
 } // namespace serving
 
-/// Where the process was started to serve the clipboard: does so until anybody copies something or
-/// the compositor goes, and answers its exit status. Absent in every other process.
-std::optional<int> serveClipboardIfAsked(int argc, char *argv[]);
+/// Whether this process was started for nothing else.
+inline bool isAskedToServe(int argc, char *argv[]) {
+    return argc == 2 && std::strcmp(argv[1], serving::argument) == 0;
+}
+
+/// In a process that was started to serve the clipboard: does so until anybody copies something or
+/// the compositor goes, and answers its exit status.
+int serveClipboard(int argc, char *argv[]);
 
 } // namespace quillmender::wayland

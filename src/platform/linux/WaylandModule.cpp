@@ -1,0 +1,47 @@
+#include "platform/linux/WaylandModule.h"
+
+#include "platform/linux/wayland/module/ModuleFunctions.h"
+
+#include <QLoggingCategory>
+
+#include <cstdlib>
+#include <dlfcn.h>
+#include <filesystem>
+
+namespace quillmender {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
+
+std::string path() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return program.parent_path() / QUILLMENDER_MODULE_FOLDER / wayland::moduleFile;
+}
+
+template <typename Function> Function *find(void *handle, const char *name) {
+    return handle ? reinterpret_cast<Function *>(::dlsym(handle, name)) : nullptr;
+}
+
+} // namespace
+
+WaylandModule::WaylandModule() : handle_(::dlopen(path().c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (!handle_)
+        qCWarning(log, "no Wayland: %s", ::dlerror());
+}
+
+WindowSystemServices WaylandModule::makeWindowSystem(FindProcess findProcess) const {
+    WindowSystemServices services;
+    const auto make = find<wayland::MakeWindowSystem>(handle_, wayland::makeWindowSystemName);
+    if (make)
+        make(services, findProcess);
+    return services;
+}
+
+int WaylandModule::serveClipboard(int argc, char *argv[]) const {
+    const auto serve = find<wayland::ServeClipboard>(handle_, wayland::serveClipboardName);
+    return serve ? serve(argc, argv) : EXIT_FAILURE;
+}
+
+} // namespace quillmender
