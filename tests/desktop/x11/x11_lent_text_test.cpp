@@ -129,10 +129,10 @@ TEST_F(LentTextTest, WhoPastedItIsGivenItForAWhileStill) {
 
     EXPECT_EQ(pasting.fetch("UTF8_STRING")->value, "answer") << "it is still at the same paste";
     EXPECT_THAT(pasting.fetchTargets(), testing::Not(testing::Contains("text/html")));
-    auto manager = server_.start(
-        QStringLiteral("xclip"),
-        {QStringLiteral("-o"), QStringLiteral("-selection"), QStringLiteral("clipboard"),
-         QStringLiteral("-target"), QStringLiteral("text/html")});
+    auto manager = server_.start(QStringLiteral("xclip"),
+                                 {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                  QStringLiteral("clipboard"), QStringLiteral("-target"),
+                                  QStringLiteral("text/html")});
     ASSERT_TRUE(waitFor([&] { return manager->state() == QProcess::NotRunning; }));
     EXPECT_EQ(manager->readAllStandardOutput(), "the user's");
     const auto isOver = [&] {

@@ -5,18 +5,13 @@
 
 extern "C" {
 
-__attribute__((visibility("default"))) quillmender::wayland::MakeWindowSystem
-    quillmender_make_wayland_window_system;
-__attribute__((visibility("default"))) quillmender::wayland::ServeClipboard
-    quillmender_serve_clipboard;
-
-void quillmender_make_wayland_window_system(
+Q_DECL_EXPORT void quillmender_make_wayland_window_system(
     quillmender::WindowSystemServices &services,
     const std::function<QCoro::Task<qint64>(QString title, QString appId)> &findProcess) {
     services = quillmender::wayland::makeWindowSystem(findProcess);
 }
 
-int quillmender_serve_clipboard(int argc, char *argv[]) {
+Q_DECL_EXPORT int quillmender_serve_clipboard(int argc, char *argv[]) {
     return quillmender::wayland::serveClipboard(argc, argv);
 }
 }
