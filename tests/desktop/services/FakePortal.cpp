@@ -1,5 +1,7 @@
 #include "FakePortal.h"
 
+#include "support/LeaveBus.h"
+
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QUuid>
@@ -30,6 +32,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, AccentChannels &c
 
 namespace {
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString group = QStringLiteral("org.freedesktop.appearance");
 } // namespace
 
@@ -39,13 +42,13 @@ FakePortal::FakePortal(const QVariantMap &appearance)
     qDBusRegisterMetaType<SettingGroups>();
     QDBusConnection bus =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_);
-    bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
+    bus.registerObject(path, this,
                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     bus.registerService(service);
 }
 
 FakePortal::~FakePortal() {
-    QDBusConnection::disconnectFromBus(connectionName_);
+    test::leaveBus(this, path, QDBusConnection(connectionName_));
 }
 
 QVariant FakePortal::accent(double red, double green, double blue) {

@@ -1,5 +1,7 @@
 #include "desktop/services/FakeStatusWatcher.h"
 
+#include "support/LeaveBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QMutexLocker>
@@ -9,6 +11,7 @@ namespace quillmender {
 
 namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString path = QStringLiteral("/StatusNotifierWatcher");
 } // namespace
 
 bool StatusWatcherObject::hasHost() const {
@@ -50,8 +53,7 @@ FakeStatusWatcher::FakeStatusWatcher(bool hasHost, const QString &busAddress)
                 busAddress.isEmpty()
                     ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)
                     : QDBusConnection::connectToBus(busAddress, connectionName_);
-            bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), object_,
-                               QDBusConnection::ExportAllContents);
+            bus.registerObject(path, object_, QDBusConnection::ExportAllContents);
             bus.registerService(watcherName);
         },
         Qt::BlockingQueuedConnection);
@@ -59,7 +61,7 @@ FakeStatusWatcher::FakeStatusWatcher(bool hasHost, const QString &busAddress)
 
 FakeStatusWatcher::~FakeStatusWatcher() {
     QMetaObject::invokeMethod(
-        object_, [this] { QDBusConnection::disconnectFromBus(connectionName_); },
+        object_, [this] { test::leaveBus(object_, path, QDBusConnection(connectionName_)); },
         Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();

@@ -1,6 +1,7 @@
 #include "desktop/wayland/kwin/FakeGlobalAccel.h"
 
 #include "platform/linux/wayland/kwin/GlobalAccel.h"
+#include "support/LeaveBus.h"
 
 #include <QUuid>
 
@@ -20,7 +21,7 @@ FakeGlobalAccel::FakeGlobalAccel(ShortcutKeys keys, ShortcutKeys usual)
 }
 
 FakeGlobalAccel::~FakeGlobalAccel() {
-    QDBusConnection::disconnectFromBus(connectionName_);
+    test::leaveBus(this, GlobalAccel::path, bus_);
 }
 
 bool FakeGlobalAccel::handleMessage(const QDBusMessage &message, const QDBusConnection &) {

@@ -4,8 +4,6 @@
 #include "platform/linux/wayland/clipboard/ClipboardText.h"
 #include "platform/linux/wayland/clipboard/PipeWriter.h"
 
-#include <QDeadlineTimer>
-
 #include <algorithm>
 
 namespace quillmender::wayland {
@@ -13,8 +11,6 @@ namespace quillmender::wayland {
 using namespace std::chrono_literals;
 
 namespace {
-
-constexpr auto longestReading = 2s; // of who reads again and again
 
 std::chrono::milliseconds rest(const QDeadlineTimer &deadline) {
     return std::chrono::milliseconds(deadline.remainingTime());
@@ -67,7 +63,7 @@ QCoro::Task<bool> WaylandLentText::wasRead(std::chrono::milliseconds limit) {
     while (!reading_.isBegun() && canBeRead() && !deadline.hasExpired())
         co_await SignalWait(this, &WaylandLentText::changed, std::max(rest(deadline), 1ms));
     if (reading_.isBegun()) {
-        co_await readingIsOver();
+        co_await readingIsOver(deadline);
         co_return true;
     }
     if (underWay_ > 0)
@@ -76,14 +72,13 @@ QCoro::Task<bool> WaylandLentText::wasRead(std::chrono::milliseconds limit) {
     co_return false;
 }
 
-QCoro::Task<> WaylandLentText::readingIsOver() {
-    const QDeadlineTimer patience(longestReading, Qt::PreciseTimer);
-    while (isOffered() && !patience.hasExpired()) {
+QCoro::Task<> WaylandLentText::readingIsOver(QDeadlineTimer deadline) {
+    while (isOffered() && !deadline.hasExpired()) {
         const auto quiet = reading_.rest(std::chrono::steady_clock::now());
         if (quiet <= 0ms && underWay_ == 0)
             co_return;
-        co_await SignalWait(this, &WaylandLentText::changed,
-                            underWay_ > 0 ? rest(patience) : quiet);
+        const auto next = underWay_ > 0 ? rest(deadline) : std::min(quiet, rest(deadline));
+        co_await SignalWait(this, &WaylandLentText::changed, std::max(next, 1ms));
     }
 }
 

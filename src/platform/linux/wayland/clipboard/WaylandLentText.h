@@ -7,6 +7,7 @@
 #include "platform/linux/wayland/clipboard/DataSource.h"
 #include "platform/linux/wayland/clipboard/TerminalLoan.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 
@@ -49,7 +50,7 @@ class WaylandLentText : public QObject,
 
   private:
     void handleAsked(const QByteArray &type, PipeWriter *transfer);
-    QCoro::Task<> readingIsOver();
+    QCoro::Task<> readingIsOver(QDeadlineTimer deadline);
 
     void refuse();
 

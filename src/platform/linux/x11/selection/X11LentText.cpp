@@ -4,17 +4,11 @@
 #include "platform/linux/x11/Xcb.h"
 #include "platform/linux/x11/selection/OwnSelections.h"
 
-#include <QDeadlineTimer>
+#include <algorithm>
 
 namespace quillmender::x11 {
 
 using namespace std::chrono_literals;
-
-namespace {
-
-constexpr auto longestReading = 2s; // of who reads again and again
-
-} // namespace
 
 X11LentText::X11LentText(OwnSelections &selections, xcb_window_t reader)
     : selections_(&selections),
@@ -36,10 +30,11 @@ void X11LentText::handleServed(xcb_window_t requestor, SelectionOwner::Moment as
 
 QCoro::Task<bool> X11LentText::wasRead(std::chrono::milliseconds limit) {
     const auto self = shared_from_this();
+    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
     if (isOffered() && !readers_.reading().isBegun())
         co_await SignalWait(this, &X11LentText::changed, limit);
     if (readers_.reading().isBegun()) {
-        co_await readingIsOver();
+        co_await readingIsOver(deadline);
         co_return true;
     }
     if (!isOffered())
@@ -49,13 +44,13 @@ QCoro::Task<bool> X11LentText::wasRead(std::chrono::milliseconds limit) {
     co_return readers_.isReadEarly();
 }
 
-QCoro::Task<> X11LentText::readingIsOver() {
-    const QDeadlineTimer patience(longestReading, Qt::PreciseTimer);
-    while (isOffered() && !patience.hasExpired()) {
+QCoro::Task<> X11LentText::readingIsOver(QDeadlineTimer deadline) {
+    while (isOffered() && !deadline.hasExpired()) {
         const auto rest = readers_.reading().rest(std::chrono::steady_clock::now());
         if (rest <= 0ms)
             co_return;
-        co_await SignalWait(this, &X11LentText::changed, rest);
+        const std::chrono::milliseconds allowed(deadline.remainingTime());
+        co_await SignalWait(this, &X11LentText::changed, std::max(std::min(rest, allowed), 1ms));
     }
 }
 

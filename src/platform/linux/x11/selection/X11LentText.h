@@ -4,6 +4,7 @@
 #include "platform/linux/x11/selection/PasteReaders.h"
 #include "platform/linux/x11/selection/TerminalLoan.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 
 namespace quillmender::x11 {
@@ -45,7 +46,7 @@ class X11LentText : public QObject,
 
   private:
     void handleServed(xcb_window_t requestor, SelectionOwner::Moment askedAt);
-    QCoro::Task<> readingIsOver();
+    QCoro::Task<> readingIsOver(QDeadlineTimer deadline);
     bool refuseLateReader();
 
     OwnSelections *selections_;

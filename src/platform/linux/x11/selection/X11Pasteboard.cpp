@@ -120,6 +120,8 @@ void X11Pasteboard::endLoan() {
 }
 
 QCoro::Task<> X11Pasteboard::handOver() {
+    // The manager may be a part of the application that was pasted into.
+    selections_.clipboard.serveStill({}, XCB_WINDOW_NONE);
     if (selections_.clipboard.isOwner() && !lent_)
         co_await handOverClipboard(connection_, selections_.clipboard.contents());
 }
