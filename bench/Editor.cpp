@@ -18,7 +18,7 @@ using std::chrono::steady_clock;
 // Setting ten megabytes takes an editor its time.
 constexpr int callDeadlineMs = 30000;
 
-TestApplication open(harness::Desktop &desktop, Editor::Kind kind) {
+TestApplication open(harness::AnyDesktop &desktop, Editor::Kind kind) {
     return kind == Editor::Kind::mousepad
                ? TestApplication::mousepad(desktop)
                : TestApplication::sampleEditor(desktop, QStringLiteral("plain"));
@@ -26,7 +26,7 @@ TestApplication open(harness::Desktop &desktop, Editor::Kind kind) {
 
 } // namespace
 
-Editor::Editor(harness::Desktop &desktop, Kind kind)
+Editor::Editor(harness::AnyDesktop &desktop, Kind kind)
     : application_(open(desktop, kind)),
       bus_(desktop.accessibilityBus()->connection()),
       text_(application_.focusedText()) {}

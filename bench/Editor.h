@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bench/Samples.h"
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/TestApplication.h"
 
 namespace quillmender::bench {
@@ -11,9 +11,9 @@ class Editor {
   public:
     enum class Kind { mousepad, qtPlainText };
 
-    Editor(harness::Desktop &desktop, Kind kind);
+    Editor(harness::AnyDesktop &desktop, Kind kind);
 
-    xcb_window_t window() const { return application_.window(); }
+    harness::WindowId window() const { return application_.window(); }
     void activate() { application_.activate(); }
 
     /// Puts the text in place of the old one and selects it.

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "bench/Stage.h"
+
 namespace quillmender::bench {
 
 class Report;
 
-/// How often each thing is measured, and how long the idle time is.
+/// On which desktop, how often each thing is measured, and how long the idle time is.
 struct Effort {
+    StageKind on = StageKind::x11;
     int repetitions = 20;
     int idleSeconds = 60;
     int typedKeys = 200;

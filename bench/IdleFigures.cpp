@@ -3,6 +3,7 @@
 #include "bench/ProcessFacts.h"
 #include "bench/Programs.h"
 #include "bench/Report.h"
+#include "bench/Stage.h"
 #include "bench/StatusNotifierHost.h"
 
 #include <QTimer>
@@ -34,7 +35,8 @@ void waitFor(std::chrono::milliseconds time) {
 } // namespace
 
 void measureIdle(Report &report, const Effort &effort) {
-    harness::Desktop desktop;
+    const std::unique_ptr<Stage> stage = Stage::open(effort.on);
+    harness::AnyDesktop &desktop = stage->desktop();
     StatusNotifierHost host(desktop.sessionBus().connection());
     configureProvider(desktop, QStringLiteral("http://127.0.0.1:9"));
     Editor editor(desktop, Editor::Kind::mousepad);

@@ -1,6 +1,7 @@
 #include "bench/Figures.h"
 #include "bench/Report.h"
 #include "bench/SessionRun.h"
+#include "bench/Stage.h"
 
 namespace quillmender::bench {
 
@@ -47,14 +48,14 @@ SizeSamples measureSize(SessionRun &session, Editor &editor, qsizetype bytes, in
     return samples;
 }
 
-void measureEditor(Report &report, Editor::Kind kind, const QString &name, int repetitions) {
-    harness::Desktop desktop;
-    SessionRun session(desktop);
-    Editor editor(desktop, kind);
+void measureEditor(Report &report, const Effort &effort, Editor::Kind kind, const QString &name) {
+    const std::unique_ptr<Stage> stage = Stage::open(effort.on);
+    SessionRun session(*stage);
+    Editor editor(stage->desktop(), kind);
     constexpr double limitMs = 1000;
     QList<double> medians;
     for (const Size &size : sizes()) {
-        const SizeSamples samples = measureSize(session, editor, size.bytes, repetitions);
+        const SizeSamples samples = measureSize(session, editor, size.bytes, effort.repetitions);
         report.limit(QStringLiteral("%1, %2: capture (panel included)").arg(name, size.name),
                      samples.capture, samples.directRead, limitMs);
         report.limit(QStringLiteral("%1, %2: write-back").arg(name, size.name), samples.writeBack,
@@ -73,9 +74,8 @@ void measureEditor(Report &report, Editor::Kind kind, const QString &name, int r
 } // namespace
 
 void measureLargeText(Report &report, const Effort &effort) {
-    measureEditor(report, Editor::Kind::mousepad, QStringLiteral("mousepad"), effort.repetitions);
-    measureEditor(report, Editor::Kind::qtPlainText, QStringLiteral("Qt plain text edit"),
-                  effort.repetitions);
+    measureEditor(report, effort, Editor::Kind::mousepad, QStringLiteral("mousepad"));
+    measureEditor(report, effort, Editor::Kind::qtPlainText, QStringLiteral("Qt plain text edit"));
     report.note(QStringLiteral("Large texts: the whole text is selected, and every letter of the "
                                "answer differs. Floor: one call that gets the text and one that "
                                "sets it."));

@@ -1,33 +1,30 @@
 #pragma once
 
 #include "bench/Samples.h"
-#include "desktop/harness/XcbConnection.h"
 
 #include <QSize>
-#include <xcb/damage.h>
+
+#include <chrono>
 
 namespace quillmender::bench {
 
-/// Hears from the X server of everything that is drawn on the screen, on a connection of its own.
+/// Hears from the desktop of what is drawn on the screen, apart from whoever draws it.
 class PaintWatch {
   public:
-    explicit PaintWatch(const QString &display);
+    PaintWatch() = default;
+    PaintWatch(const PaintWatch &) = delete;
+    PaintWatch &operator=(const PaintWatch &) = delete;
+    virtual ~PaintWatch() = default;
 
     /// Forgets what was drawn so far.
-    void start();
+    virtual void start() = 0;
 
-    /// The moment at which an area as large as a window of that size has been drawn, as a toolkit
-    /// draws a window that has just been mapped. Throws HarnessError when none is.
-    TimePoint waitForPaint(QSize atLeast);
+    /// The moment since `start` at which a window of that size has been painted. Throws
+    /// HarnessError when none is.
+    virtual TimePoint waitForPaint(QSize window) = 0;
 
     /// Returns when nothing has been drawn for that long.
-    void waitUntilStill(std::chrono::milliseconds quiet);
-
-  private:
-    harness::XcbPointer<xcb_generic_event_t> nextEvent(std::chrono::milliseconds deadline);
-
-    harness::XcbConnection connection_;
-    quint8 damageNotify_ = 0;
+    virtual void waitUntilStill(std::chrono::milliseconds quiet) = 0;
 };
 
 } // namespace quillmender::bench

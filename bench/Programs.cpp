@@ -1,7 +1,7 @@
 #include "bench/Programs.h"
 
 #include "bench/StatusNotifierHost.h"
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/ProductProcess.h"
 
@@ -35,7 +35,7 @@ TrayProgram floorTrayProgram() {
             QStringLiteral("/com/quillmender/FloorTray")};
 }
 
-StartedProgram::StartedProgram(harness::Desktop &desktop, StatusNotifierHost &host,
+StartedProgram::StartedProgram(harness::AnyDesktop &desktop, StatusNotifierHost &host,
                                const TrayProgram &program) {
     const QDBusConnection bus = desktop.sessionBus().connection();
     std::optional<TimePoint> answeredAt;
@@ -48,6 +48,7 @@ StartedProgram::StartedProgram(harness::Desktop &desktop, StatusNotifierHost &ho
         });
     });
     const int itemsBefore = host.registrations();
+    desktop.prepareFor(besideThis(program.file));
 
     const TimePoint start = steady_clock::now();
     process_ = std::make_unique<harness::ChildProcess>(desktop.command(besideThis(program.file)));
@@ -61,7 +62,7 @@ QString besideThis(const QString &program) {
     return QCoreApplication::applicationDirPath() + QLatin1Char('/') + program;
 }
 
-void configureProvider(harness::Desktop &desktop, const QString &baseUrl) {
+void configureProvider(harness::AnyDesktop &desktop, const QString &baseUrl) {
     // It writes them when it is started; what is measured starts later.
     harness::ProductProcess(
         desktop, harness::ProductProcess::openAi(baseUrl + QStringLiteral("/v1/responses")))

@@ -6,7 +6,7 @@
 #include <QDBusConnection>
 
 namespace quillmender::harness {
-class Desktop;
+class AnyDesktop;
 }
 
 namespace quillmender::bench {
@@ -27,7 +27,8 @@ TrayProgram floorTrayProgram();
 class StartedProgram {
   public:
     /// Returns when its event loop has answered on the bus and its item is in the status area.
-    StartedProgram(harness::Desktop &desktop, StatusNotifierHost &host, const TrayProgram &program);
+    StartedProgram(harness::AnyDesktop &desktop, StatusNotifierHost &host,
+                   const TrayProgram &program);
 
     qint64 pid() const { return process_->pid(); }
     double eventLoopMs() const { return eventLoopMs_; }
@@ -43,6 +44,6 @@ class StartedProgram {
 QString besideThis(const QString &program);
 
 /// Settings and key with which the program asks a provider at the address.
-void configureProvider(harness::Desktop &desktop, const QString &baseUrl);
+void configureProvider(harness::AnyDesktop &desktop, const QString &baseUrl);
 
 } // namespace quillmender::bench

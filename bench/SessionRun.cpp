@@ -1,6 +1,9 @@
 #include "bench/SessionRun.h"
 
+#include "bench/PaintWatch.h"
+#include "bench/PasteField.h"
 #include "bench/ProcessFacts.h"
+#include "bench/Stage.h"
 #include "support/ProviderAnswers.h"
 
 #include <X11/keysym.h>
@@ -17,9 +20,9 @@ const auto action = QStringLiteral("Fix My Grammar");
 
 } // namespace
 
-SessionRun::SessionRun(harness::Desktop &desktop) : desktop_(desktop), paint_(desktop.display()) {
-    program_.emplace(desktop_, harness::ProductProcess::openAi(provider_.baseUrl() +
-                                                               QStringLiteral("/v1/responses")));
+SessionRun::SessionRun(Stage &stage) : stage_(stage) {
+    program_.emplace(stage.desktop(), harness::ProductProcess::openAi(
+                                          provider_.baseUrl() + QStringLiteral("/v1/responses")));
     program_->waitUntilReady();
     waitUntilIdle(program_->pid());
 }
@@ -27,6 +30,17 @@ SessionRun::SessionRun(harness::Desktop &desktop) : desktop_(desktop), paint_(de
 SessionRun::Times SessionRun::run(Editor &editor, const QString &text, const QString &answer) {
     editor.activate();
     editor.fill(text);
+    return play(editor.window(), answer,
+                [&] { return editor.waitForCharacterCount(static_cast<int>(answer.size())); });
+}
+
+SessionRun::Times SessionRun::run(PasteField &field, const QString &answer) {
+    field.activate();
+    return play(field.window(), answer, [&] { return field.waitForText(answer.size()); });
+}
+
+SessionRun::Times SessionRun::play(harness::WindowId editor, const QString &answer,
+                                   const std::function<TimePoint()> &waitForText) {
     const auto body = test::ScriptedAnswer::http(200, test::openAIBody(answer));
     provider_.setResponder([this, body](const test::ReceivedRequest &) {
         answeredAt_ = steady_clock::now();
@@ -36,12 +50,12 @@ SessionRun::Times SessionRun::run(Editor &editor, const QString &text, const QSt
 
     Times times{};
     times.captureMs = showPanelMs();
-    desktop_.input().movePointer(actionPosition());
-    paint_.waitUntilStill(std::chrono::milliseconds(100));
+    stage_.desktop().input().movePointer(actionPosition());
+    stage_.paint().waitUntilStill(std::chrono::milliseconds(100));
 
     const TimePoint pressed = steady_clock::now();
-    desktop_.input().click(actionPosition());
-    const TimePoint written = editor.waitForCharacterCount(static_cast<int>(answer.size()));
+    stage_.desktop().input().click(actionPosition());
+    const TimePoint written = waitForText();
     times.requestMs = milliseconds(pressed, provider_.requests().at(requestsBefore).arrivedAt);
     times.writeBackMs = milliseconds(answeredAt_, written);
     waitUntilOver(editor);
@@ -49,9 +63,9 @@ SessionRun::Times SessionRun::run(Editor &editor, const QString &text, const QSt
 }
 
 double SessionRun::showPanelMs() {
-    paint_.waitUntilStill(std::chrono::milliseconds(150));
-    paint_.start();
-    harness::InputDriver &input = desktop_.input();
+    stage_.paint().waitUntilStill(std::chrono::milliseconds(150));
+    stage_.paint().start();
+    harness::UserInput &input = stage_.desktop().input();
     input.press(XK_Control_L);
     input.press(XK_Alt_L);
     const TimePoint pressed = steady_clock::now();
@@ -59,32 +73,24 @@ double SessionRun::showPanelMs() {
     input.release(XK_space);
     input.release(XK_Alt_L);
     input.release(XK_Control_L);
-    return milliseconds(pressed, paint_.waitForPaint(panelSize));
+    return milliseconds(pressed, stage_.paint().waitForPaint(panelSize));
 }
 
 // The panel stands at the same place each time.
 QPoint SessionRun::actionPosition() {
     if (!actionPosition_) {
-        const harness::Accessible button =
-            desktop_.accessible().waitFor(program_->pid(), QStringLiteral("push button"), action);
-        harness::waitUntil(
-            [&] {
-                const xcb_window_t panel = desktop_.windows().titled(panelTitle);
-                return panel != XCB_WINDOW_NONE && desktop_.windows().active() == panel;
-            },
-            QStringLiteral("the panel has the focus"));
-        actionPosition_ = button.extents().center();
+        const harness::Accessible button = stage_.desktop().accessible().waitFor(
+            program_->pid(), QStringLiteral("push button"), action);
+        stage_.waitForWindow(program_->pid(), panelTitle);
+        actionPosition_ = stage_.middleOf(button, program_->pid(), panelTitle);
     }
     return *actionPosition_;
 }
 
-void SessionRun::waitUntilOver(const Editor &editor) {
-    harness::waitUntil(
-        [&] {
-            return desktop_.windows().titled(panelTitle) == XCB_WINDOW_NONE &&
-                   desktop_.windows().active() == editor.window();
-        },
-        QStringLiteral("the panel is hidden and the editor has the focus"));
+void SessionRun::waitUntilOver(harness::WindowId editor) {
+    stage_.waitUntilHidden(program_->pid(), panelTitle);
+    harness::waitUntil([&] { return stage_.desktop().windows().active() == editor; },
+                       QStringLiteral("the editor has the focus"));
 }
 
 } // namespace quillmender::bench

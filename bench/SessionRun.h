@@ -1,14 +1,17 @@
 #pragma once
 
 #include "bench/Editor.h"
-#include "bench/PaintWatch.h"
 #include "desktop/harness/ProductProcess.h"
 #include "support/LoopbackServer.h"
 
 #include <atomic>
+#include <functional>
 #include <optional>
 
 namespace quillmender::bench {
+
+class PasteField;
+class Stage;
 
 /// Whole sessions with the program, one after another in one process: capture, action by a click,
 /// answer of a provider on the loopback, write-back.
@@ -20,24 +23,28 @@ class SessionRun {
         double writeBackMs; ///< answer sent to text in the editor
     };
 
-    explicit SessionRun(harness::Desktop &desktop);
+    explicit SessionRun(Stage &stage);
 
     /// The editor holds the text, all of it selected; the provider answers with the other.
     Times run(Editor &editor, const QString &text, const QString &answer);
 
+    /// The same with what the field holds.
+    Times run(PasteField &field, const QString &answer);
+
     test::LoopbackServer &provider() { return provider_; }
 
   private:
+    Times play(harness::WindowId editor, const QString &answer,
+               const std::function<TimePoint()> &waitForText);
     double showPanelMs();
     QPoint actionPosition();
-    void waitUntilOver(const Editor &editor);
+    void waitUntilOver(harness::WindowId editor);
 
-    harness::Desktop &desktop_;
+    Stage &stage_;
     test::LoopbackServer provider_;
     std::atomic<TimePoint> answeredAt_;
     std::optional<harness::ProductProcess> program_;
     std::optional<QPoint> actionPosition_;
-    PaintWatch paint_;
 };
 
 } // namespace quillmender::bench

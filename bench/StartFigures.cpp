@@ -2,8 +2,8 @@
 #include "bench/ProcessFacts.h"
 #include "bench/Programs.h"
 #include "bench/Report.h"
+#include "bench/Stage.h"
 #include "bench/StatusNotifierHost.h"
-#include "desktop/harness/Desktop.h"
 
 namespace quillmender::bench {
 
@@ -14,7 +14,8 @@ struct StartSamples {
     Samples statusItem;
     Samples memory;
 
-    void measure(harness::Desktop &desktop, StatusNotifierHost &host, const TrayProgram &program) {
+    void measure(harness::AnyDesktop &desktop, StatusNotifierHost &host,
+                 const TrayProgram &program) {
         const StartedProgram started(desktop, host, program);
         waitUntilIdle(started.pid());
         eventLoop.add(started.eventLoopMs());
@@ -32,7 +33,8 @@ QString inMebibytes(const Samples &kibibytes) {
 } // namespace
 
 void measureStart(Report &report, const Effort &effort) {
-    harness::Desktop desktop;
+    const std::unique_ptr<Stage> stage = Stage::open(effort.on);
+    harness::AnyDesktop &desktop = stage->desktop();
     StatusNotifierHost host(desktop.sessionBus().connection());
     configureProvider(desktop, QStringLiteral("http://127.0.0.1:9"));
 

@@ -1,5 +1,5 @@
+#include "bench/DamageWatch.h"
 #include "bench/Figures.h"
-#include "bench/PaintWatch.h"
 #include "bench/ProcessFacts.h"
 #include "bench/Programs.h"
 #include "bench/Report.h"
@@ -74,7 +74,7 @@ class WindowBench {
     }
 
     harness::Desktop &desktop_;
-    PaintWatch paint_;
+    DamageWatch paint_;
     ProductProcess product_;
 };
 

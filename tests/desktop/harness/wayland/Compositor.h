@@ -56,6 +56,8 @@ class Compositor {
     /// What clients are started with: WAYLAND_DISPLAY, DISPLAY and what else a session of it has.
     const QMap<QString, QString> &variables() const { return variables_; }
     QString socketPath() const;
+    /// Of the compositor that has the screen's picture, which is another one where it is nested.
+    virtual QString screenSocketPath() const { return socketPath(); }
     /// In pixels of windows.
     QSize screen() const { return screen_; }
 

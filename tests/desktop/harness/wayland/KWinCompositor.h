@@ -17,6 +17,7 @@ class KWinCompositor : public Compositor {
     ChildProcess &process() override { return *process_; }
     KWinWindows &windows() override { return *windows_; }
     WaylandUser &user() override { return host_.user(); }
+    QString screenSocketPath() const override { return host_.socketPath(); }
     QImage screenshot() override { return host_.screenshot(); }
     void useLayout(quint32 layout) override;
     void reload() override;

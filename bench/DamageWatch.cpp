@@ -1,4 +1,4 @@
-#include "bench/PaintWatch.h"
+#include "bench/DamageWatch.h"
 
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/Waiter.h"
@@ -22,7 +22,7 @@ int areaOf(const QRegion &region) {
 
 } // namespace
 
-PaintWatch::PaintWatch(const QString &display) : connection_(display) {
+DamageWatch::DamageWatch(const QString &display) : connection_(display) {
     xcb_connection_t *connection = connection_.get();
     const xcb_query_extension_reply_t *extension =
         xcb_get_extension_data(connection, &xcb_damage_id);
@@ -37,13 +37,13 @@ PaintWatch::PaintWatch(const QString &display) : connection_(display) {
     connection_.roundTrip();
 }
 
-void PaintWatch::start() {
+void DamageWatch::start() {
     connection_.roundTrip();
     while (harness::XcbPointer<xcb_generic_event_t>(xcb_poll_for_event(connection_.get()))) {
     }
 }
 
-TimePoint PaintWatch::waitForPaint(QSize atLeast) {
+TimePoint DamageWatch::waitForPaint(QSize atLeast) {
     const int wanted = atLeast.width() * atLeast.height();
     QRegion painted;
     const auto deadline = steady_clock::now() + harness::defaultDeadline;
@@ -59,12 +59,13 @@ TimePoint PaintWatch::waitForPaint(QSize atLeast) {
     throw harness::HarnessError(QStringLiteral("no window was painted"));
 }
 
-void PaintWatch::waitUntilStill(std::chrono::milliseconds quiet) {
+void DamageWatch::waitUntilStill(std::chrono::milliseconds quiet) {
     while (nextEvent(quiet)) {
     }
 }
 
-harness::XcbPointer<xcb_generic_event_t> PaintWatch::nextEvent(std::chrono::milliseconds deadline) {
+harness::XcbPointer<xcb_generic_event_t>
+DamageWatch::nextEvent(std::chrono::milliseconds deadline) {
     xcb_connection_t *connection = connection_.get();
     harness::XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(connection));
     if (!event) {

@@ -1,0 +1,49 @@
+#include "bench/PasteField.h"
+
+#include "bench/Programs.h"
+#include "desktop/harness/ClipboardOwner.h"
+#include "desktop/harness/HarnessError.h"
+#include "desktop/harness/Waiter.h"
+
+#include <X11/keysym.h>
+#include <thread>
+
+namespace quillmender::bench {
+
+using std::chrono::steady_clock;
+
+PasteField::PasteField(harness::AnyDesktop &desktop)
+    : desktop_(desktop),
+      application_(desktop, QStringLiteral("env"),
+                   {QStringLiteral("AT_SPI_BUS_ADDRESS=unix:path=/nonexistent"),
+                    besideThis(QStringLiteral("paste-field"))}) {}
+
+TimePoint PasteField::waitForText(qsizetype length) {
+    const auto deadline = steady_clock::now() + harness::defaultDeadline;
+    while (steady_clock::now() < deadline) {
+        const QByteArray log = application_.process().log();
+        const QByteArrayList lines = log.sliced(std::min(seen_, log.size())).split('\n');
+        for (const QByteArray &line : lines) {
+            const QByteArrayList words = line.split(' ');
+            if (words.size() != 2 || words[1].toLongLong() != length)
+                continue;
+            seen_ = log.size();
+            return TimePoint(std::chrono::nanoseconds(words[0].toLongLong()));
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    throw harness::HarnessError(QStringLiteral("no text of %1 characters came").arg(length));
+}
+
+double PasteField::pasteDirectlyMs(const QString &text) {
+    harness::UserInput &input = desktop_.input();
+    const TimePoint start = steady_clock::now();
+    clipboard_ = desktop_.ownClipboard(harness::ClipboardOwner::plainText(text));
+    input.press(XK_Control_L);
+    input.press(XK_v);
+    input.release(XK_v);
+    input.release(XK_Control_L);
+    return milliseconds(start, waitForText(text.size()));
+}
+
+} // namespace quillmender::bench

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "bench/Samples.h"
+#include "desktop/harness/AnyDesktop.h"
+#include "desktop/harness/TestApplication.h"
+
+namespace quillmender::bench {
+
+/// A field that accessibility does not see, with all of its text selected. It tells itself when a
+/// text has come.
+class PasteField {
+  public:
+    explicit PasteField(harness::AnyDesktop &desktop);
+
+    harness::WindowId window() const { return application_.window(); }
+    void activate() { application_.activate(); }
+
+    /// The moment at which a text of that length has come, which was not there before.
+    TimePoint waitForText(qsizetype length);
+
+    /// The floor of a paste: another program takes the clipboard, and the user presses the keys.
+    double pasteDirectlyMs(const QString &text);
+
+  private:
+    harness::AnyDesktop &desktop_;
+    harness::TestApplication application_;
+    qsizetype seen_ = 0; ///< bytes of its log
+    std::unique_ptr<harness::SelectionOwner> clipboard_;
+};
+
+} // namespace quillmender::bench
