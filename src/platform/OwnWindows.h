@@ -3,6 +3,7 @@
 #include <QSet>
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 
 class QScreen;
@@ -65,6 +66,11 @@ class OwnWindows {
     /// Gives the window the front and the keyboard focus, whatever application has them now. They
     /// go back, where the window system does not see to it, when no window is left on the screen.
     virtual void activate(QWindow *window) = 0;
+
+    /// Has `tell` called with true when the window that was activated last has waited for the
+    /// keyboard in vain, and with false when it comes after all or the window goes. Never called
+    /// where the window system always gives it. A later call takes the place of this one.
+    virtual void watchForKeyboard(std::function<void(QWindow *window, bool isWithheld)>) {}
 
     /// The native codes of the keys that were down when the window got the keyboard last. Nothing
     /// where the toolkit says of such a key that it only repeats.

@@ -54,12 +54,18 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
           FreshKeys::Keyboard{
               [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); },
               [this](quint32 code) { return ownWindows_.isKeyDown(code); }})) {
+    ownWindows_.watchForKeyboard([this](const QWindow *window, bool isWithheld) {
+        if (window == panel_->windowHandle())
+            view_->setKeyboardWithheld(isWithheld);
+    });
     ActionPanelController::centre(std::nullopt);
     closing_.setSingleShot(true);
     closing_.callOnTimeout(panel_.get(), [this] { hideAtRest(); });
 }
 
-ActionPanelController::~ActionPanelController() = default;
+ActionPanelController::~ActionPanelController() {
+    ownWindows_.watchForKeyboard(nullptr);
+}
 
 void ActionPanelController::getReady() {
     if (panel_->isVisible())

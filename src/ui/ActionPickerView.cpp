@@ -12,6 +12,7 @@
 #include "ui/QueuedRender.h"
 #include "ui/ScrollRegion.h"
 #include "ui/SlimScrollBar.h"
+#include "ui/StatusLabel.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -49,15 +50,14 @@ ActionPickerView::ActionPickerView(ActionPickerModel &model, Theme &theme,
 void ActionPickerView::buildHeader(QVBoxLayout *stack) {
     auto *title = new TextLabel(theme_, TextStyle::title, TextLabel::Tone::primary, this);
     title->show(QStringLiteral("Quillmender"));
-    auto *subtitle =
-        new TextLabel(theme_, TextStyle::subheadline, TextLabel::Tone::secondary, this);
-    subtitle->show(QStringLiteral("Transform the captured text and replace it in place."));
+    subtitle_ = new StatusLabel(theme_, TextStyle::subheadline, TextLabel::Tone::secondary, this);
+    setKeyboardWithheld(false);
     auto *header = new QVBoxLayout;
     // The lines of the title and the subtitle have air of their own.
     header->setContentsMargins(margin, 6, margin, 4);
     header->setSpacing(-4);
     header->addWidget(title);
-    header->addWidget(subtitle);
+    header->addWidget(subtitle_);
     stack->addLayout(header);
 }
 
@@ -138,6 +138,16 @@ void ActionPickerView::resetFocus() {
     // The instruction may be below the edge: what has the keyboard is seen.
     if (model_.isWorking() && start == editor())
         region_->reveal(start);
+}
+
+void ActionPickerView::setKeyboardWithheld(bool isWithheld) {
+    subtitle_->setTone(isWithheld ? TextLabel::Tone::error : TextLabel::Tone::secondary);
+    subtitle_->show(isWithheld
+                        ? QStringLiteral("The keyboard is still with another window. Click here to "
+                                         "type, or use the mouse.")
+                        : QStringLiteral("Transform the captured text and replace it in place."));
+    if (isWithheld)
+        subtitle_->repeat();
 }
 
 QWidget *ActionPickerView::startingPoint() const {

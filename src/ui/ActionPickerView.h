@@ -21,6 +21,7 @@ class PreviewCard;
 class PromptCard;
 class PushButton;
 class ScrollRegion;
+class StatusLabel;
 
 /// The content of the action picker panel. Holds no state that the model has: once a change has
 /// been announced, it reads everything again, once per turn of the event loop, and only while it
@@ -39,6 +40,9 @@ class ActionPickerView : public QWidget {
     /// The state of a fresh panel: scrolled to the top, the keyboard on the first action, or, where
     /// none can be pressed, on what helps then.
     void resetFocus();
+
+    /// Says in the header that what is typed goes elsewhere, and what to do, or no longer.
+    void setKeyboardWithheld(bool isWithheld);
 
     ScrollRegion *region() const { return region_; }
     InstructionEditor *editor() const;
@@ -65,6 +69,7 @@ class ActionPickerView : public QWidget {
     ActionPickerModel &model_;
     Theme &theme_;
     PickerSpeech speech_;
+    StatusLabel *subtitle_ = nullptr;
     PreviewCard *previewCard_ = nullptr;
     ActionGrid *grid_ = nullptr;
     PromptCard *promptCard_ = nullptr;

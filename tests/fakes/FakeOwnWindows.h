@@ -40,6 +40,9 @@ class FakeOwnWindows : public OwnWindows {
         record("applyWindowAttributes", window);
     }
     void activate(QWindow *window) override { record("activate", window); }
+    void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override {
+        tellOfKeyboard = std::move(tell);
+    }
     int coveredHeight(QWindow *) override { return covered; }
     bool framesPanel() override { return frames; }
     QScreen *screenInUse() override { return screen; }
@@ -56,6 +59,7 @@ class FakeOwnWindows : public OwnWindows {
     QList<Call> calls;
     QSet<quint32> keysDown;
     QSet<quint32> keysDownNow;
+    std::function<void(QWindow *, bool)> tellOfKeyboard;
     bool needsSteppingAside = false;
     int covered = 0;
     bool frames = true;

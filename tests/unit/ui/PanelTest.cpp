@@ -1,3 +1,4 @@
+#include "Announcements.h"
 #include "PanelFixture.h"
 #include "ui/ReadyPanel.h"
 
@@ -236,6 +237,26 @@ TEST_F(PanelTest, ScrollsToTheTopAtEachShow) {
     controller.orderOut();
     show();
     EXPECT_EQ(bar->value(), 0);
+}
+
+TEST_F(PanelTest, SaysWhereTheKeyboardIsWhileItIsElsewhere) {
+    constexpr auto usual = "Transform the captured text and replace it in place.";
+    constexpr auto withheld =
+        "The keyboard is still with another window. Click here to type, or use the mouse.";
+    show();
+    Announcements announcements(*controller.panel());
+    EXPECT_TRUE(shows(usual));
+    QWindow elsewhere;
+    ownWindows.tellOfKeyboard(&elsewhere, true);
+    EXPECT_TRUE(shows(usual)) << "it is said of another window";
+    const QSize size = controller.panel()->size();
+    ownWindows.tellOfKeyboard(controller.panel()->windowHandle(), true);
+    EXPECT_TRUE(shows(withheld));
+    EXPECT_EQ(announcements.take(), QStringList(QString::fromLatin1(withheld)));
+    ownWindows.tellOfKeyboard(controller.panel()->windowHandle(), false);
+    EXPECT_TRUE(shows(usual));
+    EXPECT_EQ(announcements.take(), QStringList());
+    EXPECT_EQ(controller.panel()->size(), size);
 }
 
 } // namespace quillmender

@@ -30,13 +30,13 @@ QByteArray swayOutput(int number) {
 
 } // namespace
 
-HeadlessDesktop::HeadlessDesktop(const QString &name, int outputs)
+HeadlessDesktop::HeadlessDesktop(const QString &name, int outputs, const QByteArray &lines)
     : name_(name),
       outputs_(outputs) {
     if (!folder_.isValid())
         throw harness::HarnessError(QStringLiteral("no folder for a desktop"));
     giveToUser(folder_.path());
-    writeConfiguration();
+    writeConfiguration(lines);
     QStringList arguments;
     if (name == QStringLiteral("sway"))
         arguments = {QStringLiteral("-c"), folder_.filePath(QStringLiteral("sway.conf"))};
@@ -62,11 +62,12 @@ HeadlessDesktop::HeadlessDesktop(const QString &name, int outputs)
     }
 }
 
-void HeadlessDesktop::writeConfiguration() const {
+void HeadlessDesktop::writeConfiguration(const QByteArray &lines) const {
     if (name_ == QStringLiteral("sway")) {
         QByteArray text = "xwayland disable\nfocus_follows_mouse no\ndefault_border none\n";
         for (int number = 1; number <= outputs_; ++number)
             text += swayOutput(number);
+        text += lines;
         write(folder_.filePath(QStringLiteral("sway.conf")), text);
     } else {
         write(folder_.filePath(QStringLiteral("rc.xml")),

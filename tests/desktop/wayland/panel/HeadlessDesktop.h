@@ -15,8 +15,9 @@ class HeadlessDesktop {
   public:
     static constexpr QSize size{1280, 720};
 
-    /// `name` is sway or labwc. Throws HarnessError when it does not start.
-    HeadlessDesktop(const QString &name, int outputs);
+    /// `name` is sway or labwc; `lines` are more of sway's configuration. Throws HarnessError when
+    /// it does not start.
+    HeadlessDesktop(const QString &name, int outputs, const QByteArray &lines = {});
 
     /// The socket, for a connection of the test's own.
     QByteArray display() const { return display_; }
@@ -28,7 +29,7 @@ class HeadlessDesktop {
                                    const QProcessEnvironment &more = {}) const;
 
   private:
-    void writeConfiguration() const;
+    void writeConfiguration(const QByteArray &lines) const;
 
     QTemporaryDir folder_;
     QString name_;

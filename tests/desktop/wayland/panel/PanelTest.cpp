@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace quillmender::test {
 
 using harness::waitUntil;
@@ -22,8 +24,10 @@ class PanelTest : public testing::TestWithParam<const char *> {
     static const char *compositor() { return GetParam(); }
     static bool isSway() { return QByteArrayView(GetParam()) == "sway"; }
 
-    void start(int outputs = 1, const char *panel = QUILLMENDER_PANEL_PROGRAM) {
-        desktop = std::make_unique<HeadlessDesktop>(QString::fromLatin1(compositor()), outputs);
+    void start(int outputs = 1, const char *panel = QUILLMENDER_PANEL_PROGRAM,
+               const QByteArray &lines = {}) {
+        desktop =
+            std::make_unique<HeadlessDesktop>(QString::fromLatin1(compositor()), outputs, lines);
         const QSize all(HeadlessDesktop::size.width() * outputs, HeadlessDesktop::size.height());
         user = std::make_unique<TestUser>(desktop->display(), all);
         document = desktop->start(QStringLiteral(QUILLMENDER_DOCUMENT_PROGRAM));
@@ -36,6 +40,12 @@ class PanelTest : public testing::TestWithParam<const char *> {
     }
     static QString text(Program &program) {
         return program.ask(QStringLiteral("state"))[QStringLiteral("text")].toString();
+    }
+    bool saysThatTheKeyboardIsElsewhere() {
+        const QJsonArray texts = state("texts").toArray();
+        return std::ranges::any_of(texts, [](const QJsonValue &text) {
+            return text.toString().startsWith(QStringLiteral("The keyboard is still"));
+        });
     }
     QJsonValue state(const char *name) {
         return panel->ask(QStringLiteral("state"))[QLatin1String(name)];
@@ -219,6 +229,34 @@ TEST_P(PanelTest, IsAnOrdinaryWindowWithoutLayerShell) {
     show();
     user->type("again");
     expectTexts("out", "inagain");
+}
+
+// What is typed goes where it went, and the panel says so and takes clicks.
+TEST_P(PanelTest, SaysThatTheKeyboardHasNotCome) {
+    if (!isSway())
+        GTEST_SKIP() << "only sway's user can say that a window gets no keyboard";
+    start(1, QUILLMENDER_PLAIN_PANEL_PROGRAM, "no_focus [title=\"^Quillmender$\"]\n");
+    user->type("some");
+    panel->tell(QStringLiteral("show"));
+    waitUntil([this] { return saysThatTheKeyboardIsElsewhere(); },
+              QStringLiteral("the panel says that it has no keyboard"));
+    EXPECT_FALSE(state("isActive").toBool());
+    user->type(" words");
+    expectTexts("some words", "");
+    const QPoint middle(HeadlessDesktop::size.width() / 2, HeadlessDesktop::size.height() / 2);
+    user->click(middle);
+    waitUntil([this] { return hasKeyboard(); }, QStringLiteral("the panel is active"));
+    EXPECT_TRUE(harness::becomesTrue([this] { return !saysThatTheKeyboardIsElsewhere(); }));
+    user->type("in");
+    waitUntil([this] { return text(*panel).endsWith(QStringLiteral("in")); },
+              QStringLiteral("what is typed comes to the panel"));
+    EXPECT_EQ(text(*document), QStringLiteral("some words"));
+    panel->tell(QStringLiteral("hide"));
+    panel->tell(QStringLiteral("show"));
+    waitUntil([this] { return saysThatTheKeyboardIsElsewhere(); },
+              QStringLiteral("the panel says so again"));
+    panel->tell(QStringLiteral("hide"));
+    EXPECT_FALSE(saysThatTheKeyboardIsElsewhere());
 }
 
 INSTANTIATE_TEST_SUITE_P(Compositors, PanelTest, testing::Values("sway", "labwc"),

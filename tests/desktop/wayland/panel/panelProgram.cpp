@@ -9,6 +9,7 @@
 #include "ui/ActionPanel.h"
 #include "ui/ActionPanelController.h"
 #include "ui/HostedWindow.h"
+#include "ui/TextLabel.h"
 #include "unit/ui/FakePickerModel.h"
 
 #include <QApplication>
@@ -81,7 +82,11 @@ class Desk {
         QJsonArray down;
         for (const quint32 code : windows_.keysDownAtFocus(panel.windowHandle()))
             down.append(qint64(code));
+        QJsonArray texts;
+        for (const TextLabel *label : panel.findChildren<TextLabel *>())
+            texts.append(label->text());
         return {
+            {QStringLiteral("texts"), texts},
             {QStringLiteral("backend"), windows_.panelBackend()},
             {QStringLiteral("isVisible"), controller_.isVisible()},
             {QStringLiteral("isShown"), panel.windowHandle() && panel.windowHandle()->isExposed()},

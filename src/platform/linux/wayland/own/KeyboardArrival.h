@@ -10,7 +10,7 @@
 namespace quillmender::wayland {
 
 /// Sees to it that a window that was shown or asked for gets the keyboard. A compositor is free to
-/// refuse, and says nothing when it does.
+/// refuse, and says nothing when it does: patience has to end by itself.
 class KeyboardArrival : public QObject {
     Q_OBJECT
 
@@ -22,6 +22,10 @@ class KeyboardArrival : public QObject {
     void await(QWindow &window, std::function<void()> insist);
 
     void forget();
+
+  Q_SIGNALS:
+    /// It has not come to the window, which is on the screen.
+    void withheld(QWindow *window);
 
   private:
     void look();

@@ -61,7 +61,10 @@ WaylandOwnWindows::WaylandOwnWindows(const WaylandConnection &connection, Compos
         standing_ = std::make_unique<WindowPanel>(help_.swayCommand);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
         hadKeyboard_ = hadKeyboard_ || (focus && focus == panel_);
+        if (focus && focus == withheldFrom_)
+            setWithheldFrom(nullptr);
     });
+    connect(&arrival_, &KeyboardArrival::withheld, this, &WaylandOwnWindows::setWithheldFrom);
 }
 
 WaylandOwnWindows::~WaylandOwnWindows() = default;
@@ -84,6 +87,20 @@ void WaylandOwnWindows::activate(QWindow *window) {
         giveWayTo(withoutParent(*window));
     }
     arrival_.await(*window, [this, window] { insistOn(*window); });
+}
+
+void WaylandOwnWindows::watchForKeyboard(std::function<void(QWindow *, bool)> tell) {
+    tellOfKeyboard_ = std::move(tell);
+}
+
+void WaylandOwnWindows::setWithheldFrom(QWindow *window) {
+    const QPointer<QWindow> before = std::exchange(withheldFrom_, window);
+    if (!tellOfKeyboard_ || before == window)
+        return;
+    if (before)
+        tellOfKeyboard_(before, false);
+    if (window)
+        tellOfKeyboard_(window, true);
 }
 
 // A surface of the layer shell is above every window.
@@ -150,6 +167,8 @@ bool WaylandOwnWindows::eventFilter(QObject *watched, QEvent *event) {
         hadKeyboard_ = false;
         inFront_.clear();
         arrival_.forget();
+        if (withheldFrom_ == panel_)
+            setWithheldFrom(nullptr);
     } else if (event->type() == QEvent::Hide) {
         watched->removeEventFilter(this);
         noteGone(static_cast<QWindow *>(watched));

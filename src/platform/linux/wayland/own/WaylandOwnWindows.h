@@ -50,6 +50,7 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     /// The toolkit's flags and sizes say all of it.
     void applyWindowAttributes(QWindow *) override {}
     void activate(QWindow *window) override;
+    void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;
     bool isKeyDown(quint32 code) override;
     bool framesPanel() override { return false; }
@@ -64,12 +65,15 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     void giveWayTo(QWindow &window);
     void noteGone(QWindow *window);
     void insistOn(QWindow &window);
+    void setWithheldFrom(QWindow *window);
 
     CompositorHelp help_;
     KeyboardWatch keyboard_;
     bool isLayer_;
     std::unique_ptr<PanelStanding> standing_;
     KeyboardArrival arrival_;
+    QPointer<QWindow> withheldFrom_; ///< the keyboard
+    std::function<void(QWindow *, bool)> tellOfKeyboard_;
     QPointer<QWindow> panel_;
     QList<QWindow *> inFront_;  ///< of the panel, which gives way to them
     bool hadKeyboard_ = false;  ///< the panel, since it is on the screen
