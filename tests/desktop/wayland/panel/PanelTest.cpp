@@ -259,6 +259,24 @@ TEST_P(PanelTest, SaysThatTheKeyboardHasNotCome) {
     EXPECT_FALSE(saysThatTheKeyboardIsElsewhere());
 }
 
+// Asked for the keyboard once more, the other window appears anew; the panel stays beneath it.
+TEST_P(PanelTest, GivesWayToAWindowThatTheKeyboardDoesNotComeTo) {
+    if (!isSway())
+        GTEST_SKIP() << "only sway's user can say that a window gets no keyboard";
+    start(1, QUILLMENDER_PANEL_PROGRAM, "no_focus [title=\"^Quillmender Settings$\"]\n");
+    show();
+    panel->tell(QStringLiteral("settings"));
+    waitUntil([this] { return state("timesWithheld").toInt() == 1; },
+              QStringLiteral("the settings have waited for the keyboard"));
+    user->click(QPoint(HeadlessDesktop::size.width(), HeadlessDesktop::size.height()) / 2);
+    waitUntil([this] { return state("settingsAreActive").toBool(); },
+              QStringLiteral("the settings are active"));
+    user->type("name");
+    waitUntil([this] { return state("settings").toString() == QStringLiteral("name"); },
+              QStringLiteral("the settings have what is typed"));
+    EXPECT_EQ(text(*panel), QString());
+}
+
 INSTANTIATE_TEST_SUITE_P(Compositors, PanelTest, testing::Values("sway", "labwc"),
                          [](const auto &info) { return std::string(info.param); });
 

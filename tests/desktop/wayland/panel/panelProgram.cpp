@@ -43,10 +43,14 @@ class ToldToplevels : public wayland::Toplevels {
 
 /// Whether the panel has said how it gets the keyboard. Until then it may have it for a moment.
 bool isKeyboardDecided = false;
+/// How often some window has waited for it in vain.
+int timesWithheld = 0;
 
 void noteDecision(QtMsgType, const QMessageLogContext &, const QString &message) {
     isKeyboardDecided =
         isKeyboardDecided || message.startsWith(QStringLiteral("the panel has the keyboard"));
+    if (message.startsWith(QStringLiteral("the compositor gives the keyboard to another")))
+        ++timesWithheld;
     std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
 
@@ -87,6 +91,7 @@ class Desk {
             texts.append(label->text());
         return {
             {QStringLiteral("texts"), texts},
+            {QStringLiteral("timesWithheld"), timesWithheld},
             {QStringLiteral("backend"), windows_.panelBackend()},
             {QStringLiteral("isVisible"), controller_.isVisible()},
             {QStringLiteral("isShown"), panel.windowHandle() && panel.windowHandle()->isExposed()},

@@ -47,13 +47,8 @@ void KeyboardArrival::look() {
     if (!window_ || !window_->isVisible()) {
         forget();
     } else if (const auto insist = std::exchange(insist_, nullptr)) {
-        const QPointer<QWindow> window = window_;
-        insist();
-        // What was hidden and shown was taken for gone meanwhile.
-        if (!window || !window->isVisible())
-            return;
-        window_ = window;
         patience_.start(comesWhenAsked);
+        insist();
     } else {
         // It can be used with the pointer, and a click brings it the keyboard.
         qCWarning(log, "the compositor gives the keyboard to another window than ours");

@@ -126,6 +126,7 @@ void WaylandOwnWindows::insistOn(QWindow &window) {
         window.requestActivate();
     } else {
         // A window that is on the screen already may only be marked as one that wants something.
+        const QScopedValueRollback again(comesAgain_, true);
         window.hide();
         window.show();
     }
@@ -163,6 +164,8 @@ bool WaylandOwnWindows::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Show && isPanel) {
         hadKeyboard_ = false;
         standing_->aboutToShow(!comesQuietly_);
+    } else if (event->type() == QEvent::Hide && comesAgain_) {
+        return false;
     } else if (event->type() == QEvent::Hide && isPanel) {
         hadKeyboard_ = false;
         inFront_.clear();

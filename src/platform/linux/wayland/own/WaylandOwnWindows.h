@@ -78,6 +78,7 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     QList<QWindow *> inFront_;  ///< of the panel, which gives way to them
     bool hadKeyboard_ = false;  ///< the panel, since it is on the screen
     bool comesQuietly_ = false; ///< the panel, when it is shown next
+    bool comesAgain_ = false;   ///< what is hidden now is shown at once
 };
 
 } // namespace quillmender::wayland
