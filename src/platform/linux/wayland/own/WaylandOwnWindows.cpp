@@ -86,7 +86,9 @@ void WaylandOwnWindows::activate(QWindow *window) {
     } else {
         giveWayTo(withoutParent(*window));
     }
-    arrival_.await(*window, [this, window] { insistOn(*window); });
+    // Without any there is nothing to wait for.
+    if (keyboard_.isAny() || !keyboard_.display())
+        arrival_.await(*window, [this, window] { insistOn(*window); });
 }
 
 void WaylandOwnWindows::watchForKeyboard(std::function<void(QWindow *, bool)> tell) {

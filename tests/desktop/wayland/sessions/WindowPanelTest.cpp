@@ -1,0 +1,86 @@
+#include "desktop/harness/TestApplication.h"
+#include "desktop/wayland/sessions/WaylandSessionFixture.h"
+
+namespace quillmender {
+namespace {
+
+using harness::CompositorKind;
+using harness::TestApplication;
+using harness::waitUntil;
+
+const QString wrong = QStringLiteral("recieve");
+const QString right = QStringLiteral("receive");
+
+/// Sessions with the panel as an ordinary window, where the build or the compositor has no layer
+/// shell.
+class WindowPanelTest : public WaylandSessionFixture,
+                        public testing::WithParamInterface<CompositorKind> {
+  protected:
+    CompositorKind kind() const override { return GetParam(); }
+
+    void startWindowed(const QMap<QString, QString> &environment = {}) {
+        auto setup =
+            harness::ProductProcess::openAi(provider().baseUrl() + QStringLiteral("/v1/responses"));
+        setup.program = QStringLiteral(QUILLMENDER_WINDOWED_PROGRAM);
+        setup.environment = environment;
+        setup.environment[QStringLiteral("QT_LOGGING_RULES")] =
+            QStringLiteral("quillmender.session.info=true");
+        startProgram(setup);
+    }
+
+    void expectInTheMiddle(harness::WindowId panel) {
+        // labwc tells nobody where a window is.
+        const QRect area = desktop().windows().geometry(panel);
+        if (kind() == CompositorKind::labwc)
+            return;
+        constexpr int panelBreadth = 620;
+        EXPECT_EQ(area.width(), panelBreadth);
+        EXPECT_EQ(area.height(), panelBreadth);
+        const QPoint off =
+            area.center() - QRect(QPoint(), desktop().compositor().screen()).center();
+        EXPECT_LE(qAbs(off.x()), 1);
+        EXPECT_LE(qAbs(off.y()), 1);
+    }
+};
+
+TEST_P(WindowPanelTest, HasTheKeyboardInTheMiddleOfTheScreen) {
+    startDesktop();
+    startWindowed();
+    const TestApplication field =
+        TestApplication::sampleEditor(desktop(), QStringLiteral("commands"), wrong);
+    answerWith(right);
+    for (int round = 0; round < 2; ++round) {
+        pressHotKey();
+        expectInTheMiddle(waitForPanel(wrong));
+        click(QStringLiteral("Close"));
+        waitUntilPanelIsGone();
+        waitUntil([&] { return desktop().windows().active() == field.window(); },
+                  QStringLiteral("the field has the focus again"));
+    }
+    pressHotKey();
+    waitForPanel(wrong);
+    tabTo(QStringLiteral("Fix My Grammar"));
+    desktop().input().chord({XK_Return});
+    waitForRequest();
+    waitUntilPanelIsGone();
+    waitUntilWritten();
+    waitUntil([&] { return field.title() == right; }, QStringLiteral("the answer is in the field"));
+    expectClipboardUntouched();
+}
+
+// A compositor that is not told how the panel is to stand.
+TEST_P(WindowPanelTest, FloatsByItsFixedSizeAlone) {
+    if (kind() != CompositorKind::sway)
+        GTEST_SKIP() << "nothing is said to other compositors";
+    startDesktop();
+    allowLog();
+    startWindowed({{QStringLiteral("SWAYSOCK"), QString()}});
+    const auto editor = TestApplication::mousepad(desktop(), wrong);
+    program().activateAction(QStringLiteral("transform"));
+    expectInTheMiddle(waitForPanel());
+}
+
+INSTANTIATE_TEST_SUITE_P(On, WindowPanelTest, harness::everyCompositor(), harness::compositorName);
+
+} // namespace
+} // namespace quillmender
