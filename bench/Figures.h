@@ -22,6 +22,7 @@ void measureIdle(Report &report, const Effort &effort);
 void measurePanel(Report &report, const Effort &effort);
 void measureWindows(Report &report, const Effort &effort);
 void measureSession(Report &report, const Effort &effort);
+void measurePaste(Report &report, const Effort &effort);
 void measureLargeText(Report &report, const Effort &effort);
 
 } // namespace quillmender::bench

@@ -32,7 +32,9 @@ TimePoint PasteField::waitForText(qsizetype length) {
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    throw harness::HarnessError(QStringLiteral("no text of %1 characters came").arg(length));
+    throw harness::HarnessError(
+        QStringLiteral("no text of %1 characters came: %2")
+            .arg(QString::number(length), QString::fromUtf8(application_.process().log())));
 }
 
 double PasteField::pasteDirectlyMs(const QString &text) {

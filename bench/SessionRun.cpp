@@ -57,7 +57,8 @@ SessionRun::Times SessionRun::play(harness::WindowId editor, const QString &answ
     stage_.desktop().input().click(actionPosition());
     const TimePoint written = waitForText();
     times.requestMs = milliseconds(pressed, provider_.requests().at(requestsBefore).arrivedAt);
-    times.writeBackMs = milliseconds(answeredAt_, written);
+    times.answered = answeredAt_;
+    times.writeBackMs = milliseconds(times.answered, written);
     waitUntilOver(editor);
     return times;
 }

@@ -21,6 +21,7 @@ class SessionRun {
         double captureMs;   ///< hot key to panel painted
         double requestMs;   ///< mouse button pressed to request received
         double writeBackMs; ///< answer sent to text in the editor
+        TimePoint answered; ///< when the answer was about to be sent
     };
 
     explicit SessionRun(Stage &stage);

@@ -60,9 +60,10 @@ QPoint WaylandStage::middleOf(const Accessible &widget, qint64 processId, const 
 
 std::optional<Accessible> WaylandStage::shown(qint64 processId, const QString &title) {
     return desktop_.accessible().find(processId, [&](const Accessible &widget) {
-        const QString role = widget.roleName();
-        return (role == QStringLiteral("dialog") || role == QStringLiteral("frame")) &&
-               widget.name() == title && widget.hasState(AccessibleState::showing);
+        // What kind of a window it is does not matter, and labels have titles, too.
+        return widget.name() == title && widget.roleName() != QStringLiteral("label") &&
+               widget.roleName() != QStringLiteral("application") &&
+               widget.hasState(AccessibleState::showing);
     });
 }
 

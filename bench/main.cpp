@@ -22,7 +22,8 @@ struct Group {
 
 constexpr Group groups[] = {{"start", measureStart},     {"idle", measureIdle},
                             {"panel", measurePanel},     {"windows", measureWindows, true},
-                            {"session", measureSession}, {"large", measureLargeText}};
+                            {"session", measureSession}, {"paste", measurePaste},
+                            {"large", measureLargeText}};
 
 struct Desktop {
     const char *name;
@@ -70,7 +71,8 @@ int main(int argc, char *argv[]) {
     parser.addOptions({quick, repetitions, on});
     parser.addPositionalArgument(
         QStringLiteral("group"),
-        QStringLiteral("start, idle, panel, windows (on X11 alone), session or large; else all."),
+        QStringLiteral(
+            "start, idle, panel, windows (on X11 alone), session, paste or large; else all."),
         QStringLiteral("[group...]"));
     parser.process(application);
 
