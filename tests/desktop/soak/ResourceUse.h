@@ -5,9 +5,7 @@
 #include <optional>
 #include <ostream>
 
-namespace quillmender::harness {
-class Desktop;
-}
+class QDBusConnection;
 
 namespace quillmender {
 
@@ -16,11 +14,10 @@ struct ResourceUse {
     qint64 memoryKiB = 0; ///< its own, with its share of what others map too
     qint64 descriptors = 0;
     qint64 threads = 0;
-    qint64 serverResources = 0; ///< windows, pixmaps, ... of all its connections to the X server
     /// On the session bus, of all its connections; absent when the bus daemon keeps no statistics.
     std::optional<qint64> matchRules;
 
-    static ResourceUse ofProcess(qint64 processId, harness::Desktop &desktop);
+    static ResourceUse ofProcess(qint64 processId, const QDBusConnection &sessionBus);
 };
 
 std::ostream &operator<<(std::ostream &stream, const ResourceUse &use);

@@ -1,6 +1,8 @@
 #include "platform/linux/wayland/WaylandConnection.h"
 
+#include "platform/Clock.h"
 #include "platform/SignalWait.h"
+#include "platform/linux/LaterPointer.h"
 #include "platform/linux/wayland/RoundTrip.h"
 
 #include <QAbstractEventDispatcher>
@@ -19,7 +21,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "quillmender.wayland", QtWarningMsg)
 
-constexpr std::chrono::milliseconds startLimit{1000};
 constexpr quint32 highestSeat = 5; // nothing newer is used
 
 } // namespace
@@ -35,14 +36,19 @@ struct WaylandConnection::Events {
     static constexpr wl_registry_listener registry{announced, withdrawn};
 };
 
-std::unique_ptr<WaylandConnection> WaylandConnection::open(const QByteArray &displayName) {
+std::unique_ptr<WaylandConnection> WaylandConnection::open(const QByteArray &displayName,
+                                                           std::chrono::milliseconds limit) {
     wl_display *const display =
         wl_display_connect(displayName.isEmpty() ? nullptr : displayName.constData());
     if (!display)
         return nullptr;
     std::unique_ptr<WaylandConnection> connection(new WaylandConnection(display));
-    if (!connection->initialize())
+    if (!connection->initialize(limit)) {
+        if (!connection->isLost())
+            qCWarning(log, "the compositor has not answered for %lld s",
+                      static_cast<long long>(limit / std::chrono::seconds(1)));
         return nullptr;
+    }
     return connection;
 }
 
@@ -61,7 +67,7 @@ WaylandConnection::~WaylandConnection() {
     wl_display_disconnect(display_);
 }
 
-bool WaylandConnection::initialize() {
+bool WaylandConnection::initialize(std::chrono::milliseconds limit) {
     const int descriptor = wl_display_get_fd(display_);
     readable_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     writable_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
@@ -73,7 +79,7 @@ bool WaylandConnection::initialize() {
             this, &WaylandConnection::prepareToSleep);
     registry_.reset(wl_display_get_registry(display_));
     wl_registry_add_listener(registry_.get(), &Events::registry, this);
-    return settle(startLimit);
+    return settle(limit);
 }
 
 quint32 WaylandConnection::offeredVersion(const wl_interface &interface) const {
@@ -137,10 +143,17 @@ bool WaylandConnection::settle(std::chrono::milliseconds limit) {
 QCoro::Task<bool> WaylandConnection::roundTrip(std::chrono::milliseconds limit) {
     if (isLost())
         co_return false;
-    RoundTrip trip(display_);
+    // It ends with the connection, whose display it speaks to, whoever still waits.
+    const LaterPointer<RoundTrip> trip(new RoundTrip(display_));
+    trip->setParent(this);
+    connect(this, &WaylandConnection::lost, trip.get(), &RoundTrip::over);
     flush();
-    co_await SignalWait(&trip, &RoundTrip::over, limit);
-    co_return trip.isOver();
+    try {
+        co_await SignalWait(trip.get(), &RoundTrip::over, limit);
+    } catch (const CancellationError &) {
+        co_return false;
+    }
+    co_return trip.get() && trip->isOver();
 }
 
 void WaylandConnection::flush() {

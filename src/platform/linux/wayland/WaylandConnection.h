@@ -22,9 +22,14 @@ class WaylandConnection : public QObject {
     Q_OBJECT
 
   public:
-    /// Null when there is no compositor, or it has not told its globals within a second. An empty
-    /// name is the session's display.
-    static std::unique_ptr<WaylandConnection> open(const QByteArray &displayName = {});
+    /// Long enough for a compositor that has much else to do at log-in; until then the toolkit, which
+    /// has no limit of its own, would have waited as well.
+    static constexpr std::chrono::milliseconds patience{30'000};
+
+    /// Null when there is no compositor, or it has not told its globals within the limit; the log
+    /// says so. An empty name is the session's display.
+    static std::unique_ptr<WaylandConnection> open(const QByteArray &displayName = {},
+                                                   std::chrono::milliseconds limit = patience);
     ~WaylandConnection() override;
 
     wl_display *display() const { return display_; }
@@ -44,7 +49,8 @@ class WaylandConnection : public QObject {
     /// before the event loop runs.
     bool settle(std::chrono::milliseconds limit);
 
-    /// The same without blocking.
+    /// The same without blocking. False at once when the connection is lost or ends meanwhile: who
+    /// asked may only then use it when it is still there.
     QCoro::Task<bool> roundTrip(std::chrono::milliseconds limit);
 
     /// Sends what has been said so far, rather than at the end of the loop's turn.
@@ -66,7 +72,7 @@ class WaylandConnection : public QObject {
     struct Events;
 
     explicit WaylandConnection(wl_display *display);
-    bool initialize();
+    bool initialize(std::chrono::milliseconds limit);
     void *bindAny(const wl_interface &interface, quint32 highest);
     void announce(quint32 name, const QByteArray &interface, quint32 version);
     void withdraw(quint32 name);

@@ -1,6 +1,7 @@
 #include "platform/linux/wayland/WaylandWindowSystem.h"
 
 #include "platform/ApplicationId.h"
+#include "platform/linux/wayland/ToolkitLoss.h"
 #include "platform/linux/wayland/WaylandServices.h"
 #include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
 #include "platform/linux/wayland/keys/CompositorLines.h"
@@ -140,6 +141,7 @@ void makeOwnWindows(WindowSystemServices &services, WaylandServices &shared) {
 WindowSystemServices makeWindowSystem(FindProcess findProcess) {
     WindowSystemServices services;
     services.name = QStringLiteral("Wayland");
+    endWhenToolkitLosesCompositor();
     const auto shared = std::make_shared<WaylandServices>();
     shared->connection = WaylandConnection::open();
     if (!shared->connection)

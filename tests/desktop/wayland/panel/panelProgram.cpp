@@ -124,15 +124,7 @@ class Desk {
         return help;
     }
 
-    // A busy machine takes longer than the product's patience.
-    static std::unique_ptr<wayland::WaylandConnection> connect() {
-        std::unique_ptr<wayland::WaylandConnection> connection;
-        while (!connection)
-            connection = wayland::WaylandConnection::open();
-        return connection;
-    }
-
-    std::unique_ptr<wayland::WaylandConnection> connection_ = connect();
+    std::unique_ptr<wayland::WaylandConnection> connection_ = wayland::WaylandConnection::open();
     ToldToplevels toplevels_;
     wayland::WaylandOwnWindows windows_{*connection_, help()};
     FakePickerModel model_;

@@ -8,15 +8,9 @@ namespace quillmender::wlroots {
 using namespace wayland;
 
 UserKeyboard::UserKeyboard(const QByteArray &display, const QByteArray &layouts, quint32 active)
-    : keymap_(OwnKeymap::make(layouts)),
+    : connection_(WaylandConnection::open(display)),
+      keymap_(OwnKeymap::make(layouts)),
       active_(active) {
-    // A compositor that has just been started may be busy with that for seconds.
-    harness::waitUntil(
-        [&] {
-            connection_ = WaylandConnection::open(display);
-            return connection_ != nullptr;
-        },
-        QStringLiteral("the compositor answers"));
     manager_ = connection_->bind<zwp_virtual_keyboard_manager_v1>(
         zwp_virtual_keyboard_manager_v1_interface, 1);
     keyboard_.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(manager_.get(),

@@ -40,7 +40,7 @@ TestCompositor::TestCompositor()
     if (pipe2(jobs_, O_CLOEXEC) == 0)
         source_ = wl_event_loop_add_fd(wl_display_get_event_loop(display_), jobs_[0],
                                        WL_EVENT_READABLE, runJob, nullptr);
-    thread_ = std::thread([this] { wl_display_run(display_); });
+    goOn();
 }
 
 TestCompositor::~TestCompositor() {
@@ -77,6 +77,10 @@ void TestCompositor::remove(wl_global *global) {
 void TestCompositor::stall() {
     run([](wl_display *display) { wl_display_terminate(display); });
     thread_.join();
+}
+
+void TestCompositor::goOn() {
+    thread_ = std::thread([this] { wl_display_run(display_); });
 }
 
 void TestCompositor::end() {

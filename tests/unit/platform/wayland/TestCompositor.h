@@ -31,8 +31,9 @@ class TestCompositor {
     wl_global *add(const wl_interface &interface, int version);
     void remove(wl_global *global);
 
-    /// It answers nothing any more, until the end.
+    /// It answers nothing any more, until it goes on, or the end.
     void stall();
+    void goOn();
     /// All clients lose it.
     void end();
 

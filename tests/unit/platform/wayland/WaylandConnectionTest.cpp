@@ -3,7 +3,10 @@
 #include "TestCompositor.h"
 
 #include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
+
+#include <future>
 
 namespace quillmender {
 namespace {
@@ -37,7 +40,23 @@ TEST_F(WaylandConnectionTest, ThereIsNoneWithoutACompositor) {
 
 TEST_F(WaylandConnectionTest, ACompositorThatNeverAnswersIsNone) {
     compositor.stall();
-    EXPECT_EQ(WaylandConnection::open(compositor.name()), nullptr);
+    EXPECT_EQ(WaylandConnection::open(compositor.name(), std::chrono::milliseconds(50)), nullptr);
+}
+
+TEST_F(WaylandConnectionTest, ACompositorThatIsBusyAtFirstIsWaitedFor) {
+    compositor.add(wl_compositor_interface, 3);
+    compositor.stall();
+    std::promise<void> outcome;
+    std::thread logIn([this, &outcome] {
+        // So long it is busy, or until it has been given up.
+        outcome.get_future().wait_for(std::chrono::seconds(2));
+        compositor.goOn();
+    });
+    const auto late = WaylandConnection::open(compositor.name());
+    outcome.set_value();
+    logIn.join();
+    ASSERT_NE(late, nullptr);
+    EXPECT_EQ(late->offeredVersion(wl_compositor_interface), 3U);
 }
 
 TEST_F(WaylandConnectionTest, KnowsWhatIsOfferedAtTheStart) {
@@ -103,6 +122,30 @@ TEST_F(WaylandConnectionTest, ARoundTripIsNotWaitedForForever) {
     EXPECT_FALSE(QCoro::waitFor(connection().roundTrip(std::chrono::milliseconds(50))));
     EXPECT_FALSE(connection().settle(std::chrono::milliseconds(50)));
     EXPECT_FALSE(connection().isLost());
+}
+
+TEST_F(WaylandConnectionTest, ARoundTripEndsWhenTheCompositorDoes) {
+    ASSERT_TRUE(answers());
+    compositor.stall();
+    const auto trip = connection().roundTrip(std::chrono::hours(1));
+    compositor.end();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return trip.isReady(); }, deadlineMs));
+    EXPECT_FALSE(QCoro::waitFor(connection().roundTrip(std::chrono::hours(1))));
+}
+
+TEST_F(WaylandConnectionTest, ARoundTripEndsWithItsConnection) {
+    auto mortal = WaylandConnection::open(compositor.name());
+    compositor.stall();
+    bool isOver = false;
+    bool hasArrived = true;
+    const auto waits = [&]() -> QCoro::Task<> {
+        hasArrived = co_await mortal->roundTrip(std::chrono::hours(1));
+        isOver = true;
+    };
+    const auto waiting = waits();
+    mortal.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isOver; }, deadlineMs));
+    EXPECT_FALSE(hasArrived);
 }
 
 } // namespace

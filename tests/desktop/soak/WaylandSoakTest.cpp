@@ -1,0 +1,24 @@
+#include "desktop/soak/SoakRun.h"
+#include "desktop/wayland/sessions/WaylandSessionFixture.h"
+
+namespace quillmender {
+namespace {
+
+using harness::TestApplication;
+
+class WaylandSoakTest : public WaylandSessionFixture {
+  protected:
+    harness::CompositorKind kind() const override { return harness::CompositorKind::sway; }
+};
+
+TEST_F(WaylandSoakTest, ManySessionsLeaveNothingBehind) {
+    start();
+    SoakRun run(*this);
+    run.add(makeField(*this, TestApplication::mousepad(desktop(), soakLetter())));
+    run.add(makeField(*this, TestApplication::gnomeTextEditor(desktop(), soakLetter()), true));
+    run.add(makeTerminal(*this));
+    run.play([] { return 0; });
+}
+
+} // namespace
+} // namespace quillmender

@@ -1,0 +1,140 @@
+#include "desktop/harness/wayland/WaylandClipboardOwner.h"
+#include "desktop/sessions/Letter.h"
+#include "desktop/wayland/sessions/WaylandSessionFixture.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <tuple>
+
+namespace quillmender {
+namespace {
+
+using namespace std::chrono_literals;
+using harness::ChildProcess;
+using harness::ClipboardOwner;
+using harness::CompositorKind;
+using harness::waitUntil;
+
+struct Manager {
+    const char *program;
+    QStringList command;
+    /// What prints its history; the others write theirs into a file at each change.
+    QStringList ask{};
+    /// Whether it leaves out what is marked as secret.
+    bool heedsMark = true;
+};
+
+void PrintTo(const Manager &manager, std::ostream *stream) {
+    *stream << manager.program;
+}
+
+/// Programs that keep a history of everything that was on the clipboard.
+class WaylandManagersTest : public WaylandSessionFixture,
+                            public testing::WithParamInterface<std::tuple<CompositorKind, Manager>> {
+  protected:
+    CompositorKind kind() const override { return std::get<CompositorKind>(GetParam()); }
+    static const Manager &manager() { return std::get<Manager>(GetParam()); }
+
+    void startManager() {
+        manager_.emplace(desktop().command(manager().command.first(), manager().command.mid(1)));
+    }
+
+    /// Another application copies the text, again and again until the manager, which may not be up
+    /// yet, has it.
+    void record(const QString &text) {
+        waitUntil(
+            [&] {
+                takeClipboard(ClipboardOwner::plainText(text));
+                return harness::becomesTrue(
+                    [&] { return history().contains(text.toUtf8()); }, 3s);
+            },
+            QStringLiteral("the manager records \"%1\"").arg(text));
+    }
+
+    /// Everything that it has recorded.
+    QByteArray history() {
+        if (!manager().ask.isEmpty())
+            return answerOfManager();
+        QByteArray history;
+        for (QDirIterator each(desktop().folders().home(), QDir::Files | QDir::Hidden,
+                               QDirIterator::Subdirectories);
+             each.hasNext();) {
+            QFile file(each.next());
+            const bool isLetter = file.fileName().endsWith(QStringLiteral("letter.txt"));
+            if (!isLetter && file.open(QIODevice::ReadOnly))
+                history += file.readAll();
+        }
+        return history;
+    }
+
+    void TearDown() override {
+        WaylandSessionFixture::TearDown();
+        manager_.reset();
+    }
+
+  private:
+    QByteArray answerOfManager() {
+        harness::Command command =
+            desktop().command(manager().ask.first(), manager().ask.mid(1));
+        command.logFile = desktop().folders().log(QStringLiteral("history"));
+        QFile::remove(command.logFile);
+        const ChildProcess reader(command);
+        waitUntil([&] { return !reader.isRunning(); }, QStringLiteral("the history is listed"));
+        return reader.log();
+    }
+
+    std::optional<ChildProcess> manager_;
+};
+
+TEST_P(WaylandManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
+    for (const QString &program : {QString::fromLatin1(manager().program),
+                                   manager().command.first()}) {
+        if (QStandardPaths::findExecutable(program).isEmpty())
+            GTEST_SKIP() << program.toStdString() << " is not installed";
+    }
+    start();
+    startManager();
+    record(QStringLiteral("What the user had copied before"));
+    takeClipboard(offer());
+    Letter letter(*this, Letter::Route::clipboard);
+    letter.mend();
+    expectClipboardUntouched();
+    letter.expectText(Letter::mended);
+
+    // What it records at last comes after everything else.
+    record(QStringLiteral("copied afterwards"));
+    const QByteArray recorded = history();
+    EXPECT_TRUE(recorded.contains("What the user had copied before")) << recorded.toStdString();
+    // The letter is on the clipboard too, when its text is asked for by copying it.
+    const bool isAnswerAlone = recorded.contains("\nreceive\n");
+    EXPECT_EQ(isAnswerAlone, !manager().heedsMark) << recorded.toStdString();
+}
+
+const auto everyLine = QStringLiteral("(cat; echo) >> \"$HOME/history\"");
+const auto whatIsNoSecret =
+    QStringLiteral("[ \"$CLIPBOARD_STATE\" = sensitive ] || ") + everyLine;
+
+INSTANTIATE_TEST_SUITE_P(
+    On, WaylandManagersTest,
+    testing::Combine(
+        harness::everyCompositor(),
+        testing::Values(
+            // As its manual has scripts do it.
+            Manager{.program = "wl-paste",
+                    .command = {QStringLiteral("wl-paste"), QStringLiteral("--watch"),
+                                QStringLiteral("sh"), QStringLiteral("-c"), whatIsNoSecret}},
+            Manager{.program = "copyq",
+                    .command = {QStringLiteral("copyq")},
+                    .ask = {QStringLiteral("copyq"), QStringLiteral("eval"),
+                            QStringLiteral("for (i = 0; i < size(); ++i) "
+                                           "print('\\n' + str(read(i)) + '\\n')")}})),
+    [](const auto &instance) {
+        QByteArray name = std::get<Manager>(instance.param).program;
+        return std::string(harness::nameOf(std::get<CompositorKind>(instance.param))) + "_" +
+               name.replace('-', '_').toStdString();
+    });
+
+} // namespace
+} // namespace quillmender
