@@ -60,6 +60,15 @@ class WaylandTerminalTest : public WaylandSessionFixture,
         waitForRequest();
     }
 
+    /// The panel says so, and the clipboard is as it was.
+    void waitUntilRefused() {
+        waitUntil([this] { return panelShows(notReplaced); },
+                  QStringLiteral("the failure is shown"));
+        expectClipboardUntouched();
+        click(QStringLiteral("Close"));
+        waitUntilPanelIsGone();
+    }
+
     /// The shell has done everything that was on its line and before it.
     void runInShell(const QString &command, const char *madeByIt) {
         terminal_->activate();
@@ -75,27 +84,21 @@ class WaylandTerminalTest : public WaylandSessionFixture,
     std::optional<TestApplication> terminal_;
 };
 
-constexpr auto dash = "printf 'recieve\\n'; touch ready; exec dash -i";
-constexpr auto bash = "printf 'recieve\\n'; touch ready; exec bash --norc --noprofile -i";
-
 TEST_P(WaylandTerminalTest, AnAnswerOfSeveralLinesIsNotPastedIntoAShell) {
-    for (const char *shell : {bash}) {
-        openTerminal(QLatin1String(shell), 0);
-        answerTheWordWith(QStringLiteral("touch first\ntouch second\n"));
-        waitUntil([this] { return panelShows(notReplaced); },
-                  QStringLiteral("the failure is shown"));
-        expectClipboardUntouched();
-        EXPECT_EQ(desktop().selectedText(), wrong);
-        click(QStringLiteral("Close"));
-        waitUntilPanelIsGone();
-        runInShell(QStringLiteral("touch done"), "done");
-        EXPECT_FALSE(exists("first"));
-        EXPECT_FALSE(exists("second"));
-    }
+    // It asks for the marks around a paste; whether it heeds them is up to its user.
+    openTerminal(QStringLiteral("printf 'recieve\\n'; touch ready; "
+                                "exec bash --norc --noprofile -i"),
+                 0);
+    answerTheWordWith(QStringLiteral("touch first\ntouch second\n"));
+    waitUntilRefused();
+    EXPECT_EQ(desktop().selectedText(), wrong);
+    runInShell(QStringLiteral("touch done"), "done");
+    EXPECT_FALSE(exists("first"));
+    EXPECT_FALSE(exists("second"));
 }
 
 TEST_P(WaylandTerminalTest, AnAnswerOfOneLineWaitsForItsUsersEnter) {
-    openTerminal(QLatin1String(dash), 0);
+    openTerminal(QStringLiteral("printf 'recieve\\n'; touch ready; exec dash -i"), 0);
     answerTheWordWith(QStringLiteral("\x1b[201~touch pasted;\r\n\n"));
     waitUntilPanelIsGone();
     waitUntilWritten();
@@ -109,11 +112,16 @@ TEST_P(WaylandTerminalTest, AnAnswerOfOneLineWaitsForItsUsersEnter) {
     EXPECT_FALSE(exists("pasted"));
 }
 
+// Where the compositor tells the process of a terminal.
 TEST_P(WaylandTerminalTest, AnEditorGetsAllLines) {
     openTerminal(QStringLiteral("printf recieve > text; touch ready; "
                                 "exec nano --ignorercfiles --nonewlines text"),
-                 2);
+                 1);
     answerTheWordWith(QStringLiteral("one\n\ttwo "));
+    if (kind() == CompositorKind::labwc) {
+        waitUntilRefused();
+        return;
+    }
     waitUntilPanelIsGone();
     waitUntilWritten();
     expectClipboardUntouched();
