@@ -58,7 +58,8 @@ void SoakRun::takeClipboard() {
 
 /// Hot key, action, and either the answer in the text or the message in the panel.
 void SoakRun::playOne() {
-    SoakPartner &partner = *partners_[static_cast<size_t>(draw(static_cast<int>(partners_.size())))];
+    SoakPartner &partner =
+        *partners_[static_cast<size_t>(draw(static_cast<int>(partners_.size())))];
     partner.prepare(draw(2) == 0);
     takeClipboard();
     harness::AnyDesktop &desktop = session_.sessionDesktop();

@@ -14,8 +14,8 @@ TEST_F(SoakTest, ManySessionsLeaveNothingBehind) {
     SoakRun run(*this);
     run.add(makeField(*this, TestApplication::mousepad(desktop(), soakLetter())));
     run.add(makeField(*this, TestApplication::gedit(desktop(), soakLetter())));
-    run.add(makeField(*this, TestApplication::sampleEditor(desktop(), QStringLiteral("plain"),
-                                                           soakLetter())));
+    run.add(makeField(
+        *this, TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), soakLetter())));
     run.add(makeField(
         *this, TestApplication::sampleEditor(desktop(), QStringLiteral("line"), soakLetter())));
     run.play([this] {

@@ -22,8 +22,8 @@ class WaylandConnection : public QObject {
     Q_OBJECT
 
   public:
-    /// Long enough for a compositor that has much else to do at log-in; until then the toolkit, which
-    /// has no limit of its own, would have waited as well.
+    /// Long enough for a compositor that has much else to do at log-in; until then the toolkit,
+    /// which has no limit of its own, would have waited as well.
     static constexpr std::chrono::milliseconds patience{30'000};
 
     /// Null when there is no compositor, or it has not told its globals within the limit; the log

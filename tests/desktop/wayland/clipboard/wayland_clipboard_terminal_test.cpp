@@ -1,5 +1,4 @@
 #include "desktop/wayland/clipboard/ClipboardTest.h"
-
 #include "desktop/wayland/clipboard/ScriptedCompositor.h"
 
 namespace quillmender::wayland {
@@ -178,8 +177,8 @@ TEST_F(ClipboardTerminalTest, WhoTakesTheClipboardEndsTheLoan) {
 
 TEST_F(ClipboardTerminalTest, ReplacementMeanwhileLeavesThePrimarySelection) {
     const auto pipes = std::make_shared<std::vector<Descriptor>>();
-    selecting_->declareSpecially(
-        text, [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
+    selecting_->declareSpecially(text,
+                                 [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
     selecting_->own();
     settle();
     lent_ = lend(QStringLiteral("answer"));
@@ -197,8 +196,8 @@ TEST_F(ClipboardTerminalTest, ReplacementMeanwhileLeavesThePrimarySelection) {
 
 TEST_F(ClipboardTerminalTest, AnOwnerOfThePrimarySelectionThatIsSilentHoldsNothingUp) {
     const auto pipes = std::make_shared<std::vector<Descriptor>>();
-    selecting_->declareSpecially(
-        "image/png", [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
+    selecting_->declareSpecially("image/png",
+                                 [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
     selecting_->declare(text, "user's selection");
     selecting_->own();
     settle();
@@ -211,8 +210,8 @@ TEST_F(ClipboardTerminalTest, AnOwnerOfThePrimarySelectionThatIsSilentHoldsNothi
 
 TEST_F(ClipboardTerminalTest, EndOfTheProgramMeanwhileIsAnObstacle) {
     const auto pipes = std::make_shared<std::vector<Descriptor>>();
-    selecting_->declareSpecially(
-        text, [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
+    selecting_->declareSpecially(text,
+                                 [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
     selecting_->own();
     settle();
     lent_ = lend(QStringLiteral("answer"));

@@ -31,8 +31,9 @@ void PrintTo(const Manager &manager, std::ostream *stream) {
 }
 
 /// Programs that keep a history of everything that was on the clipboard.
-class WaylandManagersTest : public WaylandSessionFixture,
-                            public testing::WithParamInterface<std::tuple<CompositorKind, Manager>> {
+class WaylandManagersTest
+    : public WaylandSessionFixture,
+      public testing::WithParamInterface<std::tuple<CompositorKind, Manager>> {
   protected:
     CompositorKind kind() const override { return std::get<CompositorKind>(GetParam()); }
     static const Manager &manager() { return std::get<Manager>(GetParam()); }
@@ -47,8 +48,7 @@ class WaylandManagersTest : public WaylandSessionFixture,
         waitUntil(
             [&] {
                 takeClipboard(ClipboardOwner::plainText(text));
-                return harness::becomesTrue(
-                    [&] { return history().contains(text.toUtf8()); }, 3s);
+                return harness::becomesTrue([&] { return history().contains(text.toUtf8()); }, 3s);
             },
             QStringLiteral("the manager records \"%1\"").arg(text));
     }
@@ -76,8 +76,7 @@ class WaylandManagersTest : public WaylandSessionFixture,
 
   private:
     QByteArray answerOfManager() {
-        harness::Command command =
-            desktop().command(manager().ask.first(), manager().ask.mid(1));
+        harness::Command command = desktop().command(manager().ask.first(), manager().ask.mid(1));
         command.logFile = desktop().folders().log(QStringLiteral("history"));
         QFile::remove(command.logFile);
         const ChildProcess reader(command);
@@ -89,8 +88,8 @@ class WaylandManagersTest : public WaylandSessionFixture,
 };
 
 TEST_P(WaylandManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
-    for (const QString &program : {QString::fromLatin1(manager().program),
-                                   manager().command.first()}) {
+    for (const QString &program :
+         {QString::fromLatin1(manager().program), manager().command.first()}) {
         if (QStandardPaths::findExecutable(program).isEmpty())
             GTEST_SKIP() << program.toStdString() << " is not installed";
     }
@@ -113,23 +112,22 @@ TEST_P(WaylandManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
 }
 
 const auto everyLine = QStringLiteral("(cat; echo) >> \"$HOME/history\"");
-const auto whatIsNoSecret =
-    QStringLiteral("[ \"$CLIPBOARD_STATE\" = sensitive ] || ") + everyLine;
+const auto whatIsNoSecret = QStringLiteral("[ \"$CLIPBOARD_STATE\" = sensitive ] || ") + everyLine;
 
 INSTANTIATE_TEST_SUITE_P(
     On, WaylandManagersTest,
-    testing::Combine(
-        harness::everyCompositor(),
-        testing::Values(
-            // As its manual has scripts do it.
-            Manager{.program = "wl-paste",
-                    .command = {QStringLiteral("wl-paste"), QStringLiteral("--watch"),
-                                QStringLiteral("sh"), QStringLiteral("-c"), whatIsNoSecret}},
-            Manager{.program = "copyq",
-                    .command = {QStringLiteral("copyq")},
-                    .ask = {QStringLiteral("copyq"), QStringLiteral("eval"),
-                            QStringLiteral("for (i = 0; i < size(); ++i) "
-                                           "print('\\n' + str(read(i)) + '\\n')")}})),
+    testing::Combine(harness::everyCompositor(),
+                     testing::Values(
+                         // As its manual has scripts do it.
+                         Manager{.program = "wl-paste",
+                                 .command = {QStringLiteral("wl-paste"), QStringLiteral("--watch"),
+                                             QStringLiteral("sh"), QStringLiteral("-c"),
+                                             whatIsNoSecret}},
+                         Manager{.program = "copyq",
+                                 .command = {QStringLiteral("copyq")},
+                                 .ask = {QStringLiteral("copyq"), QStringLiteral("eval"),
+                                         QStringLiteral("for (i = 0; i < size(); ++i) "
+                                                        "print('\\n' + str(read(i)) + '\\n')")}})),
     [](const auto &instance) {
         QByteArray name = std::get<Manager>(instance.param).program;
         return std::string(harness::nameOf(std::get<CompositorKind>(instance.param))) + "_" +

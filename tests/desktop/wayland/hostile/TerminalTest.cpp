@@ -1,7 +1,6 @@
+#include "desktop/harness/TestApplication.h"
 #include "desktop/sessions/TextKeys.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
-
-#include "desktop/harness/TestApplication.h"
 
 #include <QFile>
 
@@ -44,8 +43,8 @@ class WaylandTerminalTest : public WaylandSessionFixture,
             [&] {
                 // Within the row, whatever its height.
                 constexpr int rowHeight = 18;
-                desktop().input().doubleClick(
-                    corner + QPoint(rowHeight, row * rowHeight + rowHeight / 2));
+                desktop().input().doubleClick(corner +
+                                              QPoint(rowHeight, row * rowHeight + rowHeight / 2));
                 return harness::becomesTrue([this] { return desktop().selectedText() == wrong; },
                                             std::chrono::seconds(2));
             },

@@ -1,6 +1,7 @@
 #include "platform/linux/wayland/WaylandConnection.h"
 
 #include "TestCompositor.h"
+#include "platform/linux/wayland/ToolkitLoss.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -122,6 +123,14 @@ TEST_F(WaylandConnectionTest, ARoundTripIsNotWaitedForForever) {
     EXPECT_FALSE(QCoro::waitFor(connection().roundTrip(std::chrono::milliseconds(50))));
     EXPECT_FALSE(connection().settle(std::chrono::milliseconds(50)));
     EXPECT_FALSE(connection().isLost());
+}
+
+TEST(ToolkitLossTest, KnowsTheToolkitsWordsForIt) {
+    EXPECT_TRUE(wayland::tellsOfLoss(
+        QStringLiteral("The Wayland connection broke. Did the Wayland compositor die?")));
+    EXPECT_TRUE(wayland::tellsOfLoss(
+        QStringLiteral("The Wayland connection experienced a fatal error: Protocol error")));
+    EXPECT_FALSE(wayland::tellsOfLoss(QStringLiteral("Wayland does not support it")));
 }
 
 TEST_F(WaylandConnectionTest, ARoundTripEndsWhenTheCompositorDoes) {
