@@ -208,7 +208,7 @@ TEST_F(ClipboardTerminalTest, AnOwnerOfThePrimarySelectionThatIsSilentHoldsNothi
     EXPECT_EQ(selecting_->fetch(text), "user's selection");
 }
 
-TEST_F(ClipboardTerminalTest, EndOfTheProgramMeanwhileIsAnObstacle) {
+TEST_F(ClipboardTerminalTest, EndOfTheProgramMeanwhileCancelsIt) {
     const auto pipes = std::make_shared<std::vector<Descriptor>>();
     selecting_->declareSpecially(text,
                                  [pipes](Descriptor pipe) { pipes->push_back(std::move(pipe)); });
@@ -222,7 +222,7 @@ TEST_F(ClipboardTerminalTest, EndOfTheProgramMeanwhileIsAnObstacle) {
     control_.reset();
     connection_.reset();
     EXPECT_TRUE(waitFor([&] { return lending.isReady(); })) << "long before its limit";
-    EXPECT_TRUE(wait(std::move(lending)).has_value());
+    EXPECT_THROW(wait(std::move(lending)), CancellationError);
 }
 
 TEST(ClipboardWithoutPrimaryTest, IsNotForTerminals) {

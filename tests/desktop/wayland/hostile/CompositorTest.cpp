@@ -109,11 +109,15 @@ class CompositorLossTest : public WaylandSessionFixture,
   protected:
     CompositorKind kind() const override { return GetParam(); }
 
-    void open() {
-        start();
-        letter_.emplace(*this, Letter::Route::clipboard);
+    void start() override {
+        WaylandSessionFixture::start();
         settings_ = readSettings();
         ASSERT_FALSE(settings_.isEmpty());
+    }
+
+    void open(Letter::Route route) {
+        start();
+        letter_.emplace(*this, route);
     }
 
     void endCompositor() { desktop().compositor().process().kill(); }
@@ -148,13 +152,13 @@ class CompositorLossTest : public WaylandSessionFixture,
 };
 
 TEST_P(CompositorLossTest, WhenNothingRuns) {
-    open();
+    start();
     endCompositor();
     expectEnd();
 }
 
 TEST_P(CompositorLossTest, WhileThePanelIsShown) {
-    open();
+    open(Letter::Route::accessibility);
     pressHotKey();
     waitForPanel(Letter::wrong);
     endCompositor();
@@ -162,7 +166,7 @@ TEST_P(CompositorLossTest, WhileThePanelIsShown) {
 }
 
 TEST_P(CompositorLossTest, WhileTheProviderThinks) {
-    open();
+    open(Letter::Route::accessibility);
     letter_->askForAnswer();
     endCompositor();
     provider().release();
@@ -170,7 +174,7 @@ TEST_P(CompositorLossTest, WhileTheProviderThinks) {
 }
 
 TEST_P(CompositorLossTest, WithTheClipboardBorrowed) {
-    open();
+    open(Letter::Route::clipboard);
     letter_->askForAnswer();
     harness::WaylandClipboardProbe probe(desktop().socketPath());
     provider().release();
