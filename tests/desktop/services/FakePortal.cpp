@@ -32,7 +32,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, AccentChannels &c
 
 namespace {
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString group = QStringLiteral("org.freedesktop.appearance");
 } // namespace
 
@@ -42,13 +42,13 @@ FakePortal::FakePortal(const QVariantMap &appearance)
     qDBusRegisterMetaType<SettingGroups>();
     QDBusConnection bus =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_);
-    bus.registerObject(path, this,
+    bus.registerObject(portalPath, this,
                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     bus.registerService(service);
 }
 
 FakePortal::~FakePortal() {
-    test::leaveBus(this, path, QDBusConnection(connectionName_));
+    test::leaveBus(this, portalPath, QDBusConnection(connectionName_));
 }
 
 QVariant FakePortal::accent(double red, double green, double blue) {

@@ -11,7 +11,7 @@ namespace quillmender {
 
 namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString path = QStringLiteral("/StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 } // namespace
 
 bool StatusWatcherObject::hasHost() const {
@@ -53,7 +53,7 @@ FakeStatusWatcher::FakeStatusWatcher(bool hasHost, const QString &busAddress)
                 busAddress.isEmpty()
                     ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)
                     : QDBusConnection::connectToBus(busAddress, connectionName_);
-            bus.registerObject(path, object_, QDBusConnection::ExportAllContents);
+            bus.registerObject(watcherPath, object_, QDBusConnection::ExportAllContents);
             bus.registerService(watcherName);
         },
         Qt::BlockingQueuedConnection);
@@ -61,7 +61,7 @@ FakeStatusWatcher::FakeStatusWatcher(bool hasHost, const QString &busAddress)
 
 FakeStatusWatcher::~FakeStatusWatcher() {
     QMetaObject::invokeMethod(
-        object_, [this] { test::leaveBus(object_, path, QDBusConnection(connectionName_)); },
+        object_, [this] { test::leaveBus(object_, watcherPath, QDBusConnection(connectionName_)); },
         Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();
