@@ -1,4 +1,4 @@
-#include "desktop/harness/wayland/WaylandClipboardOwner.h"
+#include "desktop/harness/ClipboardOwner.h"
 #include "desktop/sessions/Letter.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
 
@@ -111,8 +111,9 @@ TEST_P(WaylandManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
     EXPECT_EQ(isAnswerAlone, !manager().heedsMark) << recorded.toStdString();
 }
 
-const auto everyLine = QStringLiteral("(cat; echo) >> \"$HOME/history\"");
-const auto whatIsNoSecret = QStringLiteral("[ \"$CLIPBOARD_STATE\" = sensitive ] || ") + everyLine;
+const QString everyLine = QStringLiteral("(cat; echo) >> \"$HOME/history\"");
+const QString whatIsNoSecret =
+    QStringLiteral("[ \"$CLIPBOARD_STATE\" = sensitive ] || ") + everyLine;
 
 INSTANTIATE_TEST_SUITE_P(
     On, WaylandManagersTest,

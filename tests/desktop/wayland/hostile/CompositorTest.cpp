@@ -1,4 +1,3 @@
-#include "desktop/harness/wayland/WaylandClipboardOwner.h"
 #include "desktop/harness/wayland/WaylandClipboardProbe.h"
 #include "desktop/sessions/Letter.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
@@ -12,7 +11,6 @@ namespace {
 using namespace std::chrono_literals;
 using harness::CompositorKind;
 using harness::waitUntil;
-using testing::AnyOf;
 using testing::HasSubstr;
 
 const QString busName = QStringLiteral("com.quillmender.Quillmender");

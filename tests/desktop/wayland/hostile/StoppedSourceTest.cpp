@@ -1,5 +1,3 @@
-#include "desktop/harness/wayland/WaylandClipboardOwner.h"
-#include "desktop/harness/wayland/WaylandClipboardProbe.h"
 #include "desktop/sessions/Letter.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
 

@@ -1,5 +1,4 @@
 #include "desktop/harness/TestApplication.h"
-#include "desktop/sessions/TextKeys.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
 
 #include <QFile>
