@@ -1,5 +1,6 @@
 #include "desktop/wayland/clipboard/ClipboardTest.h"
 #include "desktop/wayland/clipboard/ScriptedCompositor.h"
+#include "platform/Clock.h"
 
 namespace quillmender::wayland {
 
