@@ -1,5 +1,6 @@
 #include "desktop/portal/FakeDesktopPortal.h"
 
+#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -29,7 +30,11 @@ FakeDesktopPortal::FakeDesktopPortal()
     bus_.registerService(service);
 }
 
+// What was called and is not answered yet would be refused in the name of a connection that has
+// gone by then, with a fault.
 FakeDesktopPortal::~FakeDesktopPortal() {
+    bus_.unregisterObject(desktop, QDBusConnection::UnregisterTree);
+    QCoreApplication::removePostedEvents(this);
     QDBusConnection::disconnectFromBus(connectionName_);
 }
 
