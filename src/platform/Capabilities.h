@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/Permission.h"
+
 #include <QMap>
 #include <QString>
+
+#include <memory>
 
 namespace quillmender {
 
@@ -22,6 +26,9 @@ struct Lack {
     QString sentence;
     QString remedy; ///< empty when nothing can be done
     QString lines;  ///< what the remedy wants in a configuration file, as it stands there
+    /// By which the user can be asked for it, and then says how it stands; the remedy says what
+    /// happens then. Null where nobody can be asked.
+    std::shared_ptr<Permission> permission;
 
     friend bool operator==(const Lack &, const Lack &) = default;
 };

@@ -50,7 +50,8 @@ struct Platform {
     /// Gives memory back that is not used any more. Never empty.
     std::function<void()> giveMemoryBack = [] {};
 
-    /// What this session lacks; the services above are then their `none` forms.
+    /// What this session lacks; the services above are then their `none` forms, or such as find out
+    /// when they are used. The keys of the shortcut are missing only while none are held.
     MissingCapabilities missing;
 
     /// The version of the installed program, if the system knows it.

@@ -2,6 +2,7 @@
 
 #include "ui/PushButton.h"
 #include "ui/StatusLabel.h"
+#include "ui/settings/PermissionRow.h"
 
 #include <QHBoxLayout>
 
@@ -36,6 +37,10 @@ PermissionsSection::PermissionsSection(PermissionManager &permissionManager,
         // The shortcut has a section of its own.
         if (lack.key() == Capability::hotKeys)
             continue;
+        if (lack->permission) {
+            addRow(new PermissionRow(theme, *lack, card()));
+            continue;
+        }
         auto *sentence = new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card());
         sentence->tell(lack->sentence);
         addRow(sentence);

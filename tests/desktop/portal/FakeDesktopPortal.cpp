@@ -7,6 +7,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include <algorithm>
+
 namespace quillmender {
 
 namespace {
@@ -46,7 +48,8 @@ bool FakeDesktopPortal::handleMessage(const QDBusMessage &message, const QDBusCo
         if (version.manner == Manner::refused)
             bus_.send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("no")));
         else
-            bus_.send(message.createReply(QVariant::fromValue(QDBusVariant(quint32{1}))));
+            bus_.send(message.createReply(
+                QVariant::fromValue(QDBusVariant(std::max(version.code, quint32{1})))));
         return true;
     }
     const QString method =

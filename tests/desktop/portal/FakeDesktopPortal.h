@@ -33,7 +33,8 @@ class FakeDesktopPortal : public QDBusVirtualObject {
     FakeDesktopPortal();
     ~FakeDesktopPortal() override;
 
-    /// For "Interface.Method" without the prefix; what is not set is granted without results.
+    /// For "Interface.Method" without the prefix; what is not set is granted without results. The
+    /// code of "Interface.version" is that version, 1 when it is not set.
     void set(const QString &method, const Answer &answer) { answers_.insert(method, answer); }
     void grant(const QString &method, const QVariantMap &results) { set(method, {0, results}); }
 

@@ -1,7 +1,6 @@
 #include "desktop/portal/PortalTest.h"
+#include "desktop/portal/RemoteDesktopFakes.h"
 #include "platform/linux/portal/RemoteDesktopKeys.h"
-#include "platform/linux/portal/TokenStore.h"
-#include "platform/linux/wayland/kwin/HeldModifiers.h"
 
 namespace quillmender {
 namespace {
@@ -12,21 +11,6 @@ using wayland::TypedKeys;
 using wayland::TypedOutcome;
 
 const QString start = QStringLiteral("RemoteDesktop.Start");
-
-struct FakeTokens : portal::TokenStore {
-    QString token() override { return kept; }
-    void setToken(const QString &token) override { kept = token; }
-    QString kept;
-};
-
-struct FakeModifiers : kwin::HeldModifiers {
-    QCoro::Task<std::optional<QString>> waitUntilUp() override { co_return std::as_const(held); }
-    std::optional<QString> held;
-};
-
-QCoro::Task<kwin::ChordCodes> codes(TypedKeys) {
-    co_return kwin::ChordCodes{29, 46};
-}
 
 class RemoteDesktopTest : public PortalTest {
   protected:
@@ -50,7 +34,7 @@ class RemoteDesktopTest : public PortalTest {
 
     FakeTokens tokens_;
     FakeModifiers modifiers_;
-    portal::RemoteDesktopKeys keys_{portal_, tokens_, &modifiers_, codes};
+    portal::RemoteDesktopKeys keys_{portal_, tokens_, &modifiers_, fakeCodes};
     bool isMeant_ = true;
     QList<QStringList> fakeMoments_;
 };
@@ -118,7 +102,7 @@ TEST_F(RemoteDesktopTest, NothingIsTypedWhileModifiersAreHeldOrWhenItIsNotMeant)
     ASSERT_TRUE(closesTheSession());
     EXPECT_TRUE(fake_->asked().filter(QStringLiteral("key")).isEmpty());
     EXPECT_TRUE(fakeMoments_.isEmpty());
-    portal::RemoteDesktopKeys blind(portal_, tokens_, nullptr, codes);
+    portal::RemoteDesktopKeys blind(portal_, tokens_, nullptr, fakeCodes);
     EXPECT_TRUE(runTask(blind.type(TypedKeys::controlV, [] { return true; }, [] {})).isUnavailable);
 }
 
@@ -127,10 +111,24 @@ TEST_F(RemoteDesktopTest, APortalThatAsksInsteadOfAnsweringIsGivenUp) {
     fake_->set(start, {0, {}, Manner::silent});
     const TypedOutcome outcome = type();
     EXPECT_FALSE(outcome.isTyped);
-    EXPECT_FALSE(outcome.isUnavailable);
+    EXPECT_TRUE(outcome.isUnavailable);
     ASSERT_TRUE(closesTheSession());
     EXPECT_TRUE(fake_->asked().contains(QStringLiteral("Request.Close")));
     EXPECT_TRUE(fakeMoments_.isEmpty());
+    fake_->forget();
+    EXPECT_FALSE(type().isTyped);
+    EXPECT_TRUE(fake_->asked().isEmpty()) << "or the user would be asked at each use";
+}
+
+TEST_F(RemoteDesktopTest, APortalThatEndsBeforeTheKeysHasTypedNothing) {
+    tokens_.kept = QStringLiteral("first");
+    modifiers_.beforeAnswer = [this] { fake_.reset(); };
+    const TypedOutcome outcome =
+        runTask(keys_.type(TypedKeys::controlV, [] { return true; }, [] {}));
+    EXPECT_FALSE(outcome.isTyped);
+    EXPECT_FALSE(outcome.isUnavailable) << "the next time it may be there again";
+    EXPECT_FALSE(outcome.reason.isEmpty());
+    EXPECT_EQ(tokens_.kept, QStringLiteral("first")) << "one that it gave is good once it is back";
 }
 
 TEST_F(RemoteDesktopTest, KeysThatAreRefusedAreNotTyped) {

@@ -64,13 +64,13 @@ TEST_F(RequestTest, TheUserMayRefuseAndThePortalMayFail) {
 TEST_F(RequestTest, WhatIsNotAnsweredInTimeIsClosed) {
     answerWith(Manner::silent);
     const PortalAnswer answer = ask(100ms);
-    EXPECT_EQ(answer.outcome, Outcome::failed);
+    EXPECT_EQ(answer.outcome, Outcome::unanswered);
     EXPECT_FALSE(answer.reason.isEmpty());
     EXPECT_TRUE(harness::becomesTrue(
         [&] { return fake_->asked().endsWith(QStringLiteral("Request.Close")); }));
     answerWith(Manner::mute);
     fake_->forget();
-    EXPECT_EQ(ask(100ms).outcome, Outcome::failed);
+    EXPECT_EQ(ask(100ms).outcome, Outcome::unanswered);
     EXPECT_TRUE(harness::becomesTrue(
         [&] { return fake_->asked().endsWith(QStringLiteral("Request.Close")); }));
 }

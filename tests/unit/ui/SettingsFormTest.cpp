@@ -1,4 +1,5 @@
 #include "SettingsWindowFixture.h"
+#include "fakes/FakePermission.h"
 #include "ui/PopUpButton.h"
 #include "ui/ToggleSwitch.h"
 
@@ -108,6 +109,42 @@ TEST_F(SettingsFormTest, TellsWhatTheSessionLacks) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("<first>\n<second>"));
     EXPECT_FALSE(shows("The shortcut does not work at the moment; another program may be using "
                        "these keys. Use Transform in the status menu instead."));
+}
+
+TEST_F(SettingsFormTest, AsksForWhatTheDesktopLetsItDoOnlyWhenTheUserWants) {
+    const auto permission = std::make_shared<fakes::FakePermission>();
+    missing[Capability::chords] = QStringLiteral("It could not be copied.");
+    missing[Capability::chords].remedy = QStringLiteral("A window will ask you.");
+    missing[Capability::chords].permission = permission;
+    show();
+    EXPECT_TRUE(shows("How it stands.")) << "not what it was at the start";
+    EXPECT_FALSE(shows("It could not be copied."));
+    EXPECT_FALSE(shows("A window will ask you."));
+    EXPECT_EQ(button("Ask for Permission"), nullptr) << "nobody can be asked";
+
+    permission->become(Permission::State::missing, QStringLiteral("Not yet."));
+    settle();
+    EXPECT_TRUE(shows("Not yet."));
+    EXPECT_TRUE(shows("A window will ask you."));
+    ASSERT_NE(button("Ask for Permission"), nullptr);
+    EXPECT_EQ(permission->asked, 0);
+    button("Ask for Permission")->click();
+    EXPECT_EQ(permission->asked, 1);
+
+    permission->become(Permission::State::asked, QStringLiteral("Look for its window."));
+    settle();
+    EXPECT_TRUE(shows("Look for its window."));
+    EXPECT_EQ(button("Ask for Permission"), nullptr);
+
+    permission->become(Permission::State::granted, QStringLiteral("It may."));
+    settle();
+    EXPECT_TRUE(shows("It may."));
+    EXPECT_FALSE(shows("A window will ask you."));
+    EXPECT_EQ(button("Ask for Permission"), nullptr);
+
+    permission->become(Permission::State::missing, QStringLiteral("Taken back."));
+    settle();
+    EXPECT_NE(button("Ask for Permission"), nullptr);
 }
 
 TEST_F(SettingsFormTest, ProviderIsBoundBothWays) {

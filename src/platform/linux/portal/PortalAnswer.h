@@ -9,8 +9,9 @@ namespace quillmender::portal {
 struct PortalAnswer {
     enum class Outcome {
         granted,
-        cancelled, ///< by the user
-        failed,    ///< refused by the portal, or no answer
+        cancelled,  ///< by the user
+        failed,     ///< refused by the portal, or it has ended
+        unanswered, ///< given up
     };
     Outcome outcome = Outcome::failed;
     /// Told with any outcome: some portals call it a failure and have done it all the same.

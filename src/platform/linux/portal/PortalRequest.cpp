@@ -34,6 +34,7 @@ QString reasonOf(PortalAnswer::Outcome outcome) {
     case PortalAnswer::Outcome::cancelled:
         return QStringLiteral("the user has not agreed");
     case PortalAnswer::Outcome::failed:
+    case PortalAnswer::Outcome::unanswered:
         break;
     }
     return QStringLiteral("the portal has refused");
@@ -108,7 +109,7 @@ void PortalRequest::fail(const QString &reason) {
 void PortalRequest::giveUp(const QString &reason) {
     if (!isOver_)
         close();
-    fail(reason);
+    finish({PortalAnswer::Outcome::unanswered, {}, reason});
 }
 
 void PortalRequest::finish(PortalAnswer answer) {

@@ -35,10 +35,12 @@ wayland::TypedOutcome unavailable(const QString &reason) {
 
 QDBusPendingCall sendKey(const QDBusConnection &bus, const PortalSession &session, quint32 code,
                          bool isDown) {
-    return bus.asyncCall(
+    QDBusMessage key =
         Portal::call(remoteDesktop, QStringLiteral("NotifyKeyboardKeycode"),
-                     {path(session), QVariantMap(), static_cast<int>(code), quint32{isDown}}),
-        keyMilliseconds);
+                     {path(session), QVariantMap(), static_cast<int>(code), quint32{isDown}});
+    // A portal that is started for it knows nothing of the session.
+    key.setAutoStartService(false);
+    return bus.asyncCall(key, keyMilliseconds);
 }
 
 /// Whether the first key went down. All are sent at once, so that nothing comes in between.
@@ -96,24 +98,30 @@ QCoro::Task<PortalAnswer> RemoteDesktopKeys::open(PortalSession &session,
     answer = co_await portal_.ask(start, limit);
     if (!self)
         co_return answer;
-    noteStarted(answer);
     const bool hasKeyboard =
         (answer.results.value(QStringLiteral("devices")).toUInt() & keyboard) != 0;
     if (answer.isGranted() && !hasKeyboard)
         answer = {PortalAnswer::Outcome::cancelled, {}, QStringLiteral("without the keyboard")};
+    noteStarted(answer);
     co_return answer;
 }
 
 void RemoteDesktopKeys::noteStarted(const PortalAnswer &started) {
-    if (started.outcome == PortalAnswer::Outcome::cancelled)
+    const bool wasAllowed = isAllowed();
+    // A portal that does not answer at once asks the user, since it does not know the word any
+    // more. It would do so at each use.
+    if (started.outcome == PortalAnswer::Outcome::cancelled ||
+        started.outcome == PortalAnswer::Outcome::unanswered)
         tokens_.setToken({});
     else if (started.isGranted())
         tokens_.setToken(started.results.value(QStringLiteral("restore_token")).toString());
+    if (isAllowed() != wasAllowed)
+        Q_EMIT allowedChanged();
 }
 
 QCoro::Task<PortalAnswer> RemoteDesktopKeys::askUser() {
     PortalSession session(portal_.bus());
-    PortalAnswer answer = co_await open(session, Portal::noLimit);
+    PortalAnswer answer = co_await open(session, askLimit);
     co_return answer;
 }
 

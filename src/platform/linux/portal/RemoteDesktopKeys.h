@@ -26,6 +26,9 @@ class RemoteDesktopKeys : public QObject, public wayland::KeyTyping {
     Q_OBJECT
 
   public:
+    /// How long a question to the user may stand.
+    static constexpr std::chrono::minutes askLimit{3};
+
     using FindCodes = std::function<QCoro::Task<kwin::ChordCodes>(wayland::TypedKeys)>;
 
     /// All of them outlive it. The modifiers may be null: nobody tells of them, and nothing is
@@ -38,11 +41,14 @@ class RemoteDesktopKeys : public QObject, public wayland::KeyTyping {
                                             std::function<void()> beforeLast) override;
 
     /// Has the desktop ask the user, unless the user has agreed before. Takes as long as the user
-    /// takes.
+    /// takes, within `askLimit`.
     QCoro::Task<PortalAnswer> askUser();
 
     /// Whether typing can be tried: the user has agreed, and has not refused since.
     bool isAllowed() const;
+
+  Q_SIGNALS:
+    void allowedChanged();
 
   private:
     QCoro::Task<PortalAnswer> open(PortalSession &session, std::chrono::milliseconds limit);

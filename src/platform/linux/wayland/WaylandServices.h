@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/portal/FileTokenStore.h"
+#include "platform/linux/portal/Portal.h"
 #include "platform/linux/wayland/ChordMoment.h"
 #include "platform/linux/wayland/KeyTyping.h"
 #include "platform/linux/wayland/WaylandConnection.h"
@@ -29,6 +31,8 @@ struct WaylandServices {
     std::unique_ptr<kwin::HeldModifiers> modifiers;
     std::unique_ptr<kwin::SeatKeyboard> seatKeyboard;
     std::unique_ptr<kwin::SeatLayout> seatLayout;
+    std::unique_ptr<portal::Portal> portal; ///< where something is asked of it
+    portal::FileTokenStore portalTokens;
     std::unique_ptr<KeyTyping> typing;
 };
 

@@ -1,6 +1,9 @@
 #include "platform/linux/wayland/WaylandWindowSystem.h"
 
 #include "platform/ApplicationId.h"
+#include "platform/linux/portal/PortalHotKeys.h"
+#include "platform/linux/portal/RemoteDesktopKeys.h"
+#include "platform/linux/portal/RemoteDesktopPermission.h"
 #include "platform/linux/wayland/ToolkitLoss.h"
 #include "platform/linux/wayland/WaylandServices.h"
 #include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
@@ -66,18 +69,52 @@ void makeClipboard(WindowSystemServices &services, WaylandServices &shared) {
         shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
 }
 
-QString makeTyping(WaylandServices &shared) {
+portal::Portal &portalOf(WaylandServices &shared) {
+    if (!shared.portal)
+        shared.portal = std::make_unique<portal::Portal>();
+    return *shared.portal;
+}
+
+// The portal is not waited for. Until the user has agreed the keys answer that they are not to be
+// had.
+Lack makePortalTyping(WaylandServices &shared, portal::RemoteDesktopKeys::FindCodes findCodes) {
+    portal::Portal &portal = portalOf(shared);
+    auto keys = std::make_unique<portal::RemoteDesktopKeys>(
+        portal, shared.portalTokens, shared.modifiers.get(), std::move(findCodes));
+    const auto permission = std::make_shared<portal::RemoteDesktopPermission>(portal, *keys);
+    Lack lack(permission->sentence());
+    lack.remedy =
+        QStringLiteral("Your desktop can let Quillmender type on the keyboard. It asks you "
+                       "in a window of its own, and calls that remote control. Quillmender "
+                       "types nothing but the keys for copying and pasting.");
+    lack.permission = permission;
+    shared.typing = std::move(keys);
+    return lack;
+}
+
+void makeTyping(WindowSystemServices &services, WaylandServices &shared) {
+    const auto name = [&services](const char *backend) {
+        services.backends[Capability::chords] = QString::fromLatin1(backend);
+    };
     shared.typing = VirtualKeyboard::create(*shared.connection);
     if (shared.typing)
-        return QStringLiteral("virtual-keyboard");
+        return name("virtual-keyboard");
     shared.modifiers = kwin::KeystateModifiers::create(*shared.connection);
     shared.seatKeyboard = std::make_unique<kwin::SeatKeyboard>(*shared.connection);
     shared.seatLayout =
         std::make_unique<kwin::SeatLayout>(*shared.seatKeyboard, QDBusConnection::sessionBus());
-    shared.typing = kwin::FakeInput::create(
-        *shared.connection, shared.modifiers.get(),
-        [layout = shared.seatLayout.get()](TypedKeys keys) { return layout->codesOf(keys); });
-    return QStringLiteral("fake-input");
+    const auto findCodes = [layout = shared.seatLayout.get()](TypedKeys keys) {
+        return layout->codesOf(keys);
+    };
+    shared.typing = kwin::FakeInput::create(*shared.connection, shared.modifiers.get(), findCodes);
+    if (shared.typing)
+        return name("fake-input");
+    // What the user holds would mix with the keys, so that the permission would be good for
+    // nothing.
+    if (!shared.modifiers)
+        return;
+    services.missing[Capability::chords] = makePortalTyping(shared, findCodes);
+    name("the portal's remote desktop, when the user agrees");
 }
 
 void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
@@ -86,12 +123,10 @@ void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
         readPrimary = [primary] { return primary->primaryText(primaryLimit); };
     auto frontmost =
         std::make_unique<WaylandFrontmostSource>(*shared.applications, std::move(readPrimary));
-    const QString typing = makeTyping(shared);
-    if (shared.typing) {
+    makeTyping(services, shared);
+    if (shared.typing)
         services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
             *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment});
-        services.backends[Capability::chords] = typing;
-    }
     services.frontmost = std::move(frontmost);
 }
 
@@ -100,7 +135,8 @@ Lack lackOfHotKeys() {
     const CompositorLines wanted = qEnvironmentVariableIsSet("LABWC_PID")
                                        ? linesForLabwc(usualHotKey)
                                        : linesForAny(usualHotKey);
-    Lack lack(QStringLiteral("This desktop gives programs no shortcut that works everywhere."));
+    Lack lack(
+        QStringLiteral("This desktop has given Quillmender no shortcut that works everywhere."));
     lack.lines = wanted.lines.trimmed();
     if (wanted.file.isEmpty()) {
         lack.remedy = QStringLiteral("Bind a key of your choice to this command in the settings of "
@@ -120,6 +156,10 @@ void makeHotKeys(WindowSystemServices &services, WaylandServices &shared) {
         services.hotKeys = std::move(global);
         services.backends[Capability::hotKeys] = QStringLiteral("the desktop's global shortcuts");
     } else {
+        // Whether it has any shows when it is asked for them, which starting does not wait for.
+        services.hotKeys = std::make_unique<portal::PortalHotKeys>(portalOf(shared));
+        services.backends[Capability::hotKeys] =
+            QStringLiteral("global shortcuts of the portal, if it has them");
         services.missing[Capability::hotKeys] = lackOfHotKeys();
     }
 }
