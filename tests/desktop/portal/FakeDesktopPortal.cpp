@@ -25,9 +25,11 @@ QString handle(const QDBusMessage &call, const QString &kind, const QString &tok
 
 } // namespace
 
-FakeDesktopPortal::FakeDesktopPortal()
+FakeDesktopPortal::FakeDesktopPortal(const QString &address)
     : connectionName_(QUuid::createUuid().toString()),
-      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)) {
+      bus_(address.isEmpty()
+               ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)
+               : QDBusConnection::connectToBus(address, connectionName_)) {
     bus_.registerVirtualObject(desktop, this, QDBusConnection::SubPath);
     bus_.registerService(service);
 }

@@ -30,7 +30,8 @@ class FakeDesktopPortal : public QDBusVirtualObject {
         Manner manner = Manner::usual;
     };
 
-    FakeDesktopPortal();
+    /// On the bus with this address, or else the session's.
+    explicit FakeDesktopPortal(const QString &address = {});
     ~FakeDesktopPortal() override;
 
     /// For "Interface.Method" without the prefix; what is not set is granted without results. The
