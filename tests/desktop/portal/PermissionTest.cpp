@@ -12,19 +12,19 @@ using harness::becomesTrue;
 using test::runTask;
 using testing::HasSubstr;
 
-const QString version = QStringLiteral("RemoteDesktop.version");
-const QString start = QStringLiteral("RemoteDesktop.Start");
+const QString remoteVersion = QStringLiteral("RemoteDesktop.version");
+const QString startSession = QStringLiteral("RemoteDesktop.Start");
 
 class PermissionTest : public PortalTest {
   protected:
     PermissionTest() {
-        fake_->set(version, {2, {}});
+        fake_->set(remoteVersion, {2, {}});
         grant();
     }
 
     void grant() {
-        fake_->grant(start, {{QStringLiteral("devices"), 1u},
-                             {QStringLiteral("restore_token"), QStringLiteral("word")}});
+        fake_->grant(startSession, {{QStringLiteral("devices"), 1u},
+                                    {QStringLiteral("restore_token"), QStringLiteral("word")}});
     }
 
     bool becomes(State state) {
@@ -33,7 +33,7 @@ class PermissionTest : public PortalTest {
 
     std::string sentence() { return permission_.sentence().toStdString(); }
 
-    bool hasAsked() { return fake_->asked().contains(start); }
+    bool hasAsked() { return fake_->asked().contains(startSession); }
 
     FakeTokens tokens_;
     FakeModifiers modifiers_;
@@ -50,7 +50,7 @@ TEST_F(PermissionTest, NobodyIsAskedBeforeTheUserWants) {
     EXPECT_EQ(permission_.state(), State::asked);
     permission_.ask();
     ASSERT_TRUE(becomes(State::granted));
-    EXPECT_EQ(fake_->asked().count(start), 1);
+    EXPECT_EQ(fake_->asked().count(startSession), 1);
     EXPECT_EQ(sentence(), "Quillmender may copy and paste for you.");
     fake_->forget();
     permission_.ask();
@@ -58,7 +58,7 @@ TEST_F(PermissionTest, NobodyIsAskedBeforeTheUserWants) {
 }
 
 TEST_F(PermissionTest, APortalThatCannotRememberIsNotAsked) {
-    fake_->set(version, {1, {}});
+    fake_->set(remoteVersion, {1, {}});
     ASSERT_TRUE(becomesTrue([&] { return !fake_->asked().isEmpty(); }));
     EXPECT_EQ(runTask(portal_.version(QStringLiteral("RemoteDesktop"))), 1u);
     EXPECT_EQ(permission_.state(), State::unavailable);
@@ -66,18 +66,18 @@ TEST_F(PermissionTest, APortalThatCannotRememberIsNotAsked) {
 
 TEST_F(PermissionTest, WhatCameOfAskingIsSaidAndTheUserMayAskAgain) {
     ASSERT_TRUE(becomes(State::missing));
-    fake_->set(start, {1, {}});
+    fake_->set(startSession, {1, {}});
     permission_.ask();
     ASSERT_TRUE(becomes(State::missing));
     EXPECT_THAT(sentence(), HasSubstr("You have not agreed."));
 
-    fake_->set(start, {0, {}, Manner::refused});
+    fake_->set(startSession, {0, {}, Manner::refused});
     permission_.ask();
     EXPECT_EQ(sentence(), "Your desktop has been told to ask you. Look for its window.");
     ASSERT_TRUE(becomes(State::missing));
     EXPECT_THAT(sentence(), HasSubstr("Your desktop could not ask you."));
 
-    fake_->grant(start, {{QStringLiteral("devices"), 1u}});
+    fake_->grant(startSession, {{QStringLiteral("devices"), 1u}});
     permission_.ask();
     ASSERT_TRUE(becomes(State::missing));
     EXPECT_THAT(sentence(), HasSubstr("does not remember"));
@@ -89,7 +89,7 @@ TEST_F(PermissionTest, WhatCameOfAskingIsSaidAndTheUserMayAskAgain) {
 
 TEST_F(PermissionTest, APortalThatEndsWhileTheUserIsAskedHasNotAsked) {
     ASSERT_TRUE(becomes(State::missing));
-    fake_->set(start, {0, {}, Manner::silent});
+    fake_->set(startSession, {0, {}, Manner::silent});
     permission_.ask();
     ASSERT_TRUE(becomesTrue([&] { return hasAsked(); }));
     EXPECT_EQ(permission_.state(), State::asked);
@@ -104,7 +104,7 @@ TEST_F(PermissionTest, AnAgreementThatIsTakenBackIsMissingAgain) {
     ASSERT_TRUE(becomes(State::granted));
     int changes = 0;
     QObject::connect(&permission_, &Permission::changed, [&changes] { ++changes; });
-    fake_->set(start, {1, {}});
+    fake_->set(startSession, {1, {}});
     EXPECT_TRUE(runTask(keys_.type(
                             wayland::TypedKeys::controlC, [] { return true; }, [] {}))
                     .isUnavailable);
