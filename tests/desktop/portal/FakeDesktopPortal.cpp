@@ -1,6 +1,7 @@
 #include "desktop/portal/FakeDesktopPortal.h"
 
-#include <QCoreApplication>
+#include "support/LeaveBus.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -34,12 +35,8 @@ FakeDesktopPortal::FakeDesktopPortal(const QString &address)
     bus_.registerService(service);
 }
 
-// What was called and is not answered yet would be refused in the name of a connection that has
-// gone by then, with a fault.
 FakeDesktopPortal::~FakeDesktopPortal() {
-    bus_.unregisterObject(desktop, QDBusConnection::UnregisterTree);
-    QCoreApplication::removePostedEvents(this);
-    QDBusConnection::disconnectFromBus(connectionName_);
+    test::leaveBus(this, desktop, bus_);
 }
 
 bool FakeDesktopPortal::handleMessage(const QDBusMessage &message, const QDBusConnection &) {

@@ -79,8 +79,10 @@ TEST_F(RequestTest, APortalThatEndsWhileTheUserIsAskedHasFailed) {
     answerWith(Manner::silent);
     QTimer wait;
     QObject::connect(&wait, &QTimer::timeout, [&] {
-        if (fake_ && fake_->asked().contains(method))
-            fake_.reset();
+        if (!fake_->asked().contains(method))
+            return;
+        wait.stop();
+        fake_.reset();
     });
     wait.start(5);
     EXPECT_EQ(ask().reason, QStringLiteral("the portal has ended"));
