@@ -53,6 +53,17 @@ void completeWithNone(WindowSystemServices &services) {
             services.missing[words.capability] = QString(QLatin1String(words.without));
 }
 
+// The X server beside a compositor knows older programs only, and what is in front only among them.
+void tellOfProgramsOutOfSight(WindowSystemServices &services) {
+    if (services.backends.remove(Capability::sourceApplications) == 0)
+        return;
+    services.missing[Capability::sourceApplications] = QStringLiteral(
+        "Quillmender runs as a program for X11 in this Wayland session, and works only in programs "
+        "that do so, too. Install the package qt6-wayland, set no QT_QPA_PLATFORM=xcb, and start "
+        "Quillmender again.");
+    qCWarning(log, "a program for X11 in a Wayland session: it works only in programs of its kind");
+}
+
 void writeToLog(const WindowSystemServices &services, const QString &toolkitPlatform) {
     qCInfo(log, "window system: %s, since the toolkit speaks %s",
            services.name.isEmpty() ? "none" : qUtf8Printable(services.name),
@@ -71,10 +82,13 @@ void writeToLog(const WindowSystemServices &services, const QString &toolkitPlat
 
 WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSystemNeeds needs) {
     WindowSystemServices services;
-    if (toolkitPlatform == QStringLiteral("xcb"))
+    if (toolkitPlatform == QStringLiteral("xcb")) {
         services = x11::makeWindowSystem(std::move(needs.windowIcon));
-    else if (toolkitPlatform.startsWith(QStringLiteral("wayland")))
+        if (!qgetenv("WAYLAND_DISPLAY").isEmpty())
+            tellOfProgramsOutOfSight(services);
+    } else if (toolkitPlatform.startsWith(QStringLiteral("wayland"))) {
         services = WaylandModule().makeWindowSystem(std::move(needs.findProcess));
+    }
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);
     return services;

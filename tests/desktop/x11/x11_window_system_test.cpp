@@ -102,9 +102,21 @@ TEST(WindowSystemTest, WithoutItsServerEverythingIsMissing) {
 TEST(WindowSystemTest, WithoutItsCompositorEverythingIsMissing) {
     qputenv("WAYLAND_DISPLAY", "/nowhere/wayland-7");
     const WindowSystemServices services = choose("wayland", "");
+    qunsetenv("WAYLAND_DISPLAY");
     expectComplete(services);
     EXPECT_EQ(services.name, QStringLiteral("Wayland"));
     EXPECT_EQ(services.missing.size(), std::size(everything));
+}
+
+TEST(WindowSystemTest, BesideACompositorAnXServerDoesNotKnowWhatIsInFront) {
+    const XServerProcess server;
+    qputenv("WAYLAND_DISPLAY", "wayland-7");
+    const WindowSystemServices services = choose("xcb", server.display());
+    qunsetenv("WAYLAND_DISPLAY");
+    expectComplete(services);
+    EXPECT_EQ(services.missing.keys(), QList<Capability>{Capability::sourceApplications});
+    EXPECT_THAT(services.missing[Capability::sourceApplications].sentence.toStdString(),
+                HasSubstr("qt6-wayland"));
 }
 
 TEST(WindowSystemTest, WhatOneServerLacksIsMissingAlone) {
