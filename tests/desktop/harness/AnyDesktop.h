@@ -8,11 +8,13 @@
 #include "desktop/harness/SelectionOwner.h"
 #include "desktop/harness/SessionBus.h"
 #include "desktop/harness/UserInput.h"
+#include "desktop/harness/Waiter.h"
 #include "desktop/harness/WindowList.h"
 
 #include <QImage>
 
 #include <memory>
+#include <optional>
 
 namespace quillmender::harness {
 
@@ -41,12 +43,19 @@ class AnyDesktop {
     virtual WindowList &windows() = 0;
     virtual UserInput &input() = 0;
     virtual QImage screenshot() = 0;
+    /// In pixels of windows.
+    virtual QSize screen() const = 0;
 
     /// Another application takes the clipboard with this.
     virtual std::unique_ptr<SelectionOwner>
     ownClipboard(const QList<ClipboardRepresentation> &offer) = 0;
+    /// The same with what is selected anywhere (PRIMARY).
+    virtual std::unique_ptr<SelectionOwner> ownSelectedText(const QString &text) = 0;
     /// Another application reads all of it.
     virtual ClipboardContents readClipboard() = 0;
+    /// Only its text, as UTF-8; absent when it has none. Throws HarnessError when the owner does
+    /// not answer in time.
+    virtual std::optional<QByteArray> readClipboardText(std::chrono::milliseconds deadline) = 0;
     /// The text of what is selected anywhere (PRIMARY); empty when that is nothing.
     virtual QString selectedText() = 0;
 

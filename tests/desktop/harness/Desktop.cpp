@@ -22,7 +22,7 @@ void paintBackground(XcbConnection &connection) {
 
 Desktop::Desktop() : Desktop(Options{}) {}
 
-Desktop::Desktop(const Options &options) {
+Desktop::Desktop(const Options &options) : screen_(options.screen) {
     const int dotsPerInch = qRound(dotsPerInchAtScaleOne * options.scale);
     xServer_ = std::make_unique<XServer>(
         XServer::Options{.size = options.screen, .dotsPerInch = dotsPerInch}, environment(),
@@ -63,8 +63,17 @@ std::unique_ptr<SelectionOwner> Desktop::ownClipboard(const QList<ClipboardRepre
     return std::make_unique<ClipboardOwner>(display(), offer);
 }
 
+std::unique_ptr<SelectionOwner> Desktop::ownSelectedText(const QString &text) {
+    return std::make_unique<ClipboardOwner>(display(), ClipboardOwner::plainText(text), "PRIMARY");
+}
+
 ClipboardContents Desktop::readClipboard() {
     return ClipboardProbe(display()).read();
+}
+
+std::optional<QByteArray> Desktop::readClipboardText(std::chrono::milliseconds deadline) {
+    const auto found = ClipboardProbe(display()).readTarget("UTF8_STRING", deadline);
+    return found ? std::optional(found->bytes) : std::nullopt;
 }
 
 QString Desktop::selectedText() {

@@ -49,12 +49,16 @@ class Desktop : public AnyDesktop {
 
     std::unique_ptr<SelectionOwner>
     ownClipboard(const QList<ClipboardRepresentation> &offer) override;
+    std::unique_ptr<SelectionOwner> ownSelectedText(const QString &text) override;
     ClipboardContents readClipboard() override;
+    std::optional<QByteArray> readClipboardText(std::chrono::milliseconds deadline) override;
     QString selectedText() override;
 
     QImage screenshot() override;
+    QSize screen() const override { return screen_; }
 
   private:
+    QSize screen_;
     std::unique_ptr<XServer> xServer_;
     std::unique_ptr<XcbConnection> connection_;
     std::unique_ptr<Windows> windows_;

@@ -19,6 +19,10 @@ class WindowList {
     /// 0 when no window is active.
     virtual WindowId active() const = 0;
     virtual QString title(WindowId window) const = 0;
+    /// 0 where the desktop does not tell.
+    virtual qint64 processId(WindowId window) const = 0;
+    /// False for one that is hidden or gone.
+    virtual bool isViewable(WindowId window) const = 0;
     /// What the program draws, in pixels of the screen: without the frame that the desktop gives
     /// it, with a shadow that is the program's own. Empty where the desktop does not tell.
     virtual QRect geometry(WindowId window) const = 0;

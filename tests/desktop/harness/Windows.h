@@ -20,8 +20,8 @@ class Windows : public WindowList {
     QList<xcb_window_t> viewable() const;
     xcb_window_t active() const override;
     QString title(xcb_window_t window) const override;
-    qint64 processId(xcb_window_t window) const;
-    bool isViewable(xcb_window_t window) const;
+    qint64 processId(xcb_window_t window) const override;
+    bool isViewable(xcb_window_t window) const override;
     QRect geometry(xcb_window_t window) const override;
 
     /// The newest viewable window of the process; 0 when it has none.

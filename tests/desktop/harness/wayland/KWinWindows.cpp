@@ -62,6 +62,14 @@ QString KWinWindows::title(WindowId window) const {
     return find(window)[QStringLiteral("title")].toString();
 }
 
+qint64 KWinWindows::processId(WindowId window) const {
+    return find(window)[QStringLiteral("pid")].toInteger();
+}
+
+bool KWinWindows::isViewable(WindowId window) const {
+    return find(window)[QStringLiteral("shown")].toBool();
+}
+
 QString KWinWindows::appId(WindowId window) const {
     return find(window)[QStringLiteral("app")].toString();
 }

@@ -16,6 +16,8 @@ class KWinWindows : public WindowList {
     QList<WindowId> all() const override;
     WindowId active() const override;
     QString title(WindowId window) const override;
+    qint64 processId(WindowId window) const override;
+    bool isViewable(WindowId window) const override;
     QRect geometry(WindowId window) const override;
     WindowId titled(const QString &title) const override;
     WindowId openedBy(qint64 processId, const QList<WindowId> &before) const override;

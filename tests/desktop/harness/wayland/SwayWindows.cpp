@@ -66,6 +66,14 @@ QString SwayWindows::title(WindowId window) const {
     return node(window)[QStringLiteral("name")].toString();
 }
 
+qint64 SwayWindows::processId(WindowId window) const {
+    return node(window)[QStringLiteral("pid")].toInteger();
+}
+
+bool SwayWindows::isViewable(WindowId window) const {
+    return node(window)[QStringLiteral("visible")].toBool();
+}
+
 QString SwayWindows::appId(WindowId window) const {
     return node(window)[QStringLiteral("app_id")].toString();
 }

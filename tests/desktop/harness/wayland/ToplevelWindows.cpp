@@ -88,6 +88,14 @@ QString ToplevelWindows::title(WindowId window) const {
     return toplevel == nullptr ? QString() : toplevel->title;
 }
 
+qint64 ToplevelWindows::processId(WindowId /*window*/) const {
+    return 0;
+}
+
+bool ToplevelWindows::isViewable(WindowId window) const {
+    return find(window) != nullptr;
+}
+
 QString ToplevelWindows::appId(WindowId window) const {
     const Toplevel *toplevel = find(window);
     return toplevel == nullptr ? QString() : toplevel->appId;

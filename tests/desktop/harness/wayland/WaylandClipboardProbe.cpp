@@ -31,12 +31,16 @@ std::optional<QByteArray> WaylandClipboardProbe::readType(const QByteArray &type
     return receive(*offer, type, deadline);
 }
 
-QString WaylandClipboardProbe::text() {
+std::optional<QByteArray> WaylandClipboardProbe::readText(std::chrono::milliseconds deadline) {
     for (const char *type : {"text/plain;charset=utf-8", "UTF8_STRING", "text/plain"}) {
-        if (const auto bytes = readType(type))
-            return QString::fromUtf8(*bytes);
+        if (const auto bytes = readType(type, deadline))
+            return bytes;
     }
-    return {};
+    return std::nullopt;
+}
+
+QString WaylandClipboardProbe::text() {
+    return QString::fromUtf8(readText().value_or(QByteArray()));
 }
 
 QByteArray WaylandClipboardProbe::receive(const DataControl::Offer &offer, const QByteArray &type,

@@ -25,7 +25,10 @@ class WaylandClipboardProbe {
     std::optional<QByteArray> readType(const QByteArray &type,
                                        std::chrono::milliseconds deadline = defaultDeadline);
 
-    /// The first type of plain text that is offered, empty when there is none.
+    /// The first type of plain text that is offered; absent when there is none.
+    std::optional<QByteArray> readText(std::chrono::milliseconds deadline = defaultDeadline);
+
+    /// The same, empty when there is none.
     QString text();
 
   private:

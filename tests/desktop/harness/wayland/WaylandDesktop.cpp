@@ -1,5 +1,6 @@
 #include "desktop/harness/wayland/WaylandDesktop.h"
 
+#include "desktop/harness/ClipboardOwner.h"
 #include "desktop/harness/wayland/WaylandClipboardOwner.h"
 #include "desktop/harness/wayland/WaylandClipboardProbe.h"
 
@@ -40,8 +41,17 @@ WaylandDesktop::ownClipboard(const QList<ClipboardRepresentation> &offer) {
     return std::make_unique<WaylandClipboardOwner>(socketPath(), offer);
 }
 
+std::unique_ptr<SelectionOwner> WaylandDesktop::ownSelectedText(const QString &text) {
+    return std::make_unique<WaylandClipboardOwner>(socketPath(), ClipboardOwner::plainText(text),
+                                                   SelectionKind::primary);
+}
+
 ClipboardContents WaylandDesktop::readClipboard() {
     return WaylandClipboardProbe(socketPath()).read();
+}
+
+std::optional<QByteArray> WaylandDesktop::readClipboardText(std::chrono::milliseconds deadline) {
+    return WaylandClipboardProbe(socketPath()).readText(deadline);
 }
 
 QString WaylandDesktop::selectedText() {

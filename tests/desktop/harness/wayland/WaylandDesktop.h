@@ -31,10 +31,13 @@ class WaylandDesktop : public AnyDesktop {
     WindowList &windows() override { return compositor_->windows(); }
     WaylandUser &input() override { return compositor_->user(); }
     QImage screenshot() override { return compositor_->screenshot(); }
+    QSize screen() const override { return compositor_->screen(); }
 
     std::unique_ptr<SelectionOwner>
     ownClipboard(const QList<ClipboardRepresentation> &offer) override;
+    std::unique_ptr<SelectionOwner> ownSelectedText(const QString &text) override;
     ClipboardContents readClipboard() override;
+    std::optional<QByteArray> readClipboardText(std::chrono::milliseconds deadline) override;
     QString selectedText() override;
 
     /// It is trusted with what the product's .desktop file asks for.

@@ -5,7 +5,6 @@
 namespace quillmender {
 
 using harness::Accessible;
-using harness::AccessibleState;
 using harness::CompositorKind;
 using harness::waitUntil;
 
@@ -41,43 +40,22 @@ QList<harness::ClipboardRepresentation> WaylandSessionFixture::offer() {
     return all;
 }
 
-std::optional<Accessible> WaylandSessionFixture::shownPanel() {
-    return desktop().accessible().find(programId(), [](const Accessible &widget) {
-        const QString role = widget.roleName();
-        return (role == QStringLiteral("dialog") || role == QStringLiteral("frame")) &&
-               widget.name() == panelTitle && widget.hasState(AccessibleState::showing);
-    });
+harness::ProductPanel WaylandSessionFixture::panel() {
+    return {desktop(), programId()};
 }
 
 harness::WindowId WaylandSessionFixture::waitForPanel() {
-    waitUntil(
-        [&] {
-            const auto panel = shownPanel();
-            return panel && panel->hasState(AccessibleState::active);
-        },
-        QStringLiteral("the panel is shown and active"));
+    waitUntil([&] { return panel().isActive(); }, QStringLiteral("the panel is shown and active"));
     return desktop().windows().titled(panelTitle);
 }
 
 void WaylandSessionFixture::waitUntilPanelIsGone() {
-    waitUntil([&] { return !program().process().isRunning() || !shownPanel(); },
+    waitUntil([&] { return !program().process().isRunning() || !panel().isShown(); },
               QStringLiteral("the panel is gone"));
 }
 
 QPoint WaylandSessionFixture::middleOf(const Accessible &widget) {
-    // Programs do not know where on the screen they are, and count from their window's corner.
-    const auto panel = shownPanel();
-    if (!panel)
-        return widget.extents().center();
-    const QRect inItsWindow = panel->extents();
-    const harness::WindowId window = desktop().windows().titled(panelTitle);
-    QPoint corner = desktop().windows().geometry(window).topLeft();
-    if (window == 0 || desktop().windows().geometry(window).isEmpty()) {
-        QRect middle(QPoint(), inItsWindow.size());
-        middle.moveCenter(QRect(QPoint(), desktop().compositor().screen()).center());
-        corner = middle.topLeft();
-    }
-    return corner + widget.extents().center() - inItsWindow.topLeft();
+    return panel().middleOf(widget);
 }
 
 bool WaylandSessionFixture::isToBeLogged(const QByteArray &line) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/harness/ProductPanel.h"
 #include "desktop/harness/wayland/WaylandDesktopTest.h"
 #include "desktop/sessions/SessionSteps.h"
 
@@ -34,8 +35,7 @@ class WaylandSessionFixture : public harness::WaylandDesktopTest, public Session
     bool panelKeepsKeyboard() const override { return kind() == harness::CompositorKind::sway; }
 
   private:
-    /// As the accessibility bus knows it, while it is shown.
-    std::optional<harness::Accessible> shownPanel();
+    harness::ProductPanel panel();
 };
 
 } // namespace quillmender
