@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
 
 #include <X11/keysym.h>
 #include <functional>
@@ -11,7 +11,7 @@ class RunningApplication;
 
 /// The chords by which an application is used.
 struct Keys {
-    using Chord = QList<xcb_keysym_t>;
+    using Chord = QList<harness::UserInput::Keysym>;
 
     QList<Chord> selectAll{{XK_Control_L, XK_a}};
     Chord copy{XK_Control_L, XK_c};
@@ -22,7 +22,7 @@ struct Keys {
 
 /// What a program in a terminal is asked for what was written into it.
 struct PromptKeys {
-    using Strokes = std::function<void(harness::InputDriver &)>;
+    using Strokes = std::function<void(harness::UserInput &)>;
 
     /// Makes a place for new words, which are then typed.
     Strokes clear;
@@ -32,7 +32,7 @@ struct PromptKeys {
 
 /// How an editor in which Control + C begins a command is used; it has the file `letter.txt`.
 struct CommandKeys {
-    using Input = harness::InputDriver;
+    using Input = harness::UserInput;
 
     /// Takes the file anew.
     std::function<void(Input &)> load;
@@ -61,7 +61,7 @@ struct Application {
         password,
     };
 
-    using Prepare = std::function<void(harness::Desktop &, RunningApplication &)>;
+    using Prepare = std::function<void(harness::AnyDesktop &, RunningApplication &)>;
 
     /// How it is asked for on the command line.
     QString id;
@@ -69,7 +69,7 @@ struct Application {
     QString field;
     /// Whose version is told.
     QString package;
-    std::function<harness::Command(harness::Desktop &)> command;
+    std::function<harness::Command(harness::AnyDesktop &)> command;
     Kind kind = Kind::editor;
     bool hasOneLine = false;
     /// Whether a tab stays one in it.
@@ -78,6 +78,8 @@ struct Application {
     bool takesLargeTexts = false;
     /// Kept off the accessibility bus, as one that was started before there was one.
     bool isOffTheBus = false;
+    /// Speaks X11 on every desktop.
+    bool needsX = false;
     /// What the title of its window begins or ends with when it is ready; empty for any.
     QString title{};
     /// Brings the cursor into the field.

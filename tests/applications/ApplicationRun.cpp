@@ -3,7 +3,6 @@
 #include "applications/ClipboardText.h"
 #include "applications/HiddenBus.h"
 #include "desktop/harness/ClipboardOwner.h"
-#include "desktop/harness/ClipboardProbe.h"
 #include "desktop/harness/HarnessError.h"
 
 #include <QProcess>
@@ -12,7 +11,6 @@
 namespace quillmender::applications {
 
 using harness::ClipboardOwner;
-using harness::ClipboardProbe;
 
 namespace {
 
@@ -39,10 +37,12 @@ QString installedVersion(const QString &packages) {
     return {};
 }
 
-ApplicationRun::ApplicationRun(const Application &application, QString artifacts)
+ApplicationRun::ApplicationRun(const Application &application, Surroundings surroundings,
+                               QString artifacts)
     : application_(application),
       artifacts_(std::move(artifacts)),
-      product_(desktop_) {}
+      desktop_(startDesktop(surroundings, application.needsX)),
+      product_(*desktop_) {}
 
 ApplicationRun::~ApplicationRun() {
     harness::setTimeoutObserver({});
@@ -55,11 +55,8 @@ QList<Observation> ApplicationRun::run(const QString &wanted,
         harness::setTimeoutObserver([this] { keepArtifacts(QStringLiteral("start")); });
         start();
     } catch (const harness::HarnessError &error) {
-        Observation failure;
-        failure.scenario = QStringLiteral("start");
-        failure.remark = QString::fromUtf8(error.what());
-        seen.append(failure);
-        tell(failure);
+        seen.append(Observation::notStarted(error.what()));
+        tell(seen.last());
         return seen;
     }
     for (const Scenario &scenario : field_->scenarios()) {
@@ -72,20 +69,20 @@ QList<Observation> ApplicationRun::run(const QString &wanted,
 }
 
 void ApplicationRun::start() {
-    harness::Command command = application_.command(desktop_);
+    harness::Command command = application_.command(*desktop_);
     std::optional<HiddenBus> hiding;
     if (application_.isOffTheBus)
-        hiding.emplace(desktop_, command);
-    running_.emplace(desktop_, command, application_.title);
+        hiding.emplace(*desktop_, command);
+    running_.emplace(*desktop_, command, application_.title);
     hiding.reset();
     if (application_.prepare)
-        application_.prepare(desktop_, *running_);
-    field_ = Field::make(application_, desktop_, *running_);
+        application_.prepare(*desktop_, *running_);
+    field_ = Field::make(application_, *desktop_, *running_);
 }
 
 bool ApplicationRun::isOnTheBus() {
-    const qint64 process = desktop_.windows().processId(running_->window());
-    return desktop_.accessible().application(process).has_value();
+    const qint64 process = desktop_->windows().processId(running_->window());
+    return desktop_->accessible().application(process).has_value();
 }
 
 Observation ApplicationRun::observe(const Scenario &scenario) {
@@ -100,11 +97,11 @@ Observation ApplicationRun::observe(const Scenario &scenario) {
         // By now: Qt looks for the bus after its window is there.
         if (application_.isOffTheBus && isOnTheBus())
             throw harness::HarnessError(QStringLiteral("it has found the accessibility bus"));
-        const ClipboardOwner clipboard(desktop_.display(), ClipboardOwner::textHtmlAndImage());
-        const auto before = ClipboardProbe(desktop_.display()).read();
+        const auto clipboard = desktop_->ownClipboard(ClipboardOwner::textHtmlAndImage());
+        const auto before = desktop_->readClipboard();
         isUnderWay = true;
         const Outcome outcome = product_.run(scenario.answer);
-        const auto after = ClipboardProbe(desktop_.display()).read();
+        const auto after = desktop_->readClipboard();
         seen.clipboardIdentical = after == before && after.targets.size() == before.targets.size();
         running_->activate();
         judge(scenario, outcome, seen);
@@ -175,7 +172,7 @@ void ApplicationRun::judge(const Scenario &scenario, const Outcome &outcome, Obs
 void ApplicationRun::keepArtifacts(const QString &scenario) {
     QString name = scenario;
     name.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9]+")), QStringLiteral("-"));
-    desktop_.keepArtifacts(
+    desktop_->keepArtifacts(
         QStringLiteral("%1/%2/%3").arg(artifacts_, application_.id, name.toLower()));
 }
 

@@ -3,6 +3,7 @@
 #include "applications/Field.h"
 #include "applications/Observation.h"
 #include "applications/RunningApplication.h"
+#include "applications/Surroundings.h"
 
 namespace quillmender::applications {
 
@@ -10,7 +11,7 @@ namespace quillmender::applications {
 class ApplicationRun {
   public:
     /// Pictures and logs of what went wrong go into folders below `artifacts`.
-    ApplicationRun(const Application &application, QString artifacts);
+    ApplicationRun(const Application &application, Surroundings surroundings, QString artifacts);
     ~ApplicationRun();
 
     /// All scenarios of the field whose names contain `wanted`; each is told when it is over.
@@ -27,7 +28,7 @@ class ApplicationRun {
 
     const Application &application_;
     QString artifacts_;
-    harness::Desktop desktop_;
+    std::unique_ptr<harness::AnyDesktop> desktop_;
     ProductSession product_;
     std::optional<RunningApplication> running_;
     std::unique_ptr<Field> field_;

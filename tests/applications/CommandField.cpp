@@ -1,8 +1,7 @@
 #include "applications/CommandField.h"
 
 #include "applications/Catalog.h"
-#include "desktop/harness/ClipboardOwner.h"
-#include "desktop/harness/ClipboardProbe.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/Waiter.h"
 
@@ -48,11 +47,10 @@ void CommandField::prepare(const Scenario &scenario) {
     const bool isBackwards =
         scenario.pick == Pick::wordBackwards || scenario.pick == Pick::lineBackwards;
     const QString before = scenario.text.left(scenario.text.lastIndexOf(scenario.picked));
-    const harness::ClipboardOwner marker(desktop_.display(), {}, "PRIMARY");
+    const auto marker = desktop_.ownSelectedText({});
     application_.commands.select(desktop_.input(), before, scenario.picked, !isBackwards);
-    harness::ClipboardProbe primary(desktop_.display(), "PRIMARY");
     const auto isSelected = [&] {
-        return !marker.ownsSelection() && primary.text() == scenario.picked;
+        return !marker->ownsSelection() && desktop_.selectedText() == scenario.picked;
     };
     if (!becomesTrue(isSelected, 20s))
         throw harness::HarnessError(QStringLiteral("the text cannot be selected"));

@@ -7,7 +7,7 @@ namespace quillmender::applications {
 /// An editor that is used by its own commands, and told of through files.
 class CommandField : public Field {
   public:
-    CommandField(const Application &application, harness::Desktop &desktop)
+    CommandField(const Application &application, harness::AnyDesktop &desktop)
         : application_(application),
           desktop_(desktop) {}
 
@@ -22,7 +22,7 @@ class CommandField : public Field {
     std::optional<QString> save();
 
     const Application &application_;
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
 };
 
 } // namespace quillmender::applications

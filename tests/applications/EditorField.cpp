@@ -3,7 +3,6 @@
 #include "applications/ClipboardText.h"
 #include "desktop/harness/CharacterCount.h"
 #include "desktop/harness/ClipboardOwner.h"
-#include "desktop/harness/ClipboardProbe.h"
 #include "desktop/harness/HarnessError.h"
 
 #include <algorithm>
@@ -13,7 +12,6 @@ namespace quillmender::applications {
 using namespace std::chrono_literals;
 using harness::becomesTrue;
 using harness::ClipboardOwner;
-using harness::ClipboardProbe;
 
 namespace {
 
@@ -40,17 +38,17 @@ QList<Scenario> EditorField::scenarios() const {
 
 void EditorField::prepare(const Scenario &scenario) {
     const auto isReady = [&] { return place(scenario.text) && select(scenario); };
-    if (!becomesTrue(isReady, 30s))
+    if (!becomesTrue(isReady, 60s))
         throw harness::HarnessError(QStringLiteral("the text cannot be put into the field"));
 }
 
 bool EditorField::place(const QString &text) {
-    const ClipboardOwner offer(desktop_.display(), ClipboardOwner::plainText(text));
+    const auto offer = desktop_.ownClipboard(ClipboardOwner::plainText(text));
     selectAll();
     input().chord({XK_Delete});
     input().chord(application_.keys.paste);
     const auto isTextRead = [&] {
-        const QList<QByteArray> requests = offer.requests();
+        const QList<QByteArray> requests = offer->requests();
         return std::any_of(requests.begin(), requests.end(), [](const QByteArray &target) {
             return target == "UTF8_STRING" || target.startsWith("text/plain");
         });
@@ -60,8 +58,8 @@ bool EditorField::place(const QString &text) {
     // Chromium reads more than once for one paste, and pastes what it read last.
     qsizetype requests = 0;
     do
-        requests = offer.requests().size();
-    while (becomesTrue([&] { return offer.requests().size() > requests; }, quiet));
+        requests = offer->requests().size();
+    while (becomesTrue([&] { return offer->requests().size() > requests; }, quiet));
     placed_ = read(text).value_or(QString());
     return normalised(placed_) == normalised(text);
 }
@@ -81,7 +79,8 @@ bool EditorField::select(const Scenario &scenario) {
         break;
     case Pick::wordForwards:
         input().chord({XK_End});
-        input().chord({isAtEnd ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
+        input().chord(
+            {isAtEnd ? harness::UserInput::Keysym{XK_End} : harness::UserInput::Keysym{XK_Home}});
         // How many strokes an emoji takes differs from one toolkit to the next.
         if (isAtEnd)
             press({XK_Left}, length);
@@ -91,7 +90,8 @@ bool EditorField::select(const Scenario &scenario) {
         break;
     case Pick::wordBackwards:
         input().chord({XK_End});
-        input().chord({isAtStart ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
+        input().chord(
+            {isAtStart ? harness::UserInput::Keysym{XK_Home} : harness::UserInput::Keysym{XK_End}});
         press({XK_Right}, isAtStart ? length : 0);
         press({XK_Shift_L, XK_Left}, length);
         break;
@@ -105,8 +105,10 @@ bool EditorField::select(const Scenario &scenario) {
     case Pick::lineBackwards: {
         const bool forwards = scenario.pick == Pick::lineForwards;
         goToLine(before);
-        input().chord({forwards ? xcb_keysym_t{XK_Home} : xcb_keysym_t{XK_End}});
-        input().chord({XK_Shift_L, forwards ? xcb_keysym_t{XK_End} : xcb_keysym_t{XK_Home}});
+        input().chord(
+            {forwards ? harness::UserInput::Keysym{XK_Home} : harness::UserInput::Keysym{XK_End}});
+        input().chord({XK_Shift_L, forwards ? harness::UserInput::Keysym{XK_End}
+                                            : harness::UserInput::Keysym{XK_Home}});
         break;
     }
     }
@@ -125,7 +127,7 @@ void EditorField::goToLine(const QString &before) {
     press({XK_Down}, before.count(u'\n'));
 }
 
-void EditorField::press(const QList<xcb_keysym_t> &chord, qsizetype times) {
+void EditorField::press(const QList<harness::UserInput::Keysym> &chord, qsizetype times) {
     for (; times > 0; --times)
         input().chord(chord);
 }
@@ -148,17 +150,12 @@ std::optional<QString> EditorField::read(const QString &wanted) {
 }
 
 std::optional<QString> EditorField::selected() {
-    ClipboardProbe probe(desktop_.display());
-    const ClipboardOwner marker(desktop_.display(), ClipboardOwner::plainText({}));
+    const auto marker = desktop_.ownClipboard(ClipboardOwner::plainText({}));
     input().chord(application_.keys.copy);
-    const auto isCopied = [&] {
-        return probe.owner() != marker.window() && probe.owner() != XCB_WINDOW_NONE;
-    };
-    if (!becomesTrue(isCopied, oneStep))
+    if (!becomesTrue([&] { return !marker->ownsSelection(); }, oneStep))
         return std::nullopt;
     try {
-        const auto copied = probe.readTarget("UTF8_STRING", oneAnswer);
-        return copied ? meantText(copied->bytes) : QString();
+        return meantText(desktop_.readClipboardText(oneAnswer).value_or(QByteArray()));
     } catch (const harness::HarnessError &) {
         // Writer leaves a question without answer now and then, and answers the next.
         return std::nullopt;

@@ -7,7 +7,7 @@ namespace quillmender::applications {
 /// A field that knows select all, copy, paste and undo.
 class EditorField : public Field {
   public:
-    EditorField(const Application &application, harness::Desktop &desktop)
+    EditorField(const Application &application, harness::AnyDesktop &desktop)
         : application_(application),
           desktop_(desktop) {}
 
@@ -19,7 +19,7 @@ class EditorField : public Field {
     std::optional<int> undo(const QString &wanted) override;
 
   protected:
-    harness::InputDriver &input() { return desktop_.input(); }
+    harness::UserInput &input() { return desktop_.input(); }
     bool select(const Scenario &scenario);
 
   private:
@@ -27,10 +27,10 @@ class EditorField : public Field {
     void selectAll();
     /// To the line that the text before it leads to.
     void goToLine(const QString &before);
-    void press(const QList<xcb_keysym_t> &chord, qsizetype times);
+    void press(const QList<harness::UserInput::Keysym> &chord, qsizetype times);
 
     const Application &application_;
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
     QString placed_;
 };
 

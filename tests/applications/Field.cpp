@@ -9,7 +9,7 @@
 
 namespace quillmender::applications {
 
-std::unique_ptr<Field> Field::make(const Application &application, harness::Desktop &desktop,
+std::unique_ptr<Field> Field::make(const Application &application, harness::AnyDesktop &desktop,
                                    RunningApplication &running) {
     switch (application.kind) {
     case Application::Kind::prompt:

@@ -17,7 +17,7 @@ class Field {
     Field &operator=(const Field &) = delete;
     virtual ~Field() = default;
 
-    static std::unique_ptr<Field> make(const Application &application, harness::Desktop &desktop,
+    static std::unique_ptr<Field> make(const Application &application, harness::AnyDesktop &desktop,
                                        RunningApplication &running);
 
     virtual QList<Scenario> scenarios() const = 0;

@@ -8,7 +8,7 @@ namespace quillmender::applications {
 /// bold. It is read by saving it.
 class FormattedField : public EditorField {
   public:
-    FormattedField(const Application &application, harness::Desktop &desktop)
+    FormattedField(const Application &application, harness::AnyDesktop &desktop)
         : EditorField(application, desktop),
           home_(desktop.folders().home()) {}
 

@@ -10,25 +10,27 @@ constexpr auto rootProperty = "AT_SPI_BUS";
 
 } // namespace
 
-HiddenBus::HiddenBus(harness::Desktop &desktop, harness::Command &command) : desktop_(desktop) {
+HiddenBus::HiddenBus(harness::AnyDesktop &desktop, harness::Command &command) : desktop_(desktop) {
     command.environment.insert(QStringLiteral("AT_SPI_BUS_ADDRESS"),
                                QStringLiteral("unix:path=/nonexistent"));
     desktop.accessibilityBus()->setEnabled(false);
     // Qt 5 looks here only, and heeds neither of the other two.
-    harness::XcbConnection &server = desktop.connection();
-    address_ = server.property(server.root(), rootProperty).value_or(QByteArray());
-    xcb_delete_property(server.get(), server.root(), server.atom(rootProperty));
-    server.roundTrip();
+    const QString display = desktop.environment().value(QStringLiteral("DISPLAY"));
+    if (display.isEmpty())
+        return;
+    server_ = std::make_unique<harness::XcbConnection>(display);
+    address_ = server_->property(server_->root(), rootProperty).value_or(QByteArray());
+    xcb_delete_property(server_->get(), server_->root(), server_->atom(rootProperty));
+    server_->roundTrip();
 }
 
 HiddenBus::~HiddenBus() {
-    harness::XcbConnection &server = desktop_.connection();
     if (!address_.isEmpty()) {
-        xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, server.root(),
-                            server.atom(rootProperty), XCB_ATOM_STRING, 8,
+        xcb_change_property(server_->get(), XCB_PROP_MODE_REPLACE, server_->root(),
+                            server_->atom(rootProperty), XCB_ATOM_STRING, 8,
                             static_cast<quint32>(address_.size()), address_.constData());
+        server_->roundTrip();
     }
-    server.roundTrip();
     try {
         desktop_.accessibilityBus()->setEnabled(true);
     } catch (const harness::HarnessError &error) {

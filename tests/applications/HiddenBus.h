@@ -1,6 +1,7 @@
 #pragma once
 
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
+#include "desktop/harness/XcbConnection.h"
 
 namespace quillmender::applications {
 
@@ -9,13 +10,15 @@ namespace quillmender::applications {
 class HiddenBus {
   public:
     /// Changes the environment of the command that is to be started.
-    HiddenBus(harness::Desktop &desktop, harness::Command &command);
+    HiddenBus(harness::AnyDesktop &desktop, harness::Command &command);
     HiddenBus(const HiddenBus &) = delete;
     HiddenBus &operator=(const HiddenBus &) = delete;
     ~HiddenBus();
 
   private:
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
+    /// Null where there is no X server.
+    std::unique_ptr<harness::XcbConnection> server_;
     QByteArray address_;
 };
 

@@ -22,6 +22,13 @@ std::optional<bool> boolean(const QJsonObject &object, const char *name) {
 
 } // namespace
 
+Observation Observation::notStarted(const char *why) {
+    Observation seen;
+    seen.scenario = QStringLiteral("start");
+    seen.remark = QString::fromUtf8(why);
+    return seen;
+}
+
 QJsonObject Observation::toJson() const {
     QJsonObject object{{QStringLiteral("scenario"), scenario},
                        {QStringLiteral("verdict"), static_cast<int>(verdict)},

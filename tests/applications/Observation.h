@@ -37,6 +37,9 @@ struct Observation {
     std::optional<int> hotKeyToPanelMs;
     std::optional<int> answerToTextMs;
 
+    /// Of an application, or a desktop, that did not start.
+    static Observation notStarted(const char *why);
+
     QJsonObject toJson() const;
     static Observation fromJson(const QJsonObject &object);
 };

@@ -1,6 +1,6 @@
 #include "applications/ProductSession.h"
 
-#include "desktop/harness/Desktop.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/Waiter.h"
 #include "model/AppFailure.h"
 #include "support/ProviderAnswers.h"
@@ -39,9 +39,10 @@ QString promptOf(const QByteArray &body) {
 
 } // namespace
 
-ProductSession::ProductSession(harness::Desktop &desktop)
+ProductSession::ProductSession(harness::AnyDesktop &desktop)
     : desktop_(desktop),
-      program_(desktop, talkative(provider_.baseUrl() + QStringLiteral("/v1/responses"))) {
+      program_(desktop, talkative(provider_.baseUrl() + QStringLiteral("/v1/responses"))),
+      panel_(desktop, program_.pid()) {
     program_.waitUntilReady();
 }
 
@@ -52,15 +53,15 @@ Outcome ProductSession::run(const QString &answer) {
     const qsizetype logBefore = log().size();
     const auto said = [&] { return log().mid(logBefore); };
 
-    harness::InputDriver &input = desktop_.input();
-    for (const xcb_keysym_t modifier : {XK_Control_L, XK_Alt_L})
+    harness::UserInput &input = desktop_.input();
+    for (const auto modifier : {XK_Control_L, XK_Alt_L})
         input.press(modifier);
     QElapsedTimer sinceHotKey;
     sinceHotKey.start();
     input.chord({XK_space});
-    for (const xcb_keysym_t modifier : {XK_Alt_L, XK_Control_L})
+    for (const auto modifier : {XK_Alt_L, XK_Control_L})
         input.release(modifier);
-    waitUntil([&] { return isPanelActive(); }, QStringLiteral("the panel is shown and active"));
+    waitUntil([&] { return panel_.isActive(); }, QStringLiteral("the panel is shown and active"));
     outcome.hotKeyToPanelMs = static_cast<int>(sinceHotKey.elapsed());
 
     if (!said().contains("captured ") || said().contains("nothing could be captured")) {
@@ -78,7 +79,7 @@ Outcome ProductSession::run(const QString &answer) {
     waitUntil(
         [&] {
             return said().contains("the text was not replaced") ||
-                   (said().contains("written by ") && panel() == XCB_WINDOW_NONE);
+                   (said().contains("written by ") && !panel_.isShown());
         },
         QStringLiteral("the session ends"), answerDeadline);
     const auto end = std::chrono::steady_clock::now();
@@ -100,15 +101,6 @@ Outcome ProductSession::run(const QString &answer) {
     return outcome;
 }
 
-xcb_window_t ProductSession::panel() const {
-    return desktop_.windows().titled(QStringLiteral("Quillmender"));
-}
-
-bool ProductSession::isPanelActive() const {
-    const xcb_window_t window = panel();
-    return window != XCB_WINDOW_NONE && desktop_.windows().active() == window;
-}
-
 void ProductSession::press(const QString &button) {
     std::optional<Accessible> found;
     waitUntil(
@@ -122,7 +114,7 @@ void ProductSession::press(const QString &button) {
             return found.has_value();
         },
         QStringLiteral("the button \"%1\" can be pressed").arg(button));
-    desktop_.input().click(found->extents().center());
+    desktop_.input().click(panel_.middleOf(*found));
 }
 
 QString ProductSession::failureShown() const {
@@ -143,8 +135,8 @@ QString ProductSession::failureShown() const {
 }
 
 void ProductSession::dismiss() {
-    desktop_.windows().close(panel());
-    waitUntil([&] { return panel() == XCB_WINDOW_NONE; }, QStringLiteral("the panel is gone"));
+    press(QStringLiteral("Close"));
+    waitUntil([&] { return !panel_.isShown(); }, QStringLiteral("the panel is gone"));
 }
 
 } // namespace quillmender::applications

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "desktop/harness/ProductPanel.h"
 #include "desktop/harness/ProductProcess.h"
 #include "support/LoopbackServer.h"
-
-#include <xcb/xproto.h>
 
 #include <optional>
 
 namespace quillmender::harness {
-class Desktop;
+class AnyDesktop;
 }
 
 namespace quillmender::applications {
@@ -32,7 +31,7 @@ struct Outcome {
 /// The program on a desktop, and the provider that it asks.
 class ProductSession {
   public:
-    explicit ProductSession(harness::Desktop &desktop);
+    explicit ProductSession(harness::AnyDesktop &desktop);
 
     /// Hot key, panel, first action, answer. Ends with the panel gone.
     Outcome run(const QString &answer);
@@ -40,15 +39,14 @@ class ProductSession {
     QByteArray log() const { return program_.log(); }
 
   private:
-    xcb_window_t panel() const;
-    bool isPanelActive() const;
     void press(const QString &button);
     QString failureShown() const;
     void dismiss();
 
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
     test::LoopbackServer provider_;
     harness::ProductProcess program_;
+    harness::ProductPanel panel_;
 };
 
 } // namespace quillmender::applications

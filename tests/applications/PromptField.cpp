@@ -1,8 +1,7 @@
 #include "applications/PromptField.h"
 
 #include "applications/RunningApplication.h"
-#include "desktop/harness/ClipboardOwner.h"
-#include "desktop/harness/ClipboardProbe.h"
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/Waiter.h"
 
@@ -12,7 +11,6 @@ namespace quillmender::applications {
 
 using namespace std::chrono_literals;
 using harness::becomesTrue;
-using harness::ClipboardOwner;
 
 QList<Scenario> PromptField::scenarios() const {
     const QString typed = QStringLiteral("echo ");
@@ -33,7 +31,6 @@ QString PromptField::expected(const Scenario &scenario) const {
 }
 
 void PromptField::prepare(const Scenario &scenario) {
-    harness::ClipboardProbe primary(desktop_.display(), "PRIMARY");
     int attempt = 0;
     const auto isSelected = [&] {
         const QPoint middle = running_.geometry().center();
@@ -41,13 +38,10 @@ void PromptField::prepare(const Scenario &scenario) {
         constexpr int step = 13;
         ++attempt;
         // What was selected before must not pass for what is selected now.
-        const ClipboardOwner marker(desktop_.display(), {}, "PRIMARY");
+        const auto marker = desktop_.ownSelectedText({});
         desktop_.input().doubleClick(middle + QPoint(step * (attempt % 5), step * (attempt % 3)));
         return becomesTrue(
-            [&] {
-                return primary.owner() != XCB_WINDOW_NONE && !marker.ownsSelection() &&
-                       primary.text() == scenario.picked;
-            },
+            [&] { return !marker->ownsSelection() && desktop_.selectedText() == scenario.picked; },
             500ms);
     };
     const auto isTyped = [&] {

@@ -8,7 +8,7 @@ namespace quillmender::applications {
 /// answer arrives where the program's cursor is.
 class PromptField : public Field {
   public:
-    PromptField(const Application &application, harness::Desktop &desktop,
+    PromptField(const Application &application, harness::AnyDesktop &desktop,
                 RunningApplication &running)
         : application_(application),
           desktop_(desktop),
@@ -25,7 +25,7 @@ class PromptField : public Field {
     std::optional<QString> prompt();
 
     const Application &application_;
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
     RunningApplication &running_;
 };
 

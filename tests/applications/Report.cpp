@@ -53,7 +53,9 @@ bool isLarge(const Observation &each) {
 
 } // namespace
 
-Report::Report(QString folder) : folder_(std::move(folder)) {
+Report::Report(QString folder, Surroundings surroundings)
+    : folder_(std::move(folder)),
+      surroundings_(surroundings) {
     QDir().mkpath(folder_);
 }
 
@@ -150,7 +152,7 @@ QString Report::markdown() const {
     QStringList rows;
     QStringList others;
     LineEndsReport lineEnds;
-    for (const Application &application : catalog()) {
+    for (const Application &application : catalog(surroundings_)) {
         const auto known = entry(application);
         if (!known)
             continue;
@@ -162,7 +164,8 @@ QString Report::markdown() const {
     QString text;
     if (introduction.open(QIODevice::ReadOnly))
         text = QString::fromUtf8(introduction.readAll())
-                   .replace(QStringLiteral("@SYSTEM@"), QSysInfo::prettyProductName());
+                   .replace(QStringLiteral("@SYSTEM@"), QSysInfo::prettyProductName())
+                   .replace(QStringLiteral("@DESKTOP@"), describe(surroundings_));
     text += QStringLiteral(
         "\n| application | field | version | selection read by | whole field read by | written by "
         "| "

@@ -2,13 +2,14 @@
 
 #include "applications/Application.h"
 #include "applications/Observation.h"
+#include "applications/Surroundings.h"
 
 namespace quillmender::applications {
 
 /// What was seen of every application, kept in a folder, and the document made of it.
 class Report {
   public:
-    explicit Report(QString folder);
+    Report(QString folder, Surroundings surroundings);
 
     /// In place of what was known of the application.
     void keep(const Application &application, const QString &version,
@@ -29,6 +30,7 @@ class Report {
     static QStringList exceptions(const Application &application, const Entry &entry);
 
     QString folder_;
+    Surroundings surroundings_;
 };
 
 } // namespace quillmender::applications

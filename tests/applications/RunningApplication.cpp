@@ -11,26 +11,26 @@ using namespace std::chrono_literals;
 namespace {
 
 // A browser or an office suite, for the first time in a new home, on a busy machine.
-constexpr auto startDeadline = 90s;
+constexpr auto startDeadline = 240s;
 
 } // namespace
 
-RunningApplication::RunningApplication(harness::Desktop &desktop, const harness::Command &command,
-                                       const QString &title)
+RunningApplication::RunningApplication(harness::AnyDesktop &desktop,
+                                       const harness::Command &command, const QString &title)
     : desktop_(desktop),
       title_(title),
       process_(command) {
     harness::waitUntil(
         [&] {
             window_ = newestWindow();
-            return window_ != XCB_WINDOW_NONE && desktop.windows().active() == window_;
+            return window_ != 0 && desktop.windows().active() == window_;
         },
         QStringLiteral("%1 has an active window").arg(command.program), startDeadline);
 }
 
-xcb_window_t RunningApplication::newestWindow() const {
-    xcb_window_t found = XCB_WINDOW_NONE;
-    for (const xcb_window_t window : desktop_.windows().all()) {
+harness::WindowId RunningApplication::newestWindow() const {
+    harness::WindowId found = 0;
+    for (const harness::WindowId window : desktop_.windows().all()) {
         const QString title = desktop_.windows().title(window);
         const auto process = static_cast<pid_t>(desktop_.windows().processId(window));
         // Tk does not tell whose window it is.

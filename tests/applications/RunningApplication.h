@@ -1,7 +1,7 @@
 #pragma once
 
+#include "desktop/harness/AnyDesktop.h"
 #include "desktop/harness/ChildProcess.h"
-#include "desktop/harness/Desktop.h"
 
 namespace quillmender::applications {
 
@@ -10,21 +10,21 @@ namespace quillmender::applications {
 class RunningApplication {
   public:
     /// `title` is a part of the title of the window that counts; empty for any window.
-    RunningApplication(harness::Desktop &desktop, const harness::Command &command,
+    RunningApplication(harness::AnyDesktop &desktop, const harness::Command &command,
                        const QString &title);
 
-    xcb_window_t window() const { return window_; }
+    harness::WindowId window() const { return window_; }
     QRect geometry() const;
     /// Asks the window manager for the focus and waits until it is there.
     void activate();
 
   private:
-    xcb_window_t newestWindow() const;
+    harness::WindowId newestWindow() const;
 
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
     QString title_;
     harness::ChildProcess process_;
-    xcb_window_t window_ = XCB_WINDOW_NONE;
+    harness::WindowId window_ = 0;
 };
 
 } // namespace quillmender::applications

@@ -7,7 +7,7 @@ namespace quillmender::applications {
 /// A password field: what is in it is known because it was typed, and cannot be read.
 class SecretField : public Field {
   public:
-    explicit SecretField(const Application &application, harness::Desktop &desktop)
+    explicit SecretField(const Application &application, harness::AnyDesktop &desktop)
         : application_(application),
           desktop_(desktop) {}
 
@@ -21,7 +21,7 @@ class SecretField : public Field {
     void selectAll();
 
     const Application &application_;
-    harness::Desktop &desktop_;
+    harness::AnyDesktop &desktop_;
 };
 
 } // namespace quillmender::applications

@@ -24,14 +24,14 @@ constexpr auto script = "<script>const field = document.body.firstElementChild;"
                         "field.focus();</script>";
 
 /// The page's address.
-QString writePage(const harness::Desktop &desktop, const char *body) {
+QString writePage(const harness::AnyDesktop &desktop, const char *body) {
     return QStringLiteral("file://") +
            writeHomeFile(desktop, QStringLiteral("page.html"),
                          QByteArray("<!DOCTYPE html><meta charset=utf-8><title>Opening</title>") +
                              body + script);
 }
 
-harness::Command firefox(harness::Desktop &desktop, const char *body) {
+harness::Command firefox(harness::AnyDesktop &desktop, const char *body) {
     writeHomeFile(desktop, QStringLiteral("profile/user.js"),
                   "user_pref('browser.aboutwelcome.enabled', false);\n"
                   "user_pref('datareporting.policy.dataSubmissionEnabled', false);\n"
@@ -47,10 +47,13 @@ harness::Command firefox(harness::Desktop &desktop, const char *body) {
                             writePage(desktop, body)});
 }
 
-harness::Command chromium(harness::Desktop &desktop, const char *body) {
+harness::Command chromium(harness::AnyDesktop &desktop, const char *body) {
+    const bool isWayland = desktop.environment().contains(QStringLiteral("WAYLAND_DISPLAY"));
     return desktop.command(
         QStringLiteral("chromium"),
-        {QStringLiteral("--no-sandbox"), QStringLiteral("--no-first-run"),
+        {QStringLiteral("--ozone-platform=") +
+             (isWayland ? QStringLiteral("wayland") : QStringLiteral("x11")),
+         QStringLiteral("--no-sandbox"), QStringLiteral("--no-first-run"),
          QStringLiteral("--no-default-browser-check"), QStringLiteral("--disable-gpu"),
          QStringLiteral("--disable-dev-shm-usage"), QStringLiteral("--password-store=basic"),
          QStringLiteral("--disable-background-networking"),
@@ -59,7 +62,7 @@ harness::Command chromium(harness::Desktop &desktop, const char *body) {
          writePage(desktop, body)});
 }
 
-harness::Command falkon(harness::Desktop &desktop, const char *body) {
+harness::Command falkon(harness::AnyDesktop &desktop, const char *body) {
     harness::Command command = desktop.command(
         QStringLiteral("falkon"), {QStringLiteral("--portable"), writePage(desktop, body)});
     command.environment.insert(QStringLiteral("QTWEBENGINE_DISABLE_SANDBOX"), QStringLiteral("1"));
@@ -68,7 +71,7 @@ harness::Command falkon(harness::Desktop &desktop, const char *body) {
     return command;
 }
 
-using Browser = harness::Command (*)(harness::Desktop &, const char *);
+using Browser = harness::Command (*)(harness::AnyDesktop &, const char *);
 
 Application page(const QString &id, const QString &name, const QString &package, Browser browser,
                  const Element &element) {
@@ -77,7 +80,7 @@ Application page(const QString &id, const QString &name, const QString &package,
             .name = name,
             .field = QLatin1String(element.name),
             .package = package,
-            .command = [=](harness::Desktop &desktop) { return browser(desktop, html); },
+            .command = [=](harness::AnyDesktop &desktop) { return browser(desktop, html); },
             .kind = element.kind,
             .hasOneLine = element.hasOneLine,
             .title = QStringLiteral("Sample page")};

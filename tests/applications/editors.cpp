@@ -10,7 +10,7 @@ Application editor(const QString &program, const QStringList &arguments = {}) {
             .field = QStringLiteral("document"),
             .package = program,
             .command =
-                [=](harness::Desktop &desktop) {
+                [=](harness::AnyDesktop &desktop) {
                     const QString file =
                         writeHomeFile(desktop, QStringLiteral("letter.txt"), QByteArray());
                     return desktop.command(program, arguments + QStringList{file});
@@ -18,7 +18,7 @@ Application editor(const QString &program, const QStringList &arguments = {}) {
             .takesLargeTexts = true};
 }
 
-using harness::InputDriver;
+using harness::UserInput;
 
 Application commandEditor(const QString &program, const QString &package,
                           const QStringList &arguments, CommandKeys keys) {
@@ -31,14 +31,14 @@ Application commandEditor(const QString &program, const QString &package,
 }
 
 Application gvim() {
-    const auto command = [](InputDriver &input, const QString &text) {
+    const auto command = [](UserInput &input, const QString &text) {
         input.chord({XK_Escape});
         input.type(u':' + text + u'\n');
     };
     return commandEditor(
         QStringLiteral("gvim"), QStringLiteral("vim-gtk3"), {QStringLiteral("-f")},
-        {[=](InputDriver &input) { command(input, QStringLiteral("e! letter.txt")); },
-         [=](InputDriver &input, const QString &before, const QString &part, bool isForwards) {
+        {[=](UserInput &input) { command(input, QStringLiteral("e! letter.txt")); },
+         [=](UserInput &input, const QString &before, const QString &part, bool isForwards) {
              // Counted in bytes from 1; the character under the cursor is selected with the others.
              const auto end = part.size() - (part.back().isLowSurrogate() ? 2 : 1);
              const qsizetype first = before.toUtf8().size() + 1;
@@ -48,38 +48,39 @@ Application gvim() {
                             .arg(isForwards ? first : last)
                             .arg(isForwards ? last : first));
          },
-         [=](InputDriver &input) {
+         [=](UserInput &input) {
              command(input, QStringLiteral("w! written.txt"));
              command(input, QStringLiteral("call writefile([],'done.txt')"));
          },
-         [](InputDriver &input) {
+         [](UserInput &input) {
              input.chord({XK_Escape});
              input.type(QStringLiteral("u"));
          }});
 }
 
 Application emacs() {
-    const auto evaluate = [](InputDriver &input, const QString &text) {
+    const auto evaluate = [](UserInput &input, const QString &text) {
         input.chord({XK_Alt_L, XK_Shift_L, XK_semicolon});
         input.type(text + u'\n');
     };
     return commandEditor(
         QStringLiteral("emacs"), QStringLiteral("emacs-gtk"), {},
-        {[=](InputDriver &input) { evaluate(input, QStringLiteral("(revert-buffer t t)")); },
-         [=](InputDriver &input, const QString &before, const QString &part, bool isForwards) {
+        {[=](UserInput &input) { evaluate(input, QStringLiteral("(revert-buffer t t)")); },
+         [=](UserInput &input, const QString &before, const QString &part, bool isForwards) {
              const auto count = part.toUcs4().size();
              const auto start = before.toUcs4().size() + (isForwards ? 0 : count);
              evaluate(input, QStringLiteral("(goto-char %1)").arg(start + 1));
              input.chord({XK_Control_L, XK_space});
              input.chord({XK_Control_L, XK_u});
              input.type(QString::number(count));
-             input.chord({XK_Control_L, isForwards ? xcb_keysym_t{XK_f} : xcb_keysym_t{XK_b}});
+             input.chord({XK_Control_L, isForwards ? harness::UserInput::Keysym{XK_f}
+                                                   : harness::UserInput::Keysym{XK_b}});
          },
-         [=](InputDriver &input) {
+         [=](UserInput &input) {
              evaluate(input, QStringLiteral("(write-region nil nil \"written.txt\")"));
              evaluate(input, QStringLiteral("(write-region 1 1 \"done.txt\")"));
          },
-         [](InputDriver &input) { input.chord({XK_Control_L, XK_slash}); }});
+         [](UserInput &input) { input.chord({XK_Control_L, XK_slash}); }});
 }
 
 } // namespace
@@ -90,12 +91,11 @@ QList<Application> editors() {
             editor(QStringLiteral("gedit"), {QStringLiteral("--standalone")}),
             editor(QStringLiteral("gnome-text-editor"), {QStringLiteral("--standalone")}),
             editor(QStringLiteral("featherpad"), {QStringLiteral("--standalone")}),
-            editor(QStringLiteral("geany"), {QStringLiteral("--new-instance")}),
-            kwrite,
+            editor(QStringLiteral("geany"), {QStringLiteral("--new-instance")}), kwrite,
             offTheBus(kwrite),
-            editor(QStringLiteral("kate"), {QStringLiteral("--new")}),
-            gvim(),
-            emacs()};
+            // Without the second it goes on in a process of its own, and this one ends.
+            editor(QStringLiteral("kate"), {QStringLiteral("--new"), QStringLiteral("--block")}),
+            gvim(), emacs()};
 }
 
 } // namespace quillmender::applications

@@ -52,7 +52,7 @@ Application thunderbird(const char *id, const char *field, int format) {
             .field = QLatin1String(field),
             .package = QStringLiteral("thunderbird"),
             .command =
-                [=](harness::Desktop &desktop) {
+                [=](harness::AnyDesktop &desktop) {
                     writeHomeFile(desktop, QStringLiteral("profile/user.js"), settings);
                     return desktop.command(
                         QStringLiteral("thunderbird"),

@@ -23,7 +23,7 @@ Application writer(const char *id, const char *field, const QByteArray &document
         .field = QLatin1String(field),
         .package = QStringLiteral("libreoffice-writer"),
         .command =
-            [=](harness::Desktop &desktop) {
+            [=](harness::AnyDesktop &desktop) {
                 const QString profile = QStringLiteral("office");
                 writeHomeFile(desktop, profile + QStringLiteral("/user/registrymodifications.xcu"),
                               R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -66,7 +66,7 @@ Application evince() {
             .field = QStringLiteral("document, read only"),
             .package = QStringLiteral("evince"),
             .command =
-                [](harness::Desktop &desktop) {
+                [](harness::AnyDesktop &desktop) {
                     return desktop.command(
                         QStringLiteral("evince"),
                         {writeHomeFile(desktop, QStringLiteral("letter.pdf"), readOnlyDocument())});
@@ -80,7 +80,7 @@ Application gimp() {
             .field = QStringLiteral("text tool"),
             .package = QStringLiteral("gimp"),
             .command =
-                [](harness::Desktop &desktop) {
+                [](harness::AnyDesktop &desktop) {
                     const QString file = desktop.folders().home() + QStringLiteral("/picture.png");
                     QImage picture(800, 500, QImage::Format_RGB32);
                     picture.fill(Qt::white);
@@ -90,7 +90,7 @@ Application gimp() {
                 },
             .title = QStringLiteral("picture"),
             .prepare =
-                [](harness::Desktop &desktop, RunningApplication &running) {
+                [](harness::AnyDesktop &desktop, RunningApplication &running) {
                     desktop.input().chord({XK_t});
                     desktop.input().click(running.geometry().center());
                 },

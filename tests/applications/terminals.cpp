@@ -12,7 +12,7 @@ struct Inside {
     PromptKeys keys;
 };
 
-using harness::InputDriver;
+using harness::UserInput;
 
 // Full of the same word, so that a double click selects it nearly everywhere. Some lines end in the
 // middle of the screen: a terminal counts its columns, and a text does not have them all.
@@ -41,7 +41,7 @@ Application inTerminal(const QString &terminal, const QString &package,
         .field = QLatin1String(inside.field),
         .package = package,
         .command =
-            [=](harness::Desktop &desktop) {
+            [=](harness::AnyDesktop &desktop) {
                 writeHomeFile(desktop, QStringLiteral("wall.txt"), wall());
                 writeHomeFile(desktop, QStringLiteral("prompt.txt"), wall());
                 writeHomeFile(desktop, QStringLiteral("start.sh"), shellStart());
@@ -60,16 +60,16 @@ QList<Application> terminals() {
     const Inside shell{"shell",
                        "shell",
                        {text("bash"), text("--rcfile"), text("start.sh"), text("-i")},
-                       {[](InputDriver &input) {
+                       {[](UserInput &input) {
                             input.chord({XK_Control_L, XK_e});
                             input.chord({XK_Control_L, XK_u});
                         },
-                        [](InputDriver &input) { input.chord({XK_Control_L, XK_g}); }}};
-    const PromptKeys vimKeys{[=](InputDriver &input) {
+                        [](UserInput &input) { input.chord({XK_Control_L, XK_g}); }}};
+    const PromptKeys vimKeys{[=](UserInput &input) {
                                  input.chord({XK_Escape});
                                  input.type(text(":e! wall.txt\nGo"));
                              },
-                             [=](InputDriver &input) {
+                             [=](UserInput &input) {
                                  input.chord({XK_Escape});
                                  input.type(text(":w! prompt.txt\nA"));
                              }};
@@ -82,13 +82,13 @@ QList<Application> terminals() {
                         "Neovim, inserting",
                         {text("nvim"), text("-u"), text("NONE"), text("-n"), text("wall.txt")},
                         vimKeys};
-    const auto alt = [=](InputDriver &input, const char *key) {
+    const auto alt = [=](UserInput &input, const char *key) {
         input.chord({XK_Escape});
         input.type(text(key));
     };
     // What is behind the words goes, and the place of it comes from the middle of the screen to
     // its lower end.
-    const auto clearNano = [=](InputDriver &input) {
+    const auto clearNano = [=](UserInput &input) {
         alt(input, "g");
         input.type(QString::number(lines + 1) + text(",1\n"));
         for (const char *command : {"t", "\\", "/"})
@@ -98,12 +98,12 @@ QList<Application> terminals() {
                       "nano",
                       {text("nano"), text("--ignorercfiles"), text("--autoindent"),
                        text("--nonewlines"), text("prompt.txt")},
-                      {clearNano, [](InputDriver &input) { input.chord({XK_Control_L, XK_s}); }}};
+                      {clearNano, [](UserInput &input) { input.chord({XK_Control_L, XK_s}); }}};
     const QStringList execute{text("-e")};
     // It has no window of its own: a server that is found on the session bus makes it.
     Application gnome = inTerminal(text("gnome-terminal"), text("gnome-terminal"), {}, shell);
     const auto writeFiles = gnome.command;
-    gnome.command = [=](harness::Desktop &desktop) {
+    gnome.command = [=](harness::AnyDesktop &desktop) {
         harness::Command command = writeFiles(desktop);
         command.program = text("sh");
         command.arguments = {
@@ -119,6 +119,8 @@ QList<Application> terminals() {
         inTerminal(text("xterm"), text("neovim"), execute, neovim),
         inTerminal(text("xterm"), text("nano"), execute, nano),
         inTerminal(text("konsole"), text("konsole"), execute, shell),
+        inTerminal(text("foot"), text("foot"), execute, shell),
+        inTerminal(text("foot"), text("foot"), execute, vim),
         gnome,
         inTerminal(
             text("qterminal"), text("qterminal"), {},

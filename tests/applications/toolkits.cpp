@@ -27,16 +27,17 @@ Application sample(const QString &id, const QString &name, const QString &packag
     for (QString &argument : arguments)
         argument.replace(QStringLiteral("@"), QStringLiteral(QUILLMENDER_APPLICATION_SAMPLES "/"));
     arguments += QLatin1String(nameOf(kind));
-    return {
-        .id = id + u'-' + QLatin1String(nameOf(kind)),
-        .name = name,
-        .field = QLatin1String(nameOf(kind)),
-        .package = package,
-        .command =
-            [=](harness::Desktop &desktop) { return desktop.command(command.first(), arguments); },
-        .kind =
-            kind == FieldKind::password ? Application::Kind::password : Application::Kind::editor,
-        .hasOneLine = kind == FieldKind::entry};
+    return {.id = id + u'-' + QLatin1String(nameOf(kind)),
+            .name = name,
+            .field = QLatin1String(nameOf(kind)),
+            .package = package,
+            .command =
+                [=](harness::AnyDesktop &desktop) {
+                    return desktop.command(command.first(), arguments);
+                },
+            .kind = kind == FieldKind::password ? Application::Kind::password
+                                                : Application::Kind::editor,
+            .hasOneLine = kind == FieldKind::entry};
 }
 
 QList<Application> samples(const QString &id, const QString &name, const QString &package,
@@ -56,7 +57,7 @@ Application qt6(const char *kind, bool hasOneLine, Application::Kind use) {
             .field = QLatin1String(kind),
             .package = QStringLiteral("libqt6widgets6"),
             .command =
-                [=](harness::Desktop &desktop) {
+                [=](harness::AnyDesktop &desktop) {
                     return desktop.command(QStringLiteral(QUILLMENDER_SAMPLE_EDITOR),
                                            {QLatin1String(kind)});
                 },
