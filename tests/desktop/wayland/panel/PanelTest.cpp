@@ -251,7 +251,7 @@ TEST_P(PanelTest, SaysThatTheKeyboardHasNotCome) {
     waitUntil([this] { return text(*panel).endsWith(QStringLiteral("in")); },
               QStringLiteral("what is typed comes to the panel"));
     EXPECT_EQ(text(*document), QStringLiteral("some words"));
-    panel->tell(QStringLiteral("hide"));
+    hide();
     panel->tell(QStringLiteral("show"));
     waitUntil([this] { return saysThatTheKeyboardIsElsewhere(); },
               QStringLiteral("the panel says so again"));

@@ -64,7 +64,10 @@ WaylandOwnWindows::WaylandOwnWindows(const WaylandConnection &connection, Compos
         if (focus && focus == withheldFrom_)
             setWithheldFrom(nullptr);
     });
-    connect(&arrival_, &KeyboardArrival::withheld, this, &WaylandOwnWindows::setWithheldFrom);
+    connect(&arrival_, &KeyboardArrival::withheld, this, [this](QWindow *window) {
+        if (!hasNoKeyboard())
+            setWithheldFrom(window);
+    });
 }
 
 WaylandOwnWindows::~WaylandOwnWindows() = default;
@@ -86,13 +89,16 @@ void WaylandOwnWindows::activate(QWindow *window) {
     } else {
         giveWayTo(withoutParent(*window));
     }
-    // Without any there is nothing to wait for.
-    if (keyboard_.isAny() || !keyboard_.display())
-        arrival_.await(*window, [this, window] { insistOn(*window); });
+    arrival_.await(*window, [this, window] { insistOn(*window); });
 }
 
 void WaylandOwnWindows::watchForKeyboard(std::function<void(QWindow *, bool)> tell) {
     tellOfKeyboard_ = std::move(tell);
+}
+
+// Nobody tells of a keyboard where the toolkit keeps its connection to itself.
+bool WaylandOwnWindows::hasNoKeyboard() const {
+    return keyboard_.display() && !keyboard_.isAny();
 }
 
 void WaylandOwnWindows::setWithheldFrom(QWindow *window) {
@@ -122,6 +128,8 @@ void WaylandOwnWindows::noteGone(QWindow *window) {
 }
 
 void WaylandOwnWindows::insistOn(QWindow &window) {
+    if (hasNoKeyboard())
+        return;
     if (help_.activate) {
         help_.activate(window);
     } else if ((&window == panel_ && isLayer_) || window.transientParent()) {

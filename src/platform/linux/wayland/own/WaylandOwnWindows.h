@@ -65,6 +65,7 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     void giveWayTo(QWindow &window);
     void noteGone(QWindow *window);
     void insistOn(QWindow &window);
+    bool hasNoKeyboard() const;
     void setWithheldFrom(QWindow *window);
 
     CompositorHelp help_;
