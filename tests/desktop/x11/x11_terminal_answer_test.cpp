@@ -166,6 +166,10 @@ TEST_F(TerminalAnswerTest, IsNotPastedIntoATerminalThatIsStopped) {
     start(QStringLiteral("touch ready; cat > typed"));
     const auto terminal = static_cast<pid_t>(xterm_->processId());
     ::kill(terminal, SIGSTOP);
+    ASSERT_TRUE(waitFor([terminal] {
+        QFile state(QStringLiteral("/proc/%1/stat").arg(terminal));
+        return state.open(QIODevice::ReadOnly) && state.readAll().contains(") T ");
+    }));
     EXPECT_EQ(paste(QStringLiteral("answer")), Outcome::withheld);
     EXPECT_EQ(reason_, "the terminal is stopped");
     ::kill(terminal, SIGCONT);
