@@ -15,7 +15,8 @@ TEST_F(WaylandSoakTest, ManySessionsLeaveNothingBehind) {
     start();
     SoakRun run(*this);
     run.add(makeField(*this, TestApplication::mousepad(desktop(), soakLetter())));
-    run.add(makeField(*this, TestApplication::gnomeTextEditor(desktop(), soakLetter()), true));
+    run.add(makeField(
+        *this, TestApplication::sampleEditor(desktop(), QStringLiteral("plain"), soakLetter())));
     run.add(makeTerminal(*this));
     run.play([] { return 0; });
 }

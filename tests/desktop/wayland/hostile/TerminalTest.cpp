@@ -32,18 +32,18 @@ class WaylandTerminalTest : public WaylandSessionFixture,
     /// The command shows the word at the beginning of its row; rows are counted from 0.
     void openTerminal(const QString &command, int row) {
         start();
+        // In the corner of the screen, wherever this compositor puts windows.
         terminal_.emplace(desktop(), QStringLiteral("foot"),
-                          QStringList{QStringLiteral("--override=font=monospace:size=12"),
+                          QStringList{QStringLiteral("--fullscreen"),
+                                      QStringLiteral("--override=font=monospace:size=12"),
                                       QStringLiteral("--override=pad=0x0"), QStringLiteral("sh"),
                                       QStringLiteral("-c"), command});
         waitUntil([this] { return exists("ready"); }, QStringLiteral("the shell is there"));
-        const QPoint corner = terminal_->geometry().topLeft();
         waitUntil(
             [&] {
                 // Within the row, whatever its height.
                 constexpr int rowHeight = 18;
-                desktop().input().doubleClick(corner +
-                                              QPoint(rowHeight, row * rowHeight + rowHeight / 2));
+                desktop().input().doubleClick(QPoint(rowHeight, row * rowHeight + rowHeight / 2));
                 return harness::becomesTrue([this] { return desktop().selectedText() == wrong; },
                                             std::chrono::seconds(2));
             },
