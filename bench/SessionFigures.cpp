@@ -40,6 +40,10 @@ double curlMs(const QString &url, const QString &bodyFile) {
     return milliseconds(start, steady_clock::now());
 }
 
+QString lineOfText(qsizetype bytes, int tag) {
+    return sampleText(bytes, tag).replace(u'\n', u' ');
+}
+
 // What has been lent is read by others now and then, too; the field has it already.
 TimePoint waitForClipboard(harness::AnyDesktop &desktop, const QString &text) {
     harness::waitUntil(
@@ -100,10 +104,10 @@ void measurePaste(Report &report, const Effort &effort) {
     Samples directPaste;
     Samples giveBack;
     for (int i = -1; i < effort.repetitions; ++i) {
-        const SessionRun::Times times = session.run(field, sampleText(textBytes, i));
+        const SessionRun::Times times = session.run(field, lineOfText(textBytes, i));
         const double backTime =
             milliseconds(times.answered, waitForClipboard(stage->desktop(), kept));
-        kept = sampleText(textBytes + 20, i);
+        kept = lineOfText(textBytes + 20, i);
         const double directTime = field.pasteDirectlyMs(kept);
         if (i < 0)
             continue; // the first of each fills caches
