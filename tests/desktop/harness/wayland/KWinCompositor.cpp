@@ -110,8 +110,7 @@ void KWinCompositor::readDesktopFiles() {
     reader.setProcessEnvironment(environmentWith(variables()));
     reader.setStandardErrorFile(place().folders.log(QStringLiteral("kbuildsycoca6")),
                                 QIODevice::Append);
-    // It counts in seconds, and would not see a second change in one of them.
-    reader.start(QStringLiteral("kbuildsycoca6"), {QStringLiteral("--noincremental")});
+    reader.start(QStringLiteral("kbuildsycoca6"), QStringList());
     if (!reader.waitForFinished(static_cast<int>(defaultDeadline.count())))
         throw HarnessError(QStringLiteral("kbuildsycoca6: %1").arg(reader.errorString()));
 }

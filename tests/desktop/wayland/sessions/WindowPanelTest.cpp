@@ -16,12 +16,14 @@ const QString right = QStringLiteral("receive");
 class WindowPanelTest : public WaylandSessionFixture,
                         public testing::WithParamInterface<CompositorKind> {
   protected:
+    // From the start on: KWin takes its time to see that an entry has another program.
+    WindowPanelTest() { qputenv("QUILLMENDER_PROGRAM", QUILLMENDER_WINDOWED_PROGRAM); }
+
     CompositorKind kind() const override { return GetParam(); }
 
     void startWindowed(const QMap<QString, QString> &environment = {}) {
         auto setup =
             harness::ProductProcess::openAi(provider().baseUrl() + QStringLiteral("/v1/responses"));
-        setup.program = QStringLiteral(QUILLMENDER_WINDOWED_PROGRAM);
         setup.environment = environment;
         setup.environment[QStringLiteral("QT_LOGGING_RULES")] =
             QStringLiteral("quillmender.session.info=true");
