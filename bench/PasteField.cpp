@@ -12,11 +12,11 @@ namespace quillmender::bench {
 
 using std::chrono::steady_clock;
 
-PasteField::PasteField(harness::AnyDesktop &desktop)
+PasteField::PasteField(harness::AnyDesktop &desktop, const QString &text)
     : desktop_(desktop),
       application_(desktop, QStringLiteral("env"),
                    {QStringLiteral("AT_SPI_BUS_ADDRESS=unix:path=/nonexistent"),
-                    besideThis(QStringLiteral("paste-field"))}) {}
+                    besideThis(QStringLiteral("paste-field")), text}) {}
 
 TimePoint PasteField::waitForText(qsizetype length) {
     const auto deadline = steady_clock::now() + harness::defaultDeadline;

@@ -10,7 +10,7 @@ namespace quillmender::bench {
 /// text has come.
 class PasteField {
   public:
-    explicit PasteField(harness::AnyDesktop &desktop);
+    PasteField(harness::AnyDesktop &desktop, const QString &text);
 
     harness::WindowId window() const { return application_.window(); }
     void activate() { application_.activate(); }
