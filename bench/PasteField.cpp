@@ -19,22 +19,28 @@ PasteField::PasteField(harness::AnyDesktop &desktop, const QString &text)
                     besideThis(QStringLiteral("paste-field")), text}) {}
 
 TimePoint PasteField::waitForText(qsizetype length) {
+    return waitFor("text", length);
+}
+
+TimePoint PasteField::waitForClipboard() {
+    return waitFor("clipboard", 0);
+}
+
+TimePoint PasteField::waitFor(const QByteArray &what, qsizetype length) {
     const auto deadline = steady_clock::now() + harness::defaultDeadline;
     while (steady_clock::now() < deadline) {
         const QByteArray log = application_.process().log();
-        const QByteArrayList lines = log.sliced(std::min(seen_, log.size())).split('\n');
-        for (const QByteArray &line : lines) {
-            const QByteArrayList words = line.split(' ');
-            if (words.size() != 2 || words[1].toLongLong() != length)
-                continue;
-            seen_ = log.size();
-            return TimePoint(std::chrono::nanoseconds(words[0].toLongLong()));
+        for (qsizetype end = log.indexOf('\n', seen_); end >= 0; end = log.indexOf('\n', seen_)) {
+            const QByteArrayList words = log.sliced(seen_, end - seen_).split(' ');
+            seen_ = end + 1;
+            if (words.size() == 3 && words[1] == what && words[2].toLongLong() == length)
+                return TimePoint(std::chrono::nanoseconds(words[0].toLongLong()));
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    throw harness::HarnessError(
-        QStringLiteral("no text of %1 characters came: %2")
-            .arg(QString::number(length), QString::fromUtf8(application_.process().log())));
+    throw harness::HarnessError(QStringLiteral("no %1 (%2) came: %3")
+                                    .arg(QString::fromLatin1(what), QString::number(length),
+                                         QString::fromUtf8(application_.process().log())));
 }
 
 double PasteField::pasteDirectlyMs(const QString &text) {

@@ -18,10 +18,17 @@ class PasteField {
     /// The moment at which a text of that length has come, which was not there before.
     TimePoint waitForText(qsizetype length);
 
+    /// The moment after that at which the clipboard was taken. Nobody reads it for that: the program
+    /// keeps what it lends for whoever reads.
+    TimePoint waitForClipboard();
+
     /// The floor of a paste: another program takes the clipboard, and the user presses the keys.
     double pasteDirectlyMs(const QString &text);
 
   private:
+    /// Of the next line that says so.
+    TimePoint waitFor(const QByteArray &what, qsizetype length);
+
     harness::AnyDesktop &desktop_;
     harness::TestApplication application_;
     qsizetype seen_ = 0; ///< bytes of its log

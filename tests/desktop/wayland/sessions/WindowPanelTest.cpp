@@ -21,6 +21,12 @@ class WindowPanelTest : public WaylandSessionFixture,
 
     CompositorKind kind() const override { return GetParam(); }
 
+    // KWin is told of the program that it trusts before it starts.
+    void SetUp() override {
+        qputenv("QUILLMENDER_PROGRAM", QUILLMENDER_WINDOWED_PROGRAM);
+        WaylandSessionFixture::SetUp();
+    }
+
     void startWindowed(const QMap<QString, QString> &environment = {}) {
         auto setup =
             harness::ProductProcess::openAi(provider().baseUrl() + QStringLiteral("/v1/responses"));
