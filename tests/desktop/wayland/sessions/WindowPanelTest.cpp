@@ -1,5 +1,9 @@
 #include "desktop/harness/TestApplication.h"
+#include "desktop/harness/wayland/SwayIpc.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace quillmender {
 namespace {
@@ -10,6 +14,17 @@ using harness::waitUntil;
 
 const QString wrong = QStringLiteral("recieve");
 const QString right = QStringLiteral("receive");
+
+QList<harness::WindowId> stickyWindows(const QJsonObject &node) {
+    QList<harness::WindowId> found;
+    if (node[QStringLiteral("sticky")].toBool())
+        found.append(static_cast<harness::WindowId>(node[QStringLiteral("id")].toInteger()));
+    for (const char *children : {"nodes", "floating_nodes"}) {
+        for (const QJsonValue &child : node[QLatin1String(children)].toArray())
+            found.append(stickyWindows(child.toObject()));
+    }
+    return found;
+}
 
 /// Sessions with the panel as an ordinary window, where the build or the compositor has no layer
 /// shell.
@@ -74,6 +89,23 @@ TEST_P(WindowPanelTest, HasTheKeyboardInTheMiddleOfTheScreen) {
     waitUntilWritten();
     waitUntil([&] { return field.title() == right; }, QStringLiteral("the answer is in the field"));
     expectClipboardUntouched();
+}
+
+// It is seen on every workspace; what is said of it touches no other window.
+TEST_P(WindowPanelTest, AloneIsSticky) {
+    if (kind() != CompositorKind::sway)
+        GTEST_SKIP() << "nothing is said to other compositors";
+    startDesktop();
+    startWindowed();
+    const auto field = TestApplication::sampleEditor(desktop(), QStringLiteral("commands"), wrong);
+    pressHotKey();
+    const harness::WindowId panel = waitForPanel(wrong);
+    const harness::SwayIpc ipc(desktop().environment().value(QStringLiteral("SWAYSOCK")));
+    const auto isSticky = [&](harness::WindowId window) {
+        return stickyWindows(ipc.ask(harness::SwayIpc::Message::getTree).object()).contains(window);
+    };
+    EXPECT_TRUE(isSticky(panel));
+    EXPECT_FALSE(isSticky(field.window()));
 }
 
 // A compositor that is not told how the panel is to stand.
