@@ -14,13 +14,6 @@
 
 namespace quillmender::x11 {
 
-namespace {
-
-// Long for a program and short for a hand that pastes what it had copied before.
-constexpr std::chrono::milliseconds stragglerTime{500};
-
-} // namespace
-
 SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection)
     : connection_(connection),
       selection_(selection) {
@@ -30,7 +23,6 @@ SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection)
 bool SelectionOwner::own(SelectionContents contents, xcb_window_t reader) {
     ownedSince_ = connection_.serverTime();
     reader_ = reader;
-    straggler_ = XCB_WINDOW_NONE;
     contents_ = std::move(contents);
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), selection_, ownedSince_);
     isOwner_ = true;
@@ -45,12 +37,6 @@ bool SelectionOwner::own(SelectionContents contents, xcb_window_t reader) {
 void SelectionOwner::exchange(SelectionContents contents) {
     if (isOwner_)
         contents_ = std::move(contents);
-}
-
-void SelectionOwner::serveStill(SelectionContents former, xcb_window_t window) {
-    former_ = std::move(former);
-    straggler_ = window;
-    stragglerEnd_.setRemainingTime(stragglerTime, Qt::PreciseTimer);
 }
 
 bool SelectionOwner::isStillOwner() const {
@@ -118,12 +104,6 @@ void SelectionOwner::handleRequest(const xcb_selection_request_event_t &request)
         Q_EMIT served(request.requestor, askedAt_);
 }
 
-const SelectionContents &SelectionOwner::contentsFor(xcb_window_t requestor) const {
-    const bool isStraggler = straggler_ != XCB_WINDOW_NONE && !stragglerEnd_.hasExpired() &&
-                             isSameApplication(connection_, requestor, straggler_);
-    return isStraggler ? former_ : contents_;
-}
-
 bool SelectionOwner::isRefused(xcb_window_t requestor) const {
     return refused_ != XCB_WINDOW_NONE && isSameApplication(connection_, requestor, refused_);
 }
@@ -145,9 +125,8 @@ bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_
         writeCardinals(connection_, requestor, property, XCB_ATOM_INTEGER, {ownedSince_});
         return true;
     }
-    const SelectionContents &contents = contentsFor(requestor);
-    const auto found = std::ranges::find(contents, target, &SelectionTarget::target);
-    if (found == contents.end() || !isShown(target))
+    const auto found = std::ranges::find(contents_, target, &SelectionTarget::target);
+    if (found == contents_.end() || !isShown(target))
         return false;
     return hand(requestor, property, found->property);
 }
@@ -173,7 +152,7 @@ bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
 void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) {
     QList<quint32> targets{connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
                            connection_.atom("MULTIPLE")};
-    for (const SelectionTarget &each : contentsFor(requestor)) {
+    for (const SelectionTarget &each : contents_) {
         if (isShown(each.target))
             targets.append(each.target);
     }

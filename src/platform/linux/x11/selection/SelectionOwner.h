@@ -2,7 +2,6 @@
 
 #include "platform/linux/x11/selection/SelectionContents.h"
 
-#include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
 
@@ -36,10 +35,6 @@ class SelectionOwner : public QObject {
     /// Leaves the selection without owner, whoever has it. Answers the time of that change.
     xcb_timestamp_t release();
 
-    /// For a while, and until it is owned anew, the application of this window is given these: it
-    /// asks for them once more, later than it was waited for.
-    void serveStill(SelectionContents former, xcb_window_t window);
-
     /// From now on answers nothing to the application of this window; `XCB_WINDOW_NONE` for none.
     void refuse(xcb_window_t window) { refused_ = window; }
 
@@ -62,7 +57,6 @@ class SelectionOwner : public QObject {
     void handleEvent(const xcb_generic_event_t *event);
     void handleClear(const xcb_selection_clear_event_t &clear);
     void handleRequest(const xcb_selection_request_event_t &request);
-    const SelectionContents &contentsFor(xcb_window_t requestor) const;
     bool isRefused(xcb_window_t requestor) const;
     bool isOnlooker(xcb_window_t requestor) const;
     bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
@@ -76,9 +70,6 @@ class SelectionOwner : public QObject {
     X11Connection &connection_;
     xcb_atom_t selection_;
     SelectionContents contents_;
-    SelectionContents former_;
-    xcb_window_t straggler_ = XCB_WINDOW_NONE; ///< whose application is given the former contents
-    QDeadlineTimer stragglerEnd_;
     xcb_window_t reader_ = XCB_WINDOW_NONE;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     xcb_window_t refused_ = XCB_WINDOW_NONE;

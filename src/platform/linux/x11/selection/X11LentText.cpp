@@ -54,10 +54,6 @@ QCoro::Task<> X11LentText::readingIsOver(QDeadlineTimer deadline) {
     }
 }
 
-xcb_window_t X11LentText::pastedInto() const {
-    return readers_.reading().isBegun() ? readers_.window() : xcb_window_t{XCB_WINDOW_NONE};
-}
-
 bool X11LentText::refuseLateReader() {
     const xcb_window_t window = readers_.window();
     if (!selections_->late.isLate(window))

@@ -34,9 +34,6 @@ class X11LentText : public QObject,
     /// The chord that pastes it is out, into this window: who reads from now on is pasting.
     void typeChord(xcb_window_t window) { readers_.typeChord(window); }
 
-    /// Whose application has read it since the chord; `XCB_WINDOW_NONE` when it has not.
-    xcb_window_t pastedInto() const;
-
     /// Called by the pasteboard, which has other contents from now on.
     void end();
 

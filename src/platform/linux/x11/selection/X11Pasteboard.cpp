@@ -79,8 +79,6 @@ QCoro::Task<std::optional<QString>> X11Pasteboard::string() {
 }
 
 void X11Pasteboard::replaceContents(const QList<PasteboardItem> &items) {
-    const xcb_window_t pastedInto = lent_ ? lent_->pastedInto() : xcb_window_t{XCB_WINDOW_NONE};
-    const SelectionContents lentText = selections_.clipboard.contents();
     endLoan();
     lateCopy_.expect(items);
     if (isStillThere(items)) {
@@ -94,7 +92,6 @@ void X11Pasteboard::replaceContents(const QList<PasteboardItem> &items) {
         return;
     }
     selections_.clipboard.own(std::move(contents));
-    selections_.clipboard.serveStill(lentText, pastedInto);
     selections_.changes.countOwn();
 }
 
@@ -120,8 +117,6 @@ void X11Pasteboard::endLoan() {
 }
 
 QCoro::Task<> X11Pasteboard::handOver() {
-    // The manager may be a part of the application that was pasted into.
-    selections_.clipboard.serveStill({}, XCB_WINDOW_NONE);
     if (selections_.clipboard.isOwner() && !lent_)
         co_await handOverClipboard(connection_, selections_.clipboard.contents());
 }
