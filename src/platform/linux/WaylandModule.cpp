@@ -14,10 +14,19 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 
-std::string path() {
+void *load() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return program.parent_path() / QUILLMENDER_MODULE_FOLDER / wayland::moduleFile;
+    if (error) {
+        // A path that begins nowhere would be looked for in the folder that the program is run in.
+        qCWarning(log, "no Wayland: %s", error.message().c_str());
+        return nullptr;
+    }
+    const auto module = program.parent_path() / QUILLMENDER_MODULE_FOLDER / wayland::moduleFile;
+    void *const handle = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle)
+        qCWarning(log, "no Wayland: %s", ::dlerror());
+    return handle;
 }
 
 template <typename Function> Function *find(void *handle, const char *name) {
@@ -26,10 +35,7 @@ template <typename Function> Function *find(void *handle, const char *name) {
 
 } // namespace
 
-WaylandModule::WaylandModule() : handle_(::dlopen(path().c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    if (!handle_)
-        qCWarning(log, "no Wayland: %s", ::dlerror());
-}
+WaylandModule::WaylandModule() : handle_(load()) {}
 
 WindowSystemServices WaylandModule::makeWindowSystem(FindProcess findProcess) const {
     WindowSystemServices services;
