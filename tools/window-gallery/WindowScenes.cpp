@@ -35,6 +35,26 @@ Lack lackOfHotKeys() {
     return lack;
 }
 
+/// One that the desktop can be told to ask for.
+class OpenPermission : public Permission {
+  public:
+    State state() const override { return State::missing; }
+    QString sentence() const override {
+        return QStringLiteral("Quillmender cannot copy or paste for you.");
+    }
+    void ask() override {}
+};
+
+Lack lackOfChords() {
+    Lack lack(QStringLiteral("Quillmender cannot copy or paste for you."));
+    lack.remedy =
+        QStringLiteral("Your desktop can let Quillmender type on the keyboard. It asks you "
+                       "in a window of its own, and calls that remote control. "
+                       "Quillmender types nothing but the keys for copying and pasting.");
+    lack.permission = std::make_shared<OpenPermission>();
+    return lack;
+}
+
 } // namespace
 
 WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
@@ -42,7 +62,8 @@ WindowScenes::WindowScenes(Theme &theme, OwnWindows &ownWindows, QString folder)
       settings_(store_, permissions_, theme, ownWindows),
       poorSettings_(
           poorStore_, permissions_, theme, ownWindows,
-          {{Capability::chords, QStringLiteral("Quillmender cannot copy or paste for you.")},
+          {{Capability::panel, QStringLiteral("The panel may open behind other windows.")},
+           {Capability::chords, lackOfChords()},
            {Capability::hotKeys, lackOfHotKeys()}}),
       about_(QStringLiteral("1.0.0"), theme, ownWindows),
       alert_({QStringLiteral("Quillmender 1.4.2 is available"),
