@@ -2,7 +2,7 @@
 
 #include "ui/PushButton.h"
 #include "ui/StatusLabel.h"
-#include "ui/settings/PermissionRow.h"
+#include "ui/settings/LackRow.h"
 
 #include <QHBoxLayout>
 
@@ -33,22 +33,11 @@ PermissionsSection::PermissionsSection(PermissionManager &permissionManager,
                            [this] { permissionManager_.requestAccessibilityPermission(); }),
                 makeButton(QStringLiteral("Open Privacy Settings"),
                            [this] { permissionManager_.openAccessibilitySettings(); })});
-    // Last, since a sentence right below a button looks like a part of it.
-    QList<Lack> askable;
     for (auto lack = missing.cbegin(); lack != missing.cend(); ++lack) {
         // The shortcut has a section of its own.
-        if (lack.key() == Capability::hotKeys)
-            continue;
-        if (lack->permission) {
-            askable.append(*lack);
-            continue;
-        }
-        auto *sentence = new StatusLabel(theme, TextStyle::caption, TextLabel::Tone::error, card());
-        sentence->tell(lack->sentence);
-        addRow(sentence);
+        if (lack.key() != Capability::hotKeys)
+            addRow(new LackRow(theme, *lack, card()));
     }
-    for (const Lack &lack : askable)
-        addRow(new PermissionRow(theme, lack, card()));
 }
 
 void PermissionsSection::refresh() {
