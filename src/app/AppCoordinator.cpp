@@ -100,6 +100,9 @@ QCoro::Task<> AppCoordinator::captureTask() {
     const quint64 capture = ++latestCapture_;
     isCapturing_ = true;
     sinceCapture_.start();
+    permissionManager_.ask();
+    // While it answers.
+    panel().getReady();
     permissionManager_.refresh();
     if (!permissionManager_.accessibilityGranted()) {
         const AppFailure failure = AppFailure::accessibilityPermissionRequired();
@@ -111,11 +114,8 @@ QCoro::Task<> AppCoordinator::captureTask() {
                &SessionState::currentActionTitle);
     } else {
         try {
-            auto selection = selectionController_.captureSelection(
+            const SelectionSessionRef session = co_await selectionController_.captureSelection(
                 [this] { return panelController_ ? panelController_->stepAside() : nullptr; });
-            // While other programs answer.
-            panel().getReady();
-            const SelectionSessionRef session = co_await selection;
             if (capture == latestCapture_)
                 captured(session);
         } catch (...) {

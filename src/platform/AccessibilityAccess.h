@@ -10,6 +10,10 @@ class AccessibilityAccess {
     AccessibilityAccess &operator=(const AccessibilityAccess &) = delete;
     virtual ~AccessibilityAccess() = default;
 
+    /// Puts the question already that `isGranted`, called at once after this and whatever else is
+    /// there to be done, waits for. Does not wait.
+    virtual void ask() = 0;
+
     /// Asks the system now, which has a quarter of a second to answer.
     virtual bool isGranted() = 0;
 

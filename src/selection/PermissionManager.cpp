@@ -10,6 +10,10 @@ void PermissionManager::setAccessibilityGranted(bool granted) {
     publish(accessibilityGranted_, granted);
 }
 
+void PermissionManager::ask() {
+    access_.ask();
+}
+
 void PermissionManager::refresh() {
     setAccessibilityGranted(access_.isGranted());
 }

@@ -17,6 +17,9 @@ class PermissionManager : public Observable {
     bool accessibilityGranted() const { return accessibilityGranted_; }
     void setAccessibilityGranted(bool granted);
 
+    /// Puts the question to the system that `refresh`, soon after, waits for the answer of.
+    void ask();
+
     /// Asks the system now and publishes its answer.
     void refresh();
 

@@ -1,7 +1,9 @@
 #include "ui/WindowPixels.h"
 
+#include "platform/Memory.h"
+
 #include <QBackingStore>
-#include <QPainter>
+#include <QImage>
 #include <QWidget>
 
 namespace quillmender {
@@ -16,10 +18,8 @@ void reservePixels(const QWidget &window) {
     if (!store)
         return;
     store->resize(window.size());
-    // The system gives memory only when it is written to.
-    store->beginPaint(window.rect());
-    QPainter(store->paintDevice()).fillRect(window.rect(), window.palette().window());
-    store->endPaint();
+    if (auto *image = dynamic_cast<QImage *>(store->paintDevice()))
+        populateMemory(image->bits(), std::size_t(image->sizeInBytes()));
 }
 
 } // namespace quillmender

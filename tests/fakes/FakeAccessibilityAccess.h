@@ -9,6 +9,7 @@ class FakeAccessibilityAccess : public AccessibilityAccess {
   public:
     explicit FakeAccessibilityAccess(CallLog log) : log_(std::move(log)) {}
 
+    void ask() override { log_->append(QStringLiteral("access.ask")); }
     bool isGranted() override {
         log_->append(QStringLiteral("access.isGranted"));
         return granted;

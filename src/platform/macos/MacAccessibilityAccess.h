@@ -7,6 +7,7 @@ namespace quillmender {
 /// The user's trust in the system's privacy settings (`AXIsProcessTrusted`).
 class MacAccessibilityAccess : public AccessibilityAccess {
   public:
+    void ask() override {} ///< it answers without a wait
     bool isGranted() override;
     void request() override;
 };

@@ -7,6 +7,7 @@ namespace quillmender {
 /// Never granted.
 class NoneAccessibilityAccess : public AccessibilityAccess {
   public:
+    void ask() override {}
     bool isGranted() override { return false; }
     void request() override {}
 };

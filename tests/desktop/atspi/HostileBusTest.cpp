@@ -33,6 +33,45 @@ TEST_F(HostileBusTest, SwitchIsTheAnswerAndCanBeSet) {
     EXPECT_FALSE(access().isGranted());
 }
 
+TEST_F(HostileBusTest, WhatWasAskedBeforeTheSwitchWasSetCountsNoMore) {
+    Desktop::Options options;
+    options.accessibilityEnabled = false;
+    start(options);
+    EXPECT_FALSE(access().isGranted());
+    access().ask();
+    access().request();
+    EXPECT_TRUE(access().isGranted());
+}
+
+TEST_F(HostileBusTest, EachQuestionIsWaitedForOnce) {
+    start();
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
+    access().ask();
+    EXPECT_TRUE(access().isGranted());
+    desktop().accessibilityBus()->setEnabled(false);
+    EXPECT_FALSE(access().isGranted());
+}
+
+TEST_F(HostileBusTest, QuestionThatNobodyWaitedForIsForgotten) {
+    start();
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
+    access().ask();
+    const QDeadlineTimer patience(AtspiAccess::patience);
+    desktop().accessibilityBus()->setEnabled(false);
+    waitUntil([&] { return patience.hasExpired(); }, QStringLiteral("its time is over"));
+    EXPECT_FALSE(access().isGranted());
+}
+
+TEST_F(HostileBusTest, AskingDoesNotWaitForABusThatIsSilent) {
+    start();
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
+    const auto keeper = pid_t(desktop().accessibilityBus()->process().pid());
+    kill(keeper, SIGSTOP);
+    access().ask();
+    kill(keeper, SIGCONT);
+    EXPECT_TRUE(access().isGranted()) << "it answers in time, to the question that was put";
+}
+
 TEST_F(HostileBusTest, SwitchThatGivesNoAnswerIsOff) {
     start();
     waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));

@@ -9,12 +9,13 @@ TEST_F(SessionStartTest, CapturesThenShowsThePanel) {
     select(QStringLiteral("some words"));
     coordinator->beginWorkflow();
     EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("access.ask"),
+                        QStringLiteral("make panel"),
                         QStringLiteral("access.isGranted"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("pasteboard.itemsWithin 1000"),
                         QStringLiteral("pasteboard.changeCount"),
                         QStringLiteral("focus.read"),
-                        QStringLiteral("make panel"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("centre"),
                         QStringLiteral("makeKeyAndOrderFront"),
@@ -41,6 +42,7 @@ TEST_F(SessionStartTest, WithoutAccessSendsNoKeyAndSaysSo) {
     access->granted = false;
     coordinator->beginWorkflow();
     EXPECT_EQ(*log, QStringList({
+                        QStringLiteral("access.ask"),
                         QStringLiteral("access.isGranted"),
                         QStringLiteral("frontmostApplication"),
                         QStringLiteral("centre"),

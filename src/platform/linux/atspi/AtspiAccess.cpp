@@ -2,16 +2,16 @@
 
 namespace quillmender::atspi {
 
-namespace {
-constexpr int patienceMs = 250;
-} // namespace
+void AtspiAccess::ask() {
+    bus_.askIfEnabled(QDeadlineTimer(patience));
+}
 
 bool AtspiAccess::isGranted() {
-    return bus_.isEnabledAndAnswers(QDeadlineTimer(patienceMs));
+    return bus_.isEnabledAndAnswers(QDeadlineTimer(patience));
 }
 
 void AtspiAccess::request() {
-    bus_.enable(QDeadlineTimer(patienceMs));
+    bus_.enable(QDeadlineTimer(patience));
 }
 
 } // namespace quillmender::atspi

@@ -86,29 +86,42 @@ bool AtspiBus::connectToBus(QDeadlineTimer deadline) {
     return true;
 }
 
-bool AtspiBus::isEnabledAndAnswers(QDeadlineTimer deadline) {
+void AtspiBus::askIfEnabled(QDeadlineTimer deadline) {
     QDBusMessage question =
         QDBusMessage::createMethodCall(busService, busPath, properties, QStringLiteral("Get"));
     question << statusInterface << QStringLiteral("IsEnabled");
     // Two buses: both think at the same time.
-    QDBusPendingCall isEnabled = session_.asyncCall(question, timeLeft(deadline));
-    const bool isAlive = answers(deadline);
-    isEnabled.waitForFinished();
-    // The arguments of an error are its text, and a text counts as true.
-    return isAlive && !isEnabled.isError() && firstValue(isEnabled.reply().arguments()).toBool();
-}
-
-bool AtspiBus::answers(QDeadlineTimer deadline) {
-    // A new connection has just had its greeting answered.
+    asked_.emplace(deadline, session_.asyncCall(question, timeLeft(deadline)), std::nullopt);
     if (!connection_.isConnected())
-        return connectToBus(deadline);
-    const QDBusMessage question = QDBusMessage::createMethodCall(
+        return;
+    const QDBusMessage greeting = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
-    return ask(connection_, question, deadline).type() == QDBusMessage::ReplyMessage;
+    asked_->isAlive = connection_.asyncCall(greeting, timeLeft(deadline));
 }
 
-void AtspiBus::enable(QDeadlineTimer deadline) const {
+bool AtspiBus::isEnabledAndAnswers(QDeadlineTimer deadline) {
+    if (!asked_ || asked_->deadline.hasExpired())
+        askIfEnabled(deadline);
+    Questions asked = std::move(*asked_);
+    asked_.reset();
+    bool isAlive = false;
+    if (asked.isAlive) {
+        asked.isAlive->waitForFinished();
+        isAlive = !asked.isAlive->isError();
+    } else {
+        // A new connection has just had its greeting answered.
+        isAlive = connection_.isConnected() || connectToBus(deadline);
+    }
+    asked.isEnabled.waitForFinished();
+    // The arguments of an error are its text, and a text counts as true.
+    return isAlive && !asked.isEnabled.isError() &&
+           firstValue(asked.isEnabled.reply().arguments()).toBool();
+}
+
+void AtspiBus::enable(QDeadlineTimer deadline) {
+    // What was asked before it knows nothing of it.
+    asked_.reset();
     QDBusMessage order =
         QDBusMessage::createMethodCall(busService, busPath, properties, QStringLiteral("Set"));
     order << statusInterface << QStringLiteral("IsEnabled")

@@ -4,8 +4,11 @@
 #include "platform/linux/atspi/PendingCall.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QDeadlineTimer>
 #include <QObject>
+
+#include <optional>
 
 namespace quillmender::atspi {
 
@@ -18,11 +21,14 @@ class AtspiBus : public QObject {
     explicit AtspiBus(const QDBusConnection &session);
     ~AtspiBus() override;
 
+    /// Puts the questions already that `isEnabledAndAnswers` waits for. Does not block.
+    void askIfEnabled(QDeadlineTimer deadline);
+
     /// Whether the desktop's accessibility switch (`org.a11y.Status`) is on and the bus shows a
     /// sign of life; connects to it if need be. Blocks, at most until then.
     bool isEnabledAndAnswers(QDeadlineTimer deadline);
 
-    void enable(QDeadlineTimer deadline) const;
+    void enable(QDeadlineTimer deadline);
 
     bool isConnected() const { return connection_.isConnected(); }
 
@@ -44,16 +50,22 @@ class AtspiBus : public QObject {
     void connected();
 
   private:
+    struct Questions {
+        QDeadlineTimer deadline;
+        QDBusPendingCall isEnabled;
+        std::optional<QDBusPendingCall> isAlive; ///< absent without a connection
+    };
+
     void connectAgain();
     bool connectToBus(QDeadlineTimer deadline);
     void dropConnection();
 
-    bool answers(QDeadlineTimer deadline);
     QString busAddress(QDeadlineTimer deadline) const;
 
     QDBusConnection session_;
     QDBusConnection connection_;
     QString name_;
+    std::optional<Questions> asked_;
 };
 
 } // namespace quillmender::atspi
