@@ -58,6 +58,32 @@ TEST_F(FlightTest, TextAndRangeTakeTwoFlights) {
     EXPECT_TRUE(field_->flights.isEmpty());
 }
 
+TEST_F(FlightTest, WhatWasAskedEarlyIsNotAskedAgain) {
+    field_->flights = {4, 6};
+    ahead_->early = reader_->askEarly(element_->traits.object, element_->budget);
+    EXPECT_EQ(text(), QStringLiteral("two"));
+    EXPECT_EQ(range(), selectedWord);
+    EXPECT_TRUE(field_->flights.isEmpty());
+    EXPECT_FALSE(ahead_->early.has_value());
+}
+
+TEST_F(FlightTest, WhatWasAskedEarlyOfAnotherObjectCountsForNothing) {
+    const ObjectRef other{field_->service(), QStringLiteral("/elsewhere")};
+    ahead_->early = reader_->askEarly(other, element_->budget);
+    EXPECT_EQ(text(), QStringLiteral("two"));
+    EXPECT_EQ(range(), selectedWord);
+}
+
+TEST_F(FlightTest, ASelectionThatMovesAfterTheEarlyQuestionIsReadAgain) {
+    field_->flights = {4};
+    ahead_->early = reader_->askEarly(element_->traits.object, element_->budget);
+    waitUntil([&] { return field_->flights.isEmpty(); }, QStringLiteral("it is answered"));
+    field_->selectionStart = 8;
+    field_->selectionEnd = 13;
+    EXPECT_EQ(text(), QStringLiteral("two")) << "what was selected when the user asked";
+    EXPECT_EQ(range(), (TextRange{8, 5}));
+}
+
 TEST_F(FlightTest, WhatWasAskedAheadServesOneReading) {
     ASSERT_EQ(text(), QStringLiteral("two"));
     ASSERT_EQ(range(), selectedWord);

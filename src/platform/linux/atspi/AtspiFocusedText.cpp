@@ -37,8 +37,15 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     const bool inTerminal = frontmost_.isTerminal();
     const qint64 process = front ? front->processId() : 0;
     std::optional<ElementTraits> found;
-    if (bus_.isConnected())
-        found = co_await finder_.find(process, budget);
+    const auto ahead = std::make_shared<TextReader::AskedAhead>();
+    if (bus_.isConnected()) {
+        auto finding = finder_.find(process, budget);
+        // It is mostly what is found, and these are answered in the same flight.
+        const std::optional<ObjectRef> likely = finder_.likely(process);
+        if (likely && !inTerminal)
+            ahead->early = reader_.askEarly(*likely, budget);
+        found = co_await finding;
+    }
     // What has the focus now may be in another window than what had it then.
     if (!isSame(front, frontmost_.application()))
         co_return readingElsewhere(application);
@@ -74,7 +81,7 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     reading->element = element;
     context->role = element->isPassword() ? FocusContext::Role::password : FocusContext::Role::text;
     if (!element->isPassword())
-        co_await readText(reading, element);
+        co_await readText(reading, element, ahead);
     co_return *reading;
 }
 
@@ -91,8 +98,8 @@ QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<Elem
         reading->selectedText = selected;
 }
 
-QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element) {
-    const auto ahead = std::make_shared<TextReader::AskedAhead>();
+QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element,
+                                         TextReader::AskedAheadRef ahead) {
     const std::optional<QString> selected = co_await reader_.selectedText(element, ahead);
     if (!isBlank(selected)) {
         reading->selectedText = selected;

@@ -31,7 +31,8 @@ class AtspiFocusedText : public FocusedText {
 
     QCoro::Task<> readTerminal(Reading reading, std::optional<ElementTraits> found,
                                CallBudgetRef budget);
-    QCoro::Task<> readText(Reading reading, TextElementRef element);
+    QCoro::Task<> readText(Reading reading, TextElementRef element,
+                           TextReader::AskedAheadRef ahead);
     QCoro::Task<std::optional<TextRange>> rangeOf(TextElementRef text,
                                                   TextReader::AskedAheadRef ahead);
 

@@ -16,6 +16,9 @@ class BusApplications {
   public:
     explicit BusApplications(AtspiBus &bus) : bus_(bus) {}
 
+    /// 0 when it was not asked yet.
+    qint64 knownProcess(const QString &service) const { return processes_.value(service); }
+
     /// 0 when the bus does not know.
     QCoro::Task<qint64> processOf(QString service, CallBudgetRef budget);
 

@@ -30,6 +30,14 @@ bool isContainer(uint role) {
 
 } // namespace
 
+std::optional<ObjectRef> FocusFinder::likely(qint64 process) const {
+    for (const QString &service : memory_.services()) {
+        if (process != 0 && applications_.knownProcess(service) == process)
+            return memory_.latest(service).constFirst();
+    }
+    return std::nullopt;
+}
+
 QCoro::Task<std::optional<ElementTraits>> FocusFinder::find(qint64 process, CallBudgetRef budget) {
     if (process == QCoreApplication::applicationPid())
         co_return std::nullopt;

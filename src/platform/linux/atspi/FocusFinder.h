@@ -21,6 +21,9 @@ class FocusFinder {
           applications_(applications),
           memory_(memory) {}
 
+    /// The object that most probably has the focus there; nothing when none was heard of yet.
+    std::optional<ObjectRef> likely(qint64 process) const;
+
     /// An object with text, a password field among them; nothing when there is none.
     QCoro::Task<std::optional<ElementTraits>> find(qint64 process, CallBudgetRef budget);
 

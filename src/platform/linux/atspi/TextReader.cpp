@@ -16,8 +16,17 @@ TextReader::SelectionQuestions TextReader::askSelection(const ObjectRef &object,
             bus_.property(budget, object, protocol::text, "CaretOffset")};
 }
 
+PendingCall TextReader::askCount(const ObjectRef &object, const CallBudgetRef &budget) {
+    return bus_.property(budget, object, protocol::text, "CharacterCount");
+}
+
 PendingCall TextReader::askCount(const TextElementRef &element) {
-    return bus_.property(element->budget, element->traits.object, protocol::text, "CharacterCount");
+    return askCount(element->traits.object, element->budget);
+}
+
+TextReader::EarlyQuestions TextReader::askEarly(const ObjectRef &object,
+                                                const CallBudgetRef &budget) {
+    return {object, askSelection(object, budget), askCount(object, budget)};
 }
 
 PendingCall TextReader::askBetween(const TextElementRef &element, OffsetPair offsets,
@@ -177,21 +186,18 @@ QCoro::Task<bool> TextReader::readWhole(TextElementRef element,
 QCoro::Task<std::optional<QString>> TextReader::selectedText(TextElementRef element,
                                                              AskedAheadRef ahead) {
     element->memory.selection.reset();
-    SelectionQuestions questions = askSelection(element->traits.object, element->budget);
-    std::optional<PendingCall> countCall;
+    std::optional<EarlyQuestions> asked;
     if (ahead)
-        countCall = askCount(element);
-    const Selection found = co_await rememberedSelection(element, std::move(questions));
-    std::optional<int> count;
-    if (countCall) {
-        const auto answer = co_await countCall->answer();
-        count = intValue(answer);
-    }
+        asked.swap(ahead->early);
+    if (!asked || asked->object != element->traits.object)
+        asked = askEarly(element->traits.object, element->budget);
+    const Selection found = co_await rememberedSelection(element, std::move(asked->selection));
+    const auto countAnswer = co_await asked->count.answer();
     if (found.kind != Selection::Kind::present)
         co_return std::nullopt;
     const PendingCall call =
         askBetween(element, found.offsets, found.offsets.end - found.offsets.start);
-    if (count)
+    if (const auto count = intValue(countAnswer); count && ahead)
         askAhead(element, *count, *ahead);
     const auto text = co_await sliceTold(element, call);
     if (!text || text->contains(QChar(embeddedObject)))

@@ -27,15 +27,26 @@ class TextReader {
         PendingCall text;
     };
 
+    /// What tells where the selection is, asked of an object before it is known what that is.
+    struct EarlyQuestions {
+        ObjectRef object;
+        SelectionQuestions selection;
+        PendingCall count;
+    };
+
     /// What was asked in the same flight as the selected text, to tell its range: a reader who has
     /// the text need not wait for it once more. Good for one reading.
     struct AskedAhead {
+        std::optional<EarlyQuestions> early;
         std::optional<SelectionQuestions> selection;
         std::optional<WholeQuestions> whole;
     };
     using AskedAheadRef = std::shared_ptr<AskedAhead>;
 
     explicit TextReader(AtspiBus &bus) : bus_(bus), flow_(bus) {}
+
+    /// For `AskedAhead::early`. Asks for offsets alone, never for text.
+    EarlyQuestions askEarly(const ObjectRef &object, const CallBudgetRef &budget);
 
     /// Absent when nothing is selected, or something is and nobody can tell what. What the range
     /// needs is asked ahead when somebody wants it.
@@ -68,6 +79,7 @@ class TextReader {
 
   private:
     SelectionQuestions askSelection(const ObjectRef &object, const CallBudgetRef &budget);
+    PendingCall askCount(const ObjectRef &object, const CallBudgetRef &budget);
     PendingCall askCount(const TextElementRef &element);
     PendingCall askBetween(const TextElementRef &element, OffsetPair offsets, qint64 characters);
     void askAhead(const TextElementRef &element, qint64 characters, AskedAhead &ahead);
