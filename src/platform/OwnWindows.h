@@ -3,6 +3,7 @@
 #include <QSet>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -62,6 +63,13 @@ class OwnWindows {
     /// The screen that the user works on, where the window system tells of it; null where it has to
     /// be guessed by the pointer.
     virtual QScreen *screenInUse() { return nullptr; }
+
+    /// Has the system provide the memory of a window's picture now, rather than page by page when
+    /// it is first drawn. What is in it stays. Nothing where the system cannot.
+    virtual void provideMemory(void *begin, std::size_t bytes) {
+        Q_UNUSED(begin)
+        Q_UNUSED(bytes)
+    }
 
     /// Gives the window the front and the keyboard focus, whatever application has them now. They
     /// go back, where the window system does not see to it, when no window is left on the screen.

@@ -71,7 +71,7 @@ void ActionPanelController::getReady() {
     if (panel_->isVisible())
         return;
     panel_->winId();
-    reservePixels(*panel_);
+    reservePixels(*panel_, ownWindows_);
 }
 
 void ActionPanelController::centre(std::optional<DesktopRect> sourceWindow) {

@@ -1,6 +1,6 @@
 #include "ui/WindowPixels.h"
 
-#include "platform/Memory.h"
+#include "platform/OwnWindows.h"
 
 #include <QBackingStore>
 #include <QImage>
@@ -13,13 +13,13 @@ void releasePixels(const QWidget &window) {
         store->resize(QSize(1, 1));
 }
 
-void reservePixels(const QWidget &window) {
+void reservePixels(const QWidget &window, OwnWindows &ownWindows) {
     QBackingStore *store = window.backingStore();
     if (!store)
         return;
     store->resize(window.size());
     if (auto *image = dynamic_cast<QImage *>(store->paintDevice()))
-        populateMemory(image->bits(), std::size_t(image->sizeInBytes()));
+        ownWindows.provideMemory(image->bits(), std::size_t(image->sizeInBytes()));
 }
 
 } // namespace quillmender

@@ -43,6 +43,7 @@ class FakeOwnWindows : public OwnWindows {
     void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override {
         tellOfKeyboard = std::move(tell);
     }
+    void provideMemory(void *, std::size_t bytes) override { memoryProvided += bytes; }
     int coveredHeight(QWindow *) override { return covered; }
     bool framesPanel() override { return frames; }
     QScreen *screenInUse() override { return screen; }
@@ -61,6 +62,7 @@ class FakeOwnWindows : public OwnWindows {
     QSet<quint32> keysDownNow;
     std::function<void(QWindow *, bool)> tellOfKeyboard;
     bool needsSteppingAside = false;
+    std::size_t memoryProvided = 0; ///< bytes
     int covered = 0;
     bool frames = true;
     QScreen *screen = nullptr;

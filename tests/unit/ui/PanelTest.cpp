@@ -76,9 +76,12 @@ TEST_F(PanelTest, GettingReadyShowsNothing) {
     EXPECT_FALSE(controller.isVisible());
     EXPECT_FALSE(controller.panel()->windowHandle()->isVisible());
     EXPECT_EQ(controller.panel()->backingStore()->size(), controller.panel()->size());
+    constexpr std::size_t picture = 620 * 620 * 4;
+    EXPECT_EQ(ownWindows.memoryProvided, picture);
     show();
     controller.getReady();
     EXPECT_TRUE(controller.isVisible());
+    EXPECT_EQ(ownWindows.memoryProvided, picture) << "it has it already";
     controller.orderOut();
     EXPECT_EQ(controller.panel()->backingStore()->size(), QSize(1, 1)) << "given back";
 }

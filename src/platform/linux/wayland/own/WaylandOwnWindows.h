@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
+#include "platform/linux/Memory.h"
 #include "platform/linux/wayland/own/KeyboardArrival.h"
 #include "platform/linux/wayland/own/KeyboardWatch.h"
 #include "platform/linux/wayland/own/PanelStanding.h"
@@ -49,6 +50,7 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     void applyPanelAttributes(QWindow *window) override;
     /// The toolkit's flags and sizes say all of it.
     void applyWindowAttributes(QWindow *) override {}
+    void provideMemory(void *begin, std::size_t bytes) override { populateMemory(begin, bytes); }
     void activate(QWindow *window) override;
     void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
+#include "platform/linux/Memory.h"
 #include "platform/linux/x11/windows/KeysAtFocus.h"
 
 #include <QIcon>
@@ -23,6 +24,7 @@ class X11OwnWindows : public OwnWindows {
     void applyPanelAttributes(QWindow *window) override;
     void applyWindowAttributes(QWindow *window) override;
     bool areBlended() override;
+    void provideMemory(void *begin, std::size_t bytes) override { populateMemory(begin, bytes); }
     void activate(QWindow *window) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;
     bool isKeyDown(quint32 code) override;

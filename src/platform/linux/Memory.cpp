@@ -1,4 +1,4 @@
-#include "platform/Memory.h"
+#include "platform/linux/Memory.h"
 
 #include <bit>
 #include <cstdint>
