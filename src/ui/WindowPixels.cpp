@@ -18,8 +18,11 @@ void reservePixels(const QWidget &window, OwnWindows &ownWindows) {
     if (!store)
         return;
     store->resize(window.size());
+    // Some backing stores have a picture only while they are painted to.
+    store->beginPaint(window.rect());
     if (auto *image = dynamic_cast<QImage *>(store->paintDevice()))
         ownWindows.provideMemory(image->bits(), std::size_t(image->sizeInBytes()));
+    store->endPaint();
 }
 
 } // namespace quillmender
