@@ -3,6 +3,7 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
+#include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
 
@@ -80,6 +81,21 @@ TEST_F(HostileBusTest, SwitchThatGivesNoAnswerIsOff) {
     kill(keeper, SIGSTOP);
     EXPECT_FALSE(access().isGranted());
     kill(keeper, SIGCONT);
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted again"));
+}
+
+TEST_F(HostileBusTest, BusThatGivesNoAnswerIsNoAccess) {
+    start();
+    waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted"));
+    // The bus itself, which the keeper of the switch has started.
+    const qint64 keeper = desktop().accessibilityBus()->process().pid();
+    QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(keeper));
+    ASSERT_TRUE(children.open(QIODevice::ReadOnly));
+    const pid_t daemon = children.readAll().split(' ').constFirst().toInt();
+    ASSERT_GT(daemon, 0);
+    kill(daemon, SIGSTOP);
+    EXPECT_FALSE(access().isGranted());
+    kill(daemon, SIGCONT);
     waitUntil([&] { return access().isGranted(); }, QStringLiteral("the bus is trusted again"));
 }
 
