@@ -161,7 +161,17 @@ QCoro::Task<FocusFinder::Recollection> FocusFinder::recollect(QString service,
 QCoro::Task<std::optional<ElementTraits>>
 FocusFinder::search(QString service, std::optional<ElementTraits> lastHeld, CallBudgetRef budget) {
     const ObjectRef root{service, QLatin1String(protocol::rootPath)};
-    const QList<ObjectRef> frames = co_await childrenOf(bus_, root, budget);
+    // All in one flight: most can tell at once what has the focus.
+    auto children = childrenOf(bus_, root, budget);
+    auto asked = applications_.toolkitOf(service, budget);
+    std::optional<ElementTraits> focused;
+    if (!lastHeld)
+        focused = co_await match(service, budget);
+    const QList<ObjectRef> frames = co_await children;
+    const Toolkit toolkit = co_await asked;
+    if (focused)
+        co_return focused;
+
     const QList<ElementTraits> examined = co_await examine(bus_, frames, budget);
     QList<ObjectRef> active;
     for (const ElementTraits &frame : examined) {
@@ -173,13 +183,23 @@ FocusFinder::search(QString service, std::optional<ElementTraits> lastHeld, Call
 
     for (const ObjectRef &frame : active)
         co_await applications_.wake(frame, budget);
+    // One that had to be woken could not tell before.
+    if (lastHeld || toolkit == Toolkit::chromium)
+        focused = co_await match(service, budget);
+    if (!focused)
+        focused = co_await findFocusedBelow(bus_, active.isEmpty() ? frames : active, budget);
+    co_return focused;
+}
+
+QCoro::Task<std::optional<ElementTraits>> FocusFinder::match(QString service,
+                                                             CallBudgetRef budget) {
     const QList<ObjectRef> matches = co_await matchFocused(bus_, service, budget);
     const QList<ElementTraits> matched = co_await examine(bus_, matches, budget);
     for (const ElementTraits &traits : matched) {
         if (traits.isFocused() && traits.hasText())
             co_return traits;
     }
-    co_return co_await findFocusedBelow(bus_, active.isEmpty() ? frames : active, budget);
+    co_return std::nullopt;
 }
 
 } // namespace quillmender::atspi

@@ -46,6 +46,8 @@ class FocusFinder {
     QCoro::Task<QStringList> servicesOf(qint64 process, QStringList candidates,
                                         CallBudgetRef budget);
     QCoro::Task<Recollection> recollect(QString service, CallBudgetRef budget);
+    /// What says of itself, to who asks for that, that it has the focus and text.
+    QCoro::Task<std::optional<ElementTraits>> match(QString service, CallBudgetRef budget);
     QCoro::Task<std::optional<ElementTraits>>
     search(QString service, std::optional<ElementTraits> lastHeld, CallBudgetRef budget);
 
