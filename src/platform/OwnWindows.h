@@ -71,6 +71,10 @@ class OwnWindows {
         Q_UNUSED(bytes)
     }
 
+    /// Has the window system hear now what the toolkit has been told of its windows, which the
+    /// toolkit may keep until it waits for events. Does not wait.
+    virtual void flush() {}
+
     /// Gives the window the front and the keyboard focus, whatever application has them now. They
     /// go back, where the window system does not see to it, when no window is left on the screen.
     virtual void activate(QWindow *window) = 0;

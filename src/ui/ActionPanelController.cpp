@@ -108,6 +108,7 @@ void ActionPanelController::makeKeyAndOrderFront() {
 // In the time that the window system takes to frame and place the window, which then shows at once
 // what is drawn already.
 void ActionPanelController::paintAhead() {
+    ownWindows_.flush();
     // The toolkit paints nothing that is not on the screen.
     panel_->setAttribute(Qt::WA_Mapped);
     // Each widget has left itself a note to be painted, and would be painted twice.

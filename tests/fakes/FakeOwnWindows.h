@@ -39,6 +39,10 @@ class FakeOwnWindows : public OwnWindows {
     void applyWindowAttributes(QWindow *window) override {
         record("applyWindowAttributes", window);
     }
+    void flush() override {
+        if (whenFlushed)
+            whenFlushed();
+    }
     void activate(QWindow *window) override { record("activate", window); }
     void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override {
         tellOfKeyboard = std::move(tell);
@@ -61,6 +65,7 @@ class FakeOwnWindows : public OwnWindows {
     QSet<quint32> keysDown;
     QSet<quint32> keysDownNow;
     std::function<void(QWindow *, bool)> tellOfKeyboard;
+    std::function<void()> whenFlushed;
     bool needsSteppingAside = false;
     std::size_t memoryProvided = 0; ///< bytes
     int covered = 0;

@@ -67,8 +67,13 @@ TEST_F(PanelTest, IsDrawnBeforeTheWindowSystemHasPlacedItAndOnlyOnce) {
     } counter;
     controller.getReady();
     controller.panel()->installEventFilter(&counter);
+    int shownBeforePainted = 0;
+    ownWindows.whenFlushed = [&] {
+        shownBeforePainted += controller.isVisible() && counter.painted == 0 ? 1 : 0;
+    };
     controller.makeKeyAndOrderFront();
     EXPECT_EQ(counter.painted, 1) << "in the same turn";
+    EXPECT_EQ(shownBeforePainted, 1) << "the window system places it meanwhile";
 }
 
 TEST_F(PanelTest, GettingReadyShowsNothing) {

@@ -82,6 +82,11 @@ void WaylandOwnWindows::applyPanelAttributes(QWindow *window) {
     standing_->prepare(*window);
 }
 
+void WaylandOwnWindows::flush() {
+    if (wl_display *const display = toolkitDisplay())
+        wl_display_flush(display);
+}
+
 void WaylandOwnWindows::activate(QWindow *window) {
     if (window == panel_) {
         inFront_.clear();

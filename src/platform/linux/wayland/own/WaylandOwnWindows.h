@@ -51,6 +51,7 @@ class WaylandOwnWindows : public QObject, public OwnWindows {
     /// The toolkit's flags and sizes say all of it.
     void applyWindowAttributes(QWindow *) override {}
     void provideMemory(void *begin, std::size_t bytes) override { populateMemory(begin, bytes); }
+    void flush() override;
     void activate(QWindow *window) override;
     void watchForKeyboard(std::function<void(QWindow *, bool)> tell) override;
     QSet<quint32> keysDownAtFocus(QWindow *window) override;
