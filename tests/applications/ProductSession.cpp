@@ -79,7 +79,7 @@ Outcome ProductSession::run(const QString &answer) {
     waitUntil(
         [&] {
             return said().contains("the text was not replaced") ||
-                   (said().contains("written by ") && !panel_.isShown());
+                   (said().contains("session: written by ") && !panel_.isShown());
         },
         QStringLiteral("the session ends"), answerDeadline);
     const auto end = std::chrono::steady_clock::now();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ChordContext.h"
+#include "platform/linux/ApplicationPulse.h"
 #include "platform/linux/KeyRelay.h"
 
 #include <memory>
@@ -15,6 +16,9 @@ struct FocusContext : ChordContext {
 
     /// Null when keys take no way round.
     std::shared_ptr<KeyRelay> relay;
+
+    /// Null when the application is not on the accessibility bus.
+    std::shared_ptr<ApplicationPulse> pulse;
 };
 
 } // namespace quillmender

@@ -24,7 +24,8 @@ class TestApplication {
     static TestApplication xterm(AnyDesktop &desktop, const QString &text = {});
     /// A page in a browser; `html` is its body.
     static TestApplication chromium(AnyDesktop &desktop, const QString &html);
-    /// Our own small Qt program; `kind` is "plain", "line", "password" or "commands".
+    /// Our own small Qt program; `kind` is "plain", "line", "password", "commands" or
+    /// "stalling".
     static TestApplication sampleEditor(AnyDesktop &desktop, const QString &kind,
                                         const QString &text = {});
     /// The same, which never finds the accessibility bus.

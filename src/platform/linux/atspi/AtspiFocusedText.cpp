@@ -3,6 +3,7 @@
 #include "platform/BlankText.h"
 #include "platform/linux/FocusContext.h"
 #include "platform/linux/atspi/AccessibleApplication.h"
+#include "platform/linux/atspi/BusPulse.h"
 #include "platform/linux/atspi/EditedText.h"
 #include "platform/linux/atspi/RegistryRelay.h"
 
@@ -64,6 +65,8 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
         reading->application = std::make_shared<const AccessibleApplication>(owner);
     }
 
+    if (!service.isEmpty())
+        context->pulse = std::make_shared<BusPulse>(bus_, service);
     const bool isEntryOfTerminal =
         found && inTerminal && found->role != roles::terminal && found->states.has(State::editable);
     if ((inTerminal && !isEntryOfTerminal) || (found && found->role == roles::terminal)) {

@@ -6,6 +6,7 @@
 #include "platform/linux/wayland/KeyTyping.h"
 #include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/wayland/clipboard/PrimarySelection.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 #include "platform/linux/wayland/kwin/HeldModifiers.h"
 #include "platform/linux/wayland/kwin/SeatKeyboard.h"
 #include "platform/linux/wayland/kwin/SeatLayout.h"
@@ -28,6 +29,7 @@ struct WaylandServices {
     std::unique_ptr<DataControl> dataControl;
     std::unique_ptr<PrimarySelection> primary;
     ChordMoment chordMoment;
+    CopyWatch copyWatch;
     std::unique_ptr<kwin::HeldModifiers> modifiers;
     std::unique_ptr<kwin::SeatKeyboard> seatKeyboard;
     std::unique_ptr<kwin::SeatLayout> seatLayout;

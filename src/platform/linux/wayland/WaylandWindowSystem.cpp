@@ -62,8 +62,8 @@ void makeClipboard(WindowSystemServices &services, WaylandServices &shared) {
     shared.dataControl = DataControl::create(*shared.connection);
     if (!shared.dataControl)
         return;
-    services.pasteboard =
-        std::make_unique<WaylandPasteboard>(*shared.dataControl, shared.chordMoment);
+    services.pasteboard = std::make_unique<WaylandPasteboard>(*shared.dataControl,
+                                                              shared.chordMoment, shared.copyWatch);
     services.backends[Capability::clipboard] = QStringLiteral("data-control");
     if (shared.dataControl->hasPrimary())
         shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
@@ -126,7 +126,7 @@ void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
     makeTyping(services, shared);
     if (shared.typing)
         services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
-            *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment});
+            *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment, shared.copyWatch});
     services.frontmost = std::move(frontmost);
 }
 

@@ -3,16 +3,23 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
+#include <QThread>
 #include <QWidget>
 
+#include <chrono>
 #include <utility>
 
 /// A field that treats editing commands as browser engines in Qt's windows do: it knows the command
 /// when it is asked about the shortcut, and carries it out with the next key that comes. Its text,
-/// which is selected at first, is the window's title; the accessibility bus does not see it.
+/// which is selected at first, is the window's title; the accessibility bus does not see it. One
+/// that stalls attends to nothing for so long before it copies, and says in the title that it has.
 class CommandField : public QWidget {
   public:
-    explicit CommandField(const QString &text) : text_(text) { setFocusPolicy(Qt::StrongFocus); }
+    explicit CommandField(const QString &text, std::chrono::milliseconds stall = {})
+        : text_(text),
+          stall_(stall) {
+        setFocusPolicy(Qt::StrongFocus);
+    }
 
   protected:
     bool event(QEvent *event) override {
@@ -37,7 +44,7 @@ class CommandField : public QWidget {
         if (pending_ == QKeySequence::UnknownKey)
             pending_ = commandOf(*event);
         if (pending_ == QKeySequence::Copy && isSelected_)
-            QApplication::clipboard()->setText(text_);
+            copy();
         if (pending_ == QKeySequence::Paste) {
             text_ = (isSelected_ ? QString() : text_) + QApplication::clipboard()->text();
             isSelected_ = false;
@@ -57,7 +64,15 @@ class CommandField : public QWidget {
         return QKeySequence::UnknownKey;
     }
 
+    void copy() {
+        QThread::sleep(stall_);
+        QApplication::clipboard()->setText(text_);
+        if (stall_.count() > 0)
+            window()->setWindowTitle(text_ + QStringLiteral(" copied"));
+    }
+
     QString text_;
+    std::chrono::milliseconds stall_;
     bool isSelected_ = true;
     bool isCommandDown_ = false;
     QKeySequence::StandardKey pending_ = QKeySequence::UnknownKey;

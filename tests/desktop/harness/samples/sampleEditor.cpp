@@ -5,7 +5,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
-// Usage: sample-editor plain|line|password|commands [text]
+// Usage: sample-editor plain|line|password|commands|stalling [text]
 int main(int argc, char *argv[]) {
     const QApplication application(argc, argv);
     const QString kind = application.arguments().value(1);
@@ -17,8 +17,10 @@ int main(int argc, char *argv[]) {
     QWidget *editor = nullptr;
     if (kind == QStringLiteral("plain")) {
         editor = new QPlainTextEdit(text);
-    } else if (kind == QStringLiteral("commands")) {
-        editor = new CommandField(text);
+    } else if (kind == QStringLiteral("commands") || kind == QStringLiteral("stalling")) {
+        constexpr std::chrono::seconds stall(2);
+        editor = kind == QStringLiteral("stalling") ? new CommandField(text, stall)
+                                                    : new CommandField(text);
         window.setWindowTitle(text);
     } else {
         auto *line = new QLineEdit(text);

@@ -7,6 +7,7 @@
 #include "platform/linux/wayland/clipboard/ServingProcess.h"
 #include "platform/linux/wayland/clipboard/WaylandLentText.h"
 #include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,7 +33,7 @@ class ClipboardTest : public testing::Test {
         ASSERT_NE(connection_, nullptr);
         control_ = DataControl::create(*connection_);
         ASSERT_NE(control_, nullptr);
-        pasteboard_ = std::make_unique<WaylandPasteboard>(*control_, chords_);
+        pasteboard_ = std::make_unique<WaylandPasteboard>(*control_, chords_, copies_);
         other_ = std::make_unique<ForeignClient>(server().display());
         other_->clear();
         settle();
@@ -87,6 +88,7 @@ class ClipboardTest : public testing::Test {
 
   protected:
     ChordMoment chords_;
+    CopyWatch copies_;
     std::unique_ptr<WaylandConnection> connection_;
     std::unique_ptr<DataControl> control_;
     std::unique_ptr<WaylandPasteboard> pasteboard_;

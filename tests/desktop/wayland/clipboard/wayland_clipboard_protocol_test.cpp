@@ -3,6 +3,7 @@
 #include "desktop/x11/WaitFor.h"
 #include "platform/linux/wayland/clipboard/PrimarySelection.h"
 #include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,7 +31,7 @@ class ClipboardProtocolTest : public testing::Test {
         control_ = DataControl::create(*connection_);
         if (!control_)
             return;
-        pasteboard_ = std::make_unique<WaylandPasteboard>(*control_, chords_);
+        pasteboard_ = std::make_unique<WaylandPasteboard>(*control_, chords_, copies_);
         settle();
     }
 
@@ -75,6 +76,7 @@ class ClipboardProtocolTest : public testing::Test {
     }
 
     ChordMoment chords_;
+    CopyWatch copies_;
     std::unique_ptr<ScriptedCompositor> compositor_;
     std::unique_ptr<WaylandConnection> connection_;
     std::unique_ptr<DataControl> control_;

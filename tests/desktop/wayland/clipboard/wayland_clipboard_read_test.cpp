@@ -331,7 +331,7 @@ TEST_F(ClipboardReadTest, KnowsTheClipboardWhenItIsAskedAtOnce) {
     other_->offer("UTF8_STRING", "x");
     const auto fresh = openPatiently(server().display());
     const auto control = DataControl::create(*fresh);
-    WaylandPasteboard pasteboard(*control, chords_);
+    WaylandPasteboard pasteboard(*control, chords_, copies_);
     EXPECT_THAT(wait(pasteboard.items()), SizeIs(1));
 }
 

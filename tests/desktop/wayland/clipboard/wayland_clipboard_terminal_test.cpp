@@ -231,7 +231,8 @@ TEST(ClipboardWithoutPrimaryTest, IsNotForTerminals) {
     const auto connection = openPatiently(compositor.display());
     const auto control = DataControl::create(*connection);
     const ChordMoment chords;
-    WaylandPasteboard pasteboard(*control, chords);
+    const CopyWatch copies;
+    WaylandPasteboard pasteboard(*control, chords, copies);
     QCoro::waitFor(control->catchUp());
     const auto lent = std::dynamic_pointer_cast<WaylandLentText>(
         pasteboard.lend(QStringLiteral("answer"), nullptr));

@@ -3,6 +3,7 @@
 #include "platform/SignalWait.h"
 #include "platform/linux/PasteText.h"
 #include "platform/linux/wayland/ChordMoment.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 #include "platform/linux/wayland/windows/SourceApplications.h"
 #include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
 #include "unit/platform/wayland/FakeToplevels.h"
@@ -80,6 +81,23 @@ class FakeRelay : public KeyRelay {
     bool isClear_;
 };
 
+class FakePulse : public ApplicationPulse {
+  public:
+    FakePulse(Log &log, bool isAlive) : log_(log), isAlive_(isAlive) {}
+
+    QCoro::Task<bool> beats(std::chrono::milliseconds) override {
+        log_.emplace_back("pulse");
+        QTimer timer;
+        timer.start(1);
+        co_await SignalWait(&timer, &QTimer::timeout);
+        co_return isAlive_;
+    }
+
+  private:
+    Log &log_;
+    bool isAlive_;
+};
+
 class FakeText : public LentText, public PasteText {
   public:
     explicit FakeText(Log &log) : log_(log) {}
@@ -137,11 +155,12 @@ class WaylandChordsTest : public testing::Test {
     SourceApplications applications_{toplevels_};
     WaylandFrontmostSource frontmost_{applications_, {}};
     ChordMoment moment_;
+    CopyWatch copies_;
     FakeTyping typing_{log_, moment_};
     std::shared_ptr<FakeText> text_ = std::make_shared<FakeText>(log_);
     std::shared_ptr<FocusContext> context_ = std::make_shared<FocusContext>();
     std::unique_ptr<WaylandChords> chords_ = std::make_unique<WaylandChords>(
-        WaylandChordSurroundings{toplevels_, frontmost_, typing_, moment_});
+        WaylandChordSurroundings{toplevels_, frontmost_, typing_, moment_, copies_});
 };
 
 TEST_F(WaylandChordsTest, TypesAndNotesTheMomentBefore) {
@@ -185,6 +204,41 @@ TEST_F(WaylandChordsTest, IsWithheldFromAWindowThatLeavesBeforeTheKeys) {
     EXPECT_TRUE(result.reason.contains(QStringLiteral("not in front any more")));
     EXPECT_TRUE(log_.empty());
     EXPECT_EQ(moment_.count(), 0);
+}
+
+TEST_F(WaylandChordsTest, AnApplicationThatDoesNotAttendToItsEventsGetsNoKeys) {
+    context_->pulse = std::make_shared<FakePulse>(log_, false);
+    for (const Chord chord : {Chord::copy, Chord::paste}) {
+        const ChordResult result = type(chord);
+        EXPECT_EQ(result.outcome, Outcome::withheld);
+        EXPECT_TRUE(result.reason.contains(QStringLiteral("does not attend")));
+    }
+    EXPECT_THAT(log_, ElementsAre("pulse", "pulse"));
+    EXPECT_EQ(copies_.pending(), 0);
+}
+
+TEST_F(WaylandChordsTest, IsAskedForItsPulseBeforeTheKeys) {
+    context_->pulse = std::make_shared<FakePulse>(log_, true);
+    EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
+    EXPECT_THAT(log_, ElementsAre("pulse", "noted", "V"));
+}
+
+TEST_F(WaylandChordsTest, WhatFollowsACopyIsAskedAfterTheKeys) {
+    front_.processId = ::getpid();
+    toplevels_.front = front_;
+    context_->pulse = std::make_shared<FakePulse>(log_, true);
+    EXPECT_EQ(type(Chord::copy).outcome, Outcome::typed);
+    EXPECT_TRUE(waitFor([this] { return log_.size() == 5; }));
+    EXPECT_THAT(log_, ElementsAre("pulse", "noted", "C", "pulse", "pulse"));
+}
+
+TEST_F(WaylandChordsTest, ACopyIsFollowedFromItsKeysOn) {
+    front_.processId = ::getpid();
+    toplevels_.front = front_;
+    EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
+    EXPECT_EQ(copies_.pending(), 0);
+    EXPECT_EQ(type(Chord::copy).outcome, Outcome::typed);
+    EXPECT_EQ(copies_.pending(), ::getpid());
 }
 
 TEST_F(WaylandChordsTest, NeverCopiesInATerminalOrAPasswordField) {

@@ -37,8 +37,12 @@ Descriptor DataOffer::receive(const QByteArray &type) const {
     const Descriptor writing(ends[1]);
     // Only ours: the owner may not expect the other end to be like that.
     ::fcntl(reading.get(), F_SETFL, O_NONBLOCK);
-    zwlr_data_control_offer_v1_receive(offer_.get(), type.constData(), writing.get());
+    receiveInto(type, writing);
     return reading;
+}
+
+void DataOffer::receiveInto(const QByteArray &type, const Descriptor &into) const {
+    zwlr_data_control_offer_v1_receive(offer_.get(), type.constData(), into.get());
 }
 
 } // namespace quillmender::wayland

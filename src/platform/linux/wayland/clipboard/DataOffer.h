@@ -27,6 +27,9 @@ class DataOffer {
     /// closed one when the process has no more files.
     Descriptor receive(const QByteArray &type) const;
 
+    /// The same into something of the caller's, whose other end it reads.
+    void receiveInto(const QByteArray &type, const Descriptor &into) const;
+
   private:
     void add(const QByteArray &type);
 

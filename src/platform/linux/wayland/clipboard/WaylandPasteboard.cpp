@@ -18,13 +18,16 @@ namespace {
 Q_LOGGING_CATEGORY(log, "quillmender.wayland", QtWarningMsg)
 } // namespace
 
-WaylandPasteboard::WaylandPasteboard(DataControl &control, const ChordMoment &chords)
+WaylandPasteboard::WaylandPasteboard(DataControl &control, const ChordMoment &chords,
+                                     const CopyWatch &copies)
     : control_(control),
       chords_(chords),
       owner_(control, Selection::clipboard),
-      primary_(control) {
+      primary_(control),
+      lateCopy_(control, copies) {
     connect(&owner_, &SelectionOwner::changedByOthers, this,
             &WaylandPasteboard::handleChangeByOthers);
+    connect(&lateCopy_, &LateCopy::came, this, &WaylandPasteboard::replaceContents);
 }
 
 WaylandPasteboard::~WaylandPasteboard() {
@@ -34,9 +37,12 @@ WaylandPasteboard::~WaylandPasteboard() {
 void WaylandPasteboard::handleChangeByOthers() {
     ++changes_;
     lastReading_.forget();
+    const auto items = std::exchange(left_, std::nullopt);
+    if (!items)
+        return lateCopy_.noteChange();
     // It was made before the contents were put back, and is undone by that.
-    if (const auto items = std::exchange(left_, std::nullopt))
-        replaceContents(*items);
+    lateCopy_.forget();
+    replaceContents(*items);
 }
 
 QCoro::Task<QList<PasteboardItem>> WaylandPasteboard::items() {
@@ -100,6 +106,7 @@ void WaylandPasteboard::replaceContents(const QList<PasteboardItem> &items) {
     endLoan();
     ++changes_;
     left_.reset();
+    lateCopy_.expect(items);
     if (!wasLent && lastReading_.items() == items) {
         leaveToOwner(items);
         return;
@@ -126,6 +133,7 @@ LentTextRef WaylandPasteboard::lend(const QString &text, RunningApplicationRef r
     Q_UNUSED(reader)
     endLoan();
     left_.reset();
+    lateCopy_.forget();
     lastReading_.forget();
     DataSource *const source = owner_.own(makeTemporaryText(text));
     if (!source)

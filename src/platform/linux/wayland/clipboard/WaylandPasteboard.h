@@ -4,6 +4,7 @@
 #include "platform/linux/LastReading.h"
 #include "platform/linux/TransferBudget.h"
 #include "platform/linux/wayland/ChordMoment.h"
+#include "platform/linux/wayland/clipboard/LateCopy.h"
 #include "platform/linux/wayland/clipboard/PrimaryLoan.h"
 #include "platform/linux/wayland/clipboard/SelectionOwner.h"
 
@@ -17,13 +18,14 @@ class WaylandLentText;
 
 /// The compositor's clipboard as a pasteboard of at most one item, whose types are MIME types. What
 /// is written back while its owner is still there, as it was read, stays with that owner, who has
-/// more of it than can be read.
+/// more of it than can be read. An application that comes round to a copy chord only after the
+/// contents were put back changes nothing of them for good.
 class WaylandPasteboard : public QObject, public Pasteboard {
     Q_OBJECT
 
   public:
-    /// Both outlive it.
-    WaylandPasteboard(DataControl &control, const ChordMoment &chords);
+    /// All outlive it.
+    WaylandPasteboard(DataControl &control, const ChordMoment &chords, const CopyWatch &copies);
     ~WaylandPasteboard() override;
 
     QCoro::Task<QList<PasteboardItem>> items() override;
@@ -56,6 +58,7 @@ class WaylandPasteboard : public QObject, public Pasteboard {
     SelectionOwner owner_;
     PrimaryLoan primary_;
     LastReading lastReading_;
+    LateCopy lateCopy_;
     qint64 changes_ = 0;
     /// What was left to its owner just now, until the compositor is heard to have known of no
     /// other.

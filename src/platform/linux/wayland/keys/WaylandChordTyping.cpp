@@ -7,6 +7,7 @@
 #include "platform/linux/terminal/TerminalForeground.h"
 #include "platform/linux/wayland/ChordMoment.h"
 #include "platform/linux/wayland/Toplevels.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 #include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
 #include "platform/linux/wayland/windows/WaylandRunningApplication.h"
 
@@ -36,6 +37,7 @@ WaylandChordTyping::WaylandChordTyping(const WaylandChordSurroundings &around,
     const auto focus = std::dynamic_pointer_cast<const FocusContext>(into_.context);
     const auto role = focus ? focus->role : FocusContext::Role::unknown;
     relay_ = focus ? focus->relay : nullptr;
+    pulse_ = focus ? focus->pulse : nullptr;
     isSecret_ = role == FocusContext::Role::password;
     isTerminal_ =
         role == FocusContext::Role::terminal || around_.frontmost.isTerminalWindow(*application_);
@@ -98,11 +100,20 @@ QCoro::Task<Obstacle> WaylandChordTyping::reachTarget() {
         co_return over;
     if (!isInFront)
         co_return name() + QStringLiteral(" did not come to the front");
-    if (!relay_)
+    if (relay_) {
+        const bool isClear = co_await relay_->waitUntilPassed(patience());
+        if (!isClear)
+            co_return QStringLiteral("keys for ") + name() + QStringLiteral(" are stuck");
+    }
+    co_return co_await findAttention();
+}
+
+QCoro::Task<Obstacle> WaylandChordTyping::findAttention() const {
+    if (!pulse_)
         co_return std::nullopt;
-    const bool isClear = co_await relay_->waitUntilPassed(patience());
-    if (!isClear)
-        co_return QStringLiteral("keys for ") + name() + QStringLiteral(" are stuck");
+    const bool attends = co_await pulse_->beats(patience());
+    if (!attends)
+        co_return name() + QStringLiteral(" does not attend to its events");
     co_return std::nullopt;
 }
 
@@ -147,8 +158,14 @@ QCoro::Task<ChordResult> WaylandChordTyping::type() {
         obstacle = speaksAgainst();
         return !obstacle;
     };
-    const auto beforeLast = [this] { around_.moment.note(); };
+    const auto beforeLast = [this] {
+        around_.moment.note();
+        if (!isPaste())
+            around_.copies.start(application_->processId());
+    };
     const TypedOutcome outcome = co_await around_.typing.type(keys(), isStillMeant, beforeLast);
+    if (outcome.isTyped && !isPaste() && !isOver())
+        around_.copies.follow(pulse_);
     if (outcome.isTyped)
         co_return ChordResult{ChordResult::Outcome::typed};
     if (obstacle)

@@ -17,6 +17,7 @@ class PasteText;
 namespace quillmender::wayland {
 
 class ChordMoment;
+class CopyWatch;
 class Toplevels;
 class WaylandFrontmostSource;
 class WaylandRunningApplication;
@@ -28,6 +29,7 @@ struct WaylandChordSurroundings {
     WaylandFrontmostSource &frontmost;
     KeyTyping &typing;
     ChordMoment &moment;
+    CopyWatch &copies;
 };
 
 /// One chord, from the order to the keys; it knows all that belongs to it, and nobody else does.
@@ -49,6 +51,8 @@ class WaylandChordTyping {
     Obstacle forbids() const;
     Obstacle isOver() const;
     QCoro::Task<Obstacle> reachTarget();
+    /// What hangs would copy or paste long afterwards.
+    QCoro::Task<Obstacle> findAttention() const;
     QCoro::Task<bool> comesToTheFront() const;
     /// Makes the text one for the target.
     QCoro::Task<Obstacle> prepareText();
@@ -63,6 +67,7 @@ class WaylandChordTyping {
     std::shared_ptr<const WaylandRunningApplication> application_;
     std::shared_ptr<PasteText> text_;
     std::shared_ptr<KeyRelay> relay_;
+    std::shared_ptr<ApplicationPulse> pulse_;
     bool isSecret_ = false;
     bool isTerminal_ = false;
 };
