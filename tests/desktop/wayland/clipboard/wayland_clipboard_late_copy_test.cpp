@@ -59,6 +59,16 @@ TEST_F(ClipboardLateCopyTest, GivesPlaceToWhatWasThere) {
     EXPECT_GT(pasteboard().changeCount(), restored);
 }
 
+TEST_F(ClipboardLateCopyTest, GivesPlaceToWhatThisProgramHasThere) {
+    ASSERT_NE(lend(QStringLiteral("an answer")), nullptr);
+    giveUp();
+    tellToCopy(::getpid());
+    giveUp();
+    copy("late");
+    EXPECT_TRUE(isBack());
+    EXPECT_EQ(textThere(), "the user's");
+}
+
 TEST_F(ClipboardLateCopyTest, GivesPlaceToAnEmptiness) {
     pasteboard().replaceContents({});
     settle();

@@ -22,7 +22,7 @@ LateCopy::LateCopy(DataControl &control, const CopyWatch &watch)
     });
     connect(&watch_, &CopyWatch::settled, this, [this] {
         // Of one that has just come the owner is still being asked.
-        if (!question_)
+        if (!question_ && !isToExamine_)
             forget();
     });
 }
@@ -36,6 +36,8 @@ void LateCopy::expect(const QList<PasteboardItem> &restored) {
 
 void LateCopy::forget() {
     isToCome_ = false;
+    isToExamine_ = false;
+    ++turn_;
     restored_.reset();
     if (question_)
         question_->disconnect(this);
@@ -43,15 +45,28 @@ void LateCopy::forget() {
 }
 
 void LateCopy::noteChange() {
-    const std::shared_ptr<DataOffer> copied = control_.offer(Selection::clipboard);
-    // Some give up what they had before they offer something.
-    if (!copied)
-        return;
     // It has come in time, or somebody has copied after it.
     if (!restored_ || question_)
         return forget();
-    question_ = new OwnerQuestion(control_, *copied);
-    connect(question_, &OwnerQuestion::answered, this, &LateCopy::judge);
+    if (std::exchange(isToExamine_, true))
+        return;
+    // That a source of ours is no more the clipboard is told before what has taken its place.
+    control_.afterRoundTrip(this, [this, turn = turn_] {
+        if (turn == turn_)
+            examine();
+    });
+}
+
+void LateCopy::examine() {
+    isToExamine_ = false;
+    const std::shared_ptr<DataOffer> copied = control_.offer(Selection::clipboard);
+    if (copied) {
+        question_ = new OwnerQuestion(control_, *copied);
+        connect(question_, &OwnerQuestion::answered, this, &LateCopy::judge);
+    } else if (watch_.pending() == 0) {
+        // Some give up what they had before they offer something.
+        forget();
+    }
 }
 
 void LateCopy::judge(qint64 owner) {

@@ -36,6 +36,7 @@ class LateCopy : public QObject {
     void came(const QList<PasteboardItem> &restored);
 
   private:
+    void examine();
     void judge(qint64 owner);
 
     DataControl &control_;
@@ -43,6 +44,8 @@ class LateCopy : public QObject {
     bool isToCome_ = false; ///< since the chord nothing has been copied
     qint64 process_ = 0;
     std::optional<QList<PasteboardItem>> restored_;
+    bool isToExamine_ = false; ///< once the compositor has said all of it
+    quint64 turn_ = 0;
     QPointer<OwnerQuestion> question_; ///< while its owner is not known
 };
 
