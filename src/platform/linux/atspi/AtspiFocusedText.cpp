@@ -65,8 +65,6 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
         reading->application = std::make_shared<const AccessibleApplication>(owner);
     }
 
-    if (!service.isEmpty())
-        context->pulse = std::make_shared<BusPulse>(bus_, service);
     const bool isEntryOfTerminal =
         found && inTerminal && found->role != roles::terminal && found->states.has(State::editable);
     if ((inTerminal && !isEntryOfTerminal) || (found && found->role == roles::terminal)) {
@@ -77,6 +75,8 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     const Toolkit toolkit = co_await applications_.toolkitOf(service, budget);
     if (toolkit == Toolkit::qt)
         context->relay = std::make_shared<RegistryRelay>(bus_, service);
+    if (!service.isEmpty())
+        context->pulse = std::make_shared<BusPulse>(bus_, service, context->relay);
     if (!found)
         co_return *reading;
 

@@ -5,9 +5,16 @@
 
 namespace quillmender::atspi {
 
-BusPulse::BusPulse(AtspiBus &bus, QString service) : bus_(bus), service_(std::move(service)) {}
+BusPulse::BusPulse(AtspiBus &bus, QString service, std::shared_ptr<KeyRelay> relay)
+    : bus_(bus),
+      service_(std::move(service)),
+      relay_(std::move(relay)) {}
 
 QCoro::Task<bool> BusPulse::beats(std::chrono::milliseconds limit) {
+    if (relay_) {
+        const bool isPassed = co_await relay_->waitUntilPassed(limit);
+        co_return isPassed;
+    }
     const auto budget = std::make_shared<CallBudget>();
     const auto allowance = std::max(limit, CallBudget::perCall) - CallBudget::perCall;
     const QString service = service_;

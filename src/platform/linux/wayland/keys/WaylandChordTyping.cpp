@@ -109,7 +109,8 @@ QCoro::Task<Obstacle> WaylandChordTyping::reachTarget() {
 }
 
 QCoro::Task<Obstacle> WaylandChordTyping::findAttention() const {
-    if (!pulse_)
+    // What has passed a relay has had its answer.
+    if (!pulse_ || relay_)
         co_return std::nullopt;
     const bool attends = co_await pulse_->beats(patience());
     if (!attends)
