@@ -44,9 +44,9 @@ QCoro::Task<Obstacle> TerminalLoan::lend(PasteText::TakesLineEnds takesLineEnds)
     }
     const OfferedContents contents = makeTemporaryText(made.text);
     clipboardSource_->exchange(contents);
+    const QPointer<TerminalLoan> self(this);
     std::optional<OfferedContents> before = primary_.before();
     if (!before) {
-        const QPointer<TerminalLoan> self(this);
         SelectionReader reader(control_, Selection::primary);
         // The paste waits for it.
         const SelectionReader::Reading reading = co_await reader.readAll(TransferBudget(1s));
@@ -62,6 +62,11 @@ QCoro::Task<Obstacle> TerminalLoan::lend(PasteText::TakesLineEnds takesLineEnds)
         co_return taken;
     connect(primarySource_, &DataSource::beingAsked, this, &TerminalLoan::keepToOneLine);
     Q_EMIT lentAsPrimary(primarySource_);
+    // The X server of old programs learns it from the compositor; the keys must not be there first.
+    DataControl &control = control_;
+    co_await control.catchUp();
+    if (!self || !isLent())
+        co_return QStringLiteral("the pasteboard was replaced meanwhile");
     co_return std::nullopt;
 }
 
