@@ -1,4 +1,5 @@
 #include "desktop/x11/X11Test.h"
+#include "platform/linux/MaskedText.h"
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/windows/TkWindows.h"
 

@@ -46,6 +46,11 @@ TEST_F(ClipboardTextTest, JoinsSurrogatesThatWereEncodedOneByOne) {
     EXPECT_TRUE(broken->startsWith(QStringLiteral("b \uFFFD")));
 }
 
+TEST_F(ClipboardTextTest, TakesWhatAPasswordFieldShowsForNoText) {
+    EXPECT_EQ(stringOf("UTF8_STRING", "********"), std::nullopt);
+    EXPECT_EQ(stringOf("UTF8_STRING", "*** 8 ***"), QStringLiteral("*** 8 ***"));
+}
+
 TEST_F(ClipboardTextTest, TakesALineThatNobodySelectedForNoText) {
     const QByteArray line = "the line with the cursor\n";
     EXPECT_EQ(stringOf("UTF8_STRING", line), std::nullopt);

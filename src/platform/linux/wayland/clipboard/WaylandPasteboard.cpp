@@ -1,5 +1,6 @@
 #include "platform/linux/wayland/clipboard/WaylandPasteboard.h"
 
+#include "platform/linux/MaskedText.h"
 #include "platform/linux/wayland/clipboard/ClipboardHandover.h"
 #include "platform/linux/wayland/clipboard/ClipboardText.h"
 #include "platform/linux/wayland/clipboard/DataSource.h"
@@ -93,6 +94,10 @@ QCoro::Task<std::optional<QString>> WaylandPasteboard::string() {
     const std::optional<QString> text = co_await reader.readText();
     if (!text)
         co_return std::nullopt;
+    if (isMask(*text)) {
+        qCInfo(log, "what was copied is masked");
+        co_return std::nullopt;
+    }
     const bool isOfEditor = co_await wasLineCopied(control, *text);
     if (isOfEditor) {
         qCInfo(log, "a line was copied without being selected");

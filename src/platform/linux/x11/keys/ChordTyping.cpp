@@ -1,5 +1,6 @@
 #include "platform/linux/x11/keys/ChordTyping.h"
 
+#include "platform/linux/MaskedText.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/keys/ChordWatch.h"
 #include "platform/linux/x11/keys/TerminalPaste.h"

@@ -21,9 +21,4 @@ bool isTkWindow(X11Connection &connection, xcb_window_t window) {
     });
 }
 
-bool isMask(QStringView text) {
-    return !text.isEmpty() && !text.first().isLetterOrNumber() && !text.first().isSpace() &&
-           std::all_of(text.begin(), text.end(), [&](QChar sign) { return sign == text.first(); });
-}
-
 } // namespace quillmender::x11

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QStringView>
 #include <xcb/xcb.h>
 
 namespace quillmender::x11 {
@@ -10,9 +9,5 @@ class X11Connection;
 /// Whether the window is one of Tk's, which pastes beside a selection instead of in its place. Tk
 /// says nothing of it on the window itself; its programs are listed on the root window.
 bool isTkWindow(X11Connection &connection, xcb_window_t window);
-
-/// Whether the text is nothing but the same sign over and over, as a password field of Tk hands
-/// out in place of what is in it.
-bool isMask(QStringView text);
 
 } // namespace quillmender::x11
