@@ -94,7 +94,7 @@ QCoro::Task<std::optional<QString>> WaylandPasteboard::string() {
     const std::optional<QString> text = co_await reader.readText();
     if (!text)
         co_return std::nullopt;
-    if (isMask(*text)) {
+    if (text->size() > 1 && isMask(*text)) {
         qCInfo(log, "what was copied is masked");
         co_return std::nullopt;
     }
