@@ -48,7 +48,7 @@ class CopyWatchTest : public testing::Test {
     int settled_ = 0;
 };
 
-TEST_F(CopyWatchTest, FollowsUntilASecondAfterTwoAnswers) {
+TEST_F(CopyWatchTest, FollowsForAWhileAfterTwoAnswers) {
     watch_.start(7);
     watch_.follow(pulse_);
     EXPECT_TRUE(answer(false)) << "silence is no answer";
@@ -57,7 +57,7 @@ TEST_F(CopyWatchTest, FollowsUntilASecondAfterTwoAnswers) {
     sinceTheSecond.start();
     EXPECT_FALSE(answer(true)) << "nobody is asked a third time";
     EXPECT_TRUE(waitFor([&] { return watch_.pending() == 0; }));
-    EXPECT_GE(sinceTheSecond.elapsed(), 900);
+    EXPECT_GE(sinceTheSecond.elapsed(), 2800);
     EXPECT_EQ(settled_, 1);
 }
 

@@ -13,9 +13,9 @@ namespace quillmender::wayland {
 
 /// Follows the application that was typed the latest copy chord for as long as its copy may be to
 /// come: until it has answered two questions, since a toolkit may answer one before it handles a
-/// key, and a second more, since a copy comes by another way than answers; for a minute at most.
-/// One that cannot be asked is followed for as long as a person needs at least to copy there by
-/// hand.
+/// key, and three seconds more, since a copy comes by another way than answers; for a minute at
+/// most. One that cannot be asked is followed for as long as a person needs at least to copy there
+/// by hand.
 class CopyWatch : public QObject {
     Q_OBJECT
 
