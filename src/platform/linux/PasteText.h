@@ -27,6 +27,10 @@ class PasteText {
     /// them; that is asked again whenever somebody asks for the text.
     virtual QCoro::Task<Obstacle> lendToTerminal(TakesLineEnds takesLineEnds) = 0;
 
+    /// Called right before the key that makes the chord goes down: who asks from now on is pasting.
+    /// Not for those who hear of chords otherwise.
+    virtual void noteChord() {}
+
     /// Whether what a terminal would paste now is what was lent to it.
     virtual bool isLentToTerminal() const = 0;
 };

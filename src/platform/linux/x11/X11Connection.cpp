@@ -11,6 +11,8 @@
 #include <xcb/xtest.h>
 
 #include <algorithm>
+#include <future>
+#include <thread>
 
 namespace quillmender::x11 {
 
@@ -36,6 +38,31 @@ std::unique_ptr<X11Connection> X11Connection::open(const QByteArray &displayName
     int screenIndex = 0;
     xcb_connection_t *const xcb =
         xcb_connect(displayName.isEmpty() ? nullptr : displayName.constData(), &screenIndex);
+    return make(xcb, screenIndex);
+}
+
+// It is xcb that waits without a limit, until a server that accepts has something to say.
+std::unique_ptr<X11Connection> X11Connection::openWithin(std::chrono::milliseconds limit) {
+    struct Opened {
+        std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> xcb;
+        int screenIndex;
+    };
+    std::promise<Opened> promise;
+    std::future<Opened> opening = promise.get_future();
+    std::thread([promise = std::move(promise)]() mutable {
+        int screenIndex = 0;
+        xcb_connection_t *const xcb = xcb_connect(nullptr, &screenIndex);
+        promise.set_value({{xcb, &xcb_disconnect}, screenIndex});
+    }).detach();
+    if (opening.wait_for(limit) != std::future_status::ready) {
+        qCWarning(x11Log, "the X server does not answer");
+        return nullptr;
+    }
+    Opened opened = opening.get();
+    return make(opened.xcb.release(), opened.screenIndex);
+}
+
+std::unique_ptr<X11Connection> X11Connection::make(xcb_connection_t *xcb, int screenIndex) {
     xcb_screen_t *const screen =
         xcb_connection_has_error(xcb) == 0 ? screenOfIndex(xcb, screenIndex) : nullptr;
     if (screen == nullptr) {

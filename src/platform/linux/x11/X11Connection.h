@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -26,6 +27,11 @@ class X11Connection : public QObject {
   public:
     /// Null when there is no server, or it lacks XFixes. An empty name is the session's display.
     static std::unique_ptr<X11Connection> open(const QByteArray &displayName = {});
+
+    /// The same of the session's display, whose server may take its time to start. Waits for
+    /// `limit` at most.
+    static std::unique_ptr<X11Connection> openWithin(std::chrono::milliseconds limit);
+
     ~X11Connection() override;
 
     xcb_connection_t *xcb() const { return xcb_; }
@@ -62,6 +68,7 @@ class X11Connection : public QObject {
     void lost();
 
   private:
+    static std::unique_ptr<X11Connection> make(xcb_connection_t *xcb, int screenIndex);
     X11Connection(xcb_connection_t *xcb, xcb_screen_t *screen);
 
     bool initialize();

@@ -10,14 +10,16 @@ namespace quillmender::x11 {
 
 /// What this program offers to other applications as their CLIPBOARD and PRIMARY selections.
 struct OwnSelections {
-    OwnSelections(X11Connection &server, const ChordWatch &watch)
+    OwnSelections(X11Connection &server, const ChordWatch &watch, SelectionReach whom)
         : connection(server),
+          reach(whom),
           changes(server),
-          clipboard(server, server.atom("CLIPBOARD")),
-          primary(server),
+          clipboard(server, server.atom("CLIPBOARD"), whom),
+          primary(server, whom),
           late(watch, clipboard, primary.owner()) {}
 
     X11Connection &connection;
+    const SelectionReach reach;
     ClipboardChanges changes;
     SelectionOwner clipboard;
     PrimaryLoan primary;

@@ -8,19 +8,23 @@ namespace quillmender::x11 {
 
 void PasteReaders::typeChord(xcb_window_t window) {
     window_ = window;
+    typeChordForAnybody();
+}
+
+void PasteReaders::typeChordForAnybody() {
     typedAt_ = std::chrono::steady_clock::now();
-    reading_.begin(typedAt_);
+    reading_.begin(*typedAt_);
 }
 
 bool PasteReaders::add(xcb_window_t requestor, Moment askedAt) {
     // A long transfer may be of what was there before.
     if (askedAt < lentAt_)
         return false;
-    if (window_ == XCB_WINDOW_NONE || askedAt < typedAt_) {
+    if (!typedAt_ || askedAt < *typedAt_) {
         early_.insert(requestor);
         return false;
     }
-    if (!isActingFor(connection_, requestor, window_))
+    if (window_ != XCB_WINDOW_NONE && !isActingFor(connection_, requestor, window_))
         return false;
     reading_.note(std::chrono::steady_clock::now());
     return true;

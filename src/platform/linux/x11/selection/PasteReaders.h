@@ -6,6 +6,8 @@
 #include <QSet>
 #include <xcb/xcb.h>
 
+#include <optional>
+
 namespace quillmender::x11 {
 
 class X11Connection;
@@ -20,10 +22,13 @@ class PasteReaders {
 
     void typeChord(xcb_window_t window);
 
+    /// The same where nobody knows into which window: whoever reads from now on is pasting.
+    void typeChordForAnybody();
+
     /// True when that was the application reading what it was told to paste.
     bool add(xcb_window_t requestor, Moment askedAt);
 
-    /// Where the chord went; `XCB_WINDOW_NONE` before it is out.
+    /// Where the chord went; `XCB_WINDOW_NONE` before it is out, and where nobody knows.
     xcb_window_t window() const { return window_; }
 
     /// What the application has read since the chord.
@@ -35,7 +40,7 @@ class PasteReaders {
   private:
     X11Connection &connection_;
     const Moment lentAt_ = std::chrono::steady_clock::now();
-    Moment typedAt_;
+    std::optional<Moment> typedAt_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     QSet<xcb_window_t> early_;
     PasteReading reading_;

@@ -10,7 +10,8 @@ namespace quillmender::x11 {
 /// held before.
 class PrimaryLoan {
   public:
-    explicit PrimaryLoan(X11Connection &connection) : owner_(connection, XCB_ATOM_PRIMARY) {}
+    PrimaryLoan(X11Connection &connection, SelectionReach reach)
+        : owner_(connection, XCB_ATOM_PRIMARY, reach) {}
 
     /// What will be given back, where it need not be read from another application.
     std::optional<SelectionContents> before() const;

@@ -14,9 +14,11 @@
 
 namespace quillmender::x11 {
 
-SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection)
+SelectionOwner::SelectionOwner(X11Connection &connection, xcb_atom_t selection,
+                               SelectionReach reach)
     : connection_(connection),
-      selection_(selection) {
+      selection_(selection),
+      reach_(reach) {
     connect(&connection_, &X11Connection::eventReceived, this, &SelectionOwner::handleEvent);
 }
 
@@ -116,6 +118,20 @@ bool SelectionOwner::isShown(xcb_atom_t target) {
     return !isForOnlooker_ || target == connection_.atom(clipboardManagerMark);
 }
 
+// A compositor lists the text of its own clients under the names of X11, too, of which clients of
+// the server have others besides.
+bool SelectionOwner::isCompositorsName(xcb_atom_t target) {
+    const auto offers = [this](const char *name) {
+        return std::ranges::find(contents_, connection_.atom(name), &SelectionTarget::target) !=
+               contents_.end();
+    };
+    if (reach_ == SelectionReach::server || offers("TEXT") || offers("COMPOUND_TEXT"))
+        return false;
+    if (target == connection_.atom("UTF8_STRING"))
+        return offers("text/plain;charset=utf-8");
+    return target == XCB_ATOM_STRING && offers("text/plain");
+}
+
 bool SelectionOwner::answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
     if (target == connection_.atom("TARGETS")) {
         answerTargets(requestor, property);
@@ -150,10 +166,12 @@ bool SelectionOwner::answerMultiple(xcb_window_t requestor, xcb_atom_t property)
 }
 
 void SelectionOwner::answerTargets(xcb_window_t requestor, xcb_atom_t property) {
-    QList<quint32> targets{connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
-                           connection_.atom("MULTIPLE")};
+    QList<quint32> targets;
+    if (reach_ == SelectionReach::server)
+        targets = {connection_.atom("TARGETS"), connection_.atom("TIMESTAMP"),
+                   connection_.atom("MULTIPLE")};
     for (const SelectionTarget &each : contents_) {
-        if (isShown(each.target))
+        if (isShown(each.target) && !isCompositorsName(each.target))
             targets.append(each.target);
     }
     writeCardinals(connection_, requestor, property, XCB_ATOM_ATOM, targets);

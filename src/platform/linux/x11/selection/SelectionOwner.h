@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11/selection/SelectionContents.h"
+#include "platform/linux/x11/selection/SelectionReach.h"
 
 #include <QHash>
 #include <QObject>
@@ -15,14 +16,16 @@ class X11Connection;
 
 /// Offers contents as one selection to every other client, byte for byte with their property types
 /// and formats, by the rules of the ICCCM: TARGETS, TIMESTAMP, MULTIPLE, and incremental transfers
-/// of what does not fit into a request.
+/// of what does not fit into a request. Within the reach of a session the first three are answered
+/// and not listed, and so are the names that a compositor adds to a text of its own clients.
 class SelectionOwner : public QObject {
     Q_OBJECT
 
   public:
     using Moment = std::chrono::steady_clock::time_point;
 
-    SelectionOwner(X11Connection &connection, xcb_atom_t selection);
+    SelectionOwner(X11Connection &connection, xcb_atom_t selection,
+                   SelectionReach reach = SelectionReach::server);
 
     /// Takes the selection, or gives it new contents, as of now. Only who acts for the window
     /// `reader` is told what they are, everybody where that is `XCB_WINDOW_NONE`; others find the
@@ -62,6 +65,7 @@ class SelectionOwner : public QObject {
     bool answer(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool answerMultiple(xcb_window_t requestor, xcb_atom_t property);
     bool isShown(xcb_atom_t target);
+    bool isCompositorsName(xcb_atom_t target);
     void answerTargets(xcb_window_t requestor, xcb_atom_t property);
     bool hand(xcb_window_t requestor, xcb_atom_t property, const X11Property &contents);
     bool handIncrementally(xcb_window_t requestor, xcb_atom_t property,
@@ -69,6 +73,7 @@ class SelectionOwner : public QObject {
 
     X11Connection &connection_;
     xcb_atom_t selection_;
+    SelectionReach reach_;
     SelectionContents contents_;
     xcb_window_t reader_ = XCB_WINDOW_NONE;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;

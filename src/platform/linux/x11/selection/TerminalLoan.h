@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/Obstacle.h"
+#include "platform/linux/PasteText.h"
 #include "platform/linux/x11/selection/SelectionContents.h"
 
 #include <QCoroTask>
@@ -18,8 +19,7 @@ class TerminalLoan : public QObject {
     Q_OBJECT
 
   public:
-    /// Whether line ends and tabs are text to the program that is pasted into now.
-    using TakesLineEnds = std::function<bool()>;
+    using TakesLineEnds = PasteText::TakesLineEnds;
 
     TerminalLoan(OwnSelections &selections, xcb_window_t reader);
 

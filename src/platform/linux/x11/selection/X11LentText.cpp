@@ -5,6 +5,7 @@
 #include "platform/linux/x11/selection/OwnSelections.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmender::x11 {
 
@@ -13,14 +14,24 @@ using namespace std::chrono_literals;
 X11LentText::X11LentText(OwnSelections &selections, xcb_window_t reader)
     : selections_(&selections),
       readers_(selections.connection),
-      terminal_(selections, reader) {
-    for (SelectionOwner *owner : {&selections.clipboard, &selections.primary.owner()})
-        connect(owner, &SelectionOwner::served, this, &X11LentText::handleServed);
+      terminal_(selections, reader),
+      isKept_(selections.reach == SelectionReach::server) {
+    connect(&selections.clipboard, &SelectionOwner::served, this,
+            &X11LentText::handleClipboardServed);
+    connect(&selections.primary.owner(), &SelectionOwner::served, this, &X11LentText::handleServed);
 }
 
 QCoro::Task<Obstacle> X11LentText::lendToTerminal(TerminalLoan::TakesLineEnds takesLineEnds) {
     const auto self = shared_from_this();
+    // It is another text from here on, which is new once more.
+    if (selections_)
+        isKept_ = selections_->reach == SelectionReach::server;
     co_return co_await terminal_.lend(std::move(takesLineEnds));
+}
+
+void X11LentText::handleClipboardServed(xcb_window_t requestor, SelectionOwner::Moment askedAt) {
+    if (std::exchange(isKept_, true))
+        handleServed(requestor, askedAt);
 }
 
 void X11LentText::handleServed(xcb_window_t requestor, SelectionOwner::Moment askedAt) {
@@ -55,12 +66,23 @@ QCoro::Task<> X11LentText::readingIsOver(QDeadlineTimer deadline) {
 }
 
 bool X11LentText::refuseLateReader() {
+    if (selections_->reach == SelectionReach::session) {
+        refuseEverybody();
+        return true;
+    }
     const xcb_window_t window = readers_.window();
     if (!selections_->late.isLate(window))
         return false;
     qCInfo(x11Log, "window 0x%x did not attend to the paste", window);
     selections_->late.refuse(window);
     return true;
+}
+
+// What was put there by others, or given back to them, is not touched.
+void X11LentText::refuseEverybody() {
+    if (terminal_.isLent())
+        selections_->primary.owner().exchange({});
+    selections_->clipboard.exchange({});
 }
 
 void X11LentText::end() {

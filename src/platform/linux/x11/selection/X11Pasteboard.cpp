@@ -12,9 +12,10 @@
 
 namespace quillmender::x11 {
 
-X11Pasteboard::X11Pasteboard(X11Connection &connection, const ChordWatch &watch)
+X11Pasteboard::X11Pasteboard(X11Connection &connection, const ChordWatch &watch,
+                             SelectionReach reach)
     : connection_(connection),
-      selections_(connection, watch),
+      selections_(connection, watch, reach),
       lateCopy_(connection, watch) {
     connect(&selections_.changes, &ClipboardChanges::foreignOwner, this,
             &X11Pasteboard::handleForeignOwner);

@@ -20,7 +20,8 @@ class X11Pasteboard : public QObject, public Pasteboard {
     Q_OBJECT
 
   public:
-    X11Pasteboard(X11Connection &connection, const ChordWatch &watch);
+    X11Pasteboard(X11Connection &connection, const ChordWatch &watch,
+                  SelectionReach reach = SelectionReach::server);
     ~X11Pasteboard() override;
 
     QCoro::Task<QList<PasteboardItem>> items() override;
