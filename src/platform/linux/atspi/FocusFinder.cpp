@@ -1,16 +1,12 @@
 #include "platform/linux/atspi/FocusFinder.h"
 
-#include "platform/linux/atspi/Decoding.h"
+#include "platform/linux/atspi/FrameSearch.h"
 
 #include <QCoreApplication>
-
-#include <vector>
 
 namespace quillmender::atspi {
 
 namespace {
-
-constexpr int maximumFrames = 500;
 
 /// Roles of objects that claim the focus on behalf of what they contain.
 bool isContainer(uint role) {
@@ -102,25 +98,11 @@ QCoro::Task<std::optional<ElementTraits>> FocusFinder::findInActiveFrame(CallBud
 }
 
 QCoro::Task<QString> FocusFinder::serviceWithActiveFrame(CallBudgetRef budget) {
-    const QStringList listed = co_await applications_.services(budget);
-    // All at once: one that hangs would leave no time for those behind it.
-    std::vector<PendingCall> questions;
-    const QList<qint64> owners = co_await applications_.processesOf(listed, budget);
-    for (qsizetype i = 0; i < listed.size(); ++i) {
-        if (owners[i] == QCoreApplication::applicationPid())
-            continue;
-        const ObjectRef root{listed[i], QLatin1String(protocol::rootPath)};
-        questions.push_back(bus_.call(budget, root, protocol::accessible, "GetChildren"));
-    }
-    QList<ObjectRef> children;
-    for (const PendingCall &question : questions) {
-        const auto answer = co_await question.answer();
-        children += decodeObjects(firstValue(answer), maximumFrames);
-    }
-    const QList<ElementTraits> frames = co_await examine(bus_, children, budget);
+    const std::shared_ptr<BusApplications> applications(std::shared_ptr<void>(), &applications_);
+    const QList<OwnedFrame> frames = co_await findActiveFrames(bus_, applications, budget);
     QStringList active;
-    for (const ElementTraits &frame : frames) {
-        if (frame.states.has(State::active) && !active.contains(frame.object.service))
+    for (const OwnedFrame &frame : frames) {
+        if (!active.contains(frame.object.service))
             active.append(frame.object.service);
     }
     // Two that both say so: one of them has not heard yet, and nobody knows which.

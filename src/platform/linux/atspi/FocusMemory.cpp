@@ -6,8 +6,10 @@ namespace quillmender::atspi {
 
 FocusMemory::FocusMemory(AtspiBus &bus, BusApplications &applications)
     : bus_(bus),
-      applications_(applications) {
-    connect(&bus_, &AtspiBus::connected, this, &FocusMemory::subscribe);
+      applications_(applications),
+      events_(bus,
+              {QStringLiteral("object:state-changed:focused"), QStringLiteral("window:activate")}) {
+    connect(&events_, &RegisteredEvents::connected, this, &FocusMemory::subscribe);
 }
 
 void FocusMemory::subscribe() {
@@ -19,21 +21,6 @@ void FocusMemory::subscribe() {
                        SLOT(focusGained(QDBusMessage)));
     connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Window"),
                        QStringLiteral("Activate"), this, SLOT(windowActivated(QDBusMessage)));
-
-    // A registry that has died is started by the next message to it; what it was told is lost.
-    const QString noOwner = QStringLiteral("");
-    connection.connect(QStringLiteral("org.freedesktop.DBus"), QString(),
-                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
-                       {QLatin1String(protocol::registry), QString(), noOwner}, QString(), this,
-                       SLOT(registerEvents()));
-    registerEvents();
-}
-
-void FocusMemory::registerEvents() {
-    const ObjectRef registry{QLatin1String(protocol::registry),
-                             QStringLiteral("/org/a11y/atspi/registry")};
-    for (const auto event : {"object:state-changed:focused", "window:activate"})
-        bus_.post(registry, protocol::registry, "RegisterEvent", {QString::fromLatin1(event)});
 }
 
 void FocusMemory::focusGained(const QDBusMessage &event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/atspi/BusApplications.h"
+#include "platform/linux/atspi/RegisteredEvents.h"
 
 #include <QDBusMessage>
 #include <QHash>
@@ -29,13 +30,13 @@ class FocusMemory : public QObject {
 
   private Q_SLOTS:
     void subscribe();
-    void registerEvents();
     void focusGained(const QDBusMessage &event);
     void windowActivated(const QDBusMessage &event);
 
   private:
     AtspiBus &bus_;
     BusApplications &applications_;
+    RegisteredEvents events_;
     QHash<QString, QList<ObjectRef>> latest_;
     QStringList services_;
 
