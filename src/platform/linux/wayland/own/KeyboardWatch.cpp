@@ -43,6 +43,7 @@ void KeyboardWatch::announce(quint32 name, const char *interface, quint32 versio
     auto keyboard = std::make_unique<SeatKeyboard>(std::move(seat));
     const SeatKeyboard *const known = keyboard.get();
     connect(known, &SeatKeyboard::entered, this, [this, known] { latest_ = known; });
+    connect(known, &SeatKeyboard::modifiersTold, this, &KeyboardWatch::modifiersTold);
     seats_[name] = std::move(keyboard);
 }
 
@@ -57,6 +58,16 @@ bool KeyboardWatch::isDown(quint32 code) const {
 
 bool KeyboardWatch::isAny() const {
     return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isThere(); });
+}
+
+std::optional<quint32> KeyboardWatch::modifiers() const {
+    return latest_ && latest_->isHere() ? latest_->modifiers() : std::nullopt;
+}
+
+std::optional<quint32> KeyboardWatch::modifiersAtDeparture(std::chrono::milliseconds ago) const {
+    const bool isMeant = latest_ && !latest_->isHere() &&
+                         std::chrono::steady_clock::now() - latest_->leftAt() <= ago;
+    return isMeant ? latest_->modifiers() : std::nullopt;
 }
 
 bool KeyboardWatch::isHere() const {

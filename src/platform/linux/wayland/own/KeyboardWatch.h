@@ -36,6 +36,20 @@ class KeyboardWatch : public QObject {
     /// Whether a window of this program has a keyboard.
     bool isHere() const;
 
+    /// What would mix with keys that are typed, of the keyboard that a window of this program has:
+    /// the bits of XKB's real modifiers. Absent when none has one, or nothing has been told of it.
+    std::optional<quint32> modifiers() const;
+
+    /// The same as it was when the last window let go of its keyboard, if that is no longer ago.
+    std::optional<quint32> modifiersAtDeparture(std::chrono::milliseconds ago) const;
+
+    /// The layout that was in use when a window of this program had a keyboard last.
+    quint32 layout() const { return latest_ ? latest_->layout() : 0; }
+
+  Q_SIGNALS:
+    /// `modifiers()` may answer something else.
+    void modifiersTold();
+
   private:
     struct Events;
 

@@ -10,6 +10,9 @@ namespace {
 
 constexpr quint32 codeOfFirst = 8; ///< what X11 and the toolkit add to evdev's codes
 
+// Caps Lock and Num Lock do not matter to a shortcut.
+constexpr quint32 locks = 1U << 1 | 1U << 4;
+
 quint32 toolkitCode(quint32 evdevCode) {
     return evdevCode + codeOfFirst;
 }
@@ -33,7 +36,9 @@ struct SeatKeyboard::Events {
     static void key(void *self, wl_keyboard *, uint32_t, uint32_t, uint32_t code, uint32_t state) {
         of(self).setKey(toolkitCode(code), state != WL_KEYBOARD_KEY_STATE_RELEASED);
     }
-    static void modifiers(void *, wl_keyboard *, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t) {
+    static void modifiers(void *self, wl_keyboard *, uint32_t, uint32_t depressed, uint32_t latched,
+                          uint32_t locked, uint32_t group) {
+        of(self).setModifiers((depressed | latched | locked) & ~locks, group);
     }
     static void repeatInfo(void *, wl_keyboard *, int32_t, int32_t) {}
     static constexpr wl_keyboard_listener keyboard{keymap, enter,     leave,
@@ -61,6 +66,7 @@ void SeatKeyboard::enter(const wl_array &keys) {
     for (const uint32_t code : codes)
         downAtEntry_.insert(toolkitCode(code));
     down_ = downAtEntry_;
+    modifiers_.reset();
     isHere_ = true;
     Q_EMIT entered();
 }
@@ -74,8 +80,15 @@ void SeatKeyboard::setKey(quint32 code, bool isDown) {
     }
 }
 
+void SeatKeyboard::setModifiers(quint32 mixing, quint32 layout) {
+    modifiers_ = mixing;
+    layout_ = layout;
+    Q_EMIT modifiersTold();
+}
+
 void SeatKeyboard::leave() {
     down_.clear();
+    leftAt_ = std::chrono::steady_clock::now();
     isHere_ = false;
 }
 

@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QSet>
 
+#include <chrono>
+#include <optional>
+
 namespace quillmender::wayland {
 
 /// The keyboard of one seat, as it is told to the windows of one connection. Codes are those that
@@ -13,6 +16,8 @@ class SeatKeyboard : public QObject {
     Q_OBJECT
 
   public:
+    using Moment = std::chrono::steady_clock::time_point;
+
     /// Takes the seat, which has just been bound.
     explicit SeatKeyboard(Proxy<wl_seat> seat);
 
@@ -29,8 +34,20 @@ class SeatKeyboard : public QObject {
     /// The keys that are down now; none while it is elsewhere.
     const QSet<quint32> &down() const { return down_; }
 
+    /// Which modifiers would mix with keys that are typed now, in the bits of XKB's real modifiers;
+    /// absent before they have been told since the keyboard came. What was told last stays when it
+    /// goes.
+    std::optional<quint32> modifiers() const { return modifiers_; }
+
+    /// The layout of the keymap that is in use, as of then.
+    quint32 layout() const { return layout_; }
+
+    /// When the keyboard went elsewhere; of no meaning before, and while it is here.
+    Moment leftAt() const { return leftAt_; }
+
   Q_SIGNALS:
     void entered();
+    void modifiersTold();
 
   private:
     struct Events;
@@ -38,6 +55,7 @@ class SeatKeyboard : public QObject {
     void setCapabilities(quint32 capabilities);
     void enter(const wl_array &keys);
     void setKey(quint32 code, bool isDown);
+    void setModifiers(quint32 mixing, quint32 layout);
     void leave();
 
     Proxy<wl_seat> seat_;
@@ -45,6 +63,9 @@ class SeatKeyboard : public QObject {
     bool isHere_ = false;
     QSet<quint32> downAtEntry_;
     QSet<quint32> down_;
+    std::optional<quint32> modifiers_;
+    quint32 layout_ = 0;
+    Moment leftAt_;
 };
 
 } // namespace quillmender::wayland
