@@ -1,6 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/QtClock.h"
 #include "platform/linux/WindowSystemServices.h"
+#include "platform/linux/atspi/ActiveFrames.h"
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiFocusedText.h"
 #include "platform/linux/atspi/FrameProcesses.h"
@@ -29,6 +30,7 @@ Q_LOGGING_CATEGORY(log, "quillmender.platform", QtWarningMsg)
 struct Shared {
     atspi::AtspiBus accessibilityBus{QDBusConnection::sessionBus()};
     atspi::FrameProcesses frameProcesses{accessibilityBus};
+    std::unique_ptr<atspi::ActiveFrames> activeFrames; ///< where they are wanted
     std::shared_ptr<void> windowSystem;
     std::unique_ptr<FrontmostSource> frontmost;
     std::unique_ptr<WindowSystemTray> tray;
@@ -45,7 +47,13 @@ std::unique_ptr<Platform> makePlatform() {
          .findProcess =
              [&processes = shared->frameProcesses](QString title, QString appId) {
                  return processes.processOfActive(std::move(title), std::move(appId));
-             }});
+             },
+         .frontWindows = [everything = shared.get()]() -> FrontWindows & {
+             if (!everything->activeFrames)
+                 everything->activeFrames =
+                     std::make_unique<atspi::ActiveFrames>(everything->accessibilityBus);
+             return *everything->activeFrames;
+         }});
     qCInfo(log, "texts: AT-SPI");
     qCInfo(log, "secrets: Secret Service");
 

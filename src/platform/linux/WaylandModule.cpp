@@ -37,11 +37,11 @@ template <typename Function> Function *find(void *handle, const char *name) {
 
 WaylandModule::WaylandModule() : handle_(load()) {}
 
-WindowSystemServices WaylandModule::makeWindowSystem(FindProcess findProcess) const {
+WindowSystemServices WaylandModule::makeWindowSystem(const WindowSystemNeeds &needs) const {
     WindowSystemServices services;
     const auto make = find<wayland::MakeWindowSystem>(handle_, wayland::makeWindowSystemName);
     if (make)
-        make(services, findProcess);
+        make(services, needs);
     return services;
 }
 

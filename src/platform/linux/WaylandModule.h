@@ -8,13 +8,11 @@ namespace quillmender {
 /// in a session with an X server neither it nor the libraries behind it weigh anything.
 class WaylandModule {
   public:
-    using FindProcess = decltype(WindowSystemNeeds::findProcess);
-
     /// It is never unloaded.
     WaylandModule();
 
     /// As wayland::makeWindowSystem(); nothing where it could not be loaded.
-    WindowSystemServices makeWindowSystem(FindProcess findProcess) const;
+    WindowSystemServices makeWindowSystem(const WindowSystemNeeds &needs) const;
 
     /// As wayland::serveClipboard(); a failure where it could not be loaded.
     int serveClipboard(int argc, char *argv[]) const;

@@ -3,6 +3,7 @@
 #include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/WaylandModule.h"
 #include "platform/linux/x11/X11WindowSystem.h"
+#include "platform/linux/x11/selection/BridgedPasteboard.h"
 #include "platform/none/NoneChords.h"
 #include "platform/none/NoneHotKeys.h"
 #include "platform/none/NoneOwnWindows.h"
@@ -87,7 +88,8 @@ WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSy
         if (!qgetenv("WAYLAND_DISPLAY").isEmpty())
             tellOfProgramsOutOfSight(services);
     } else if (toolkitPlatform.startsWith(QStringLiteral("wayland"))) {
-        services = WaylandModule().makeWindowSystem(std::move(needs.findProcess));
+        needs.openBridgedClipboard = x11::openBridgedClipboard;
+        services = WaylandModule().makeWindowSystem(needs);
     }
     completeWithNone(services);
     writeToLog(services, toolkitPlatform);

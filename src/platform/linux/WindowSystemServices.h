@@ -6,6 +6,8 @@
 #include "platform/OwnWindows.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
+#include "platform/linux/BridgedClipboard.h"
+#include "platform/linux/FrontWindows.h"
 #include "platform/linux/FrontmostSource.h"
 #include "platform/linux/WindowSystemTray.h"
 
@@ -38,11 +40,17 @@ struct WindowSystemServices {
 /// What a window system needs of others.
 struct WindowSystemNeeds {
     /// Makes the icon of our windows, where the window system is told of one.
-    std::function<QIcon()> windowIcon;
+    std::function<QIcon()> windowIcon{};
 
     /// The process of the active window with that title and application id, where the window
     /// system does not tell; 0 when nobody can.
-    std::function<QCoro::Task<qint64>(QString title, QString appId)> findProcess;
+    std::function<QCoro::Task<qint64>(QString title, QString appId)> findProcess{};
+
+    /// Who tells of the windows of a window system that does not. It outlives the services.
+    std::function<FrontWindows &()> frontWindows{};
+
+    /// The clipboard by way of the X server beside a compositor; empty when there is none.
+    std::function<BridgedClipboard()> openBridgedClipboard{};
 };
 
 /// The services of the window system that the toolkit speaks, by the toolkit's name of it: another

@@ -10,6 +10,7 @@
 #include "platform/linux/wayland/kwin/HeldModifiers.h"
 #include "platform/linux/wayland/kwin/SeatKeyboard.h"
 #include "platform/linux/wayland/kwin/SeatLayout.h"
+#include "platform/linux/wayland/own/KeyboardWatch.h"
 #include "platform/linux/wayland/sway/SwayIpc.h"
 #include "platform/linux/wayland/windows/SourceApplications.h"
 #include "platform/linux/wayland/wlroots/ForeignToplevels.h"
@@ -28,8 +29,10 @@ struct WaylandServices {
     std::unique_ptr<SourceApplications> applications;
     std::unique_ptr<DataControl> dataControl;
     std::unique_ptr<PrimarySelection> primary;
+    std::function<QCoro::Task<std::optional<QString>>()> readPrimary;
     ChordMoment chordMoment;
     CopyWatch copyWatch;
+    std::unique_ptr<KeyboardWatch> keyboardWatch; ///< where it tells of the modifiers
     std::unique_ptr<kwin::HeldModifiers> modifiers;
     std::unique_ptr<kwin::SeatKeyboard> seatKeyboard;
     std::unique_ptr<kwin::SeatLayout> seatLayout;

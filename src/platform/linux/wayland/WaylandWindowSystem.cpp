@@ -14,9 +14,12 @@
 #include "platform/linux/wayland/kwin/KdeHotKeys.h"
 #include "platform/linux/wayland/kwin/KeystateModifiers.h"
 #include "platform/linux/wayland/kwin/PlasmaToplevels.h"
+#include "platform/linux/wayland/own/FocusedModifiers.h"
+#include "platform/linux/wayland/own/ToolkitDisplay.h"
 #include "platform/linux/wayland/own/WaylandOwnWindows.h"
 #include "platform/linux/wayland/sway/SwayHotKeys.h"
 #include "platform/linux/wayland/sway/SwayToplevels.h"
+#include "platform/linux/wayland/windows/AccessibleToplevels.h"
 #include "platform/linux/wayland/windows/WaylandFrontmostSource.h"
 #include "platform/linux/wayland/windows/WaylandWorkspace.h"
 
@@ -24,13 +27,12 @@ namespace quillmender::wayland {
 
 namespace {
 
-using FindProcess = std::function<QCoro::Task<qint64>(QString title, QString appId)>;
-
 constexpr std::chrono::milliseconds primaryLimit{500};
 // What the lines for a configuration bind.
 constexpr QKeyCombination usualHotKey(Qt::ControlModifier | Qt::AltModifier, Qt::Key_Space);
 
-void makeSources(WindowSystemServices &services, WaylandServices &shared, FindProcess findProcess) {
+void makeSources(WindowSystemServices &services, WaylandServices &shared,
+                 const WindowSystemNeeds &needs) {
     shared.foreignToplevels =
         wlroots::ForeignToplevels::create(*shared.connection, QString::fromLatin1(applicationId));
     QString backend;
@@ -47,26 +49,59 @@ void makeSources(WindowSystemServices &services, WaylandServices &shared, FindPr
     } else if (shared.foreignToplevels) {
         shared.toplevels = std::move(shared.foreignToplevels);
         backend = QStringLiteral("wlr-foreign-toplevel-management and the accessibility bus");
+    } else if (needs.frontWindows) {
+        shared.toplevels = std::make_unique<AccessibleToplevels>(needs.frontWindows());
+        backend = QStringLiteral("the accessibility bus");
     } else {
         return;
     }
     services.backends[Capability::sourceApplications] = backend;
     shared.applications = std::make_unique<SourceApplications>(
-        *shared.toplevels, [findProcess = std::move(findProcess)](Toplevel active) {
+        *shared.toplevels, [findProcess = needs.findProcess](Toplevel active) {
             return findProcess(active.title, active.appId);
         });
     services.workspace = std::make_unique<WaylandWorkspace>(*shared.applications);
 }
 
-void makeClipboard(WindowSystemServices &services, WaylandServices &shared) {
-    shared.dataControl = DataControl::create(*shared.connection);
-    if (!shared.dataControl)
+Lack lackOfClipboard() {
+    Lack lack(QStringLiteral("Quillmender cannot take text from the clipboard of other "
+                             "applications, nor put it there."));
+    lack.remedy = QStringLiteral("This desktop shows the clipboard to no program that runs in the "
+                                 "background, except through its X server. Install the package "
+                                 "xwayland and log in again.");
+    return lack;
+}
+
+// The server beside the compositor knows what is copied in either world.
+void makeBridgedClipboard(WindowSystemServices &services, WaylandServices &shared,
+                          const WindowSystemNeeds &needs) {
+    BridgedClipboard bridged =
+        needs.openBridgedClipboard ? needs.openBridgedClipboard() : BridgedClipboard();
+    if (!bridged.pasteboard) {
+        services.missing[Capability::clipboard] = lackOfClipboard();
         return;
+    }
+    services.pasteboard = std::move(bridged.pasteboard);
+    services.backends[Capability::clipboard] = QStringLiteral("the X server of the session");
+    shared.readPrimary = std::move(bridged.readPrimary);
+}
+
+void makeClipboard(WindowSystemServices &services, WaylandServices &shared,
+                   const WindowSystemNeeds &needs) {
+    shared.dataControl = DataControl::create(*shared.connection);
+    if (!shared.dataControl) {
+        makeBridgedClipboard(services, shared, needs);
+        return;
+    }
     services.pasteboard = std::make_unique<WaylandPasteboard>(*shared.dataControl,
                                                               shared.chordMoment, shared.copyWatch);
     services.backends[Capability::clipboard] = QStringLiteral("data-control");
-    if (shared.dataControl->hasPrimary())
-        shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
+    if (!shared.dataControl->hasPrimary())
+        return;
+    shared.primary = std::make_unique<PrimarySelection>(*shared.dataControl);
+    shared.readPrimary = [primary = shared.primary.get()] {
+        return primary->primaryText(primaryLimit);
+    };
 }
 
 portal::Portal &portalOf(WaylandServices &shared) {
@@ -92,6 +127,14 @@ Lack makePortalTyping(WaylandServices &shared, portal::RemoteDesktopKeys::FindCo
     return lack;
 }
 
+void listenToModifiers(WaylandServices &shared) {
+    wl_display *const display = toolkitDisplay();
+    if (!display)
+        return;
+    shared.keyboardWatch = std::make_unique<KeyboardWatch>(display);
+    shared.modifiers = std::make_unique<FocusedModifiers>(*shared.keyboardWatch, *shared.toplevels);
+}
+
 void makeTyping(WindowSystemServices &services, WaylandServices &shared) {
     const auto name = [&services](const char *backend) {
         services.backends[Capability::chords] = QString::fromLatin1(backend);
@@ -109,6 +152,8 @@ void makeTyping(WindowSystemServices &services, WaylandServices &shared) {
     shared.typing = kwin::FakeInput::create(*shared.connection, shared.modifiers.get(), findCodes);
     if (shared.typing)
         return name("fake-input");
+    if (!shared.modifiers)
+        listenToModifiers(shared);
     // What the user holds would mix with the keys, so that the permission would be good for
     // nothing.
     if (!shared.modifiers)
@@ -118,11 +163,8 @@ void makeTyping(WindowSystemServices &services, WaylandServices &shared) {
 }
 
 void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
-    WaylandFrontmostSource::ReadPrimary readPrimary;
-    if (auto *primary = shared.primary.get())
-        readPrimary = [primary] { return primary->primaryText(primaryLimit); };
     auto frontmost =
-        std::make_unique<WaylandFrontmostSource>(*shared.applications, std::move(readPrimary));
+        std::make_unique<WaylandFrontmostSource>(*shared.applications, shared.readPrimary);
     makeTyping(services, shared);
     if (shared.typing)
         services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
@@ -178,7 +220,7 @@ void makeOwnWindows(WindowSystemServices &services, WaylandServices &shared) {
 
 } // namespace
 
-WindowSystemServices makeWindowSystem(FindProcess findProcess) {
+WindowSystemServices makeWindowSystem(const WindowSystemNeeds &needs) {
     WindowSystemServices services;
     services.name = QStringLiteral("Wayland");
     endWhenToolkitLosesCompositor();
@@ -188,8 +230,8 @@ WindowSystemServices makeWindowSystem(FindProcess findProcess) {
         return services;
     services.shared = shared;
     shared->sway = sway::SwayIpc::open();
-    makeSources(services, *shared, std::move(findProcess));
-    makeClipboard(services, *shared);
+    makeSources(services, *shared, needs);
+    makeClipboard(services, *shared, needs);
     if (shared->applications)
         makeFrontmost(services, *shared);
     makeHotKeys(services, *shared);

@@ -6,7 +6,6 @@ namespace quillmender::wayland {
 
 /// The services of a Wayland compositor, each by what this one offers. A service that it cannot
 /// give is null, and among the missing ones. Without a compositor everything is missing.
-WindowSystemServices
-makeWindowSystem(std::function<QCoro::Task<qint64>(QString title, QString appId)> findProcess);
+WindowSystemServices makeWindowSystem(const WindowSystemNeeds &needs);
 
 } // namespace quillmender::wayland

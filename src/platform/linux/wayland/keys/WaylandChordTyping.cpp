@@ -163,6 +163,8 @@ QCoro::Task<ChordResult> WaylandChordTyping::type() {
         around_.moment.note();
         if (!isPaste())
             around_.copies.start(application_->processId());
+        if (isPaste() && text_)
+            text_->noteChord();
     };
     const TypedOutcome outcome = co_await around_.typing.type(keys(), isStillMeant, beforeLast);
     if (outcome.isTyped && !isPaste() && !isOver())

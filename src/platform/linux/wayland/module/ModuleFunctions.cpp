@@ -5,10 +5,10 @@
 
 extern "C" {
 
-Q_DECL_EXPORT void quillmender_make_wayland_window_system(
-    quillmender::WindowSystemServices &services,
-    const std::function<QCoro::Task<qint64>(QString title, QString appId)> &findProcess) {
-    services = quillmender::wayland::makeWindowSystem(findProcess);
+Q_DECL_EXPORT void
+quillmender_make_wayland_window_system(quillmender::WindowSystemServices &services,
+                                       const quillmender::WindowSystemNeeds &needs) {
+    services = quillmender::wayland::makeWindowSystem(needs);
 }
 
 Q_DECL_EXPORT int quillmender_serve_clipboard(int argc, char *argv[]) {

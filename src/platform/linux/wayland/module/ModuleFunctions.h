@@ -10,9 +10,7 @@ namespace quillmender::wayland {
 /// but plain types.
 inline constexpr auto moduleFile = "wayland.so";
 
-using MakeWindowSystem =
-    void(WindowSystemServices &services,
-         const std::function<QCoro::Task<qint64>(QString title, QString appId)> &findProcess);
+using MakeWindowSystem = void(WindowSystemServices &services, const WindowSystemNeeds &needs);
 inline constexpr auto makeWindowSystemName = "quillmender_make_wayland_window_system";
 
 using ServeClipboard = int(int argc, char *argv[]);
