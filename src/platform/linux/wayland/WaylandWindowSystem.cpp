@@ -120,7 +120,8 @@ Lack makePortalTyping(WaylandServices &shared, portal::RemoteDesktopKeys::FindCo
     Lack lack(permission->sentence());
     lack.remedy =
         QStringLiteral("Your desktop can let Quillmender type on the keyboard. It asks you "
-                       "in a window of its own, and calls that remote control. Quillmender "
+                       "in a window of its own, and calls that remote control; where the "
+                       "window has a switch for remote interaction, turn it on. Quillmender "
                        "types nothing but the keys for copying and pasting.");
     lack.permission = permission;
     shared.typing = std::move(keys);
