@@ -68,7 +68,9 @@ TEST_F(AccessibleToplevelsTest, StaysTheActiveOneWhileOursHasTheKeyboard) {
     EXPECT_TRUE(toplevels_.active());
     EXPECT_FALSE(toplevels_.hasKeyboard("editor"));
     panel.reset();
-    ASSERT_TRUE(waitFor([&] { return QGuiApplication::focusWindow() == nullptr; }));
+    ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
+    // Of a window that is destroyed the toolkit does not tell that it was the one.
+    Q_EMIT qGuiApp->focusWindowChanged(nullptr);
     EXPECT_TRUE(toplevels_.active()) << "on the way back";
     EXPECT_FALSE(toplevels_.hasKeyboard("editor"));
     front_.show(editor_, true);
