@@ -1,5 +1,6 @@
 #include "platform/linux/atspi/ActiveFrames.h"
 
+#include "platform/linux/atspi/Decoding.h"
 #include "platform/linux/atspi/FrameSearch.h"
 
 #include <QCoreApplication>
@@ -26,6 +27,14 @@ QDBusMessage nameQuestion(const ObjectRef &object) {
         object.service, object.path, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     question << QLatin1String(protocol::accessible) << QStringLiteral("Name");
+    question.setAutoStartService(false);
+    return question;
+}
+
+QDBusMessage stateQuestion(const ObjectRef &object) {
+    QDBusMessage question = QDBusMessage::createMethodCall(object.service, object.path,
+                                                           QLatin1String(protocol::accessible),
+                                                           QStringLiteral("GetState"));
     question.setAutoStartService(false);
     return question;
 }
@@ -107,6 +116,7 @@ void ActiveFrames::adopt(const ObjectRef &frame, qint64 process) {
     if (process == QCoreApplication::applicationPid()) {
         if (std::exchange(isActive_, false))
             Q_EMIT changed();
+        seeWhetherItIsThere();
         return;
     }
     const bool isNew = frame != frame_;
@@ -120,6 +130,27 @@ void ActiveFrames::adopt(const ObjectRef &frame, qint64 process) {
     askName(frame, &FrontWindow::title);
     if (isNew)
         askName({frame.service, QLatin1String(protocol::rootPath)}, &FrontWindow::application);
+}
+
+// A window that is closed with ours behind it goes without a word: nobody else becomes active.
+void ActiveFrames::seeWhetherItIsThere() {
+    if (!latest_)
+        return;
+    const auto *answer = new QDBusPendingCallWatcher(
+        bus_.connection().asyncCall(stateQuestion(frame_), limitMilliseconds), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this,
+            [this, frame = frame_](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                const QDBusError::ErrorType error = finished->error().type();
+                // One that hangs is there.
+                if (frame != frame_ || error == QDBusError::NoReply ||
+                    error == QDBusError::Timeout || error == QDBusError::TimedOut)
+                    return;
+                const QVariant states =
+                    finished->isError() ? QVariant() : firstValue(finished->reply().arguments());
+                if (!decodeStates(states).has(State::visible))
+                    forget();
+            });
 }
 
 void ActiveFrames::askName(const ObjectRef &object, QString FrontWindow::*name) {

@@ -35,6 +35,7 @@ class ActiveFrames : public FrontWindows {
     void subscribe();
     static QCoro::Task<> lookAround(QPointer<ActiveFrames> self);
     void adopt(const ObjectRef &frame, qint64 process);
+    void seeWhetherItIsThere();
     void askName(const ObjectRef &object, QString FrontWindow::*name);
     void forget();
 
