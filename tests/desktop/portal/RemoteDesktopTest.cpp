@@ -3,6 +3,7 @@
 #include "platform/linux/portal/RemoteDesktopKeys.h"
 
 #include <QDBusConnectionInterface>
+#include <QElapsedTimer>
 
 namespace quillmender {
 namespace {
@@ -138,6 +139,27 @@ TEST_F(RemoteDesktopTest, APortalThatEndsBeforeTheKeysHasTypedNothing) {
     EXPECT_FALSE(outcome.isUnavailable) << "the next time it may be there again";
     EXPECT_FALSE(outcome.reason.isEmpty());
     EXPECT_EQ(tokens_.kept, QStringLiteral("first")) << "one that it gave is good once it is back";
+}
+
+TEST_F(RemoteDesktopTest, NoKeyCanOvertakeTheOneAheadOfIt) {
+    tokens_.kept = QStringLiteral("first");
+    fake_->set(QStringLiteral("RemoteDesktop.NotifyKeyboardKeycode"), {0, {}, Manner::mute});
+    const auto keys = [this] { return fake_->asked().filter(QStringLiteral("key ")); };
+    bool isTyped = false;
+    const auto typing = [&]() -> QCoro::Task<> {
+        const TypedOutcome outcome =
+            co_await keys_.type(TypedKeys::controlC, [] { return true; }, [] {});
+        isTyped = outcome.isTyped;
+    };
+    const auto task = typing();
+    ASSERT_TRUE(harness::becomesTrue([&] { return !keys().isEmpty(); }));
+    QElapsedTimer unanswered;
+    unanswered.start();
+    ASSERT_TRUE(harness::becomesTrue([&] { return keys().size() > 1; }));
+    EXPECT_GE(unanswered.elapsed(), 500) << "it is given up before the next is sent";
+    ASSERT_TRUE(harness::becomesTrue([&] { return isTyped; })) << "they may be typed all the same";
+    EXPECT_THAT(keys(), ElementsAre(QStringLiteral("key 29 1"), QStringLiteral("key 46 1"),
+                                    QStringLiteral("key 46 0"), QStringLiteral("key 29 0")));
 }
 
 TEST_F(RemoteDesktopTest, KeysThatAreRefusedAreNotTyped) {

@@ -43,21 +43,27 @@ QDBusPendingCall sendKey(const QDBusConnection &bus, const PortalSession &sessio
     return bus.asyncCall(key, keyMilliseconds);
 }
 
-/// Whether the first key went down. All are sent at once, so that nothing comes in between.
+/// Whether the first key went down. The portal attends to calls side by side: a key that is sent
+/// before the one ahead of it was answered may overtake it, and a letter without its modifier would
+/// be typed into the text.
 QCoro::Task<std::optional<QString>> press(QDBusConnection bus, const PortalSession &session,
                                           kwin::ChordCodes codes) {
     QDBusPendingCall first = sendKey(bus, session, codes.modifier, true);
-    sendKey(bus, session, codes.key, true);
-    sendKey(bus, session, codes.key, false);
-    QDBusPendingCall last = sendKey(bus, session, codes.modifier, false);
     const QDBusMessage begun = co_await first;
-    const QDBusMessage ended = co_await last;
-    Q_UNUSED(ended)
-    // One that is late may type them all the same.
-    const bool isRefused =
-        begun.type() == QDBusMessage::ErrorMessage && first.error().type() != QDBusError::NoReply;
-    if (isRefused)
+    // One that is late may type it all the same.
+    const bool isLate = first.error().type() == QDBusError::NoReply;
+    if (begun.type() == QDBusMessage::ErrorMessage && !isLate)
         co_return begun.errorMessage();
+    // What went down comes up, whatever becomes of the keys in between.
+    QDBusPendingCall down = sendKey(bus, session, codes.key, true);
+    const QDBusMessage pressed = co_await down;
+    QDBusPendingCall up = sendKey(bus, session, codes.key, false);
+    const QDBusMessage released = co_await up;
+    QDBusPendingCall last = sendKey(bus, session, codes.modifier, false);
+    const QDBusMessage ended = co_await last;
+    Q_UNUSED(pressed)
+    Q_UNUSED(released)
+    Q_UNUSED(ended)
     co_return std::nullopt;
 }
 
