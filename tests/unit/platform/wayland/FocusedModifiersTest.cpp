@@ -11,6 +11,8 @@
 
 #include <wayland-client.h>
 
+#include <cstring>
+
 namespace quillmender::wayland {
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "unit/platform/wayland/TestCompositor.h"
 
-#include <QtTypes>
+#include <QtGlobal>
 
 struct wl_resource;
 

@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QRasterWindow>
 
+#include <algorithm>
+
 namespace quillmender::wayland {
 
 using namespace std::chrono_literals;
