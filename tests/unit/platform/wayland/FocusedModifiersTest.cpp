@@ -9,9 +9,8 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
-#include <wayland-client.h>
-
 #include <cstring>
+#include <wayland-client.h>
 
 namespace quillmender::wayland {
 
