@@ -2,6 +2,8 @@
 
 #include "desktop/harness/HarnessError.h"
 
+#include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDir>
 #include <QFileInfo>
 
@@ -62,6 +64,18 @@ void AnyDesktop::startAccessibilityBus(bool enabled) {
 void AnyDesktop::startKeyring() {
     keyring_ = std::make_unique<Keyring>(*sessionBus_, environment_,
                                          folders_.log(QStringLiteral("keyring")));
+}
+
+void AnyDesktop::tellServices() {
+    qDBusRegisterMetaType<QMap<QString, QString>>();
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("UpdateActivationEnvironment"));
+    QMap<QString, QString> variables;
+    for (const QString &name : environment_.keys())
+        variables.insert(name, environment_.value(name));
+    call << QVariant::fromValue(variables);
+    sessionBus_->connection().call(call);
 }
 
 void AnyDesktop::endServices() {

@@ -79,6 +79,8 @@ class AnyDesktop {
     void startSessionBus(const QStringList &services);
     void startAccessibilityBus(bool enabled);
     void startKeyring();
+    /// What the session bus starts from now on gets this desktop's environment.
+    void tellServices();
 
     void endSessionBus() { sessionBus_.reset(); }
     /// The services that clients of the window system need no more.

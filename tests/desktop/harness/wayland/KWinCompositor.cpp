@@ -1,5 +1,6 @@
 #include "desktop/harness/wayland/KWinCompositor.h"
 
+#include "desktop/harness/DesktopEntry.h"
 #include "desktop/harness/HarnessError.h"
 #include "desktop/harness/ProductProcess.h"
 #include "desktop/harness/SessionBus.h"
@@ -40,7 +41,8 @@ KWinCompositor::KWinCompositor(const Options &options, const Place &place)
             QStringLiteral("kwin-host")) {
     writeSettings(options);
     // KWin looks for changes every now and then only.
-    writeEntry(ProductProcess::path(), QStringLiteral(QUILLMENDER_DESKTOP_FILE));
+    installDesktopEntry(place.folders, ProductProcess::path(),
+                        QStringLiteral(QUILLMENDER_DESKTOP_FILE));
     setVariable("XDG_CURRENT_DESKTOP", QStringLiteral("KDE"));
     readDesktopFiles();
     QMap<QString, QString> own{
@@ -133,36 +135,8 @@ void KWinCompositor::reload() {
 }
 
 void KWinCompositor::trust(const QString &program, const QString &desktopFile) {
-    if (writeEntry(program, desktopFile))
+    if (installDesktopEntry(place().folders, program, desktopFile))
         readDesktopFiles();
-}
-
-bool KWinCompositor::writeEntry(const QString &program, const QString &desktopFile) {
-    QFile file(desktopFile);
-    if (!file.open(QIODevice::ReadOnly))
-        throw HarnessError(QStringLiteral("no %1").arg(desktopFile));
-    const QString executable = QFileInfo(program).canonicalFilePath();
-    QByteArray contents;
-    bool isStarted = false; // what comes after that is how its actions are
-    while (!file.atEnd()) {
-        QByteArray line = file.readLine();
-        if (line.startsWith("TryExec="))
-            continue;
-        if (line.startsWith("Exec=") && !isStarted) {
-            line = "Exec=" + QFile::encodeName(executable) + '\n';
-            isStarted = true;
-        }
-        contents += line;
-    }
-    QString name = QFileInfo(desktopFile).fileName();
-    if (name.endsWith(QStringLiteral(".in")))
-        name.chop(3);
-    const QString entry = place().folders.data() + QStringLiteral("/applications/") + name;
-    QFile before(entry);
-    if (before.open(QIODevice::ReadOnly) && before.readAll() == contents)
-        return false;
-    writeFile(entry, contents);
-    return true;
 }
 
 } // namespace quillmender::harness

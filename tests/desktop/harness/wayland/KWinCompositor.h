@@ -25,8 +25,6 @@ class KWinCompositor : public Compositor {
 
   private:
     void writeSettings(const Options &options);
-    /// False when the entry is there already.
-    bool writeEntry(const QString &program, const QString &desktopFile);
     void readDesktopFiles();
 
     SwayCompositor host_;

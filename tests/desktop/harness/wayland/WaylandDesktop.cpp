@@ -4,9 +4,6 @@
 #include "desktop/harness/wayland/WaylandClipboardOwner.h"
 #include "desktop/harness/wayland/WaylandClipboardProbe.h"
 
-#include <QDBusMessage>
-#include <QDBusMetaType>
-
 namespace quillmender::harness {
 
 WaylandDesktop::WaylandDesktop(const Options &options) {
@@ -60,18 +57,6 @@ QString WaylandDesktop::selectedText() {
 
 void WaylandDesktop::prepareFor(const QString &program) {
     compositor_->trust(program, QStringLiteral(QUILLMENDER_DESKTOP_FILE));
-}
-
-void WaylandDesktop::tellServices() {
-    qDBusRegisterMetaType<QMap<QString, QString>>();
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("UpdateActivationEnvironment"));
-    QMap<QString, QString> variables;
-    for (const QString &name : environment().keys())
-        variables.insert(name, environment().value(name));
-    call << QVariant::fromValue(variables);
-    sessionBus().connection().call(call);
 }
 
 } // namespace quillmender::harness

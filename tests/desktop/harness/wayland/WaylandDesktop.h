@@ -44,8 +44,6 @@ class WaylandDesktop : public AnyDesktop {
     void prepareFor(const QString &program) override;
 
   private:
-    void tellServices();
-
     std::unique_ptr<Compositor> compositor_;
 };
 
