@@ -14,7 +14,7 @@ namespace {
 QStringList services() {
     QStringList files;
     for (const char *name :
-         {"ca.desrt.dconf", "org.freedesktop.portal.Desktop", "org.freedesktop.portal.Documents",
+         {"ca.desrt.dconf", "org.freedesktop.portal.Desktop",
           "org.freedesktop.impl.portal.PermissionStore",
           "org.freedesktop.impl.portal.desktop.gnome", "org.freedesktop.impl.portal.desktop.gtk",
           "org.gnome.Settings.GlobalShortcutsProvider"}) {

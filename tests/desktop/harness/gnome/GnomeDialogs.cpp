@@ -1,7 +1,11 @@
 #include "desktop/harness/gnome/GnomeDialogs.h"
 
+#include "desktop/harness/HarnessError.h"
+
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
+
+#include <algorithm>
 
 namespace quillmender::harness {
 
@@ -12,37 +16,34 @@ const auto ofPortal = QStringLiteral("org.freedesktop.impl.portal.desktop.gnome"
 
 } // namespace
 
-std::optional<Accessible> GnomeDialogs::keys() const {
-    return control(ofKeys, QStringLiteral("Add"));
+bool GnomeDialogs::asksForKeys() const {
+    return !controls(ofKeys, QStringLiteral("Add")).isEmpty();
 }
 
 void GnomeDialogs::acceptKeys() const {
-    answer(&GnomeDialogs::keys, ofKeys, QStringLiteral("Add"));
+    answer(&GnomeDialogs::asksForKeys, ofKeys, QStringLiteral("Add"));
 }
 
 void GnomeDialogs::refuseKeys() const {
-    answer(&GnomeDialogs::keys, ofKeys, QStringLiteral("Cancel"));
+    answer(&GnomeDialogs::asksForKeys, ofKeys, QStringLiteral("Cancel"));
 }
 
-std::optional<Accessible> GnomeDialogs::remoteDesktop() const {
-    return control(ofPortal, QStringLiteral("Share"));
+bool GnomeDialogs::asksForRemoteDesktop() const {
+    return !controls(ofPortal, QStringLiteral("Share")).isEmpty();
 }
 
-void GnomeDialogs::acceptRemoteDesktop(bool isRemembered) const {
-    waitUntil([this] { return remoteDesktop().has_value(); },
-              QStringLiteral("the user is asked for the remote desktop"));
+void GnomeDialogs::acceptRemoteDesktop() const {
     use(ofPortal, QStringLiteral("Allow Remote Interaction"));
-    if (isRemembered)
-        use(ofPortal, QStringLiteral("Remember This Selection"));
-    answer(&GnomeDialogs::remoteDesktop, ofPortal, QStringLiteral("Share"));
+    const QString remember = QStringLiteral("_Remember This Selection");
+    for (const Accessible &box : controls(ofPortal, remember)) {
+        if (!box.hasState(AccessibleState::checked))
+            use(ofPortal, remember);
+    }
+    answer(&GnomeDialogs::asksForRemoteDesktop, ofPortal, QStringLiteral("Share"));
 }
 
 void GnomeDialogs::refuseRemoteDesktop() const {
-    answer(&GnomeDialogs::remoteDesktop, ofPortal, QStringLiteral("Cancel"));
-}
-
-QString GnomeDialogs::tree() const {
-    return accessible_.tree(processOf(ofKeys)) + accessible_.tree(processOf(ofPortal));
+    answer(&GnomeDialogs::asksForRemoteDesktop, ofPortal, QStringLiteral("Cancel"));
 }
 
 qint64 GnomeDialogs::processOf(const QString &busName) const {
@@ -50,32 +51,35 @@ qint64 GnomeDialogs::processOf(const QString &busName) const {
     return process.isValid() ? process.value() : 0;
 }
 
-std::optional<Accessible> GnomeDialogs::control(const QString &busName, const QString &name) const {
+QList<Accessible> GnomeDialogs::controls(const QString &busName, const QString &name) const {
     const qint64 process = processOf(busName);
     if (process == 0)
-        return std::nullopt;
-    return accessible_.find(process, [&](const Accessible &node) {
+        return {};
+    return accessible_.findAll(process, [&](const Accessible &node) {
         // Labels have actions, too, such as to copy them.
         return node.name() == name && node.roleName() != QStringLiteral("label") &&
-               node.hasState(AccessibleState::showing) &&
-               node.interfaces().contains(QStringLiteral("org.a11y.atspi.Action"));
+               node.hasState(AccessibleState::showing);
     });
 }
 
 void GnomeDialogs::use(const QString &busName, const QString &name) const {
-    waitUntil(
-        [&] {
-            const auto found = control(busName, name);
-            return found && found->hasState(AccessibleState::sensitive) && found->doAction();
-        },
-        QStringLiteral("\"%1\" can be used").arg(name));
+    // A row is named like the switch in it, and does nothing.
+    const auto isUsed = [&] {
+        const QList<Accessible> found = controls(busName, name);
+        return std::any_of(found.cbegin(), found.cend(), [](const Accessible &each) {
+            return each.hasState(AccessibleState::sensitive) && each.doAction();
+        });
+    };
+    if (!becomesTrue(isUsed)) {
+        throw HarnessError(QStringLiteral("\"%1\" cannot be used among:\n%2")
+                               .arg(name, accessible_.tree(processOf(busName))));
+    }
 }
 
 void GnomeDialogs::answer(Question question, const QString &busName, const QString &button) const {
-    waitUntil([&] { return (this->*question)().has_value(); }, QStringLiteral("the user is asked"));
+    waitUntil([&] { return (this->*question)(); }, QStringLiteral("the user is asked"));
     use(busName, button);
-    waitUntil([&] { return !(this->*question)().has_value(); },
-              QStringLiteral("the question is gone"));
+    waitUntil([&] { return !(this->*question)(); }, QStringLiteral("the question is gone"));
 }
 
 } // namespace quillmender::harness

@@ -13,27 +13,24 @@ class GnomeDialogs {
         : sessionBus_(sessionBus),
           accessible_(accessible) {}
 
-    /// "Add Keyboard Shortcuts". Null while nobody is asked.
-    std::optional<Accessible> keys() const;
+    /// "Add Keyboard Shortcuts".
+    bool asksForKeys() const;
     /// Wait for the question; over when its window is gone.
     void acceptKeys() const;
     void refuseKeys() const;
 
     /// "Remote Desktop".
-    std::optional<Accessible> remoteDesktop() const;
-    /// Switches "Allow Remote Interaction" on; "Remember This Selection" as it is asked to.
-    void acceptRemoteDesktop(bool isRemembered) const;
+    bool asksForRemoteDesktop() const;
+    /// With both switches on: "Allow Remote Interaction" and "Remember This Selection".
+    void acceptRemoteDesktop() const;
     void refuseRemoteDesktop() const;
 
-    /// Both windows, widget by widget.
-    QString tree() const;
-
   private:
-    using Question = std::optional<Accessible> (GnomeDialogs::*)() const;
+    using Question = bool (GnomeDialogs::*)() const;
 
     qint64 processOf(const QString &busName) const;
-    /// A shown control of this name.
-    std::optional<Accessible> control(const QString &busName, const QString &name) const;
+    /// What is shown under this name and is no label.
+    QList<Accessible> controls(const QString &busName, const QString &name) const;
     void use(const QString &busName, const QString &name) const;
     void answer(Question question, const QString &busName, const QString &button) const;
 

@@ -121,7 +121,7 @@ void GnomeShell::writeMonitors(const Options &options) const {
                               "<layoutmode>logical</layoutmode><logicalmonitor>"
                               "<x>0</x><y>0</y><scale>%3</scale><primary>yes</primary>"
                               "<monitor><monitorspec><connector>Meta-0</connector>"
-                              "<vendor>MetaVendor</vendor><product>MetaMonitor</product>"
+                              "<vendor>MetaVendor</vendor><product>MetaVirtualMonitor</product>"
                               "<serial>0x00</serial></monitorspec>"
                               "<mode><width>%1</width><height>%2</height><rate>60.000</rate></mode>"
                               "</monitor></logicalmonitor></configuration></monitors>\n")
