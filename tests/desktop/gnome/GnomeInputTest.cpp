@@ -60,8 +60,7 @@ TEST_F(GnomeInputTest, LayoutsAreTheUsers) {
 }
 
 TEST_F(GnomeInputTest, PointerClicksWhereItIsSentTo) {
-    const auto editor = TestApplication::sampleEditor(desktop(), QStringLiteral("plain"),
-                                                      QStringLiteral("one word more"));
+    const auto editor = TestApplication::mousepad(desktop(), QStringLiteral("one word more"));
     const Accessible text = editor.focusedText();
     const QPoint word = text.characterExtents(5).center() + editor.geometry().topLeft();
     desktop().input().doubleClick(word);

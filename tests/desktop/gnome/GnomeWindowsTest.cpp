@@ -61,8 +61,7 @@ TEST_F(GnomeWindowsTest, AScaledScreenIsCountedInPixelsOfWindows) {
     startDesktop(options);
     EXPECT_EQ(desktop().screen(), QSize(800, 600));
     EXPECT_EQ(desktop().screenshot().size(), options.shell.screen);
-    const auto editor = TestApplication::sampleEditor(desktop(), QStringLiteral("plain"),
-                                                      QStringLiteral("one word more"));
+    const auto editor = TestApplication::mousepad(desktop(), QStringLiteral("one word more"));
     EXPECT_TRUE(QRect(QPoint(), desktop().screen()).contains(editor.geometry().center()));
     const Accessible text = editor.focusedText();
     desktop().input().doubleClick(text.characterExtents(5).center() + editor.geometry().topLeft());

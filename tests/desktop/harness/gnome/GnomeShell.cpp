@@ -78,7 +78,7 @@ GnomeShell::GnomeShell(const Options &options, const Place &place)
                 .pipeOutput = false,
                 .workingDirectory = place.folders.home()});
     waitUntilUp();
-    user_ = std::make_unique<GnomeUser>(place.sessionBus.connection(), options.layouts);
+    user_ = std::make_unique<GnomeUser>(place.sessionBus.connection(), screen_, options.layouts);
     setOverview(false);
 }
 

@@ -4,13 +4,16 @@
 #include "desktop/harness/gnome/ShellEyes.h"
 #include "desktop/harness/wayland/KeymapUser.h"
 
+#include <QSize>
+
 namespace quillmender::harness {
 
 /// A keyboard and a mouse of a GNOME Shell. They are there for as long as this object is: without a
 /// keyboard a seat gives no window the focus.
 class GnomeUser : public KeymapUser {
   public:
-    GnomeUser(const QDBusConnection &bus, const QString &layouts);
+    /// `screen` is what positions are counted in; `layouts` as in Keymap.
+    GnomeUser(const QDBusConnection &bus, QSize screen, const QString &layouts);
 
     void movePointer(QPoint position) override;
 
@@ -24,6 +27,7 @@ class GnomeUser : public KeymapUser {
   private:
     RemoteControl control_;
     ShellEyes eyes_;
+    QSize screen_;
 };
 
 } // namespace quillmender::harness
