@@ -66,7 +66,8 @@ TEST_F(GnomeInputTest, PointerClicksWhereItIsSentTo) {
     desktop().input().doubleClick(word);
     waitUntil([&] { return text.selectedText() == QStringLiteral("word"); },
               QStringLiteral("the word is selected"));
-    desktop().input().click(word);
+    // Elsewhere, since a third click on the word would be one more of the same row.
+    desktop().input().click(word + QPoint(100, 100));
     waitUntil([&] { return text.selectedText().isEmpty(); },
               QStringLiteral("a single click selects nothing"));
 }

@@ -1,8 +1,6 @@
 #include "desktop/harness/TestApplication.h"
 #include "desktop/harness/gnome/GnomeDesktopTest.h"
 
-#include <QDBusMessage>
-#include <QDBusVariant>
 #include <QDir>
 #include <QTemporaryDir>
 
@@ -11,20 +9,7 @@
 namespace quillmender::harness {
 namespace {
 
-class GnomeServicesTest : public GnomeDesktopTest {
-  protected:
-    uint portalVersion(const QString &interface) {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.portal.Desktop"),
-            QStringLiteral("/org/freedesktop/portal/desktop"),
-            QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-        call.setArguments(
-            {QStringLiteral("org.freedesktop.portal.") + interface, QStringLiteral("version")});
-        const QVariant version =
-            desktop().sessionBus().connection().call(call).arguments().value(0);
-        return version.value<QDBusVariant>().variant().toUInt();
-    }
-};
+class GnomeServicesTest : public GnomeDesktopTest {};
 
 // Command lines of the processes whose environment or arguments name the desktop's folder.
 QStringList programsOf(const QString &folder) {
@@ -49,8 +34,8 @@ TEST_F(GnomeServicesTest, AllOfADesktopIsThere) {
     EXPECT_TRUE(desktop().accessibilityBus()->isEnabled());
     desktop().keyring()->store(QStringLiteral("s"), QStringLiteral("a"), "secret");
     EXPECT_EQ(desktop().keyring()->lookup(QStringLiteral("s"), QStringLiteral("a")), "secret");
-    EXPECT_GE(portalVersion(QStringLiteral("GlobalShortcuts")), 1U);
-    EXPECT_GE(portalVersion(QStringLiteral("RemoteDesktop")), 2U);
+    EXPECT_GE(desktop().portalVersion(QStringLiteral("GlobalShortcuts")), 1U);
+    EXPECT_GE(desktop().portalVersion(QStringLiteral("RemoteDesktop")), 2U);
 }
 
 TEST_F(GnomeServicesTest, AccessibilityCanBeOff) {

@@ -6,6 +6,9 @@
 #include "desktop/harness/gnome/GnomeClipboardOwner.h"
 #include "desktop/harness/gnome/GnomeClipboardProbe.h"
 
+#include <QDBusMessage>
+#include <QDBusVariant>
+
 namespace quillmender::harness {
 
 namespace {
@@ -52,6 +55,7 @@ GnomeDesktop::GnomeDesktop(const Options &options) {
                                                                       .sessionBus = sessionBus()});
     take(shell_->variables());
     tellServices();
+    waitForPortals();
     dialogs_ = std::make_unique<GnomeDialogs>(sessionBus(), accessible());
 }
 
@@ -60,6 +64,26 @@ GnomeDesktop::~GnomeDesktop() {
     shell_.reset();
     endServices();
     endSessionBus();
+}
+
+uint GnomeDesktop::portalVersion(const QString &interface) {
+    constexpr int startDeadlineMs = 30000;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Desktop"),
+        QStringLiteral("/org/freedesktop/portal/desktop"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call.setArguments(
+        {QStringLiteral("org.freedesktop.portal.") + interface, QStringLiteral("version")});
+    const QDBusMessage answer = sessionBus().connection().call(call, QDBus::Block, startDeadlineMs);
+    return answer.arguments().value(0).value<QDBusVariant>().variant().toUInt();
+}
+
+// The shell has them started when it has hardly started itself, and a busy machine gives them up
+// then: the next who calls starts them anew.
+void GnomeDesktop::waitForPortals() {
+    constexpr std::chrono::minutes longStart{2};
+    waitUntil([this] { return portalVersion(QStringLiteral("GlobalShortcuts")) > 0; },
+              QStringLiteral("the portals are up"), longStart);
 }
 
 std::unique_ptr<SelectionOwner>

@@ -21,6 +21,10 @@ class GnomeDesktop : public AnyDesktop {
     GnomeShell &shell() { return *shell_; }
     GnomeDialogs &dialogs() { return *dialogs_; }
 
+    /// Of one of the portal's interfaces, named without `org.freedesktop.portal.`; 0 when it is not
+    /// there.
+    uint portalVersion(const QString &interface);
+
     WindowList &windows() override { return shell_->windows(); }
     GnomeUser &input() override { return shell_->user(); }
     QImage screenshot() override { return shell_->screenshot(); }
@@ -38,6 +42,8 @@ class GnomeDesktop : public AnyDesktop {
     void prepareFor(const QString &program) override;
 
   private:
+    void waitForPortals();
+
     std::unique_ptr<GnomeShell> shell_;
     std::unique_ptr<GnomeDialogs> dialogs_;
 };
