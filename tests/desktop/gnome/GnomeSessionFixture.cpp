@@ -36,7 +36,7 @@ void GnomeSessionFixture::agreeToHotKey() {
             return harness::becomesTrue([&] { return panel().isActive(); }, aWhile);
         },
         QStringLiteral("the hot key opens the panel"));
-    desktop().input().chord({XK_Escape});
+    click(QStringLiteral("Close"));
     waitUntilPanelIsGone();
 }
 
@@ -55,7 +55,8 @@ QPoint GnomeSessionFixture::middleOf(const harness::Accessible &widget) {
 }
 
 bool GnomeSessionFixture::isToBeLogged(const QByteArray &line) {
-    return line.startsWith(platformLine);
+    // What the toolkit says when the shell takes the input method from a window that has just gone.
+    return line.startsWith(platformLine) || line.startsWith("qt.qpa.wayland.textinput: ");
 }
 
 void GnomeSessionFixture::TearDown() {

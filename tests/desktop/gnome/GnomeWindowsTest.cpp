@@ -22,7 +22,8 @@ TEST_F(GnomeWindowsTest, ActivatesAndCloses) {
     waitUntil([&] { return !first.process().isRunning(); },
               QStringLiteral("the closed window's program ends"));
     EXPECT_EQ(first.process().exitCode(), 0);
-    EXPECT_FALSE(windows.all().contains(first.window()));
+    waitUntil([&] { return !windows.all().contains(first.window()); },
+              QStringLiteral("the shell lists it no more"));
 }
 
 TEST_F(GnomeWindowsTest, OverviewIsLeftAndTakesTheKeyboardWhileItIsShown) {

@@ -161,9 +161,14 @@ void GnomeShell::setOverview(bool isShown) {
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
     call.setArguments({QStringLiteral("org.gnome.Shell"), QStringLiteral("OverviewActive"),
                        QVariant::fromValue(QDBusVariant(isShown))});
-    place_.sessionBus.connection().call(call);
-    waitUntil([&] { return isOverviewShown() == isShown; },
-              QStringLiteral("the overview comes or goes"));
+    // What is said while it still comes is forgotten.
+    constexpr std::chrono::milliseconds aWhile{500};
+    waitUntil(
+        [&] {
+            place_.sessionBus.connection().call(call);
+            return becomesTrue([&] { return isOverviewShown() == isShown; }, aWhile);
+        },
+        QStringLiteral("the overview comes or goes"));
 }
 
 bool GnomeShell::isOverviewShown() const {
