@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
-#include <QThread>
 #include <QWidget>
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 /// A field that treats editing commands as browser engines in Qt's windows do: it knows the command
@@ -65,7 +65,7 @@ class CommandField : public QWidget {
     }
 
     void copy() {
-        QThread::sleep(stall_);
+        std::this_thread::sleep_for(stall_);
         QApplication::clipboard()->setText(text_);
         if (stall_.count() > 0)
             window()->setWindowTitle(text_ + QStringLiteral(" copied"));

@@ -3,6 +3,7 @@
 #include "desktop/wayland/wlroots/WlrootsTest.h"
 #include "platform/linux/atspi/FrameProcesses.h"
 #include "platform/linux/wayland/ChordMoment.h"
+#include "platform/linux/wayland/keys/CopyWatch.h"
 #include "platform/linux/wayland/keys/CompositorLines.h"
 #include "platform/linux/wayland/keys/VirtualKeyboard.h"
 #include "platform/linux/wayland/keys/WaylandChords.h"
@@ -111,8 +112,9 @@ TEST_F(LabwcTest, ChordsReachTheWindowThatComesToTheFront) {
     SourceApplications applications(*toplevels_);
     wayland::WaylandFrontmostSource frontmost(applications, {});
     wayland::ChordMoment moment;
+    wayland::CopyWatch copies;
     const auto keyboard = wayland::VirtualKeyboard::create(*connection_);
-    wayland::WaylandChords chords({*toplevels_, frontmost, *keyboard, moment});
+    wayland::WaylandChords chords({*toplevels_, frontmost, *keyboard, moment, copies});
 
     startTerminal(QStringLiteral("source"));
     ASSERT_TRUE(becomesActive(QStringLiteral("source")));
