@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto openingLimit = 30s;
+constexpr auto openingLimit = 10s;
 constexpr auto primaryLimit = 500ms;
 
 QCoro::Task<std::optional<QString>> readPrimary(QPointer<X11Connection> connection) {
