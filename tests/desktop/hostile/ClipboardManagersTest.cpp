@@ -74,6 +74,13 @@ class ClipboardManagersTest : public HostileFixture, public testing::WithParamIn
         return representations;
     }
 
+    static std::string described(const QList<ClipboardRepresentation> &representations) {
+        std::string text;
+        for (const ClipboardRepresentation &each : representations)
+            text += each.target.toStdString() + ": " + each.bytes.left(40).toStdString() + "\n";
+        return text;
+    }
+
     /// Everything that it has recorded.
     QByteArray history() {
         if (!GetParam().ask.isEmpty())
@@ -119,10 +126,12 @@ TEST_P(ClipboardManagersTest, KeepsTheUsersEntryAndNotTheAnswer) {
     answerWith(answer);
     pressHotKey();
     waitForPanel(wrong);
-    EXPECT_TRUE(readClipboard() == before);
+    const auto captured = readClipboard();
+    EXPECT_TRUE(captured == before) << described(captured) << "before:\n" << described(before);
     click(QStringLiteral("Fix My Grammar"));
     waitUntilPanelIsGone();
-    EXPECT_TRUE(readClipboard() == before);
+    const auto after = readClipboard();
+    EXPECT_TRUE(after == before) << described(after) << "before:\n" << described(before);
 
     // What it records at last comes after everything else.
     record(QStringLiteral("copied afterwards"));

@@ -37,8 +37,8 @@ class BridgedPasteboard : public Pasteboard {
     X11Pasteboard pasteboard_;
 };
 
-/// Of the server that `DISPLAY` names. Waits for half a minute where the server is only started by
-/// this, since a session that has just begun is busy. Empty when there is none.
+/// Of the server that `DISPLAY` names. Waits for ten seconds where the server is only started by this,
+/// since a session that has just begun is busy. Empty when there is none.
 BridgedClipboard openBridgedClipboard();
 
 } // namespace quillmender::x11
