@@ -45,12 +45,14 @@ class ClipboardManagersTest : public HostileFixture, public testing::WithParamIn
         record(entry);
     }
 
-    /// Copies a text until the manager has it.
+    /// Copies a text until the manager has it and the clipboard has it still.
     void record(const QString &text) {
         const auto isInHistory = [&] { return history().contains(text.toUtf8()); };
         waitUntil(
             [&] {
-                return isRead(text) && harness::becomesTrue(isInHistory, std::chrono::seconds(2));
+                // One that persists what was copied last may have taken the clipboard meanwhile.
+                return isRead(text) && harness::becomesTrue(isInHistory, std::chrono::seconds(2)) &&
+                       isOnClipboard(text);
             },
             QStringLiteral("the manager records \"%1\"").arg(text));
     }
@@ -72,6 +74,12 @@ class ClipboardManagersTest : public HostileFixture, public testing::WithParamIn
         auto representations = harness::ClipboardProbe(desktop().display()).read().representations;
         std::ranges::sort(representations, {}, &ClipboardRepresentation::target);
         return representations;
+    }
+
+    bool isOnClipboard(const QString &text) {
+        const auto representations = readClipboard();
+        return std::ranges::find(representations, text.toUtf8(), &ClipboardRepresentation::bytes) !=
+               representations.end();
     }
 
     static std::string described(const QList<ClipboardRepresentation> &representations) {
