@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QAccessible>
+
 namespace quillmender {
 
-/// Keeps the text of every password field out of the events that announce changes to assistive
-/// technology: bullets stand in for it. (Questions about the text are refused by the toolkit
-/// itself.) May be called more than once.
-void hideSecretsFromAccessibility();
+/// Announces a change to assistive technology with bullets in place of a password field's text.
+/// (Questions about the text are refused by the toolkit itself.)
+void announceWithoutSecrets(QAccessibleEvent *event, QAccessible::UpdateHandler announce);
 
 } // namespace quillmender

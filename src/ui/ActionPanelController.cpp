@@ -2,6 +2,7 @@
 
 #include "ui/ActionPanel.h"
 #include "ui/ActionPickerView.h"
+#include "ui/LateAppearance.h"
 #include "ui/PickerKeys.h"
 #include "ui/ReadyPanel.h"
 #include "ui/WindowPixels.h"
@@ -53,7 +54,8 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
           *panel_, *view_->region(), *view_->editor(),
           FreshKeys::Keyboard{
               [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); },
-              [this](quint32 code) { return ownWindows_.isKeyDown(code); }})) {
+              [this](quint32 code) { return ownWindows_.isKeyDown(code); }})),
+      appearance_(std::make_unique<LateAppearance>(*panel_)) {
     ownWindows_.watchForKeyboard([this](const QWindow *window, bool isWithheld) {
         if (window == panel_->windowHandle())
             view_->setKeyboardWithheld(isWithheld);
@@ -87,6 +89,8 @@ void ActionPanelController::makeKeyAndOrderFront() {
     const bool wasVisible = isVisible();
     closing_.stop();
     keys_->setClosing(false);
+    if (!panel_->isVisible())
+        appearance_->begin();
     panel_->show();
     panel_->raise();
     panel_->activateWindow();

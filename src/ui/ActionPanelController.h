@@ -14,6 +14,7 @@ namespace quillmender {
 class ActionPanel;
 class ActionPickerModel;
 class ActionPickerView;
+class LateAppearance;
 class PickerKeys;
 class ReadyPanel;
 
@@ -56,6 +57,7 @@ class ActionPanelController : public PickerPanel {
     ActionPickerView *view_; ///< owned by the panel
     std::unique_ptr<ActionPanel> panel_;
     std::unique_ptr<PickerKeys> keys_; ///< goes before the controls that it watches
+    std::unique_ptr<LateAppearance> appearance_;
     std::weak_ptr<SteppedAside> aside_;
     QTimer closing_;
 };

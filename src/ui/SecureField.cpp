@@ -1,6 +1,6 @@
 #include "ui/SecureField.h"
 
-#include "ui/AccessibleSecrets.h"
+#include "ui/AccessibleUpdates.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -22,7 +22,7 @@ bool wouldLoseText(const QKeyEvent &event) {
 } // namespace
 
 SecureField::SecureField(Theme &theme, QWidget *parent) : TextField(theme, parent) {
-    hideSecretsFromAccessibility();
+    superviseAccessibleUpdates();
     setEchoMode(QLineEdit::Password);
     setDragEnabled(false);
 }
