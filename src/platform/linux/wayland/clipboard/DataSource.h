@@ -3,13 +3,13 @@
 #include "platform/linux/wayland/clipboard/DataControlProxies.h"
 #include "platform/linux/wayland/clipboard/Descriptor.h"
 #include "platform/linux/wayland/clipboard/OfferedContents.h"
+#include "platform/linux/wayland/clipboard/PipeWriter.h"
 
 #include <QObject>
 
 namespace quillmender::wayland {
 
 class DataControl;
-class PipeWriter;
 
 /// Contents that this program offers as a selection, byte for byte. Who has asked is served to the
 /// end, whatever becomes of the offer meanwhile.

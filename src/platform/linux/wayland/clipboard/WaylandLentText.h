@@ -15,8 +15,6 @@
 
 namespace quillmender::wayland {
 
-class PipeWriter;
-
 /// A text on the clipboard for one paste. A compositor does not say who asks for it. What is
 /// believed is therefore: who asks for a plain text once the chord is out is pasting it. Programs
 /// that record the clipboard ask as soon as the text is there, which is before the chord; those of

@@ -31,7 +31,6 @@ void LayerPanel::prepare(QWindow &panel) {
     layer_->setScope(QString::fromLatin1(applicationId) + QStringLiteral(".panel"));
     layer_->setAnchors(Layer::AnchorNone);
     layer_->setExclusiveZone(0);
-    layer_->setScreenConfiguration(Layer::ScreenFromQWindow);
 }
 
 void LayerPanel::aboutToShow(bool takesKeyboard) {
