@@ -78,9 +78,11 @@ QList<Application> terminals() {
                      {text("vim"), text("-u"), text("NONE"), text("-N"), text("-n"), text("--cmd"),
                       text("set autoindent"), text("wall.txt")},
                      vimKeys};
+    // From 0.8 on it keeps the mouse to itself, and the terminal selects nothing.
     const Inside neovim{"neovim",
                         "Neovim, inserting",
-                        {text("nvim"), text("-u"), text("NONE"), text("-n"), text("wall.txt")},
+                        {text("nvim"), text("-u"), text("NONE"), text("-n"), text("--cmd"),
+                         text("set mouse="), text("wall.txt")},
                         vimKeys};
     const auto alt = [=](UserInput &input, const char *key) {
         input.chord({XK_Escape});
