@@ -1,3 +1,4 @@
+#include "applications/ApplicationRun.h"
 #include "applications/Catalog.h"
 #include "applications/FormattedField.h"
 #include "applications/RunningApplication.h"
@@ -85,8 +86,17 @@ Application gimp() {
                     QImage picture(800, 500, QImage::Format_RGB32);
                     picture.fill(Qt::white);
                     picture.save(file);
-                    return desktop.command(QStringLiteral("gimp"),
-                                           {QStringLiteral("--no-splash"), file});
+                    // A version that has not run before covers the picture with its welcome.
+                    const QString version =
+                        installedVersion(QStringLiteral("gimp")).section(u'-', 0, 0);
+                    writeHomeFile(desktop, QStringLiteral("gimprc"),
+                                  QByteArray("(config-version \"") + version.toLatin1() +
+                                      "\")\n(show-welcome-dialog no)\n");
+                    harness::Command command = desktop.command(
+                        QStringLiteral("gimp"), {QStringLiteral("--no-splash"), file});
+                    command.environment.insert(QStringLiteral("GIMP3_DIRECTORY"),
+                                               desktop.folders().home());
+                    return command;
                 },
             .title = QStringLiteral("picture"),
             .prepare =
