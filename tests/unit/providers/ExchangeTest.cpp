@@ -2,6 +2,7 @@
 #include "unit/providers/ProviderTest.h"
 
 #include <QJsonDocument>
+#include <QJsonValue>
 
 namespace quillmender::test {
 

@@ -30,7 +30,13 @@ struct TestSeat::Requests {
         of(compositor).surface_ = wl_resource_create(client, &wl_surface_interface, 1, id);
     }
     static void bindCompositor(wl_client *client, void *self, uint32_t version, uint32_t id) {
-        static const struct wl_compositor_interface compositor{createSurface, nothing};
+        // Newer versions of the interface have more requests.
+        static const auto compositor = [] {
+            struct wl_compositor_interface requests{};
+            requests.create_surface = createSurface;
+            requests.create_region = nothing;
+            return requests;
+        }();
         wl_resource *const made =
             wl_resource_create(client, &wl_compositor_interface, static_cast<int>(version), id);
         wl_resource_set_implementation(made, &compositor, self, nullptr);
