@@ -12,8 +12,13 @@ namespace quillmender {
 
 namespace {
 
+using testing::_;
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Ne;
+using testing::NotNull;
 using testing::Pair;
 
 using Heard = std::vector<std::pair<QObject *, QAccessible::Event>>;
@@ -78,12 +83,15 @@ TEST_F(LateAppearanceTest, TellsInTheOrderInWhichItCame) {
     EXPECT_THAT(listener.heard, IsEmpty());
     window.show();
     ASSERT_TRUE(QTest::qWaitFor([this] { return isHeard(button, QAccessible::Focus); }));
+    // Where the toolkit is accessible, what it tells of the shown window itself comes after these.
+    ASSERT_GE(listener.heard.size(), 5U);
+    listener.heard.resize(5);
     EXPECT_THAT(listener.heard, ElementsAre(Pair(&button, QAccessible::ObjectShow),
                                             Pair(&window, QAccessible::DialogStart),
                                             Pair(&button, QAccessible::StateChanged),
                                             Pair(&button, QAccessible::NameChanged),
                                             Pair(&button, QAccessible::Focus)));
-    ASSERT_EQ(listener.states.size(), 1U);
+    ASSERT_FALSE(listener.states.empty());
     EXPECT_TRUE(listener.states.front().disabled);
 }
 
@@ -104,16 +112,14 @@ TEST_F(LateAppearanceTest, AWindowThatNeverComesIsToldOfAllTheSame) {
 
 TEST_F(LateAppearanceTest, WhatIsGoneIsNotToldOf) {
     auto other = std::make_unique<QPushButton>(&window);
+    QObject *const gone = other.get();
     appearance.begin();
     tell(*other, QAccessible::ObjectShow);
     tell(button, QAccessible::ObjectShow);
     other.reset();
     window.show();
     ASSERT_TRUE(QTest::qWaitFor([this] { return isHeard(button, QAccessible::ObjectShow); }));
-    EXPECT_EQ(
-        std::count_if(listener.heard.begin(), listener.heard.end(),
-                      [](const auto &update) { return update.second == QAccessible::ObjectShow; }),
-        1);
+    EXPECT_THAT(listener.heard, Each(Pair(AllOf(NotNull(), Ne(gone)), _)));
 }
 
 TEST_F(LateAppearanceTest, OtherWindowsAndLaterChangesAreToldAtOnce) {
