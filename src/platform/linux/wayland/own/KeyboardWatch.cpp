@@ -40,7 +40,7 @@ void KeyboardWatch::announce(quint32 name, const char *interface, quint32 versio
         return;
     Proxy<wl_seat> seat(static_cast<wl_seat *>(wl_registry_bind(
         registry_.get(), name, &wl_seat_interface, std::min(version, highestSeat))));
-    auto keyboard = std::make_unique<SeatKeyboard>(std::move(seat));
+    auto keyboard = std::make_unique<SeatKeyboard>(display_, std::move(seat));
     const SeatKeyboard *const known = keyboard.get();
     connect(known, &SeatKeyboard::entered, this, [this, known] { latest_ = known; });
     connect(known, &SeatKeyboard::modifiersTold, this, &KeyboardWatch::modifiersTold);
@@ -58,6 +58,10 @@ bool KeyboardWatch::isDown(quint32 code) const {
 
 bool KeyboardWatch::isAny() const {
     return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isThere(); });
+}
+
+bool KeyboardWatch::isAwaited() const {
+    return std::ranges::any_of(seats_, [](const auto &seat) { return seat.second->isAwaited(); });
 }
 
 std::optional<quint32> KeyboardWatch::modifiers() const {

@@ -33,6 +33,10 @@ class KeyboardWatch : public QObject {
     /// Whether there is any keyboard that a window can have.
     bool isAny() const;
 
+    /// Whether the compositor has yet to say of one whether a window of this program has it. A
+    /// question that it is asked after this was answered is answered after it has.
+    bool isAwaited() const;
+
     /// Whether a window of this program has a keyboard.
     bool isHere() const;
 

@@ -90,14 +90,23 @@ void LayerPanel::appeared() {
         want(Layer::KeyboardInteractivityOnDemand);
         commit();
     } else if (way_ == Layer::KeyboardInteractivityOnDemand) {
-        trial_ = std::make_unique<RoundTrip>(keyboard_.display());
-        connect(trial_.get(), &RoundTrip::over, this, &LayerPanel::decide);
-        wl_display_flush(keyboard_.display());
+        tryOnDemand();
     }
+}
+
+void LayerPanel::tryOnDemand() {
+    trial_ = std::make_unique<RoundTrip>(keyboard_.display());
+    connect(trial_.get(), &RoundTrip::over, this, &LayerPanel::decide);
+    wl_display_flush(keyboard_.display());
 }
 
 void LayerPanel::decide() {
     trial_.release()->deleteLater();
+    if (!keyboard_.isHere() && keyboard_.isAwaited()) {
+        // One that was plugged in together with the panel may be here without our knowing it yet.
+        tryOnDemand();
+        return;
+    }
     // It may have come and gone in between.
     if (keyboard_.isHere() || !keyboard_.isAny()) {
         qCInfo(log, "the panel has the keyboard on demand");

@@ -46,6 +46,7 @@ class LayerPanel : public QObject, public PanelStanding {
     void want(Interactivity interactivity);
     void commit();
     void appeared();
+    void tryOnDemand();
     void decide();
 
     KeyboardWatch &keyboard_;

@@ -1,5 +1,7 @@
 #include "platform/linux/wayland/own/SeatKeyboard.h"
 
+#include "platform/linux/wayland/RoundTrip.h"
+
 #include <span>
 #include <unistd.h>
 #include <utility>
@@ -45,8 +47,17 @@ struct SeatKeyboard::Events {
                                                    key,    modifiers, repeatInfo};
 };
 
-SeatKeyboard::SeatKeyboard(Proxy<wl_seat> seat) : seat_(std::move(seat)) {
+SeatKeyboard::SeatKeyboard(wl_display *display, Proxy<wl_seat> seat)
+    : display_(display),
+      seat_(std::move(seat)),
+      description_(std::make_unique<RoundTrip>(display)) {
     wl_seat_add_listener(seat_.get(), &Events::seat, this);
+}
+
+SeatKeyboard::~SeatKeyboard() = default;
+
+bool SeatKeyboard::isAwaited() const {
+    return !description_->isOver();
 }
 
 void SeatKeyboard::setCapabilities(quint32 capabilities) {
@@ -54,6 +65,7 @@ void SeatKeyboard::setCapabilities(quint32 capabilities) {
     if (isThere && !keyboard_) {
         keyboard_.reset(wl_seat_get_keyboard(seat_.get()));
         wl_keyboard_add_listener(keyboard_.get(), &Events::keyboard, this);
+        description_ = std::make_unique<RoundTrip>(display_);
     } else if (!isThere && keyboard_) {
         keyboard_.reset();
         leave();

@@ -6,9 +6,12 @@
 #include <QSet>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace quillmender::wayland {
+
+class RoundTrip;
 
 /// The keyboard of one seat, as it is told to the windows of one connection. Codes are those that
 /// the toolkit's key events have (`QKeyEvent::nativeScanCode`): evdev's and 8.
@@ -18,11 +21,15 @@ class SeatKeyboard : public QObject {
   public:
     using Moment = std::chrono::steady_clock::time_point;
 
-    /// Takes the seat, which has just been bound.
-    explicit SeatKeyboard(Proxy<wl_seat> seat);
+    /// Takes the seat, which has just been bound on the display. That outlives it.
+    SeatKeyboard(wl_display *display, Proxy<wl_seat> seat);
+    ~SeatKeyboard() override;
 
     /// Whether the seat has one.
     bool isThere() const { return keyboard_ != nullptr; }
+
+    /// Whether the compositor has yet to say what there is, or who has it.
+    bool isAwaited() const;
 
     /// Whether a window of the connection has it.
     bool isHere() const { return isHere_; }
@@ -58,8 +65,10 @@ class SeatKeyboard : public QObject {
     void setModifiers(quint32 mixing, quint32 layout);
     void leave();
 
+    wl_display *display_;
     Proxy<wl_seat> seat_;
     Proxy<wl_keyboard> keyboard_;
+    std::unique_ptr<RoundTrip> description_; ///< behind what was asked last
     bool isHere_ = false;
     QSet<quint32> downAtEntry_;
     QSet<quint32> down_;
