@@ -23,6 +23,12 @@ void writeFile(const QString &path, const QByteArray &contents) {
         throw HarnessError(QStringLiteral("cannot write %1").arg(path));
 }
 
+// It is on top and nobody sees it, and the keyboard stays KWin's.
+constexpr auto pulseRules = "floating_minimum_size 1 x 1\n"
+                            "no_focus [app_id=\"screen-pulse\"]\n"
+                            "for_window [app_id=\"screen-pulse\"] floating enable, "
+                            "move absolute position 0 0";
+
 QString copyWithoutCapabilities(const DesktopFolders &folders) {
     // The packaged one has a capability, with which the loader keeps variables from it, and which
     // not everybody may give.
@@ -37,8 +43,10 @@ QString copyWithoutCapabilities(const DesktopFolders &folders) {
 
 KWinCompositor::KWinCompositor(const Options &options, const Place &place)
     : Compositor(place, (QSizeF(options.screen) / options.scale).toSize(), QStringLiteral("kwin")),
-      host_({.screen = options.screen, .layouts = options.layouts}, place,
-            QStringLiteral("kwin-host")) {
+      host_({.screen = options.screen,
+             .layouts = options.layouts,
+             .configuration = QString::fromLatin1(pulseRules)},
+            place, QStringLiteral("kwin-host")) {
     writeSettings(options);
     // KWin looks for changes every now and then only.
     installDesktopEntry(place.folders, ProductProcess::path(),
@@ -86,11 +94,30 @@ KWinCompositor::KWinCompositor(const Options &options, const Place &place)
     windows_ = std::make_unique<KWinWindows>(*scripting_);
     waitUntil([&] { return host_.windows().active() != 0; },
               QStringLiteral("KWin has the keyboard"));
+    keepScreenAwake();
 }
 
 KWinCompositor::~KWinCompositor() {
     // Its host's end would look like a crash to it.
     process_.reset();
+}
+
+// KWin hands on a client's frame without any damage too, and paints no other one before it has been
+// told when that was on the screen. The host has nothing to paint then and tells nothing: clients
+// that wait for their next frame would stand still until something else moves.
+void KWinCompositor::keepScreenAwake() {
+    QMap<QString, QString> variables = host_.variables();
+    variables.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    pulse_ = std::make_unique<ChildProcess>(
+        Command{.program = QStringLiteral(QUILLMENDER_SCREEN_PULSE),
+                .arguments = {},
+                .environment = environmentWith(variables),
+                .logFile = place().folders.log(QStringLiteral("screen-pulse")),
+                .input = {},
+                .pipeOutput = false,
+                .workingDirectory = place().folders.home()});
+    waitUntil([&] { return host_.windows().all().size() == 2; },
+              QStringLiteral("the pulse of the screen"));
 }
 
 void KWinCompositor::writeSettings(const Options &options) {

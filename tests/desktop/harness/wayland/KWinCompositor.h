@@ -26,9 +26,11 @@ class KWinCompositor : public Compositor {
   private:
     void writeSettings(const Options &options);
     void readDesktopFiles();
+    void keepScreenAwake();
 
     SwayCompositor host_;
     std::unique_ptr<ChildProcess> process_;
+    std::unique_ptr<ChildProcess> pulse_; ///< of the host's screen
     std::unique_ptr<KWinScripting> scripting_;
     std::unique_ptr<KWinWindows> windows_;
 };
