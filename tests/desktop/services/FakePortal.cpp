@@ -36,12 +36,14 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString group = QStringLiteral("org.freedesktop.appearance");
 } // namespace
 
-FakePortal::FakePortal(const QVariantMap &appearance)
+FakePortal::FakePortal(const QVariantMap &appearance, const QString &busAddress)
     : connectionName_(QUuid::createUuid().toString()),
       appearance_(appearance) {
     qDBusRegisterMetaType<SettingGroups>();
     QDBusConnection bus =
-        QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_);
+        busAddress.isEmpty()
+            ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)
+            : QDBusConnection::connectToBus(busAddress, connectionName_);
     bus.registerObject(portalPath, this,
                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     bus.registerService(service);

@@ -16,7 +16,8 @@ class FakePortal : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
   public:
-    explicit FakePortal(const QVariantMap &appearance);
+    /// On the environment's session bus, or the one that has this address.
+    explicit FakePortal(const QVariantMap &appearance, const QString &busAddress = {});
     ~FakePortal() override;
 
     /// An accent colour as the portal tells it, channels from 0 to 1.
