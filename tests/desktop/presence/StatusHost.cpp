@@ -100,6 +100,13 @@ QList<MenuLine> StatusHost::menu(const QString &item) const {
     return lines;
 }
 
+void StatusHost::activate(const QString &item) const {
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(item, itemPath, itemInterface, QStringLiteral("Activate"));
+    call << 0 << 0;
+    ask(bus_, call);
+}
+
 void StatusHost::pick(const QString &item, int line) const {
     const QString path = property(item, QStringLiteral("Menu")).value<QDBusObjectPath>().path();
     QDBusMessage call =

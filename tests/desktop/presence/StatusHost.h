@@ -35,6 +35,8 @@ class StatusHost {
 
     QVariant property(const QString &item, const QString &name) const;
     QList<MenuLine> menu(const QString &item) const;
+    /// As a host does when the user clicks on the item itself.
+    void activate(const QString &item) const;
     /// As a host does when the user picks a line.
     void pick(const QString &item, int line) const;
 

@@ -3,6 +3,8 @@
 #include "platform/linux/services/TrayStatusItem.h"
 #include "platform/none/NoneAppearance.h"
 
+#include <QApplication>
+#include <QDBusMessage>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -12,14 +14,33 @@ namespace quillmender {
 
 namespace {
 
-StatusItemContents contents() {
+StatusItemContents contents(std::function<void()> handler = {}) {
     return {QStringLiteral("text.quote"),
             QStringLiteral("Quillmender"),
             QStringLiteral("Quillmender"),
-            {{QStringLiteral("Transform"), std::nullopt, false, {}}}};
+            {{QStringLiteral("Transform"), std::nullopt, false, std::move(handler)}}};
 }
 
 const QDBusConnection noBus(QStringLiteral("no such connection"));
+
+/// How often the first line has been chosen once the host has activated the item, if no menu
+/// opened.
+int firstLineCallsOfActivation(const FakeStatusWatcher &watcher, WindowSystemTray *tray) {
+    NoneAppearance appearance;
+    int calls = 0;
+    TrayStatusItem item(appearance, tray);
+    item.show(contents([&calls] { ++calls; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watcher.items().size() == 1; }, deadline));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcher.items().value(0), QStringLiteral("/StatusNotifierItem"),
+        QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
+    call << 0 << 0;
+    QDBusConnection::sessionBus().send(call);
+    const auto isMenuOpen = [] { return QApplication::activePopupWidget() != nullptr; };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isMenuOpen() || calls > 0; }, deadline));
+    EXPECT_NE(isMenuOpen(), calls > 0);
+    return calls;
+}
 
 /// A window system's tray that is never there, and counts who looks.
 class FakeTray : public WindowSystemTray {
@@ -72,6 +93,17 @@ TEST(StatusItemTest, RegistersAtOnceWhenTheStatusAreaIsThere) {
     TrayStatusItem item(appearance, nullptr);
     item.show(contents());
     EXPECT_TRUE(QTest::qWaitFor([&] { return watcher.items().size() == 1; }, deadline));
+}
+
+TEST(StatusItemTest, WhoActivatesItGetsTheMenu) {
+    const FakeStatusWatcher watcher;
+    FakeTray tray;
+    EXPECT_EQ(firstLineCallsOfActivation(watcher, &tray), 0);
+}
+
+TEST(StatusItemTest, WhoActivatesItGetsItsFirstLineWhereTheMenuHasNoPlace) {
+    const FakeStatusWatcher watcher;
+    EXPECT_EQ(firstLineCallsOfActivation(watcher, nullptr), 1);
 }
 
 TEST(StatusItemTest, NothingBreaksWithoutABus) {

@@ -3,6 +3,7 @@
 #include "platform/linux/services/Badge.h"
 #include "platform/linux/services/TrayMenu.h"
 
+#include <QAction>
 #include <QCursor>
 #include <QPalette>
 #include <QSystemTrayIcon>
@@ -12,6 +13,7 @@ namespace quillmender {
 TrayStatusItem::TrayStatusItem(Appearance &appearance, WindowSystemTray *tray,
                                const QDBusConnection &sessionBus)
     : appearance_(appearance),
+      placesMenu_(tray != nullptr),
       statusArea_(sessionBus, tray) {
     connect(&statusArea_, &StatusArea::appeared, this, &TrayStatusItem::makeTrayIcon);
 }
@@ -40,9 +42,16 @@ void TrayStatusItem::makeTrayIcon() {
     connect(trayIcon_.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger)
-                    menu_->popup(QCursor::pos());
+                    activate();
             });
     trayIcon_->show();
+}
+
+void TrayStatusItem::activate() {
+    if (placesMenu_)
+        menu_->popup(QCursor::pos());
+    else if (QAction *const first = menu_->actions().value(0))
+        first->trigger();
 }
 
 // The windows' colours come with the first window; the menu can be opened before.

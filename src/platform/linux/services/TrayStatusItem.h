@@ -20,7 +20,9 @@ class TrayStatusItem : public QObject, public StatusItem {
     Q_OBJECT
 
   public:
-    /// The menu follows the appearance. `tray` may be null. Both outlive this object.
+    /// The menu follows the appearance. `tray` is null where windows have no place of their own
+    /// choosing: there the menu is the host's to show, and whoever activates the item itself gets
+    /// what the first line does. Both outlive this object.
     TrayStatusItem(Appearance &appearance, WindowSystemTray *tray,
                    const QDBusConnection &sessionBus = QDBusConnection::sessionBus());
     ~TrayStatusItem() override;
@@ -30,9 +32,11 @@ class TrayStatusItem : public QObject, public StatusItem {
 
   private:
     void makeTrayIcon();
+    void activate();
     void colorMenu();
 
     Appearance &appearance_;
+    bool placesMenu_;
     StatusArea statusArea_;
     StatusItemContents contents_;
     std::unique_ptr<TrayMenu> menu_;

@@ -2,6 +2,8 @@
 #include "desktop/services/FakePortal.h"
 #include "desktop/wayland/sessions/WaylandSessionFixture.h"
 
+#include <algorithm>
+
 namespace quillmender {
 namespace {
 
@@ -54,6 +56,19 @@ TEST_P(WaylandPresenceTest, EachLineOfTheStatusItemDoesWhatItSays) {
     waitUntil([&] { return host.items().isEmpty() && !program().process().isRunning(); },
               QStringLiteral("the program and its item are gone"));
     EXPECT_EQ(program().process().exitCode(), 0);
+}
+
+// A menu that the program opened would be a window like others, somewhere.
+TEST_P(WaylandPresenceTest, AClickOnTheStatusItemOpensThePanelAndNoMenu) {
+    startDesktop();
+    const StatusHost host(desktop().sessionBus().address());
+    startProgram();
+    host.activate(host.waitForItem());
+    waitForPanel();
+    const QList<harness::WindowId> all = desktop().windows().all();
+    EXPECT_TRUE(std::ranges::all_of(all, [&](harness::WindowId window) {
+        return desktop().windows().title(window) == QStringLiteral("Quillmender");
+    }));
 }
 
 TEST_P(WaylandPresenceTest, AWindowFollowsTheColoursOfTheDesktop) {
