@@ -16,6 +16,8 @@ harness::Command commandOf(harness::Desktop &desktop, const QString &text,
         {desktop.accessibilityBus()->address(), options.isActive ? active : inactive,
          QString::number(options.fieldRole), text, QString::number(options.selectionStart),
          QString::number(options.selectionEnd)});
+    for (const auto &[start, end] : options.laterSelections)
+        command.arguments += {QString::number(start), QString::number(end)};
     command.pipeOutput = true;
     return command;
 }

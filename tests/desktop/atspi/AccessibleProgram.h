@@ -14,6 +14,8 @@ class AccessibleProgram {
         uint fieldRole = ScriptedApplication::textRole;
         int selectionStart = 0;
         int selectionEnd = 0;
+        /// Starts and ends: it takes the next one whenever its text has been read.
+        QList<std::pair<int, int>> laterSelections{};
     };
 
     AccessibleProgram(harness::Desktop &desktop, const QString &text, const Options &options);

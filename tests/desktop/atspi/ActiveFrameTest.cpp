@@ -7,7 +7,7 @@ namespace {
 
 using harness::waitUntil;
 
-constexpr AccessibleProgram::Options behind{.isActive = false};
+const AccessibleProgram::Options behind{.isActive = false};
 
 /// Nobody knows the application in front but the accessibility bus.
 class ActiveFrameTest : public AtspiTest {

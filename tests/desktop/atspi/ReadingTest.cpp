@@ -85,5 +85,54 @@ TEST_F(ReadingTest, BlankSelectionGivesTheWholeText) {
     EXPECT_EQ(reading.value, QStringLiteral("one two"));
 }
 
+/// Somebody who still changes the selection while it is read, with the keys that come after the hot
+/// key.
+class MovingSelectionTest : public AtspiTest {
+  protected:
+    /// "two" is selected, and one of these after another whenever the text has been read.
+    FocusReading readWhileMoving(const QList<std::pair<int, int>> &later) {
+        harness::Desktop::Options options;
+        options.windowManager = false;
+        options.keyring = false;
+        start(options);
+        program_.emplace(desktop(), whole,
+                         AccessibleProgram::Options{
+                             .selectionStart = 4, .selectionEnd = 7, .laterSelections = later});
+        frontmost().pretend(program_->pid());
+        return waitForFocus();
+    }
+
+    static void expectOfOneMoment(const FocusReading &reading) {
+        ASSERT_TRUE(reading.selectedText && reading.selectedRange);
+        EXPECT_EQ(*reading.selectedText,
+                  whole.mid(reading.selectedRange->location, reading.selectedRange->length));
+    }
+
+    inline static const QString whole = QStringLiteral("one two three");
+
+  private:
+    std::optional<AccessibleProgram> program_;
+};
+
+TEST_F(MovingSelectionTest, TextAndRangeAreOfOneMoment) {
+    const FocusReading reading = readWhileMoving({{8, 13}});
+    EXPECT_EQ(reading.selectedText, QStringLiteral("three"));
+    expectOfOneMoment(reading);
+}
+
+TEST_F(MovingSelectionTest, ASelectionThatNeverRestsIsReadAsItWasOnce) {
+    QList<std::pair<int, int>> growing;
+    for (int read = 0; read < 20; ++read)
+        growing.append({4, read % 2 == 0 ? 9 : 8});
+    expectOfOneMoment(readWhileMoving(growing));
+}
+
+TEST_F(MovingSelectionTest, ASelectionThatVanishesLeavesTheWholeText) {
+    const FocusReading reading = readWhileMoving({{7, 7}});
+    EXPECT_EQ(reading.selectedText, std::nullopt);
+    EXPECT_EQ(reading.selectedRange, std::nullopt);
+    EXPECT_EQ(reading.value, whole);
+}
+
 } // namespace
 } // namespace quillmender::atspi

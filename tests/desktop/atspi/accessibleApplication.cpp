@@ -4,7 +4,8 @@
 #include <QTextStream>
 
 // Arguments: the address of the accessibility bus, "active" or "inactive", the number of the
-// field's role, its text, and where its selection starts and ends.
+// field's role, its text, where its selection starts and ends, and so many more of these pairs: the
+// next one is taken whenever the text has been read.
 int main(int argc, char *argv[]) {
     const QCoreApplication program(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
@@ -13,6 +14,14 @@ int main(int argc, char *argv[]) {
     application.fieldRole = arguments.value(3).toUInt();
     application.selectionStart = arguments.value(5).toInt();
     application.selectionEnd = arguments.value(6).toInt();
+    qsizetype next = 7;
+    application.whenRead = [&] {
+        if (next >= arguments.size())
+            return;
+        application.selectionStart = arguments.value(next).toInt();
+        application.selectionEnd = arguments.value(next + 1).toInt();
+        next += 2;
+    };
     application.join();
     QTextStream(stdout) << "ready" << Qt::endl;
     return QCoreApplication::exec();

@@ -22,6 +22,10 @@ FocusReading readingElsewhere(const RunningApplicationRef &asked) {
     return reading;
 }
 
+QString textAt(const QString &whole, TextRange range) {
+    return whole.mid(range.location, range.length);
+}
+
 } // namespace
 
 AtspiFocusedText::AtspiFocusedText(FrontmostSource &frontmost, AtspiBus &bus)
@@ -103,10 +107,22 @@ QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<Elem
 
 QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element,
                                          TextReader::AskedAheadRef ahead) {
-    const std::optional<QString> selected = co_await reader_.selectedText(element, ahead);
-    if (!isBlank(selected)) {
+    // Somebody who still changes the selection: the answer to one text must not replace another.
+    constexpr int attempts = 3;
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        const std::optional<QString> selected = co_await reader_.selectedText(element, ahead);
+        reading->selectedText.reset();
+        if (isBlank(selected))
+            break;
         reading->selectedText = selected;
         reading->selectedRange = co_await rangeOf(element, ahead);
+        if (element->memory.selection == element->memory.selectionOrCaret)
+            co_return;
+        ahead = std::make_shared<TextReader::AskedAhead>();
+    }
+    if (reading->selectedText) {
+        if (reading->selectedRange)
+            reading->selectedText = textAt(*element->captured, *reading->selectedRange);
         co_return;
     }
     const std::optional<QString> value = co_await reader_.value(element);
