@@ -100,7 +100,9 @@ void ActionPanelController::makeKeyAndOrderFront() {
         QApplication::setActiveWindow(panel_.get());
     // A control that an older run keeps disabled takes no keys.
     const QWidget *focus = panel_->focusWidget();
-    if (!wasVisible || !focus || !focus->isEnabled()) {
+    // And one that nobody chose is given up, unless somebody types there by now.
+    const bool isNobodys = view_->hasStopgapFocus() && keys_->untilRest().count() == 0;
+    if (!wasVisible || !focus || !focus->isEnabled() || isNobodys) {
         view_->resetFocus();
         keys_->reset();
     }

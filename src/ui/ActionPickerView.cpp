@@ -106,8 +106,10 @@ void ActionPickerView::connectControls() {
         model_.runCustomInstruction();
         renderNow();
     });
-    connect(promptCard_->editor(), &InstructionEditor::edited, this,
-            [this](const QString &text) { model_.setCustomInstruction(text); });
+    connect(promptCard_->editor(), &InstructionEditor::edited, this, [this](const QString &text) {
+        isStopgap_ = false;
+        model_.setCustomInstruction(text);
+    });
     connect(promptCard_->editor(), &QPlainTextEdit::cursorPositionChanged, this, [this] {
         if (promptCard_->editor()->hasFocus())
             region_->reveal(promptCard_);
@@ -133,11 +135,16 @@ void ActionPickerView::renderNow() {
 }
 
 void ActionPickerView::resetFocus() {
+    isStopgap_ = false;
     QWidget *start = startingPoint();
     region_->showTop(start);
     // The instruction may be below the edge: what has the keyboard is seen.
     if (model_.isWorking() && start == editor())
         region_->reveal(start);
+}
+
+bool ActionPickerView::hasStopgapFocus() const {
+    return isStopgap_ && window()->focusWidget() == editor();
 }
 
 void ActionPickerView::setKeyboardWithheld(bool isWithheld) {
@@ -194,8 +201,10 @@ void ActionPickerView::keepFocus(QWidget *focus) {
         return;
     // Whatever comes next in the order of tabs could be a button, which the next key would press.
     // In the instruction a key does no harm.
-    if (focus->isHidden() || !focus->isVisible())
+    if (focus->isHidden() || !focus->isVisible()) {
+        isStopgap_ = true;
         region_->showTop(editor());
+    }
     // The window was left and came back while the control was disabled, and could not give it the
     // focus then.
     else if (focus->isEnabled() && isActiveWindow() && window()->focusWidget() == focus)
@@ -210,6 +219,17 @@ void ActionPickerView::showNews() {
     shownError_ = model_.errorMessage();
     if (isNews)
         region_->showTop(window()->focusWidget());
+    if (isNews && model_.errorMessage() && !model_.isWorking() && isVisible())
+        showError();
+}
+
+// What has the keyboard is seen, and so is what went wrong: where both do not fit, the error gets
+// it. Somebody who writes an instruction goes on writing.
+void ActionPickerView::showError() {
+    const QWidget *focus = window()->focusWidget();
+    const bool isWriting = focus == editor() && !model_.customInstruction().isEmpty();
+    if (focus && region_->isAncestorOf(focus) && !isWriting && !region_->shows(focus))
+        region_->showTop(previewCard_->error());
 }
 
 } // namespace quillmender

@@ -41,6 +41,9 @@ class ActionPickerView : public QWidget {
     /// none can be pressed, on what helps then.
     void resetFocus();
 
+    /// Whether the keyboard is where it is only because the place where the user had it has gone.
+    bool hasStopgapFocus() const;
+
     /// Says in the header that what is typed goes elsewhere, and what to do, or no longer.
     void setKeyboardWithheld(bool isWithheld);
 
@@ -60,6 +63,7 @@ class ActionPickerView : public QWidget {
     /// Leaves the keyboard where it was, unless that place has gone.
     void keepFocus(QWidget *focus);
     void showNews();
+    void showError();
     void buildHeader(QVBoxLayout *stack);
     void buildBody(QVBoxLayout *stack, QList<GridColumn> columns);
     void buildFooter(QVBoxLayout *stack);
@@ -78,6 +82,7 @@ class ActionPickerView : public QWidget {
     PushButton *settings_ = nullptr;
     PushButton *close_ = nullptr;
     bool stale_ = true;
+    bool isStopgap_ = false;
     bool shownWorking_ = false;
     std::optional<QString> shownError_;
 };

@@ -21,8 +21,11 @@ namespace quillmender {
 namespace {
 
 bool isArrow(const QKeyEvent &event) {
-    return event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down &&
-           (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    return event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down;
+}
+
+bool isChord(const QKeyEvent &event) {
+    return (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier;
 }
 
 bool isTyped(const QKeyEvent &event) {
@@ -186,7 +189,8 @@ bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
     const bool isText = focus == &editor_;
     // In a text the arrows are the text's, but for the one that leads out of it. A held key stops
     // at the edge.
-    if (isText && (arrow != Qt::Key_Up || event.isAutoRepeat() || !isInFirstLine(editor_)))
+    if (isText &&
+        (arrow != Qt::Key_Up || isChord(event) || event.isAutoRepeat() || !isInFirstLine(editor_)))
         return false;
     const Controls controls(panel_, region_);
     const qsizetype from = controls.widgets.indexOf(focus);

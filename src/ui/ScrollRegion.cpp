@@ -3,6 +3,7 @@
 #include "ui/FocusFollower.h"
 #include "ui/SlimScrollBar.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QPainter>
 
@@ -62,6 +63,12 @@ void ScrollRegion::reveal(const QWidget *descendant) {
     const int top = descendant->mapTo(widget(), QPoint()).y();
     ensureVisible(0, top + descendant->height() + revealedAir, 0, 0);
     ensureVisible(0, top - revealedAir, 0, 0);
+}
+
+bool ScrollRegion::shows(const QWidget *descendant) const {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const QRect place(descendant->mapTo(viewport(), QPoint()), descendant->size());
+    return viewport()->rect().contains(place);
 }
 
 void ScrollRegion::showTop(QWidget *focus) {

@@ -22,6 +22,9 @@ class ScrollRegion : public QScrollArea {
     /// Scrolls no more than needed to show the descendant, its beginning if it is too tall.
     void reveal(const QWidget *descendant);
 
+    /// Whether all of the descendant can be seen, once everything has its place.
+    bool shows(const QWidget *descendant) const;
+
     /// Shows the top although the control has the focus, or gets it now. The first key that it gets
     /// brings it into view.
     void showTop(QWidget *focus);

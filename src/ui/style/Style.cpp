@@ -43,6 +43,8 @@ template <typename Option> const Option *as(const QStyleOption *option) {
 Style &Style::installed() {
     if (auto *style = qobject_cast<Style *>(QApplication::style()))
         return *style;
+    // The texts are English and nothing is mirrored, whatever the toolkit is told.
+    QApplication::setLayoutDirection(Qt::LeftToRight);
     auto *style = new Style;
     QApplication::setStyle(style);
     return *style;

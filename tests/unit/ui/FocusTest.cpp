@@ -1,4 +1,5 @@
 #include "PanelFixture.h"
+#include "ui/ErrorLabel.h"
 
 #include <QAccessible>
 #include <QScrollArea>
@@ -46,7 +47,7 @@ class FocusTest : public PanelFixture {
 } // namespace
 
 TEST_F(FocusTest, StaysOnTheControlThatStartedTheRun) {
-    for (const char *caption : {"Generate", "Simplify", "Formalize"}) {
+    for (const char *caption : {"Simplify", "Formalize"}) {
         const Button *starter = focus(caption);
         const QSignalSpy moves(qApp, &QApplication::focusChanged);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -95,7 +96,7 @@ TEST_F(FocusTest, AKeyThatAlreadyWaitsStartsNoSecondRun) {
 }
 
 TEST_F(FocusTest, ComesBackToAWindowThatWasLeftMeanwhile) {
-    const Button *starter = focus("Generate");
+    const Button *starter = focus("Simplify");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     settle();
     leaveAndComeBack();
@@ -212,17 +213,60 @@ TEST_F(FocusTest, WhatIsScrolledIntoViewHasAirAroundIt) {
     EXPECT_GE(place(first).top(), air);
 }
 
-TEST_F(FocusTest, NewsAreShownAndAKeyBringsTheControlBack) {
+TEST_F(FocusTest, ProgressIsShownAndAKeyBringsTheControlBack) {
     Button *generate = focus("Generate");
     EXPECT_TRUE(isInView(generate));
     model.runsAtOnce = false;
-    fail();
+    change([](auto &state) { state.working = true; });
     EXPECT_EQ(area()->verticalScrollBar()->value(), 0);
     EXPECT_FALSE(isInView(generate));
+    change([](auto &state) { state.working = false; });
     QTest::keyClick(generate, Qt::Key_Control);
     EXPECT_EQ(area()->verticalScrollBar()->value(), 0);
     QTest::keyClick(generate, Qt::Key_Space);
     EXPECT_TRUE(isInView(generate));
+}
+
+TEST_F(FocusTest, AnErrorThatLeavesNoRoomForTheControlGetsIt) {
+    focus("Generate");
+    fail();
+    EXPECT_EQ(area()->verticalScrollBar()->value(), 0);
+    const QWidget *error = QApplication::focusWidget();
+    EXPECT_TRUE(qobject_cast<const ErrorLabel *>(error));
+    EXPECT_TRUE(isInView(error));
+}
+
+TEST_F(FocusTest, AnErrorDoesNotTakeItFromSomebodyWhoWrites) {
+    editor()->setFocus();
+    fail();
+    EXPECT_TRUE(editor()->hasFocus());
+    change([](auto &state) { state.error.reset(); });
+    change([](auto &state) { state.instruction.clear(); });
+    fail();
+    EXPECT_FALSE(editor()->hasFocus());
+}
+
+TEST_F(FocusTest, TheNextCaptureBeginsAtTheFirstActionWhereItsPlaceWentAway) {
+    focus("Generate");
+    fail();
+    change([](auto &state) { state.error.reset(); });
+    EXPECT_TRUE(editor()->hasFocus()) << "a key does no harm there";
+    show();
+    EXPECT_TRUE(button(QStringLiteral("Formalize"))->hasFocus());
+    EXPECT_EQ(area()->verticalScrollBar()->value(), 0);
+
+    editor()->setFocus();
+    show();
+    EXPECT_TRUE(editor()->hasFocus()) << "the user went there";
+}
+
+TEST_F(FocusTest, TheNextCaptureTakesItFromNobodyWhoTypes) {
+    focus("Generate");
+    fail();
+    change([](auto &state) { state.error.reset(); });
+    QTest::keyClick(editor(), Qt::Key_A);
+    show();
+    EXPECT_TRUE(editor()->hasFocus());
 }
 
 } // namespace quillmender

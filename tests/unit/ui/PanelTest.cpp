@@ -27,6 +27,12 @@ TEST_F(PanelTest, WindowIsTitledFixedAndNeitherMinimisableNorZoomable) {
     EXPECT_FALSE(panel->windowFlags() & Qt::WindowMaximizeButtonHint);
 }
 
+TEST_F(PanelTest, IsNotMirrored) {
+    show();
+    EXPECT_EQ(controller.panel()->layoutDirection(), Qt::LeftToRight);
+    EXPECT_LT(button(QStringLiteral("Formalize"))->x(), button(QStringLiteral("Simplify"))->x());
+}
+
 TEST_F(PanelTest, IsADialogOnTheAccessibilityBus) {
     show();
     QAccessibleInterface *panel = QAccessible::queryAccessibleInterface(controller.panel());

@@ -92,6 +92,20 @@ TEST_F(PickerKeysTest, UpLeavesTheInstructionFromItsFirstLineOnly) {
     EXPECT_EQ(after({Key_Down, Key_Down, Key_Right, Key_Left}), "Generate From Prompt");
 }
 
+TEST_F(PickerKeysTest, AnArrowWithAnotherKeyMovesAsTheEyeDoesToo) {
+    show();
+    for (const auto modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+        button(QStringLiteral("Formalize"))->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down, modifier);
+        EXPECT_TRUE(button(QStringLiteral("Make It Casual"))->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, modifier);
+        EXPECT_TRUE(button(QStringLiteral("Make It Casual"))->hasFocus()) << "there is nothing";
+    }
+    editor()->setFocus();
+    QTest::keyClick(editor(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_TRUE(editor()->hasFocus()) << "the text's own";
+}
+
 TEST_F(PickerKeysTest, ArrowsGoOnBesidesTheGrid) {
     model.change([](auto &state) {
         state.instruction = QStringLiteral("words");
