@@ -226,10 +226,12 @@ void ActionPickerView::showNews() {
 // What has the keyboard is seen, and so is what went wrong: where both do not fit, the error gets
 // it. Somebody who writes an instruction goes on writing.
 void ActionPickerView::showError() {
+    if (!region_->shows(previewCard_->error()))
+        region_->reveal(previewCard_->error());
     const QWidget *focus = window()->focusWidget();
     const bool isWriting = focus == editor() && !model_.customInstruction().isEmpty();
     if (focus && region_->isAncestorOf(focus) && !isWriting && !region_->shows(focus))
-        region_->showTop(previewCard_->error());
+        previewCard_->error()->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace quillmender

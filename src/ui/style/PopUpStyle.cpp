@@ -18,8 +18,9 @@ Look look(const QStyleOptionComboBox &option, const Colors &colors) {
 } // namespace
 
 QSize sizeOf(const QStyleOptionComboBox &option, int textWidth) {
-    return QSize(std::max(textWidth, metrics::popUpWidth) + metrics::textInset +
-                     grown(metrics::chevronArea),
+    // A text has its inset on either side, where it is not beside more room already.
+    return QSize(std::max(textWidth + metrics::textInset, metrics::popUpWidth) +
+                     metrics::textInset + grown(metrics::chevronArea),
                  fieldStyle::heightOf(option));
 }
 

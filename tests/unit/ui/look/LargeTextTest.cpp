@@ -1,9 +1,13 @@
 #include "LookFixture.h"
 #include "ui/ActionTile.h"
+#include "ui/ErrorLabel.h"
+#include "ui/PopUpButton.h"
 #include "ui/SymbolView.h"
 #include "ui/ToggleSwitch.h"
 
 #include <QHelpEvent>
+#include <QScrollArea>
+#include <QStyleOptionComboBox>
 #include <QToolTip>
 
 namespace quillmender {
@@ -12,9 +16,9 @@ namespace {
 
 /// A desktop with texts of 16 points, from before the first window on.
 struct LargeFont {
-    LargeFont() {
+    explicit LargeFont(int pixels = 21) {
         QFont large = before;
-        large.setPixelSize(21);
+        large.setPixelSize(pixels);
         QApplication::setFont(large);
     }
     ~LargeFont() { QApplication::setFont(before); }
@@ -47,6 +51,13 @@ class TileTextTest : public PanelLookFixture {
 };
 
 class LargeTileTextTest : private LargeFont, public TileTextTest {};
+/// With texts of 26 points.
+struct HugeFont : LargeFont {
+    HugeFont() : LargeFont(35) {}
+};
+
+class HugePanelTest : private HugeFont, public PanelLookFixture {};
+class HugeSettingsTest : private HugeFont, public SettingsWindowFixture {};
 class LargeSettingsTest : private LargeFont, public SettingsWindowFixture {};
 
 } // namespace
@@ -81,6 +92,31 @@ TEST_F(LargeTileTextTest, TheTileAndItsSymbolGrowWithTheText) {
     const int text =
         QFontMetrics(title).height() + 2 * QFontMetrics(fontFor(TextStyle::caption)).height();
     EXPECT_GE(tiles().first()->height(), text + 20);
+}
+
+TEST_F(HugePanelTest, AnErrorBeneathALongTextIsScrolledIntoView) {
+    show();
+    change([](auto &state) {
+        state.preview = QStringLiteral("words ").repeated(60);
+        state.working = true;
+    });
+    change([](auto &state) {
+        state.working = false;
+        state.error = QStringLiteral("It failed. ").repeated(60);
+    });
+    const auto *error = controller.panel()->findChild<ErrorLabel *>();
+    const QWidget *view = controller.panel()->findChild<QScrollArea *>()->viewport();
+    EXPECT_TRUE(view->rect().contains(QRect(error->mapTo(view, QPoint()), error->size())));
+}
+
+TEST_F(HugeSettingsTest, TheChosenProviderIsReadInFull) {
+    show();
+    const auto *provider = window()->findChild<PopUpButton *>();
+    QStyleOptionComboBox option;
+    option.initFrom(provider);
+    const QRect text = provider->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                         QStyle::SC_ComboBoxEditField, provider);
+    EXPECT_GE(text.width(), provider->fontMetrics().horizontalAdvance(provider->currentText()));
 }
 
 TEST_F(LargeSettingsTest, SymbolsAndSwitchesGrowWithTheText) {
