@@ -112,6 +112,7 @@ QCoro::Task<> AtspiFocusedText::readText(Reading reading, TextElementRef element
     for (int attempt = 1; attempt <= attempts; ++attempt) {
         const std::optional<QString> selected = co_await reader_.selectedText(element, ahead);
         reading->selectedText.reset();
+        reading->selectedRange.reset();
         if (isBlank(selected))
             break;
         reading->selectedText = selected;
