@@ -96,6 +96,17 @@ refuses "a test fails" "${release[@]}"
 [ ! -e build/releases ] || fail "a failing test left a release"
 git reset --quiet --hard HEAD~1
 
+stub test 'git commit --quiet --allow-empty --message Meanwhile'
+git commit --quiet --all --message 'Move'
+refuses "has changed since the tests began" "${release[@]}"
+git reset --quiet --hard HEAD~2
+stub try-source 'exit 1'
+git commit --quiet --all --message 'Break the archive'
+refuses "the source archive does not build" "${release[@]}"
+[ -z "$(ls build/releases)" ] || fail "a release that failed left $(ls build/releases)"
+[ ! -e build/source.tar.gz ] || fail "a release that failed left its archive"
+git reset --quiet --hard HEAD~1
+
 "${release[@]}" >/dev/null || fail "a good tree is refused"
 cd build/releases/1.10.0
 sha256sum --check --quiet SHA256SUMS || fail "the checksums are wrong"
