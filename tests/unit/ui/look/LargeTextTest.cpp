@@ -51,6 +51,7 @@ class TileTextTest : public PanelLookFixture {
 };
 
 class LargeTileTextTest : private LargeFont, public TileTextTest {};
+
 /// With texts of 26 points.
 struct HugeFont : LargeFont {
     HugeFont() : LargeFont(35) {}
