@@ -267,6 +267,11 @@ void AppCoordinator::quit() {
     windows_.terminate();
 }
 
+QCoro::Task<> AppCoordinator::prepareCapture() {
+    const auto operation = operations_.begin();
+    co_await platform_.focusedText->prepare();
+}
+
 QCoro::Task<> AppCoordinator::endOperations(std::chrono::milliseconds limit) {
     isEnding_ = true;
     hidePanel();

@@ -64,6 +64,9 @@ class AppCoordinator : public ActionPickerModel {
     /// Offers the download, but only the first time in the life of the process.
     void presentUpdateAlertIfNeeded(const ReleaseManifest &manifest);
 
+    /// Learns what the first capture needs to know of the application in front.
+    QCoro::Task<> prepareCapture();
+
     /// Hides the panel, starts no more operations, and completes when those under way have ended,
     /// or after `limit`.
     QCoro::Task<> endOperations(std::chrono::milliseconds limit);

@@ -118,6 +118,7 @@ bool AppDelegate::prepareMore() {
         readyPanel_ = std::make_unique<ReadyPanel>(coordinator_, theme(), *platform_->ownWindows);
     if (readyPanel_->prepareMore())
         return true;
+    coordinator_.prepareCapture();
     platform_->giveMemoryBack();
     return false;
 }

@@ -70,6 +70,10 @@ class FocusedText {
     /// field has an element and no text.
     virtual QCoro::Task<FocusReading> read(RunningApplicationRef application) = 0;
 
+    /// Learns where the focus is, without reading any text, so that the first reading finds it as
+    /// soon as later ones do.
+    virtual QCoro::Task<> prepare() { co_return; }
+
     /// What is selected in the element now.
     virtual QCoro::Task<std::optional<TextRange>> selectedRange(FocusedElementRef element) = 0;
 

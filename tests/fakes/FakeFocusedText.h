@@ -25,6 +25,11 @@ class FakeFocusedText : public FocusedText {
             answer.application = application;
         co_return answer;
     }
+    QCoro::Task<> prepare() override {
+        log_->append(QStringLiteral("focus.prepare"));
+        if (gate)
+            co_await *gate;
+    }
     QCoro::Task<std::optional<TextRange>> selectedRange(FocusedElementRef) override {
         log_->append(QStringLiteral("focus.selectedRange"));
         co_return std::as_const(rangeAfterCopy);

@@ -185,6 +185,27 @@ TEST_F(AppDelegateTest, ThePanelIsMadeReadyUnseenAndIsTheOneThatIsShown) {
     EXPECT_EQ(ownWindows->calls.back().window, ownWindows->calls.front().window);
 }
 
+TEST_F(AppDelegateTest, WhatIsInFrontIsLearnedOnceThePanelIsReady) {
+    delegate->applicationDidFinishLaunching();
+    const QString learned = QStringLiteral("focus.prepare");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return log->contains(learned); }, 20'000));
+    EXPECT_FALSE(ownWindows->calls.isEmpty());
+    EXPECT_FALSE(log->contains(QStringLiteral("focus.read")));
+    EXPECT_EQ(log->count(learned), 1);
+}
+
+TEST_F(AppDelegateTest, AHotKeyDoesNotWaitForWhatIsLearned) {
+    fakes::Gate silence;
+    focus->gate = &silence;
+    delegate->applicationDidFinishLaunching();
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return log->contains(QStringLiteral("focus.prepare")); }, 20'000));
+    focus->gate = nullptr;
+    instance->perform(QStringLiteral("transform"));
+    EXPECT_EQ(windowTitles(), QStringList(QStringLiteral("Quillmender")));
+    silence.open();
+}
+
 TEST_F(AppDelegateTest, NothingIsMadeReadyUnderAnOpenMenu) {
     QMenu menu;
     menu.addAction(QStringLiteral("Transform"));

@@ -92,6 +92,17 @@ QCoro::Task<FocusReading> AtspiFocusedText::read(RunningApplicationRef applicati
     co_return *reading;
 }
 
+QCoro::Task<> AtspiFocusedText::prepare() {
+    if (!bus_.isConnected())
+        co_return;
+    const auto budget = std::make_shared<CallBudget>();
+    const CallBudget::Use use(budget);
+    const RunningApplicationRef front = frontmost_.application();
+    const auto found = co_await finder_.find(front ? front->processId() : 0, budget);
+    if (found)
+        co_await applications_.toolkitOf(found->object.service, budget);
+}
+
 QCoro::Task<> AtspiFocusedText::readTerminal(Reading reading, std::optional<ElementTraits> found,
                                              CallBudgetRef budget) {
     const ObjectRef object = found ? found->object : ObjectRef();

@@ -21,6 +21,7 @@ class AtspiFocusedText : public FocusedText {
     AtspiFocusedText(FrontmostSource &frontmost, AtspiBus &bus);
 
     QCoro::Task<FocusReading> read(RunningApplicationRef application) override;
+    QCoro::Task<> prepare() override;
     QCoro::Task<std::optional<TextRange>> selectedRange(FocusedElementRef element) override;
     QCoro::Task<Replacement> replace(FocusedElementRef element, TextRange range,
                                      QString text) override;

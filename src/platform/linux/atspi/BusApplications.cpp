@@ -34,16 +34,13 @@ QCoro::Task<qint64> BusApplications::processOf(QString service, CallBudgetRef bu
 
 QCoro::Task<QList<qint64>> BusApplications::processesOf(QStringList services,
                                                         CallBudgetRef budget) {
-    const ObjectRef daemon{QStringLiteral("org.freedesktop.DBus"),
-                           QStringLiteral("/org/freedesktop/DBus")};
     std::vector<std::optional<PendingCall>> calls;
     QList<qint64> processes;
     for (const QString &service : services) {
         auto &call = calls.emplace_back();
         processes.append(processes_.value(service));
         if (processes.constLast() == 0)
-            call = bus_.call(budget, daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID",
-                             {service});
+            call = processQuestion(service, budget);
     }
     for (qsizetype i = 0; i < services.size(); ++i) {
         const auto &call = calls[size_t(i)];
@@ -53,6 +50,14 @@ QCoro::Task<QList<qint64>> BusApplications::processesOf(QStringList services,
         processes[i] = learnProcess(services[i], intValue(answer).value_or(0));
     }
     co_return processes;
+}
+
+QDBusPendingCall BusApplications::askProcess(const QString &service) {
+    return processQuestion(service, std::make_shared<CallBudget>()).pending();
+}
+
+qint64 BusApplications::learnProcess(const QString &service, const QVariantList &answer) {
+    return learnProcess(service, intValue(answer).value_or(0));
 }
 
 qint64 BusApplications::learnProcess(const QString &service, qint64 process) {
@@ -98,6 +103,13 @@ Toolkit BusApplications::remember(const QString &service, Toolkit toolkit) {
         toolkits_.clear();
     toolkits_.insert(service, toolkit);
     return toolkit;
+}
+
+PendingCall BusApplications::processQuestion(const QString &service, const CallBudgetRef &budget) {
+    const ObjectRef daemon{QStringLiteral("org.freedesktop.DBus"),
+                           QStringLiteral("/org/freedesktop/DBus")};
+    return bus_.call(budget, daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+                     {service});
 }
 
 PendingCall BusApplications::toolkitQuestion(const QString &service, const CallBudgetRef &budget) {

@@ -27,7 +27,11 @@ class BusApplications {
 
     QCoro::Task<Toolkit> toolkitOf(QString service, CallBudgetRef budget);
 
-    /// The two halves of toolkitOf(), for who cannot await it: the question, and its answer.
+    /// The two halves of processOf(), for who cannot await it: the question, and its answer.
+    QDBusPendingCall askProcess(const QString &service);
+    qint64 learnProcess(const QString &service, const QVariantList &answer);
+
+    /// The same of toolkitOf().
     QDBusPendingCall askToolkit(const QString &service);
     Toolkit learnToolkit(const QString &service, const QVariantList &answer);
 
@@ -43,6 +47,7 @@ class BusApplications {
   private:
     qint64 learnProcess(const QString &service, qint64 process);
     Toolkit remember(const QString &service, Toolkit toolkit);
+    PendingCall processQuestion(const QString &service, const CallBudgetRef &budget);
     PendingCall toolkitQuestion(const QString &service, const CallBudgetRef &budget);
 
     AtspiBus &bus_;

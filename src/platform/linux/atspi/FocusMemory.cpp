@@ -2,6 +2,8 @@
 
 #include <QDBusPendingCallWatcher>
 
+#include <utility>
+
 namespace quillmender::atspi {
 
 FocusMemory::FocusMemory(AtspiBus &bus, BusApplications &applications)
@@ -24,24 +26,38 @@ void FocusMemory::subscribe() {
 }
 
 void FocusMemory::focusGained(const QDBusMessage &event) {
-    if (event.arguments().value(1).toInt() == 1)
-        remember({event.service(), event.path()});
+    if (event.arguments().value(1).toInt() != 1)
+        return;
+    remember({event.service(), event.path()});
+    learnProcess(event.service());
 }
 
 void FocusMemory::windowActivated(const QDBusMessage &event) {
     const ObjectRef frame{event.service(), event.path()};
-    const QDBusPendingCall question = applications_.askToolkit(frame.service);
-    // No coroutine: nobody would await it, and it could resume after this object has gone.
-    const auto *answer = new QDBusPendingCallWatcher(question, this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this,
-            [this, frame](QDBusPendingCallWatcher *finished) {
+    learnProcess(frame.service);
+    await(applications_.askToolkit(frame.service), [this, frame](const QVariantList &answer) {
+        if (applications_.learnToolkit(frame.service, answer) == Toolkit::chromium)
+            bus_.post(frame, protocol::accessible, "GetAttributes", {});
+    });
+}
+
+void FocusMemory::learnProcess(const QString &service) {
+    if (applications_.knownProcess(service) != 0)
+        return;
+    await(applications_.askProcess(service), [this, service](const QVariantList &answer) {
+        applications_.learnProcess(service, answer);
+    });
+}
+
+// No coroutine: nobody would await it, and it could resume after this object has gone.
+void FocusMemory::await(const QDBusPendingCall &question,
+                        std::function<void(const QVariantList &)> learn) {
+    const auto *watcher = new QDBusPendingCallWatcher(question, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [learn = std::move(learn)](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
-                if (finished->isError())
-                    return;
-                const Toolkit toolkit =
-                    applications_.learnToolkit(frame.service, finished->reply().arguments());
-                if (toolkit == Toolkit::chromium)
-                    bus_.post(frame, protocol::accessible, "GetAttributes", {});
+                if (!finished->isError())
+                    learn(finished->reply().arguments());
             });
 }
 

@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
+
 namespace quillmender::atspi {
 
 /// Which objects said of late that they have the focus: a handful per application, of the
@@ -34,6 +36,9 @@ class FocusMemory : public QObject {
     void windowActivated(const QDBusMessage &event);
 
   private:
+    void learnProcess(const QString &service);
+    void await(const QDBusPendingCall &question, std::function<void(const QVariantList &)> learn);
+
     AtspiBus &bus_;
     BusApplications &applications_;
     RegisteredEvents events_;
