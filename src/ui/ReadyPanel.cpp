@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QLayout>
 #include <QPixmap>
+#include <QWindow>
 
 #include <array>
 #include <utility>
@@ -54,6 +55,8 @@ bool ReadyPanel::prepareMore() {
         break;
     case Piece::nativeWindow:
         panel_->winId();
+        // The theme's pointer is looked for and sent to the server with the first that is wanted.
+        panel_->windowHandle()->setCursor(Qt::ArrowCursor);
         break;
     case Piece::picture:
         if (drawNextBand())
