@@ -45,7 +45,9 @@ void measureIdle(Report &report, const Effort &effort) {
     editor.activate();
     // The title of the editor's window changes with the first key.
     desktop.input().type(QStringLiteral("a"));
-    waitUntilIdle(program.pid());
+    // Half a minute after its start Qt forgets the pictures that it kept of the window's icon.
+    constexpr std::chrono::seconds afterStart(32);
+    waitUntilIdle(program.pid(), afterStart);
     waitUntilIdle(floor.pid());
 
     const Switches idle{program, floor};

@@ -49,20 +49,18 @@ qint64 contextSwitchesSince(const QHash<QString, qint64> &before, qint64 process
     return sum;
 }
 
-void waitUntilIdle(qint64 processId) {
-    // Longer than what the program prepares after its start waits for its quiet moment.
-    constexpr int quietMs = 2500;
+void waitUntilIdle(qint64 processId, std::chrono::milliseconds quiet) {
     QHash<QString, qint64> switches;
-    QElapsedTimer quiet;
+    QElapsedTimer sinceLast;
     harness::waitUntil(
         [&] {
             if (const auto now = contextSwitches(processId); now != switches) {
                 switches = now;
-                quiet.start();
+                sinceLast.start();
             }
-            return quiet.hasExpired(quietMs);
+            return sinceLast.hasExpired(quiet.count());
         },
-        QStringLiteral("process %1 is idle").arg(processId));
+        QStringLiteral("process %1 is idle").arg(processId), 4 * quiet + std::chrono::seconds(20));
 }
 
 } // namespace quillmender::bench
