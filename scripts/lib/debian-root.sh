@@ -36,7 +36,13 @@ make_debian_root() {
     # A release that is younger than this machine's debootstrap is made as the youngest that it knows.
     script=/usr/share/debootstrap/scripts/$release
     [ -e "$script" ] || script=/usr/share/debootstrap/scripts/sid
-    debootstrap --variant=minbase "$release" "$root" "$uri" "$script"
+    mkdir --parents "$root"
+    # Its mounts and processes end with it, and it ends with this script. A folder's name that it
+    # could not handle is not told to it.
+    # shellcheck disable=SC2016 # These are the inner shell's.
+    setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child --mount-proc \
+        sh -c 'mount --bind "$1" /mnt && exec debootstrap --variant=minbase "$2" /mnt "$3" "$4"' \
+        sh "$root" "$release" "$uri" "$script" || return
     cp --dereference /etc/resolv.conf "$root/etc/resolv.conf"
     while read -r setting; do
         cp "$setting" "$root/etc/apt/apt.conf.d/90machine-${setting##*/}"
@@ -54,12 +60,19 @@ mount_debian_root() {
     mount -t tmpfs tmpfs "$root/dev/shm"
 }
 
-# run_in_debian_root FOLDER command...: with no variable of this machine, and those of the array
-# debian_root_environment.
+# enter_debian_root FOLDER command...: becomes the command, in the root, with no variable of this
+# machine, and those of the array debian_root_environment. What is started beside a script ignores the
+# keyboard's signals; the command does not.
 debian_root_environment=()
-run_in_debian_root() {
+enter_debian_root() {
     local root=$1
     shift
-    env --ignore-environment HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb LC_ALL=C.UTF-8 \
+    exec env --ignore-environment --default-signal=INT,QUIT \
+        HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb LC_ALL=C.UTF-8 \
         "${debian_root_environment[@]}" chroot "$root" "$@"
+}
+
+# The same, and comes back.
+run_in_debian_root() {
+    (enter_debian_root "$@")
 }

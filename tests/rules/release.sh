@@ -72,6 +72,9 @@ rm unknown
 git tag v1.10.0
 refuses "not newer than the release v1.10.0" "${release[@]}"
 git tag --delete v1.10.0 >/dev/null
+git tag v1.10.0-rc1
+scripts/release --check >/dev/null || fail "1.10.0 is not newer than its candidate"
+git tag --delete v1.10.0-rc1 >/dev/null
 git tag v2.0
 refuses "not newer than the release v2.0" "${release[@]}"
 git tag --delete v2.0 >/dev/null
@@ -82,7 +85,16 @@ refuses "CHANGELOG.md begins with 1.11.0" "${release[@]}"
 printf '# Changes\n\n## 1.10.0 - 2026-02-03\n\n## 1.9.0 - 2026-01-02\n\n- Older.\n' >CHANGELOG.md
 git commit --quiet --all --message 'Log nothing'
 refuses "says nothing about 1.10.0" "${release[@]}"
-git reset --quiet --hard HEAD~2
+printf '# Changes\n\n## 1.10.0 - 2026-02-03\n\n \t\n\n' >CHANGELOG.md
+git commit --quiet --all --message 'Log blanks'
+refuses "says nothing about 1.10.0" "${release[@]}"
+printf '# Changes\n\n## 1.10.0 - 2026-02-33\n\n- Mends.\n' >CHANGELOG.md
+git commit --quiet --all --message 'Log no day'
+refuses "no date of 1.10.0" "${release[@]}"
+git reset --quiet --hard HEAD~4
+
+refuses "Usage: scripts/release HOST" scripts/release --check more
+refuses "Usage: scripts/release HOST" scripts/release a.example
 
 refuses "not a host" scripts/release 'https://a/b' https://quillmender.example/
 refuses "not an https address" scripts/release a.example http://quillmender.example/
