@@ -5,6 +5,7 @@
 #include "ui/LateAppearance.h"
 #include "ui/PickerKeys.h"
 #include "ui/ReadyPanel.h"
+#include "ui/ScreenFollower.h"
 #include "ui/WindowPixels.h"
 #include "ui/WindowPlacement.h"
 
@@ -55,7 +56,8 @@ ActionPanelController::ActionPanelController(ReadyPanel &ready, OwnWindows &ownW
           FreshKeys::Keyboard{
               [this] { return ownWindows_.keysDownAtFocus(panel_->windowHandle()); },
               [this](quint32 code) { return ownWindows_.isKeyDown(code); }})),
-      appearance_(std::make_unique<LateAppearance>(*panel_)) {
+      appearance_(std::make_unique<LateAppearance>(*panel_)),
+      follower_(std::make_unique<ScreenFollower>(*panel_, ActionPanel::contentSize)) {
     ownWindows_.watchForKeyboard([this](const QWindow *window, bool isWithheld) {
         if (window == panel_->windowHandle())
             view_->setKeyboardWithheld(isWithheld);

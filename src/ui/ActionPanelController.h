@@ -17,6 +17,7 @@ class ActionPickerView;
 class LateAppearance;
 class PickerKeys;
 class ReadyPanel;
+class ScreenFollower;
 
 /// Owns the one panel with the action picker. The panel is made once and reused; it is ordered
 /// out, never destroyed, when it is closed.
@@ -58,6 +59,7 @@ class ActionPanelController : public PickerPanel {
     std::unique_ptr<ActionPanel> panel_;
     std::unique_ptr<PickerKeys> keys_; ///< goes before the controls that it watches
     std::unique_ptr<LateAppearance> appearance_;
+    std::unique_ptr<ScreenFollower> follower_;
     std::weak_ptr<SteppedAside> aside_;
     QTimer closing_;
 };

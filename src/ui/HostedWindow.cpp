@@ -28,7 +28,8 @@ HostedWindow::HostedWindow(const QString &title, QSize contentSize, QWidget *con
                            Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                            Qt::WindowCloseButtonHint),
       contentSize_(contentSize),
-      ownWindows_(ownWindows) {
+      ownWindows_(ownWindows),
+      follower_(*this, contentSize) {
     setWindowTitle(title);
     setAttribute(Qt::WA_QuitOnClose, false);
     auto *layout = new QVBoxLayout(this);

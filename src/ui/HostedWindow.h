@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/OwnWindows.h"
+#include "ui/ScreenFollower.h"
 
 #include <QWidget>
 
@@ -35,6 +36,7 @@ class HostedWindow : public QWidget {
 
     QSize contentSize_;
     OwnWindows &ownWindows_;
+    ScreenFollower follower_;
 };
 
 } // namespace quillmender

@@ -45,6 +45,7 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
         xcb_connection_t *xcb = desktop().connection().get();
         const auto width = quint16(GetParam().screen.width());
         const int top = GetParam().screen.height() - height;
+        barHeight_ = height;
         bar_ = xcb_generate_id(xcb);
         xcb_create_window(xcb, XCB_COPY_FROM_PARENT, bar_, desktop().connection().root(), 0,
                           qint16(top), width, quint16(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
@@ -69,9 +70,7 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
             QStringLiteral("the task bar has its place"));
     }
 
-    QRect free() const {
-        return QRect(QPoint(), GetParam().screen - QSize(0, GetParam().panelHeight));
-    }
+    QRect free() const { return QRect(QPoint(), GetParam().screen - QSize(0, barHeight_)); }
 
     QList<xcb_window_t> childrenOf(xcb_window_t window) {
         xcb_connection_t *xcb = desktop().connection().get();
@@ -149,6 +148,7 @@ class LowScreenTest : public SessionFixture, public testing::WithParamInterface<
 
   private:
     xcb_window_t bar_ = XCB_WINDOW_NONE;
+    int barHeight_ = 0;
 };
 
 } // namespace
@@ -165,6 +165,19 @@ TEST_P(LowScreenTest, EveryWindowFitsItAtItsFirstShow) {
     button(QStringLiteral("New Action")).doAction();
     expectFits(QStringLiteral("New Action"));
     expectInView(QStringLiteral("Cancel"));
+}
+
+TEST_P(LowScreenTest, WindowsComeBackIntoAScreenThatBecomesSmaller) {
+    if (QByteArray(GetParam().windowManager) == "twm" || GetParam().panelHeight > 0)
+        GTEST_SKIP() << "no place is kept for another task bar";
+    program().activateAction(QStringLiteral("settings"));
+    program().activateAction(QStringLiteral("transform"));
+    expectFits(QStringLiteral("Quillmender Settings"));
+    expectFits(QStringLiteral("Quillmender"));
+    showTaskBar(GetParam().screen.height() / 3);
+    expectFits(QStringLiteral("Quillmender"));
+    expectInView(QStringLiteral("Close"));
+    expectFits(QStringLiteral("Quillmender Settings"));
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, LowScreenTest, testing::ValuesIn([] {
