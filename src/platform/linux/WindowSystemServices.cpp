@@ -3,6 +3,7 @@
 #include "platform/linux/NoFrontmostSource.h"
 #include "platform/linux/WaylandModule.h"
 #include "platform/linux/x11/X11WindowSystem.h"
+#include "platform/linux/x11/selection/BridgeWait.h"
 #include "platform/linux/x11/selection/BridgedPasteboard.h"
 #include "platform/none/NoneChords.h"
 #include "platform/none/NoneHotKeys.h"
@@ -89,6 +90,7 @@ WindowSystemServices chooseWindowSystem(const QString &toolkitPlatform, WindowSy
             tellOfProgramsOutOfSight(services);
     } else if (toolkitPlatform.startsWith(QStringLiteral("wayland"))) {
         needs.openBridgedClipboard = x11::openBridgedClipboard;
+        needs.waitForBridge = x11::waitForBridge;
         services = WaylandModule().makeWindowSystem(needs);
     }
     completeWithNone(services);

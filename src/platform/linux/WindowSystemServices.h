@@ -13,6 +13,7 @@
 
 #include <QIcon>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -51,6 +52,10 @@ struct WindowSystemNeeds {
 
     /// The clipboard by way of the X server beside a compositor; empty when there is none.
     std::function<BridgedClipboard()> openBridgedClipboard{};
+
+    /// Completes with true when the X server beside a compositor has learned of what Wayland
+    /// programs offer as selections, or nobody can tell; with false when it has not within `limit`.
+    std::function<QCoro::Task<bool>(std::chrono::milliseconds limit)> waitForBridge{};
 };
 
 /// The services of the window system that the toolkit speaks, by the toolkit's name of it: another

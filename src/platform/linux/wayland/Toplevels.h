@@ -17,6 +17,7 @@ struct Toplevel {
     QString title;
     QString output; ///< the name of the output that it is on
     std::optional<DesktopRect> frame;
+    bool isOfXServer = false; ///< known to be a window of the X server beside the compositor
 
     friend bool operator==(const Toplevel &first, const Toplevel &second) {
         return first.id == second.id;

@@ -163,13 +163,15 @@ void makeTyping(WindowSystemServices &services, WaylandServices &shared) {
     name("the portal's remote desktop, when the user agrees");
 }
 
-void makeFrontmost(WindowSystemServices &services, WaylandServices &shared) {
+void makeFrontmost(WindowSystemServices &services, WaylandServices &shared,
+                   const WindowSystemNeeds &needs) {
     auto frontmost =
         std::make_unique<WaylandFrontmostSource>(*shared.applications, shared.readPrimary);
     makeTyping(services, shared);
     if (shared.typing)
-        services.chords = std::make_unique<WaylandChords>(WaylandChordSurroundings{
-            *shared.toplevels, *frontmost, *shared.typing, shared.chordMoment, shared.copyWatch});
+        services.chords = std::make_unique<WaylandChords>(
+            WaylandChordSurroundings{*shared.toplevels, *frontmost, *shared.typing,
+                                     shared.chordMoment, shared.copyWatch, needs.waitForBridge});
     services.frontmost = std::move(frontmost);
 }
 
@@ -234,7 +236,7 @@ WindowSystemServices makeWindowSystem(const WindowSystemNeeds &needs) {
     makeSources(services, *shared, needs);
     makeClipboard(services, *shared, needs);
     if (shared->applications)
-        makeFrontmost(services, *shared);
+        makeFrontmost(services, *shared, needs);
     makeHotKeys(services, *shared);
     makeOwnWindows(services, *shared);
     return services;

@@ -160,7 +160,15 @@ class WaylandChordsTest : public testing::Test {
     std::shared_ptr<FakeText> text_ = std::make_shared<FakeText>(log_);
     std::shared_ptr<FocusContext> context_ = std::make_shared<FocusContext>();
     std::unique_ptr<WaylandChords> chords_ = std::make_unique<WaylandChords>(
-        WaylandChordSurroundings{toplevels_, frontmost_, typing_, moment_, copies_});
+        WaylandChordSurroundings{toplevels_, frontmost_, typing_, moment_, copies_,
+                                 [this](std::chrono::milliseconds) { return waitForBridge(); }});
+    bool isBridged_ = true;
+
+  private:
+    QCoro::Task<bool> waitForBridge() {
+        log_.emplace_back("bridge");
+        co_return isBridged_;
+    }
 };
 
 TEST_F(WaylandChordsTest, TypesAndNotesTheMomentBefore) {
@@ -221,6 +229,27 @@ TEST_F(WaylandChordsTest, IsAskedForItsPulseBeforeTheKeys) {
     context_->pulse = std::make_shared<FakePulse>(log_, true);
     EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
     EXPECT_THAT(log_, ElementsAre("pulse", "noted", "V"));
+}
+
+TEST_F(WaylandChordsTest, AWindowOfTheXServerPastesWhatTheServerHasHeardOf) {
+    front_.isOfXServer = true;
+    toplevels_.front = front_;
+    EXPECT_EQ(type(Chord::copy).outcome, Outcome::typed);
+    EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
+    EXPECT_THAT(log_, ElementsAre("noted", "C", "bridge", "noted", "V"));
+    isBridged_ = false;
+    const ChordResult result = type(Chord::paste);
+    EXPECT_EQ(result.outcome, Outcome::withheld);
+    EXPECT_TRUE(result.reason.contains(QStringLiteral("has not heard"))) << "another's text";
+    EXPECT_THAT(log_, ElementsAre("noted", "C", "bridge", "noted", "V", "bridge"));
+}
+
+TEST_F(WaylandChordsTest, ATerminalOfTheXServerHasItsTextBeforeTheServerIsAsked) {
+    becomeTerminal();
+    front_.isOfXServer = true;
+    toplevels_.front = front_;
+    EXPECT_EQ(type(Chord::paste).outcome, Outcome::typed);
+    EXPECT_THAT(log_, ElementsAre("lent", "bridge", "noted", "Shift+Insert"));
 }
 
 TEST_F(WaylandChordsTest, WhatFollowsACopyIsAskedAfterTheKeys) {

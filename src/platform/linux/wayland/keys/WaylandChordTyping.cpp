@@ -67,6 +67,8 @@ QCoro::Task<ChordResult> WaylandChordTyping::run() {
     if (!obstacle)
         obstacle = co_await prepareText();
     if (!obstacle)
+        obstacle = co_await waitForServer();
+    if (!obstacle)
         obstacle = isOver();
     if (obstacle)
         co_return withheld(*obstacle);
@@ -137,6 +139,16 @@ QCoro::Task<Obstacle> WaylandChordTyping::prepareText() {
         return emulator != 0 && hasEditorsOnly(emulator);
     };
     co_return co_await text_->lendToTerminal(takesLineEnds);
+}
+
+QCoro::Task<Obstacle> WaylandChordTyping::waitForServer() {
+    if (!isPaste() || !application_->toplevel().isOfXServer || !around_.waitForBridge)
+        co_return std::nullopt;
+    const auto wait = around_.waitForBridge;
+    const bool hasHeard = co_await wait(patience());
+    if (!hasHeard)
+        co_return QStringLiteral("the X server has not heard of the text");
+    co_return std::nullopt;
 }
 
 Obstacle WaylandChordTyping::speaksAgainst() const {

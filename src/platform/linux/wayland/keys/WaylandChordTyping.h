@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace quillmender {
@@ -30,6 +31,8 @@ struct WaylandChordSurroundings {
     KeyTyping &typing;
     ChordMoment &moment;
     CopyWatch &copies;
+    /// Whether the X server beside the compositor has learned what Wayland programs offer.
+    std::function<QCoro::Task<bool>(std::chrono::milliseconds limit)> waitForBridge{};
 };
 
 /// One chord, from the order to the keys; it knows all that belongs to it, and nobody else does.
@@ -56,6 +59,8 @@ class WaylandChordTyping {
     QCoro::Task<bool> comesToTheFront() const;
     /// Makes the text one for the target.
     QCoro::Task<Obstacle> prepareText();
+    /// Until the target has heard of the text.
+    QCoro::Task<Obstacle> waitForServer();
     /// Why keys that are typed now would not do what is meant.
     Obstacle speaksAgainst() const;
     QCoro::Task<ChordResult> type();

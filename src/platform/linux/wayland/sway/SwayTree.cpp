@@ -48,6 +48,7 @@ std::optional<SwayWindow> windowOf(const QJsonObject &container) {
         window.toplevel.appId = container[u"window_properties"].toObject()[u"class"].toString();
     window.toplevel.title = container[u"name"].toString();
     window.toplevel.frame = rectangle(container[u"rect"].toObject());
+    window.toplevel.isOfXServer = container[u"shell"].toString() == QStringLiteral("xwayland");
     window.isFocused = container[u"focused"].toBool();
     return window;
 }
