@@ -43,7 +43,7 @@ make_debian_root() {
     setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child --mount-proc \
         sh -c 'mount --bind "$1" /mnt && exec debootstrap --variant=minbase "$2" /mnt "$3" "$4"' \
         sh "$root" "$release" "$uri" "$script" || return
-    cp --dereference /etc/resolv.conf "$root/etc/resolv.conf"
+    cp --dereference /etc/resolv.conf "$root/etc/resolv.conf" || return
     while read -r setting; do
         cp "$setting" "$root/etc/apt/apt.conf.d/90machine-${setting##*/}"
     done < <(grep --files-with-matches --recursive 'Acquire::' /etc/apt/apt.conf.d)
