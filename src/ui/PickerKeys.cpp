@@ -14,14 +14,24 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace quillmender {
 
 namespace {
 
-bool isArrow(const QKeyEvent &event) {
-    return event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down;
+bool isPage(const QKeyEvent &event) {
+    return event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
+}
+
+/// Where the key leads, when it is one that leads anywhere.
+std::optional<Qt::Key> direction(const QKeyEvent &event) {
+    if (isPage(event))
+        return event.key() == Qt::Key_PageUp ? Qt::Key_Up : Qt::Key_Down;
+    if (event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down)
+        return Qt::Key(event.key());
+    return std::nullopt;
 }
 
 bool isChord(const QKeyEvent &event) {
@@ -72,6 +82,19 @@ struct Controls {
         }
     }
 };
+
+/// The farthest that can be seen together with where the way begins, and the next at least.
+std::optional<qsizetype> pageAway(const QList<QRect> &places, qsizetype from, Qt::Key arrow,
+                                  int column, int page) {
+    std::optional<qsizetype> farthest = neighbour(places, from, arrow, column);
+    while (farthest) {
+        const auto next = neighbour(places, *farthest, arrow, column);
+        if (!next || places[from].united(places[*next]).height() > page)
+            break;
+        farthest = next;
+    }
+    return farthest;
+}
 
 } // namespace
 
@@ -175,7 +198,7 @@ bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
     noteTyping(isTyped(event) || (focus == &editor_ && !leaves));
     if (isClosing_)
         return true;
-    if (focus->isEnabled() && isArrow(event) && focus->focusPolicy() & Qt::TabFocus)
+    if (focus->isEnabled() && direction(event) && focus->focusPolicy() & Qt::TabFocus)
         return move(focus, event);
     if (!isForInstruction(focus) || !isTyped(event))
         return false;
@@ -185,7 +208,7 @@ bool PickerKeys::handleKey(QWidget *focus, QKeyEvent &event) {
 }
 
 bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
-    const auto arrow = Qt::Key(event.key());
+    const Qt::Key arrow = *direction(event);
     const bool isText = focus == &editor_;
     // In a text the arrows are the text's, but for the one that leads out of it. A held key stops
     // at the edge.
@@ -200,7 +223,9 @@ bool PickerKeys::move(QWidget *focus, const QKeyEvent &event) {
     // What is wider than a column keeps the one that the eye came from.
     if (column_ < place.left() || column_ > place.right())
         column_ = isText || place.width() > panel_.width() / 2 ? place.left() : place.center().x();
-    const auto to = neighbour(controls.places, from, arrow, column_);
+    const auto to = isPage(event) ? pageAway(controls.places, from, arrow, column_,
+                                             region_.viewport()->height())
+                                  : neighbour(controls.places, from, arrow, column_);
     if (to)
         controls.widgets[*to]->setFocus(Qt::TabFocusReason);
     else if (arrow == Qt::Key_Up)

@@ -18,8 +18,8 @@ namespace quillmender {
 class InstructionEditor;
 class ScrollRegion;
 
-/// What keys do in the panel beyond what each control does with its own: arrows move as the eye
-/// does, what is typed on a button goes to the instruction, and a key that was down already when
+/// What keys do in the panel beyond what each control does with its own: arrows and the page keys
+/// move as the eye does, what is typed on a button goes to the instruction, and a key that was down already when
 /// the panel came does nothing.
 class PickerKeys : public QObject {
     Q_OBJECT

@@ -27,7 +27,7 @@ class HostileFixture : public SessionFixture {
   protected:
     enum class Route { accessibility, clipboard };
 
-    void start();
+    void start() override;
     void start(const harness::Desktop::Options &options);
     /// For a test that starts desktop and program itself.
     void watchResponsiveness() { responsiveness_.emplace(desktop()); }

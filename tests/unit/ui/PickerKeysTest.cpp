@@ -1,5 +1,6 @@
 #include "PanelFixture.h"
 #include "ui/ErrorLabel.h"
+#include "ui/ScrollRegion.h"
 
 #include <QKeyEvent>
 #include <QScrollArea>
@@ -134,6 +135,39 @@ TEST_F(PickerKeysTest, UpFromTheFirstRowShowsTheTop) {
     bar->setValue(40);
     press(Qt::Key_Up);
     EXPECT_EQ(bar->value(), 0);
+}
+
+TEST_F(PickerKeysTest, APageMovesTheFocusSoThatItStaysInView) {
+    show();
+    controller.panel()->setFixedHeight(400);
+    settle();
+    auto *region = controller.panel()->findChild<ScrollRegion *>();
+    ASSERT_LT(region->viewport()->height(), 300);
+    using enum Qt::Key;
+    focus("Simplify");
+    EXPECT_EQ(after({Key_PageDown}), "Translate to English");
+    EXPECT_TRUE(region->shows(QApplication::focusWidget()));
+    EXPECT_EQ(after({Key_PageDown}), "Generate From Prompt");
+    EXPECT_EQ(after({Key_PageDown}), "Generate From Prompt") << "the text's own";
+    EXPECT_TRUE(region->shows(editor()));
+    EXPECT_EQ(after({Key_PageUp}), "Translate to English") << "right stays right";
+    EXPECT_TRUE(region->shows(QApplication::focusWidget()));
+    EXPECT_EQ(after({Key_PageUp}), "Simplify");
+    press(Key_PageUp);
+    EXPECT_EQ(region->verticalScrollBar()->value(), 0) << "nothing precedes it but the text";
+}
+
+TEST_F(PickerKeysTest, APageLeadsToTheNextControlThoughItIsFartherAway) {
+    model.change([](auto &state) { state.instruction = QStringLiteral("words"); });
+    show();
+    controller.panel()->setFixedHeight(300);
+    settle();
+    using enum Qt::Key;
+    focus("Formalize");
+    EXPECT_EQ(after({Key_PageDown}), "Make It Casual");
+    focus("Generate");
+    EXPECT_EQ(after({Key_PageDown}), "Close");
+    EXPECT_EQ(after({Key_PageDown}), "Close");
 }
 
 TEST_F(PickerKeysTest, WhatIsTypedOnAButtonGoesToTheInstruction) {

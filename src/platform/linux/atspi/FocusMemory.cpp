@@ -16,6 +16,8 @@ FocusMemory::FocusMemory(AtspiBus &bus, BusApplications &applications)
 
 void FocusMemory::subscribe() {
     clear();
+    // What the bus before has yet to say is of other programs: each bus names them from the start.
+    qDeleteAll(findChildren<QDBusPendingCallWatcher *>());
     applications_.clear();
     QDBusConnection connection = bus_.connection();
     connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
