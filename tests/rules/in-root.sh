@@ -67,13 +67,13 @@ nothing_is_mounted() {
 }
 in_root=$tree/scripts/in-root
 
-for signal in TERM KILL; do
+for signal in TERM INT KILL; do
     rm -f "$work/began"
-    "$in_root" trixie -- true >/dev/null 2>&1 &
+    env --default-signal=INT "$in_root" trixie -- true >/dev/null 2>&1 &
     maker=$!
     until_so "the root is being made" test -e "$work/began"
     kill -s $signal "$maker"
-    wait "$maker" 2>/dev/null || true
+    wait "$maker" 2>/dev/null && fail "the command is run after SIG$signal"
     until_so "nothing makes the root after SIG$signal" nothing_runs
     nothing_is_mounted || fail "a mount is left after SIG$signal"
 done
@@ -109,6 +109,32 @@ for signal in TERM INT; do
     [ "$(cat "$tree/build/roots/trixie/got")" = $signal ] || fail "SIG$signal is not passed on"
     [[ $status == [56] ]] || fail "after SIG$signal the status is $status"
 done
+# A terminal's reaches everybody at once, and nobody twice. What would be passed on comes before TERM.
+cat >"$tree/count" <<'COMMAND'
+trap 'echo INT >>build/got' INT
+trap 'exit 5' TERM
+: >build/got
+touch build/started
+while true; do sleep 0.05; done
+COMMAND
+rm -rf "$tree/build/roots/trixie"
+# shellcheck disable=SC2016 # These are the inner shell's.
+presses=5
+said_by() {
+    [ "$(wc -l <"$tree/build/roots/trixie/got")" -ge "$1" ]
+}
+{
+    until_so "the command runs" test -e "$tree/build/roots/trixie/started"
+    for ((press = 1; press <= presses; press++)); do
+        printf '\003'
+        until_so "it gets the keyboard's signal" said_by $press
+    done
+    kill -s TERM "$(cat "$work/runner")"
+} | RUNNER="$work/runner" IN_ROOT="$in_root" env --default-signal=INT script --quiet --command \
+    'echo $$ >"$RUNNER"; exec "$IN_ROOT" trixie -- sh count' /dev/null >/dev/null 2>&1
+[ "$(wc -l <"$tree/build/roots/trixie/got")" = $presses ] ||
+    fail "the keyboard's signal comes more than once"
+
 start_waiting
 kill -s KILL "$runner"
 wait "$runner" 2>/dev/null || true

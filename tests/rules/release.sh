@@ -67,6 +67,9 @@ refuses "not committed" "${release[@]}"
 git checkout --quiet CMakeLists.txt
 echo new >unknown
 refuses "not committed" "${release[@]}"
+git config status.showUntrackedFiles no
+refuses "not committed" "${release[@]}"
+git config --unset status.showUntrackedFiles
 rm unknown
 
 git tag v1.10.0
@@ -75,6 +78,9 @@ git tag --delete v1.10.0 >/dev/null
 git tag v1.10.0-rc1
 scripts/release --check >/dev/null || fail "1.10.0 is not newer than its candidate"
 git tag --delete v1.10.0-rc1 >/dev/null
+git tag v1.10.0rc1
+scripts/release --check >/dev/null || fail "1.10.0 is not newer than a candidate without a dash"
+git tag --delete v1.10.0rc1 >/dev/null
 git tag v2.0
 refuses "not newer than the release v2.0" "${release[@]}"
 git tag --delete v2.0 >/dev/null
@@ -91,7 +97,10 @@ refuses "says nothing about 1.10.0" "${release[@]}"
 printf '# Changes\n\n## 1.10.0 - 2026-02-33\n\n- Mends.\n' >CHANGELOG.md
 git commit --quiet --all --message 'Log no day'
 refuses "no date of 1.10.0" "${release[@]}"
-git reset --quiet --hard HEAD~4
+printf '# Changes\n\n## 1.10.0 - %s\n\n- Mends.\n' "$(date --date '1 month' +%F)" >CHANGELOG.md
+git commit --quiet --all --message 'Log a day to come'
+refuses "1.10.0 comes later" "${release[@]}"
+git reset --quiet --hard HEAD~5
 
 refuses "Usage: scripts/release HOST" scripts/release --check more
 refuses "Usage: scripts/release HOST" scripts/release a.example
