@@ -32,7 +32,7 @@ const QString answer = QStringLiteral("receive, answered by the provider");
 /// Programs that keep a history of everything that was on the clipboard.
 class ClipboardManagersTest : public HostileFixture, public testing::WithParamInterface<Manager> {
   protected:
-    void start() {
+    void start() override {
         harness::Desktop::Options options;
         const QString service = QString::fromLatin1(GetParam().service);
         if (!service.isEmpty())

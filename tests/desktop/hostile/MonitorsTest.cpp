@@ -8,7 +8,7 @@ using harness::waitUntil;
 /// Two monitors side by side on one screen.
 class MonitorsTest : public HostileFixture {
   protected:
-    void start() {
+    void start() override {
         harness::Desktop::Options options;
         options.screen = QSize(2000, 900);
         startDesktop(options);

@@ -14,7 +14,7 @@ const QString password = QStringLiteral("correct-horse-battery");
 /// A field with a password that is selected, and the hot key.
 class PasswordTest : public HostileFixture {
   protected:
-    void start() {
+    void start() override {
         startDesktop();
         startProgram({{QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("quillmender.*=true")}});
         allowLog();

@@ -15,7 +15,7 @@ class PlainWindowsTest
     : public HostileFixture,
       public testing::WithParamInterface<std::tuple<const char *, const char *>> {
   protected:
-    void start() {
+    void start() override {
         harness::Desktop::Options options;
         options.windowManager = false;
         startDesktop(options);

@@ -20,7 +20,7 @@ class StallFixture : public SessionFixture {
   protected:
     ~StallFixture() override;
 
-    void start();
+    void start() override;
 
     /// Plays the session to its end, waits until all stalls are over and everything that came late
     /// has been carried out, and tells what is wrong then.
