@@ -91,6 +91,7 @@ TEST_P(WaylandManagersTest, LeavesTheClipboardToItsUser) {
     EXPECT_TRUE(recorded.contains("What the user had copied before")) << recorded.toStdString();
     EXPECT_TRUE(!recorded.contains(Letter::right.toUtf8()) || !manager().heedsMark)
         << recorded.toStdString();
+    // This copies the text, answer and all.
     letter.expectText(Letter::mended);
 }
 
